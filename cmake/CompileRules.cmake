@@ -1,0 +1,27 @@
+# quillmark_rules: the warnings and sanitizers that every target of ours is built with.
+add_library(quillmark_rules INTERFACE)
+if(MSVC)
+  target_compile_options(quillmark_rules INTERFACE /W4 /WX /permissive- /utf-8)
+else()
+  target_compile_options(quillmark_rules INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+if(QUILLMARK_SANITIZE)
+  target_compile_options(quillmark_rules INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(quillmark_rules INTERFACE -fsanitize=address,undefined)
+endif()
+
+# quillmark_library(<folder> SOURCES <files>... LINK <targets>...): the library of one layer.
+function(quillmark_library folder)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_library(quillmark_${folder} STATIC ${arg_SOURCES})
+  target_include_directories(quillmark_${folder} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(quillmark_${folder} PUBLIC ${arg_LINK} PRIVATE quillmark_rules)
+endfunction()
+
+# quillmark_program(<name> SOURCES <files>... LINK <targets>...): a program under build/<preset>/bin.
+function(quillmark_program name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} quillmark_rules)
+endfunction()

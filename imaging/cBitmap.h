@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include <QImage>
+#include <QString>
+
+#include "imaging/cGDIP.h"
+
+namespace quillmark {
+
+/// One image: 32-bit ARGB, not premultiplied, unless a file was loaded into it.
+class cBitmap {
+ public:
+  /// Failures are reported to `instance`, which may be null and must outlive the bitmap.
+  explicit cBitmap(const cGDIP* instance = nullptr) : instance_(instance) {}
+
+  /// A transparent black image of width x height pixels, replacing the current one.
+  void Create(int width, int height);
+  /// Reads an image file (PNG, BMP, GIF, JPEG at least), replacing the current image; after a failure there
+  /// is none.
+  void LoadFromFile(const QString& path);
+
+  /// 0 without an image.
+  [[nodiscard]] int Width() const { return image_.width(); }
+  [[nodiscard]] int Height() const { return image_.height(); }
+  [[nodiscard]] const QImage& Image() const { return image_; }
+  [[nodiscard]] int LastStatus() const { return lastStatus_; }
+
+  /// Locks the whole image for writing: width x height ARGB cells, row-major, no gap between rows, holding
+  /// the image's pixels. They stay valid, and what is written to them is the image, until the bitmap is
+  /// changed. Empty without an image.
+  [[nodiscard]] std::span<std::uint32_t> LockPixels();
+
+  /// Index of the encoder for a file-name pattern such as "*.png", in any case; -1 when there is none.
+  [[nodiscard]] static int EncoderIndex(const QString& pattern);
+  /// Writes the image with the encoder of that index, replacing an existing file. A failed write leaves an
+  /// existing file as it was.
+  void SaveToFile(const QString& path, int encoderIndex);
+
+ private:
+  void SetStatus(ImagingStatus status);
+
+  const cGDIP* instance_;
+  QImage image_;
+  int lastStatus_ = 0;
+};
+
+}  // namespace quillmark

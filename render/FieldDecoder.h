@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+namespace quillmark {
+
+/// Where one field's next nibble comes from.
+struct NibbleCursor {
+  std::int32_t Position = 0;  ///< buffer index of the last byte consumed; the next one is Position + 1
+  std::int16_t Pending = -1;  ///< the byte whose low nibble is still unread; negative when there is none
+};
+
+/// Four bits, high nibble of a byte before its low one. `buffer` holds the unit from its byte 4 on.
+/// Kept oddity: the buffer's last byte is not read; a read at its last index, or one past it, gives the byte
+/// before the one asked for. Anywhere else outside the buffer reads as 0.
+[[nodiscard]] std::uint8_t ReadNibble(std::span<const std::uint8_t> buffer, NibbleCursor& cursor);
+
+/// What a decoded cell holds: an ARGB value for pictures, the bare code or another small number for merging.
+template <typename Cell>
+using CodeTable = std::array<Cell, 4>;
+
+/// Decodes one line of one field into row `line` of `cells` (row-major, `width` cells a row) and moves
+/// `position` (as NibbleCursor::Position) behind the line's last byte: lines start on byte boundaries. Runs
+/// are clipped at the line's end. The table says what each pixel code becomes.
+template <typename Cell>
+void DecodeLine(std::span<const std::uint8_t> buffer, std::span<Cell> cells, std::int32_t& position, int line,
+                int width, const CodeTable<Cell>& table);
+
+/// Decodes both fields of a unit: the top field holds lines 0, 2, 4, ..., the bottom field lines 1, 3, 5, ...
+/// `buffer` holds the unit from its byte 4 on (index i is unit byte i + 4); `topOffset` and `bottomOffset`
+/// count from the unit's start. `cells` has width x height cells, row-major; cells that no run reaches keep
+/// their value. Does nothing when width or height is below 1.
+/// Kept oddities: the last line of an odd height is not decoded; decoding ends after the pair of lines in
+/// which the top field ran past the bottom field's start, or the bottom field past the buffer's last index.
+template <typename Cell>
+void DecodeFields(std::span<const std::uint8_t> buffer, std::span<Cell> cells, int width, int height,
+                  std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
+
+// Instantiated for std::uint32_t and std::uint8_t.
+
+}  // namespace quillmark

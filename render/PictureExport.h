@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <QString>
+
+namespace quillmark {
+
+/// Where the pictures of a stream go and what their list is called.
+struct ExportPaths {
+  QString Folder;  ///< base + "_SubPng"
+  QString List;    ///< base + "_spu.xml"
+};
+
+/// `supPath` without its last four characters, whatever they are, is the base.
+[[nodiscard]] ExportPaths ExportPathsFor(const QString& supPath);
+[[nodiscard]] ExportPaths ExportPathsForBase(const QString& base);
+
+/// "00+01+05+48.png" for a start (90 kHz ticks) at 1 minute 5.48 seconds. Starts that are the same to the
+/// hundredth share a name.
+[[nodiscard]] QString PictureName(std::int64_t startTicks);
+
+/// One line of the list, ended by CR LF. `endTicks` is nullopt when the unit has no delay. Characters of the
+/// path that mean something in an attribute are written as entities.
+[[nodiscard]] QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks,
+                              const QString& picturePath, int x1, int y1);
+
+/// Appends one line, in UTF-8, to the list at `listPath`, creating it if missing; false when it cannot be
+/// opened or written.
+[[nodiscard]] bool AppendSpuLine(const QString& listPath, const QString& line);
+
+/// Creates the folder; any failure, one that is there already included, is ignored.
+void EnsurePictureFolder(const QString& folder);
+
+}  // namespace quillmark

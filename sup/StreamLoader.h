@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "sup/SupStream.h"
+
+namespace quillmark {
+
+/// What a conversion is told of one subtitle.
+struct SubtitleUnit {
+  /// The unit from its byte 4 on: index i is unit byte i + 4.
+  std::span<const std::uint8_t> Bytes;
+  std::int16_t ControlOffset = 0;  ///< unit offset of the first control sequence
+  std::int64_t StartTime = 0;      ///< 90 kHz ticks
+};
+
+/// Shows the first subtitle while the rest is still to be indexed; false when it cannot be converted.
+using FirstSubtitle = std::function<bool(const SubtitleUnit&)>;
+
+struct LoadResult {
+  enum class Outcome {
+    Loaded,       ///< indexed, bytes replaced
+    NoSignature,  ///< no "SP" where a packet should start: statistics and arrays hold what came before it,
+                  ///< the bytes of the previous file are kept, no report
+    Unreadable,   ///< not opened, not read or too large: nothing but `Reason` came of it
+  };
+  Outcome Result = Outcome::Loaded;
+  std::string Reason;  ///< for Unreadable, in words for the user
+};
+
+/// Largest file that is read, in bytes: 2 GiB less room for one packet, so that every offset of a file, and
+/// those that a cut-off last packet names behind its end, fit the index's signed 32-bit numbers.
+inline constexpr std::uintmax_t MaxStreamLength = 0x7FFE0000;
+
+/// Reads the SUP file `path` and indexes it into `stream`.
+///
+/// The walk: a packet starts while at least 14 bytes are left; it is "SP", a 64-bit little-endian time in
+/// 90 kHz ticks, the unit's big-endian 16-bit size and control offset, and size - 4 bytes. The next packet
+/// follows size + 10 bytes on, but never inside the 14 header bytes. A packet longer than the file has zeros
+/// in place of what is missing; a size of 0x8000 or more makes an empty, invalid unit, and the walk goes on
+/// behind it as far as the unsigned size says.
+///
+/// A subtitle without a delay ends where the next one starts; the last one keeps 0.
+///
+/// When `first` says that the first subtitle cannot be converted, indexing stops behind that packet. Kept
+/// oddity: it is indexed all the same, and its PacketOffset is the file's length.
+[[nodiscard]] LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubtitle& first,
+                                           SupStream& stream);
+
+/// Indexes `path` as the stream that is laid over `primary`. As LoadPrimaryStream, but every subtitle ends
+/// where the next one starts, whatever its delay, and the last one 10000 ticks behind the later of the two
+/// streams' last starts. `first` is told whether the first unit is valid. Count is -1 when it failed.
+[[nodiscard]] LoadResult LoadSecondaryStream(const std::filesystem::path& path, const SupStream& primary,
+                                             const std::function<void(bool)>& first, SupStream& secondary);
+
+/// Indexes bytes already in memory, as LoadPrimaryStream does with a file's; `file` is taken over.
+[[nodiscard]] LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first,
+                                            SupStream& stream);
+
+}  // namespace quillmark

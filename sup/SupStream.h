@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "sup/SupStreamStats.h"
+
+namespace quillmark {
+
+/// A packet's bytes before its unit's run-length data: "SP", 8 time bytes, unit size, control offset.
+inline constexpr std::int32_t PacketHeaderSize = 14;
+/// Where the unit starts inside its packet; unit offsets count from here.
+inline constexpr std::int32_t UnitStart = 10;
+
+/// One loaded SUP file. Subtitle k (from 1) stands at index k - 1 of the seven arrays.
+struct SupStream {
+  std::string Path;             ///< UTF-8
+  std::int32_t FileLength = 0;  ///< bytes, of the file that RawBytes holds
+  /// The whole file and one more byte, which stays 0; empty while nothing was loaded.
+  std::vector<std::uint8_t> RawBytes;
+  std::int32_t Count = 0;  ///< packets indexed; -1 in a secondary stream whose indexing failed
+
+  std::vector<std::int32_t> PacketOffset;         ///< file offset of "SP"
+  std::vector<std::int64_t> StartTime;            ///< 90 kHz ticks
+  std::vector<std::int64_t> EndTime;              ///< 90 kHz ticks; 0 = no end known
+  std::vector<std::int16_t> SpuSize;              ///< size field; 0x8000 and more is negative
+  std::vector<std::int16_t> ControlOffset;        ///< control offset field, counted from the unit's start
+  std::vector<std::int32_t> ColourBytesOffset;    ///< file offset of the colour command's two argument bytes
+  std::vector<std::int32_t> ContrastBytesOffset;  ///< the same of the contrast command; PacketOffset + 13
+                                                  ///< where the unit lacks the command
+
+  /// Largest EndTime of subtitles 0 .. i, for searching a stream by time. Secondary streams only.
+  std::vector<std::int64_t> LatestEnd;
+
+  SupStreamStats Stats;
+
+  /// False between a load that broke off and the next one that succeeds: the arrays then describe a file
+  /// whose bytes are not held.
+  bool IndexMatchesBytes = true;
+
+  /// Whether subtitle `index` (from 0) can be read from RawBytes.
+  [[nodiscard]] bool Holds(std::int64_t index) const {
+    return IndexMatchesBytes && index >= 0 && index < static_cast<std::int64_t>(PacketOffset.size());
+  }
+};
+
+/// Length in bytes of the buffer that holds a unit from its byte 4 on; a size field below 4 (0x8000 and more
+/// included) is that of an empty unit.
+[[nodiscard]] constexpr std::int32_t UnitBufferSize(std::int16_t spuSize) {
+  return spuSize < 4 ? 0 : spuSize - 4;
+}
+
+/// Copies the unit of subtitle `index`, from unit byte 4 on, out of the stream's raw bytes into `unit`, whose
+/// memory is reused. Kept oddity: the buffer's last byte is not copied and is 0. Bytes that the file does not
+/// have are 0; a subtitle that the stream does not hold gives an empty unit.
+void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit);
+
+}  // namespace quillmark
