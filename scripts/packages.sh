@@ -1,0 +1,28 @@
+# The Debian packages that Quillmark needs, by name: the one place for them.
+
+# To build and start the program. qt6-base-dev brings the X11 platform plugin, qt6-wayland the Wayland one.
+runPackages=(
+  cmake
+  fonts-dejavu-core
+  g++
+  libcli11-dev
+  ninja-build
+  nlohmann-json3-dev
+  qt6-base-dev
+  qt6-wayland
+)
+
+# To build and run the tests, benchmarks, fuzz targets and checks as well.
+testPackages=(
+  "${runPackages[@]}"
+  clang-14
+  clang-format-14
+  clang-tidy-14
+  dvdauthor
+  libavcodec-dev
+  libbenchmark-dev
+  libclang-rt-14-dev
+  libgmock-dev
+  libgtest-dev
+  pkg-config
+)
