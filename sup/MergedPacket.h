@@ -1,0 +1,66 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "sup/RunEncoder.h"
+#include "sup/SpuControl.h"
+#include "sup/SupStream.h"
+
+namespace quillmark {
+
+/// Width in pixels of every merged unit's picture.
+inline constexpr int MergedWidth = 720;
+
+/// What a merged unit takes over from the primary unit's control sequences.
+struct MergedControl {
+  std::uint16_t Delay = 0;                       ///< until the display stops, in units of 1000 ticks
+  std::array<std::uint8_t, 2> ColourBytes = {};  ///< the arguments of the colour command
+  std::array<std::uint8_t, 2> ContrastBytes = {};
+
+  bool operator==(const MergedControl&) const = default;
+};
+
+/// The delay of the primary's last control sequence if that is not 0; else 1000 for the last subtitle; else
+/// the subtitle's duration from `start` to `end` (90 kHz ticks), rounded to nearest, within 0-65535.
+[[nodiscard]] std::uint16_t MergedDelay(const SpuControl& primary, std::int64_t start, std::int64_t end,
+                                        bool isLast);
+
+/// `primary` is the valid control data of subtitle `index` of `stream`.
+[[nodiscard]] MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream,
+                                              std::int64_t index);
+
+/// The eight bytes of a packet's time as they are stored.
+using TimeField = std::array<std::uint8_t, 8>;
+/// Those of subtitle `index`; 0 in place of what the stream does not hold.
+[[nodiscard]] TimeField StoredTime(const SupStream& stream, std::int64_t index);
+
+/// A composed frame as the encoder reads it: small numbers that stand for colours.
+struct FrameCells {
+  int Height = 0;                          ///< rows; 480 and 576 are the frames that exist
+  std::span<const std::uint8_t> Cells;     ///< MergedWidth x Height, row-major
+  std::span<const std::uint8_t> Codes;     ///< pixel code per cell value; every cell value has one
+  std::span<const std::uint8_t> RowInUse;  ///< per row: 0 when all its cells are 0 and need no look
+};
+
+/// Writes merged units; reuses its buffers from one to the next.
+class MergedPacketEncoder {
+ public:
+  /// One whole packet: "SP", the time, and a unit that shows the frame's rows 2 to height - 2 in full width
+  /// with a fresh pair of control sequences. Rows 2, 4, ... are the top field, rows 3, 5, ... to height - 3
+  /// the bottom field; a field ends early behind the row that takes it past 65216 bytes. nullopt when the
+  /// unit's size does not fit its 16-bit field. The bytes are valid until the next call.
+  [[nodiscard]] std::optional<std::span<const std::uint8_t>> Encode(const FrameCells& frame,
+                                                                    const MergedControl& control,
+                                                                    const TimeField& time);
+
+ private:
+  FieldBuffer top_;
+  FieldBuffer bottom_;
+  std::vector<std::uint8_t> packet_;
+};
+
+}  // namespace quillmark
