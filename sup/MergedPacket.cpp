@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <limits>
 
+#include "sup/PacketWriter.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -20,24 +21,6 @@ constexpr std::size_t ControlLength = 31;
 /// Delay of a last subtitle that has none of its own.
 constexpr std::uint16_t LastSubtitleDelay = 1000;
 constexpr int NtscHeight = 480;
-
-/// Appends to a packet.
-class PacketWriter {
- public:
-  explicit PacketWriter(std::vector<std::uint8_t>& packet) : packet_(packet) {}
-
-  void Bytes(std::span<const std::uint8_t> bytes) {
-    packet_.insert(packet_.end(), bytes.begin(), bytes.end());
-  }
-  void U8(std::uint8_t value) { packet_.push_back(value); }
-  void U16be(std::size_t value) {
-    U8(static_cast<std::uint8_t>(value >> 8U));
-    U8(static_cast<std::uint8_t>(value));
-  }
-
- private:
-  std::vector<std::uint8_t>& packet_;
-};
 
 void EncodeField(const FrameCells& frame, int firstRow, int lastRow, FieldBuffer& field) {
   field.Clear();
