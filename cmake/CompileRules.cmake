@@ -1,3 +1,9 @@
+# Recompiling what was compiled before is free where ccache is installed.
+find_program(QUILLMARK_CCACHE ccache)
+if(QUILLMARK_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLMARK_CCACHE})
+endif()
+
 # quillmark_rules: the warnings and sanitizers that every target of ours is built with.
 add_library(quillmark_rules INTERFACE)
 if(MSVC)

@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# scripts/tidy.sh: clang-tidy on every source that ships, with the compile commands of build/release, which must
+# be built. clang-tidy takes longer than the compiler, so a source that passed is left alone until it, a header
+# of ours that it includes, or .clang-tidy changes: build/tidy holds an empty file for each state that passed.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+cd "$root"
+
+# IncludedFiles: lines "source TAB file of ours that it reads", from the dependencies that ninja recorded.
+IncludedFiles() {
+  ninja -C build/release -t deps | awk -v root="$root/" '
+    /^[^ ]/ { source = ""; next }
+    sub(/^ +/, "") {
+      if (source == "") source = $0
+      if (index($0, root) == 1 && source ~ "^" root "(base|palette|sup|imaging|render|files|app|cli)/[^/]*[.]cpp$")
+        print source "\t" $0
+    }'
+}
+
+CheckOne() {
+  if clang-tidy-14 --quiet -p build/release "$1" 2> >(grep -v 'warnings\? generated' >&2); then
+    touch "build/tidy/$2"
+  else
+    return 1
+  fi
+}
+export -f CheckOne
+
+mkdir -p build/tidy
+included=$(IncludedFiles | sort -u)
+declare -A digest state
+while read -r sum file; do
+  digest[$file]=$sum
+done < <(cut -f2 <<<"$included" | sort -u | xargs -d '\n' sha256sum)
+while IFS=$'\t' read -r name file; do
+  state[$name]+=${digest[$file]}
+done <<<"$included"
+
+settings=$(cat .clang-tidy)
+todo=()
+for name in "${!state[@]}"; do
+  read -r key _ < <(sha256sum <<<"$settings${state[$name]}")
+  if [ ! -e "build/tidy/$key" ]; then
+    todo+=("$name" "$key")
+  fi
+done
+Say "${#state[@]} sources, $((${#todo[@]} / 2)) to check"
+if [ ${#todo[@]} -gt 0 ]; then
+  printf '%s\n' "${todo[@]}" | xargs -d '\n' -n 2 -P "$(nproc)" bash -c 'CheckOne "$@"' CheckOne
+fi
