@@ -13,7 +13,7 @@ namespace quillmark {
 /// Largest IFO file that is read, in bytes.
 inline constexpr std::uintmax_t MaxIfoLength = 1048576;
 
-enum class PaletteFormat { Ifo, Pal, Rgb };
+enum class PaletteFormat { IfoFile, PalFile, RgbFile };
 
 /// The format that a path's extension (from its last dot on, in any case) names; nullopt for any other.
 [[nodiscard]] std::optional<PaletteFormat> PaletteFormatOf(std::string_view path);
