@@ -46,7 +46,7 @@ Configure() {
   local preset=$1
   shift
   Say "configuring build/$preset"
-  (cd "$root" && cmake --preset "$preset" "$@" >&2)
+  (cd "$root" && cmake --preset "$preset" --log-level=NOTICE "$@" >&2)
 }
 
 # Build PRESET TARGETS...
