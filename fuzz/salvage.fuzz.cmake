@@ -1,0 +1,1 @@
+quillmark_fuzz(salvage LINK quillmark_sup)

@@ -1,0 +1,122 @@
+#include "sup/ControlSurvey.h"
+
+#include <optional>
+
+#include "base/ByteReader.h"
+
+namespace quillmark {
+namespace {
+
+using Ending = ControlSurvey::Ending;
+
+enum Command : std::uint8_t {
+  SetColour = 0x03,
+  SetContrast = 0x04,
+  SetDisplayArea = 0x05,
+  SetFieldOffsets = 0x06,
+  ChangeColours = 0x07,
+  EndOfSequence = 0xFF,
+};
+
+std::int32_t PositionOf(const ByteReader& reader) {
+  return static_cast<std::int32_t>(reader.Position());
+}
+
+/// The arguments of the change of colours start with their own length, which counts its two bytes.
+bool SkipSizedArguments(ByteReader& reader) {
+  const auto length = reader.U16be();
+  return length && *length >= 2 && reader.Take(*length - 2U);
+}
+
+bool SkipArguments(ByteReader& reader, std::uint8_t command) {
+  switch (command) {
+    case SetColour:
+    case SetContrast:
+      return reader.Take(2).has_value();
+    case SetDisplayArea:
+      return reader.Take(6).has_value();
+    case SetFieldOffsets:
+      return reader.Take(4).has_value();
+    case ChangeColours:
+      return SkipSizedArguments(reader);
+    default:
+      return true;
+  }
+}
+
+void CountIfUnknown(std::uint8_t command, std::int32_t position, ControlSurvey& survey) {
+  if (command > SetFieldOffsets && command != EndOfSequence && survey.UnknownCommands++ == 0) {
+    survey.FirstUnknown = position;
+  }
+}
+
+/// Goes through one sequence's commands up to and with its end mark; how the survey ends when there is none.
+std::optional<Ending> SkipCommands(ByteReader& reader, std::int32_t& commandsLeft, ControlSurvey& survey) {
+  while (commandsLeft-- > 0) {
+    const std::int32_t position = PositionOf(reader);
+    const auto command = reader.U8();
+    if (!command) {
+      return Ending::NoEndMark;
+    }
+    CountIfUnknown(*command, position, survey);
+    if (*command == EndOfSequence) {
+      return std::nullopt;
+    }
+    if (!SkipArguments(reader, *command)) {
+      return Ending::NoEndMark;
+    }
+  }
+  return Ending::TooLong;
+}
+
+/// Moves to the sequence that `next` points to, behind the one at `sequence`; how the survey ends otherwise.
+std::optional<Ending> FollowPointer(ByteReader& reader, std::int32_t sequence, std::uint16_t next,
+                                    ControlSurvey& survey) {
+  const std::int32_t behind = PositionOf(reader);
+  if (next == sequence) {
+    return Ending::PointsToItself;
+  }
+  if (next == 0) {
+    return Ending::PointsNowhere;
+  }
+  if (next < behind) {
+    return Ending::PointsBackwards;
+  }
+  if (!reader.Seek(next)) {
+    return Ending::PointsOutside;
+  }
+  if (next > behind && survey.FirstGap == 0) {
+    survey.FirstGap = next;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+ControlSurvey SurveyControl(std::span<const std::uint8_t> unit, std::uint16_t controlOffset) {
+  ControlSurvey survey;
+  ByteReader reader(unit);
+  std::int32_t commandsLeft = MaxSurveyedCommands;
+  std::optional<Ending> end;
+  if (!reader.Seek(controlOffset)) {
+    end = Ending::PointsOutside;
+  }
+  while (!end) {
+    survey.EndPosition = PositionOf(reader);
+    const auto delay = reader.U16be();
+    const auto next = reader.U16be();
+    if (!delay || !next) {
+      end = Ending::PointsOutside;
+      break;
+    }
+    ++survey.Sequences;
+    end = SkipCommands(reader, commandsLeft, survey);
+    if (!end) {
+      end = FollowPointer(reader, survey.EndPosition, *next, survey);
+    }
+  }
+  survey.End = *end;
+  return survey;
+}
+
+}  // namespace quillmark

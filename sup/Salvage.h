@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace quillmark {
+
+/// Why no whole packet stands at a place of a file.
+enum class PacketFault {
+  None,
+  TooShort,              ///< fewer than 14 bytes are left
+  NoSignature,           ///< no "SP"
+  UnitTooSmall,          ///< a size that leaves no room for the header and one control sequence
+  UnitTooLarge,          ///< a size of 0x8000 or more
+  PastEnd,               ///< the packet is longer than the rest of the file
+  ControlOffsetOutside,  ///< 0, inside the unit's header, or behind its end
+  ControlUnfinished,     ///< the walk through its control sequences does not end in the unit
+  HoldsAnotherPacket,    ///< whole by itself, but a packet starts inside it and none behind it: its size lies
+};
+
+/// In words for the user.
+[[nodiscard]] std::string_view FaultText(PacketFault fault);
+
+/// Whether a plausible packet starts at `offset`: signature, a unit within the file, a control offset within
+/// the unit, and control sequences whose pointers lead to the last one within the unit. What they say is not
+/// looked at. Never HoldsAnotherPacket.
+[[nodiscard]] PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset);
+
+/// Offset of the first plausible packet at or behind `from`; the file's size when there is none.
+[[nodiscard]] std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from);
+
+/// Bytes behind the packet that starts at `offset`, where the next one should. At least 14 bytes are left
+/// there.
+[[nodiscard]] std::size_t PacketEnd(std::span<const std::uint8_t> file, std::size_t offset);
+
+struct LeftOutRange {
+  std::size_t Offset = 0;
+  std::size_t Length = 0;
+  PacketFault Fault = PacketFault::None;  ///< of the packet that should have started there
+
+  bool operator==(const LeftOutRange&) const = default;
+};
+
+/// What is good of a damaged stream. Kept and LeftOut together are the whole file, each in file order.
+struct SalvagedStream {
+  /// Good packets byte for byte; packets that follow one another share a span into the file.
+  std::vector<std::span<const std::uint8_t>> Kept;
+  std::size_t Packets = 0;  ///< in all of Kept
+  std::vector<LeftOutRange> LeftOut;
+};
+
+/// Goes through the file packet by packet; where none stands, or one that is not plausible, goes on at the
+/// next plausible one. Takes time in proportion to the file's size. The spans point into `file`.
+[[nodiscard]] SalvagedStream SalvageStream(std::span<const std::uint8_t> file);
+
+}  // namespace quillmark
