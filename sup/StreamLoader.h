@@ -11,14 +11,6 @@
 
 namespace quillmark {
 
-/// What a conversion is told of one subtitle.
-struct SubtitleUnit {
-  /// The unit from its byte 4 on: index i is unit byte i + 4.
-  std::span<const std::uint8_t> Bytes;
-  std::int16_t ControlOffset = 0;  ///< unit offset of the first control sequence
-  std::int64_t StartTime = 0;      ///< 90 kHz ticks
-};
-
 /// Shows the first subtitle while the rest is still to be indexed; false when it cannot be converted.
 using FirstSubtitle = std::function<bool(const SubtitleUnit&)>;
 

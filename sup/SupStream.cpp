@@ -21,4 +21,10 @@ void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint
   unit.resize(static_cast<std::size_t>(size), 0);
 }
 
+SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+  CopyUnit(stream, index, buffer);
+  const auto i = static_cast<std::size_t>(index);
+  return {.Bytes = buffer, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]};
+}
+
 }  // namespace quillmark

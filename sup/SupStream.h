@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -55,5 +56,16 @@ struct SupStream {
 /// memory is reused. Kept oddity: the buffer's last byte is not copied and is 0. Bytes that the file does not
 /// have are 0; a subtitle that the stream does not hold gives an empty unit.
 void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit);
+
+/// What a conversion is told of one subtitle.
+struct SubtitleUnit {
+  /// The unit from its byte 4 on: index i is unit byte i + 4.
+  std::span<const std::uint8_t> Bytes;
+  std::int16_t ControlOffset = 0;  ///< unit offset of the first control sequence
+  std::int64_t StartTime = 0;      ///< 90 kHz ticks
+};
+
+/// Subtitle `index`, which `stream` holds, with its unit copied into `buffer` as CopyUnit does.
+[[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer);
 
 }  // namespace quillmark
