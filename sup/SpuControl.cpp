@@ -56,6 +56,12 @@ int ReadCommand(const ZeroExtended& unit, std::int64_t position, SpuControl& con
   }
 }
 
+/// The zeros before the buffer's start read as commands of one byte; stepping over them all at once keeps a
+/// file of tiny units, each with a far negative control offset, from taking hours.
+std::int64_t SkipBeforeStart(std::int64_t position, std::int64_t last) {
+  return std::max(position, std::min<std::int64_t>(last, 0));
+}
+
 }  // namespace
 
 bool SpuControl::IsValid() const {
@@ -74,7 +80,7 @@ SpuControl DecodeControl(std::span<const std::uint8_t> unitBytes, std::int16_t c
     control.Delay = static_cast<std::int16_t>(unit.U16be(position));
     currentSequence = control.NextSequence != 0 ? control.NextSequence : controlOffset;
     control.NextSequence = static_cast<std::int16_t>(unit.U16be(position + 2));
-    position += 4;
+    position = SkipBeforeStart(position + 4, last);
     std::uint8_t command = 0;
     while (position < last && command != EndOfSequence) {
       command = unit[position];
