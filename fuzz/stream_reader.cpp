@@ -1,0 +1,65 @@
+// A whole file through the stream reader, then everything that later works on what it indexed. The input is
+// the file's bytes.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "sup/CodeAssignment.h"
+#include "sup/SpuControl.h"
+#include "sup/StreamLoader.h"
+#include "sup/StreamReport.h"
+#include "sup/SupStream.h"
+
+namespace {
+
+using namespace quillmark;
+
+/// Ends the run where a rule is broken that holds for every input.
+void Require(bool rule) {
+  if (!rule) {
+    std::abort();
+  }
+}
+
+void UseEverySubtitle(SupStream& stream) {
+  std::vector<std::uint8_t> unit;
+  for (std::int64_t i = 0; i < stream.Count; ++i) {
+    CopyUnit(stream, i, unit);
+    const std::int16_t size = stream.SpuSize[static_cast<std::size_t>(i)];
+    Require(unit.size() == static_cast<std::size_t>(UnitBufferSize(size)));
+    AssignColours(stream, i, {0, 1, 2, 3});
+    AssignContrasts(stream, i, {0, 15, 15, 15});
+  }
+}
+
+void Index(const std::vector<std::uint8_t>& file, bool firstIsShown) {
+  const auto anyFirst = [](const SubtitleUnit&) { return true; };
+  const auto soundFirst = [](const SubtitleUnit& unit) {
+    return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
+  };
+  const FirstSubtitle first = firstIsShown ? FirstSubtitle(anyFirst) : FirstSubtitle(soundFirst);
+  SupStream stream;
+  const bool loaded = IndexPrimaryStream(file, first, stream).Result == LoadResult::Outcome::Loaded;
+  Require(stream.Stats.ParseErrors <= static_cast<std::int64_t>(stream.PacketOffset.size()));
+  if (!loaded) {
+    Require(stream.Count == 0 && stream.RawBytes.empty() && !stream.Holds(0));
+    return;
+  }
+  Require(stream.Count == static_cast<std::int64_t>(stream.PacketOffset.size()));
+  Require(stream.RawBytes.size() == file.size() + 1);
+  Require(!PrimaryReport(stream).empty() && !SecondaryReport(stream).empty());
+  UseEverySubtitle(stream);
+  Require(stream.RawBytes.back() == 0);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<std::uint8_t> file(data, data + size);
+  Index(file, true);
+  Index(file, false);
+  return 0;
+}
