@@ -129,13 +129,33 @@ LoadResult Unreadable(std::string reason) {
   return {.Result = LoadResult::Outcome::Unreadable, .Reason = std::move(reason)};
 }
 
-/// The whole file, with room for the zero byte that follows it in RawBytes, or the reason why not.
-struct FileBytes {
-  std::vector<std::uint8_t> Bytes;
-  std::string Reason;
-};
+/// `bytes` end in the one zero byte that belongs to no file, here and below.
+void TakeOver(std::vector<std::uint8_t> bytes, SupStream& stream) {
+  stream.FileLength = static_cast<std::int32_t>(bytes.size()) - 1;
+  stream.RawBytes = std::move(bytes);
+  stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
+  stream.IndexMatchesBytes = true;
+  stream.Stats.UpdateMultipleFlags();
+}
 
-FileBytes ReadWholeFile(const std::filesystem::path& path) {
+std::span<const std::uint8_t> FilePart(const std::vector<std::uint8_t>& bytes) {
+  return std::span(bytes).first(bytes.size() - 1);
+}
+
+LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
+  stream.Stats = SupStreamStats();
+  ClearIndex(stream);
+  stream.IndexMatchesBytes = false;
+  if (!WalkPackets(FilePart(bytes), first, stream)) {
+    return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
+  }
+  TakeOver(std::move(bytes), stream);
+  return {};
+}
+
+}  // namespace
+
+FileBytes ReadStreamFile(const std::filesystem::path& path) {
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) {
     return {.Bytes = {}, .Reason = "it is a folder"};
@@ -168,32 +188,6 @@ FileBytes ReadWholeFile(const std::filesystem::path& path) {
   }
 }
 
-/// `bytes` end in the one zero byte that belongs to no file, here and below.
-void TakeOver(std::vector<std::uint8_t> bytes, SupStream& stream) {
-  stream.FileLength = static_cast<std::int32_t>(bytes.size()) - 1;
-  stream.RawBytes = std::move(bytes);
-  stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
-  stream.IndexMatchesBytes = true;
-  stream.Stats.UpdateMultipleFlags();
-}
-
-std::span<const std::uint8_t> FilePart(const std::vector<std::uint8_t>& bytes) {
-  return std::span(bytes).first(bytes.size() - 1);
-}
-
-LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
-  stream.Stats = SupStreamStats();
-  ClearIndex(stream);
-  stream.IndexMatchesBytes = false;
-  if (!WalkPackets(FilePart(bytes), first, stream)) {
-    return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
-  }
-  TakeOver(std::move(bytes), stream);
-  return {};
-}
-
-}  // namespace
-
 LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {
   file.push_back(0);
   LoadResult result = IndexInto(std::move(file), first, stream);
@@ -205,7 +199,7 @@ LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitl
 
 LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubtitle& first,
                              SupStream& stream) {
-  FileBytes file = ReadWholeFile(path);
+  FileBytes file = ReadStreamFile(path);
   if (!file.Reason.empty()) {
     return Unreadable(std::move(file.Reason));
   }
@@ -215,7 +209,7 @@ LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubti
 LoadResult LoadSecondaryStream(const std::filesystem::path& path, const SupStream& primary,
                                const std::function<void(bool)>& first, SupStream& secondary) {
   secondary.Count = -1;
-  FileBytes file = ReadWholeFile(path);
+  FileBytes file = ReadStreamFile(path);
   if (!file.Reason.empty()) {
     return Unreadable(std::move(file.Reason));
   }

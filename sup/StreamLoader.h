@@ -29,6 +29,14 @@ struct LoadResult {
 /// those that a cut-off last packet names behind its end, fit the index's signed 32-bit numbers.
 inline constexpr std::uintmax_t MaxStreamLength = 0x7FFE0000;
 
+/// A whole file, with room for the zero byte that follows it in RawBytes, or the reason why it cannot be
+/// read.
+struct FileBytes {
+  std::vector<std::uint8_t> Bytes;
+  std::string Reason;  ///< in words for the user; empty when it was read
+};
+[[nodiscard]] FileBytes ReadStreamFile(const std::filesystem::path& path);
+
 /// Reads the SUP file `path` and indexes it into `stream`.
 ///
 /// The walk: a packet starts while at least 14 bytes are left; it is "SP", a 64-bit little-endian time in
