@@ -38,8 +38,9 @@ class cGraphics {
 
   QImage& surface_;
   const cGDIP* instance_;
-  int dx_ = 0;
-  int dy_ = 0;
+  // Wide, so that no sum of translations and coordinates overflows.
+  std::int64_t dx_ = 0;
+  std::int64_t dy_ = 0;
   int lastStatus_ = 0;
 };
 
