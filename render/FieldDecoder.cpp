@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+
+#include "render/RunPainter.h"
 
 namespace quillmark {
 namespace {
 
 struct Run {
-  int Length = 0;  ///< cells; 0 means up to the line's end
-  std::uint8_t Code = 0;
+  std::ptrdiff_t Length = 0;  ///< cells, up to the line's end
+  unsigned Code = 0;
 };
 
 std::int32_t LastIndex(std::span<const std::uint8_t> buffer) {
@@ -22,8 +25,14 @@ std::uint8_t ByteAt(std::span<const std::uint8_t> buffer, std::int32_t position)
   return index >= 0 && index <= last ? buffer[static_cast<std::size_t>(index)] : std::uint8_t{0};
 }
 
+/// What a code's value says: two bits of pixel code below the length, of which 0 means up to the line's end.
+Run ClippedRun(unsigned value, std::ptrdiff_t left) {
+  const auto length = static_cast<std::ptrdiff_t>(value >> 2U);
+  return {.Length = length == 0 ? left : std::min(length, left), .Code = value & 3U};
+}
+
 /// One to four nibbles: a code is as long as it takes until bits stand above its last six.
-Run ReadRun(std::span<const std::uint8_t> buffer, NibbleCursor& cursor) {
+Run ReadRun(std::span<const std::uint8_t> buffer, NibbleCursor& cursor, std::ptrdiff_t left) {
   constexpr std::array<unsigned, 3> lengthMask = {0x0C, 0xF0, 0xFC0};
   unsigned value = ReadNibble(buffer, cursor);
   for (const unsigned mask : lengthMask) {
@@ -32,12 +41,239 @@ Run ReadRun(std::span<const std::uint8_t> buffer, NibbleCursor& cursor) {
     }
     value = value << 4U | ReadNibble(buffer, cursor);
   }
-  return {.Length = static_cast<int>(value >> 2U), .Code = static_cast<std::uint8_t>(value & 3U)};
+  return ClippedRun(value, left);
 }
 
 /// Whether row `line` lies inside the cells.
 bool HasRow(std::size_t cellCount, int line, int width) {
   return line >= 0 && width > 0 && (std::int64_t{line} + 1) * width <= static_cast<std::int64_t>(cellCount);
+}
+
+/// One line, code by code and nibble by nibble, wherever the position is.
+template <typename Cell>
+void DecodeRowAnywhere(std::span<const std::uint8_t> buffer, std::span<Cell> row, std::int32_t& position,
+                       const RunPainter<Cell>& painter) {
+  NibbleCursor cursor{.Position = position};
+  while (!row.empty()) {
+    const Run run = ReadRun(buffer, cursor, std::ssize(row));
+    painter.PaintExactly(row.data(), run.Length, run.Code);
+    row = row.subspan(static_cast<std::size_t>(run.Length));
+  }
+  position = cursor.Position;
+}
+
+/// The codes that stand in twelve bits: as many as fit, at most three. Missing ones repeat the last one, so
+/// that painting needs no decision.
+struct ShortCodes {
+  std::uint8_t Bits = 0;    ///< that the codes take; 0 where a code starts that is none of these
+  std::uint8_t Length = 0;  ///< cells of all runs
+  std::array<std::uint8_t, 3> Start = {};
+  std::array<std::uint8_t, 3> Code = {};
+};
+
+/// Length in bits of the code whose first nibbles are the top of these `count` bits; 0 when it is longer.
+constexpr unsigned CodeBits(unsigned bits, unsigned count) {
+  for (unsigned size = 4; size <= std::min(count, 12U); size += 4) {
+    if (bits >> (count - size) >= 1U << (size / 2)) {
+      return size;
+    }
+  }
+  return 0;
+}
+
+/// Leaves out what is not painted by one block: long runs of another code than 0.
+constexpr ShortCodes SplitShortCodes(unsigned bits) {
+  ShortCodes codes;
+  unsigned left = 12;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const unsigned size = CodeBits(bits & ((1U << left) - 1), left);
+    const unsigned value = (bits & ((1U << left) - 1)) >> (left - size);
+    if (size == 0 || (i > 0 && size > 4) || (size == 12 && (value & 3U) != 0)) {
+      if (i == 0) {
+        return codes;
+      }
+      codes.Start[i] = codes.Start[i - 1];
+      codes.Code[i] = codes.Code[i - 1];
+      continue;
+    }
+    codes.Start[i] = codes.Length;
+    codes.Code[i] = static_cast<std::uint8_t>(value & 3U);
+    codes.Length = static_cast<std::uint8_t>(codes.Length + (value >> 2U));
+    left -= size;
+  }
+  codes.Bits = static_cast<std::uint8_t>(12 - left);
+  return codes;
+}
+
+constexpr std::array<ShortCodes, 4096> shortCodes = [] {
+  std::array<ShortCodes, 4096> table;
+  for (unsigned bits = 0; bits < table.size(); ++bits) {
+    table[bits] = SplitShortCodes(bits);
+  }
+  return table;
+}();
+
+/// A line's end that is left over has at most one long run of code 0 and a block less one cell.
+constexpr std::ptrdiff_t mostTailCells = 63 + 15;
+
+/// The next bits of a buffer, at the top of a register.
+class BitWindow {
+ public:
+  /// Reads from `first` on and never touches `end`.
+  BitWindow(const std::uint8_t* first, const std::uint8_t* end) : first_(first), next_(first), end_(end) {}
+
+  /// Makes at least 56 bits ready; false when fewer than eight bytes are left to take them from.
+  bool Refill() {
+    if (end_ - next_ < 8) {
+      return false;
+    }
+    bits_ |= EightBytes() >> count_;
+    next_ += (63U - count_) >> 3U;
+    count_ |= 56U;
+    return true;
+  }
+
+  [[nodiscard]] unsigned Peek(unsigned count) const { return static_cast<unsigned>(bits_ >> (64U - count)); }
+
+  void Skip(unsigned count) {
+    bits_ <<= count;
+    count_ -= count;
+  }
+
+  /// Bytes of which at least one bit was skipped.
+  [[nodiscard]] std::ptrdiff_t BytesUsed() const {
+    return next_ - first_ - static_cast<std::ptrdiff_t>(count_ >> 3U);
+  }
+
+ private:
+  [[nodiscard]] std::uint64_t EightBytes() const {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < 8; ++i) {
+      value = value << 8U | next_[i];
+    }
+    return value;
+  }
+
+  const std::uint8_t* first_;
+  const std::uint8_t* next_;
+  const std::uint8_t* end_;
+  std::uint64_t bits_ = 0;
+  unsigned count_ = 0;
+};
+
+/// Takes one code of any length out of a window that holds at least 16 bits, and clips it to `left` cells.
+Run TakeRun(BitWindow& window, std::ptrdiff_t left) {
+  const unsigned bits = window.Peek(16);
+  const unsigned nibbles = 4U - static_cast<unsigned>(bits >= 0x4000) -
+                           static_cast<unsigned>(bits >= 0x1000) - static_cast<unsigned>(bits >= 0x0400);
+  window.Skip(4 * nibbles);
+  const unsigned value = bits >> (16 - 4 * nibbles);
+  return ClippedRun(value, left);
+}
+
+/// Decodes one line, with the result of DecodeRowAnywhere, from bytes that are read as they stand.
+template <typename Cell>
+class RowDecoder {
+ public:
+  RowDecoder(BitWindow window, std::span<Cell> row, const RunPainter<Cell>& painter)
+      : window_(window), cell_(row.data()), end_(row.data() + row.size()), painter_(painter) {
+    // Behind a run of code 0 nothing needs to be painted but what the block before it spilt.
+    painter_.PaintExactly(cell_, end_ - cell_, 0);
+  }
+
+  /// Decodes the codes of one look-up, or one long code. False where only Finish gets further.
+  bool Step() {
+    if (!window_.Refill()) {
+      return false;
+    }
+    const ShortCodes& codes = shortCodes[window_.Peek(12)];
+    if (end_ - cell_ < RunPainter<Cell>::BlockCells + codes.Length) {
+      return false;
+    }
+    if (codes.Bits == 0) {
+      const Run run = TakeRun(window_, end_ - cell_);
+      if (run.Code == 0) {
+        painter_.PaintFreely(cell_, 0);
+      } else {
+        painter_.PaintExactly(cell_, run.Length, run.Code);
+      }
+      cell_ += run.Length;
+      return true;
+    }
+    painter_.PaintFreely(cell_, codes.Code[0]);
+    painter_.PaintFewFreely(cell_ + codes.Start[1], codes.Code[1]);
+    painter_.PaintFewFreely(cell_ + codes.Start[2], codes.Code[2]);
+    cell_ += codes.Length;
+    window_.Skip(codes.Bits);
+    return true;
+  }
+
+  /// Decodes the line to its end. The answer is the number of bytes that all of it takes, nullopt when it
+  /// comes too near to the buffer's end. Taken by value: a decoder that is only stepped stays in registers.
+  static std::optional<std::ptrdiff_t> Finish(RowDecoder decoder) {
+    while (decoder.Step()) {
+    }
+    return decoder.FinishTail() ? std::optional(decoder.window_.BytesUsed()) : std::nullopt;
+  }
+
+ private:
+  /// Paints aside, so that no block reaches into the next line.
+  bool FinishTail() {
+    std::array<Cell, mostTailCells + RunPainter<Cell>::BlockCells> tail;
+    const std::ptrdiff_t width = end_ - cell_;
+    for (std::ptrdiff_t x = 0; x < width;) {
+      if (!window_.Refill()) {
+        return false;
+      }
+      const Run run = TakeRun(window_, width - x);
+      if (run.Length <= RunPainter<Cell>::BlockCells) {
+        painter_.PaintFreely(tail.data() + x, run.Code);
+      } else {
+        painter_.PaintExactly(tail.data() + x, run.Length, run.Code);
+      }
+      x += run.Length;
+    }
+    std::copy_n(tail.begin(), width, cell_);
+    return true;
+  }
+
+  BitWindow window_;
+  Cell* cell_;
+  Cell* end_;
+  const RunPainter<Cell>& painter_;
+};
+
+/// Decodes two lines side by side: where a code starts is known only when the one before it has been looked
+/// up, and the wait in one line is time for the other. False when a line comes too near to an end of the
+/// buffer; nothing but the rows has changed then.
+template <typename Cell>
+bool DecodeRowsInside(std::span<const std::uint8_t> buffer, std::span<Cell> topRow, std::int32_t& top,
+                      std::span<Cell> bottomRow, std::int32_t& bottom, const RunPainter<Cell>& painter) {
+  const auto readsInside = [last = LastIndex(buffer)](std::int32_t position) {
+    return position >= -1 && position < last;
+  };
+  if (!readsInside(top) || !readsInside(bottom)) {
+    return false;
+  }
+  const std::uint8_t* const end = buffer.data() + LastIndex(buffer);
+  RowDecoder<Cell> topDecoder({buffer.data() + top + 1, end}, topRow, painter);
+  RowDecoder<Cell> bottomDecoder({buffer.data() + bottom + 1, end}, bottomRow, painter);
+  while (topDecoder.Step() && bottomDecoder.Step()) {
+  }
+  const auto topBytes = RowDecoder<Cell>::Finish(topDecoder);
+  const auto bottomBytes = RowDecoder<Cell>::Finish(bottomDecoder);
+  if (!topBytes || !bottomBytes) {
+    return false;
+  }
+  top += static_cast<std::int32_t>(*topBytes);
+  bottom += static_cast<std::int32_t>(*bottomBytes);
+  return true;
+}
+
+template <typename Cell>
+std::span<Cell> RowOf(std::span<Cell> cells, int line, int width) {
+  return cells.subspan(static_cast<std::size_t>(line) * static_cast<std::size_t>(width),
+                       static_cast<std::size_t>(width));
 }
 
 }  // namespace
@@ -60,18 +296,7 @@ void DecodeLine(std::span<const std::uint8_t> buffer, std::span<Cell> cells, std
   if (!HasRow(cells.size(), line, width)) {
     return;
   }
-  const auto row = cells.subspan(static_cast<std::size_t>(line) * static_cast<std::size_t>(width),
-                                 static_cast<std::size_t>(width));
-  NibbleCursor cursor{.Position = position};
-  for (int x = 0; x < width;) {
-    const Run run = ReadRun(buffer, cursor);
-    const int left = width - x;
-    const int length = run.Length == 0 ? left : std::min(run.Length, left);
-    std::ranges::fill(row.subspan(static_cast<std::size_t>(x), static_cast<std::size_t>(length)),
-                      table[run.Code]);
-    x += length;
-  }
-  position = cursor.Position;
+  DecodeRowAnywhere(buffer, RowOf(cells, line, width), position, RunPainter<Cell>(table));
 }
 
 template <typename Cell>
@@ -85,9 +310,14 @@ void DecodeFields(std::span<const std::uint8_t> buffer, std::span<Cell> cells, i
   std::int32_t bottom = bottomOffset - 5;
   const std::int32_t bottomStart = bottom;
   const std::int32_t last = LastIndex(buffer);
+  const RunPainter<Cell> painter(table);
   for (int line = 0; line <= height - 2; line += 2) {
-    DecodeLine(buffer, cells, top, line, width, table);
-    DecodeLine(buffer, cells, bottom, line + 1, width, table);
+    const auto topRow = RowOf(cells, line, width);
+    const auto bottomRow = RowOf(cells, line + 1, width);
+    if (!DecodeRowsInside(buffer, topRow, top, bottomRow, bottom, painter)) {
+      DecodeRowAnywhere(buffer, topRow, top, painter);
+      DecodeRowAnywhere(buffer, bottomRow, bottom, painter);
+    }
     if (top > bottomStart || bottom > last) {
       return;
     }

@@ -21,6 +21,9 @@ struct ExportPaths {
 /// hundredth share a name.
 [[nodiscard]] QString PictureName(std::int64_t startTicks);
 
+/// The picture's place in the folder, joined with the platform's separator.
+[[nodiscard]] QString PicturePath(const QString& folder, const QString& name);
+
 /// One line of the list, ended by CR LF. `endTicks` is nullopt when the unit has no delay. Characters of the
 /// path that mean something in an attribute are written as entities.
 [[nodiscard]] QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks,

@@ -1,0 +1,101 @@
+#include "render/Composition.h"
+
+#include <cstring>
+#include <utility>
+
+#include "imaging/cGraphics.h"
+#include "render/FieldDecoder.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int CheckerSquare = 16;
+constexpr std::uint32_t CheckerDark = 0xFF3C3C3C;
+constexpr std::uint32_t CheckerLight = 0xFF787878;
+constexpr std::uint32_t OpaqueBlack = 0xFF000000;
+
+QImage MakeChecker() {
+  QImage checker = MakeFrame();
+  cGraphics graphics(checker);
+  for (int column = 0; column * CheckerSquare < FrameWidth; ++column) {
+    for (int row = 0; row * CheckerSquare < FrameHeight576; ++row) {
+      graphics.FillRectangle(QRect(column * CheckerSquare, row * CheckerSquare, CheckerSquare, CheckerSquare),
+                             (column & 1) == (row & 1) ? CheckerDark : CheckerLight);
+    }
+  }
+  return checker;
+}
+
+/// Every redraw starts from the same squares, so they are painted once and copied afterwards.
+void CopyChecker(QImage& frame, const QRect& area) {
+  static const QImage checker = MakeChecker();
+  const auto start = static_cast<std::size_t>(area.x()) * sizeof(QRgb);
+  const auto length = static_cast<std::size_t>(area.width()) * sizeof(QRgb);
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    std::memcpy(frame.scanLine(y) + start, checker.constScanLine(y) + start, length);
+  }
+}
+
+bool DrawPictureFile(QImage& frame, int frameHeight, const QString& file, const cGDIP* instance) {
+  cBitmap picture(instance);
+  picture.LoadFromFile(file);
+  if (picture.LastStatus() != 0) {
+    return false;
+  }
+  cGraphics graphics(frame, instance);
+  const QRect whole(0, 0, FrameWidth, frameHeight);
+  graphics.FillRectangle(whole, OpaqueBlack);
+  graphics.DrawImageRectRect(picture, whole, QRect(0, 0, picture.Width(), picture.Height()));
+  return true;
+}
+
+}  // namespace
+
+QImage MakeFrame() {
+  QImage frame(FrameWidth, FrameHeight576, QImage::Format_RGB32);
+  frame.fill(OpaqueBlack);
+  return frame;
+}
+
+void DrawBackground(QImage& frame, int frameHeight, const Background& background, const cGDIP* instance) {
+  if (background.Source == Background::Kind::PictureFile) {
+    DrawPictureFile(frame, frameHeight, background.File, instance);
+  } else {
+    CopyChecker(frame, frame.rect());
+  }
+}
+
+FramePicture::FramePicture() : image_(MakeFrame()), notChecker_(image_.rect()) {}
+
+void FramePicture::DrawBackground(int frameHeight, const Background& background, const cGDIP* instance) {
+  if (background.Source == Background::Kind::Checker) {
+    CopyChecker(image_, notChecker_);
+    changed_ |= notChecker_;
+    notChecker_ = QRect();
+  } else if (DrawPictureFile(image_, frameHeight, background.File, instance)) {
+    changed_ = notChecker_ = image_.rect();
+  }
+}
+
+void FramePicture::Draw(const cBitmap& picture, int x, int y, const cGDIP* instance) {
+  const QRect area = QRect(x, y, picture.Width(), picture.Height()) & image_.rect();
+  cGraphics(image_, instance).DrawImage(picture, x, y);
+  notChecker_ |= area;
+  changed_ |= area;
+}
+
+QRect FramePicture::TakeChanged() {
+  return std::exchange(changed_, QRect());
+}
+
+void DecodePicture(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeColours& colours,
+                   cBitmap& bitmap) {
+  if (control.Width() < 1 || control.Height() < 1) {
+    return;
+  }
+  bitmap.Create(control.Width(), control.Height());
+  DecodeFields<std::uint32_t>(unit, bitmap.LockPixels(), bitmap.Width(), bitmap.Height(),
+                              control.TopFieldOffset, control.BottomFieldOffset, colours);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include <QImage>
+#include <QRect>
+#include <QString>
+
+#include "imaging/cBitmap.h"
+#include "imaging/cGDIP.h"
+#include "palette/Colour.h"
+#include "sup/SpuControl.h"
+
+namespace quillmark {
+
+/// The frame that a player shows subtitles in, in pixels.
+inline constexpr int FrameWidth = 720;
+inline constexpr int FrameHeight480 = 480;
+inline constexpr int FrameHeight576 = 576;
+
+/// What the subtitle is laid over.
+struct Background {
+  enum class Kind { Checker, PictureFile };
+  Kind Source = Kind::Checker;
+  QString File;  ///< for PictureFile; read anew each time it is drawn
+};
+
+/// A frame to draw on: always 720x576 opaque pixels, of which a 480 line display shows the upper part, so
+/// that changing the frame size alone loses nothing of what was drawn.
+[[nodiscard]] QImage MakeFrame();
+
+/// Draws the background. The checker covers all 576 lines whatever `frameHeight` is; a picture file is
+/// stretched to 720 x frameHeight. A file that cannot be read is reported to `instance` and leaves the frame
+/// as it was.
+void DrawBackground(QImage& frame, int frameHeight, const Background& background, const cGDIP* instance);
+
+/// The display's frame, drawn on again and again. It keeps track of what changed, so that a step from one
+/// subtitle to the next costs as much as the two pictures cover, not as the frame does.
+class FramePicture {
+ public:
+  FramePicture();
+
+  [[nodiscard]] const QImage& Image() const { return image_; }
+
+  /// As the function of that name.
+  void DrawBackground(int frameHeight, const Background& background, const cGDIP* instance);
+  /// Lays the picture over what is there, its top left pixel at (x, y); what falls outside is cut off.
+  void Draw(const cBitmap& picture, int x, int y, const cGDIP* instance);
+  /// The part drawn on since the last call.
+  [[nodiscard]] QRect TakeChanged();
+
+ private:
+  QImage image_;
+  QRect notChecker_;  ///< outside it the frame is known to be the plain checker
+  QRect changed_;
+};
+
+/// Decodes the picture of a unit into `bitmap`: Width() x Height() pixels of the control data's area, codes
+/// drawn as `colours` say, pixels that no run reached transparent black. `unit` holds the unit from its byte
+/// 4 on. A reversed area leaves the bitmap without an image.
+void DecodePicture(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeColours& colours,
+                   cBitmap& bitmap);
+
+}  // namespace quillmark

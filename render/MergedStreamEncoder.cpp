@@ -1,0 +1,56 @@
+#include "render/MergedStreamEncoder.h"
+
+#include "sup/ChooseSecondary.h"
+
+namespace quillmark {
+
+MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::int64_t index) {
+  packet_ = {};
+  const std::int64_t over = ChooseSecondary(primary_, index, secondary_);
+  if (over < 0) {
+    return Outcome::Skipped;
+  }
+  const SubtitleUnit primary = UnitOf(primary_, index, primaryUnit_);
+  const auto description = DescribeSubtitle(primary);
+  if (!description) {
+    return Outcome::InvalidPrimary;
+  }
+  const SubtitleUnit secondary = UnitOf(secondary_, over, secondaryUnit_);
+  const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
+  if (!secondaryControl.IsValid()) {
+    return Outcome::InvalidSecondary;
+  }
+  description_ = *description;
+  picture_.Compose({.PrimaryUnit = primary.Bytes,
+                    .Primary = description_.Control,
+                    .SecondaryUnit = secondary.Bytes,
+                    .Secondary = secondaryControl,
+                    .YOffset = settings_.YOffset,
+                    .Colours = MakeCodeColours(settings_.Palette, description_.Control),
+                    .FrameHeight = settings_.FrameHeight});
+  const auto packet =
+      encoder_.Encode(picture_.Cells(), MakeMergedControl(description_.Control, primary_, index),
+                      StoredTime(primary_, index));
+  if (!packet) {
+    return Outcome::TooLarge;
+  }
+  packet_ = *packet;
+  return Outcome::Encoded;
+}
+
+const char* ReasonOf(MergedStreamEncoder::Outcome outcome) {
+  switch (outcome) {
+    case MergedStreamEncoder::Outcome::InvalidPrimary:
+      return "its control data is not complete";
+    case MergedStreamEncoder::Outcome::InvalidSecondary:
+      return "the control data of the second stream's subtitle is not complete";
+    case MergedStreamEncoder::Outcome::TooLarge:
+      return "the merged picture does not fit a unit of 65535 bytes";
+    case MergedStreamEncoder::Outcome::Encoded:
+    case MergedStreamEncoder::Outcome::Skipped:
+      break;
+  }
+  return "";
+}
+
+}  // namespace quillmark
