@@ -1,0 +1,136 @@
+#include "app/Dialogs.h"
+
+#include <algorithm>
+
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+
+#include "app/PathText.h"
+#include "app/QtColour.h"
+
+namespace quillmark {
+namespace {
+
+/// The longest path that a file dialog takes; a longer one counts as a cancelled dialog.
+constexpr int LongestPath = 256;
+constexpr int ShortestResult = 3;
+constexpr Rgb DarkestChoice = 2;
+constexpr int CustomColourCount = 16;
+
+/// The one filter that a dialog offers. Its patterns match names in either case, also where file systems tell
+/// them apart; the details are hidden, because the description names them already.
+QString NameFilter(const QString& description, const QString& pattern) {
+  QStringList patterns = pattern.split(u';', Qt::SkipEmptyParts);
+  for (qsizetype i = patterns.size(); i-- > 0;) {
+    patterns.insert(i + 1, patterns[i].toLower());
+  }
+  return description + QStringLiteral(" (") + patterns.join(u' ') + QStringLiteral(")");
+}
+
+QString RunFileDialog(QFileDialog& dialog, const QString& initialFolder, const QString& initialName,
+                      const QString& filter) {
+  if (initialName.size() > LongestPath) {
+    return {};
+  }
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setNameFilter(filter);
+  if (!initialFolder.isEmpty()) {
+    dialog.setDirectory(initialFolder);
+  }
+  dialog.selectFile(QFileInfo(initialName).fileName());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    return {};
+  }
+  const QString chosen = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+  return chosen.size() > LongestPath ? QString() : chosen;
+}
+
+QString UpToNul(const QString& text) {
+  return text.left(text.indexOf(QChar::Null));
+}
+
+/// The custom colours are Qt's own table, which starts white (or as another program left it) and is shared by
+/// all of its colour dialogs; once, at the first use, it is made black.
+void PrepareCustomColours() {
+  static const bool prepared = [] {
+    for (int i = 0; i < CustomColourCount; ++i) {
+      QColorDialog::setCustomColor(i, Qt::black);
+    }
+    return true;
+  }();
+  Q_UNUSED(prepared)
+}
+
+}  // namespace
+
+QString OpenResult(const QString& chosen, const QString& initialName) {
+  const QString name = UpToNul(chosen.trimmed());
+  return name.size() >= ShortestResult ? name : initialName;
+}
+
+QString SaveResult(const QString& chosen) {
+  const QString name = UpToNul(chosen.trimmed());
+  return name.size() >= ShortestResult ? name : QString();
+}
+
+QString OpenFileName(QWidget* owner, const QString& initialName, const QString& description,
+                     const QString& pattern) {
+  QFileDialog dialog(owner, owner->windowTitle());
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  const QString chosen =
+      RunFileDialog(dialog, FolderOf(initialName), initialName, NameFilter(description, pattern));
+  return chosen.isEmpty() ? QString() : OpenResult(chosen, initialName);
+}
+
+QString SaveFileName(QWidget* owner, const QString& initialFolder, const QString& initialName,
+                     const QString& description, const QString& pattern) {
+  QFileDialog dialog(owner, owner->windowTitle());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  const QString chosen = RunFileDialog(dialog, initialFolder, initialName, NameFilter(description, pattern));
+  return SaveResult(chosen);
+}
+
+Rgb ChooseColour(QWidget* owner, Rgb initial) {
+  PrepareCustomColours();
+  QColorDialog dialog(ToQColor(initial), owner);
+  dialog.setWindowTitle(owner->windowTitle());
+  // Some desktops' own dialogs show no custom colours, or forget them.
+  dialog.setOption(QColorDialog::DontUseNativeDialog);
+  if (dialog.exec() != QDialog::Accepted) {
+    return initial;
+  }
+  return std::max(FromQColor(dialog.selectedColor()), DarkestChoice);
+}
+
+bool FileExists(const QString& path) {
+  return QFileInfo(path).isFile();
+}
+
+void ShowMessage(QWidget* owner, const QString& text) {
+  QMessageBox box(QMessageBox::NoIcon, owner->windowTitle(), text, QMessageBox::Ok, owner);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+bool ConfirmWarning(QWidget* owner, const QString& text) {
+  QMessageBox box(QMessageBox::Warning, owner->windowTitle(), text, QMessageBox::Ok | QMessageBox::Cancel,
+                  owner);
+  box.setTextFormat(Qt::PlainText);
+  return box.exec() == QMessageBox::Ok;
+}
+
+QString AskText(QWidget* owner, const QString& title, const QString& prompt, const QString& defaultText) {
+  QInputDialog dialog(owner);
+  dialog.setWindowTitle(title);
+  dialog.setLabelText(prompt);
+  dialog.setTextValue(defaultText);
+  return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+}
+
+}  // namespace quillmark

@@ -1,0 +1,374 @@
+#include "app/frmTestControls.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/DisplayFrame.h"
+#include "app/ImageList.h"
+#include "app/PaletteSwatch.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int SwatchPitch = 24;
+constexpr int NarrowFieldWidth = 64;
+constexpr int WideFieldWidth = 104;
+
+QPushButton* MakeButton(QWidget* parent, const QString& caption, const QString& toolTip) {
+  auto* button = new QPushButton(caption, parent);
+  button->setToolTip(toolTip);
+  return button;
+}
+
+/// A field that the program fills: readable and copyable, not editable.
+QLineEdit* MakeShownField(QWidget* parent, const QString& accessibleName, const QString& toolTip, int width) {
+  auto* field = new QLineEdit(parent);
+  field->setReadOnly(true);
+  field->setAccessibleName(accessibleName);
+  field->setToolTip(toolTip);
+  if (width > 0) {
+    field->setFixedWidth(width);
+  }
+  return field;
+}
+
+QRadioButton* MakeOption(QWidget* parent, const QString& caption, const QString& toolTip) {
+  auto* option = new QRadioButton(caption, parent);
+  option->setToolTip(toolTip);
+  return option;
+}
+
+QGroupBox* MakeGroup(QWidget* parent, const QString& title) {
+  return new QGroupBox(title, parent);
+}
+
+/// The label of a field, which also carries the keyboard focus to it for assistive tools.
+QLabel* MakeLabel(QWidget* parent, const QString& text, QWidget* buddy) {
+  auto* label = new QLabel(text, parent);
+  label->setBuddy(buddy);
+  return label;
+}
+
+QHBoxLayout* Pair(QWidget* first, QWidget* second) {
+  auto* row = new QHBoxLayout;
+  row->addWidget(first);
+  row->addWidget(second);
+  row->addStretch();
+  return row;
+}
+
+QString CodeName(std::size_t code) {
+  static const std::array<QString, 4> names = {QStringLiteral("background"), QStringLiteral("pattern"),
+                                               QStringLiteral("emphasis 1"), QStringLiteral("emphasis 2")};
+  return names[code];
+}
+
+}  // namespace
+
+void frmTestControls::Build(QMainWindow* window) {
+  auto* central = new QWidget(window);
+  window->setCentralWidget(central);
+  Picture1 = new DisplayFrame(central);
+  Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));
+
+  auto* frameColumn = new QVBoxLayout;
+  frameColumn->addWidget(Picture1);
+  frameColumn->addStretch();
+
+  auto* lastRow = new QHBoxLayout;
+  QWidget* fileGroup = BuildFileGroup(central);
+  QWidget* subtitleGroup = BuildSubtitleGroup(central);
+  QWidget* paletteGroup = BuildPaletteGroup(central);
+  QWidget* backgroundFrame = BuildBackgroundFrame(central);
+  lastRow->addWidget(BuildSizeFrame(central));
+  lastRow->addWidget(BuildSecondFrame(central), 1);
+
+  auto* commandColumn = new QVBoxLayout;
+  commandColumn->addWidget(fileGroup);
+  commandColumn->addWidget(subtitleGroup);
+  commandColumn->addWidget(paletteGroup);
+  commandColumn->addWidget(backgroundFrame);
+  commandColumn->addLayout(lastRow);
+  commandColumn->addStretch();
+
+  auto* columns = new QHBoxLayout(central);
+  columns->addLayout(frameColumn);
+  columns->addLayout(commandColumn, 1);
+
+  NameControls();
+  SetTabOrder();
+}
+
+QWidget* frmTestControls::BuildFileGroup(QWidget* parent) {
+  QGroupBox* group = MakeGroup(parent, QStringLiteral("File"));
+  Text1 = MakeShownField(group, QStringLiteral("SUP file"),
+                         QStringLiteral("Path of the loaded subtitle stream"), 0);
+  Command_LoadSup = MakeButton(group, QStringLiteral("Load SUP"),
+                               QStringLiteral("Load a subtitle stream, or drop one on the window (Ctrl+O)"));
+  Command_SaveSup = MakeButton(group, QStringLiteral("Save SUP"),
+                               QStringLiteral("Save the stream with the colours and opacities set (Ctrl+S)"));
+  Command_LoadPalette = MakeButton(group, QStringLiteral("Load Palette"),
+                                   QStringLiteral("Read the palette from an IFO, PAL or RGB file"));
+  Command_SavePalette = MakeButton(group, QStringLiteral("Save Palette"),
+                                   QStringLiteral("Write the palette as a PAL or RGB file"));
+  auto* grid = new QGridLayout(group);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Sup File:"), Text1), 0, 0);
+  auto* buttons = new QHBoxLayout;
+  for (QPushButton* button : {Command_LoadSup, Command_SaveSup, Command_LoadPalette, Command_SavePalette}) {
+    buttons->addWidget(button, 1);
+  }
+  grid->addWidget(Text1, 0, 1);
+  grid->addLayout(buttons, 1, 0, 1, 2);
+  return group;
+}
+
+QWidget* frmTestControls::BuildSubtitleGroup(QWidget* parent) {
+  QGroupBox* group = MakeGroup(parent, QStringLiteral("Subtitle"));
+  Text_SubNum = MakeShownField(group, QStringLiteral("Subtitle number"),
+                               QStringLiteral("Number of the subtitle shown; 0: none, ?: it cannot be shown"),
+                               NarrowFieldWidth);
+  Command_Prev =
+      MakeButton(group, QStringLiteral("Prev"), QStringLiteral("Previous subtitle (PageUp, Alt+Left)"));
+  Command_Next =
+      MakeButton(group, QStringLiteral("Next"), QStringLiteral("Next subtitle (PageDown, Alt+Right)"));
+  Command_GoTo =
+      MakeButton(group, QStringLiteral("GoTo"), QStringLiteral("Jump to a subtitle by its number (Ctrl+G)"));
+  Command_Reload = MakeButton(group, QStringLiteral("Reset"),
+                              QStringLiteral("Show the subtitle as the stream has it again (F5)"));
+  Check_SavePics = new QCheckBox(QStringLiteral("SavePics"), group);
+  Check_SavePics->setToolTip(
+      QStringLiteral("Write every subtitle shown as a PNG picture, with a line in the list for authoring"));
+  Text_StartTime =
+      MakeShownField(group, QStringLiteral("Start time"),
+                     QStringLiteral("Start as hours:minutes:seconds.hundredths"), WideFieldWidth);
+  Text_Dur =
+      MakeShownField(group, QStringLiteral("Duration in seconds"),
+                     QStringLiteral("Duration in seconds; ??? when the subtitle has no end"), WideFieldWidth);
+  Text_XPos = MakeShownField(group, QStringLiteral("X position"), QStringLiteral("Left edge in pixels"),
+                             NarrowFieldWidth);
+  Text_YPos = MakeShownField(group, QStringLiteral("Y position"), QStringLiteral("Top edge in pixels"),
+                             NarrowFieldWidth);
+  Text_Width =
+      MakeShownField(group, QStringLiteral("Width"), QStringLiteral("Width in pixels"), NarrowFieldWidth);
+  Text_Height =
+      MakeShownField(group, QStringLiteral("Height"), QStringLiteral("Height in pixels"), NarrowFieldWidth);
+
+  auto* grid = new QGridLayout(group);
+  auto* steps = new QHBoxLayout;
+  steps->addWidget(Text_SubNum);
+  for (QPushButton* button : {Command_Prev, Command_Next, Command_GoTo, Command_Reload}) {
+    steps->addWidget(button, 1);
+  }
+  grid->addWidget(MakeLabel(group, QStringLiteral("SubTitle #"), Text_SubNum), 0, 0);
+  grid->addLayout(steps, 0, 1, 1, 4);
+  grid->addWidget(MakeLabel(group, QStringLiteral("StartTime"), Text_StartTime), 1, 0);
+  grid->addWidget(Text_StartTime, 1, 1);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Duration (sec)"), Text_Dur), 2, 0);
+  grid->addWidget(Text_Dur, 2, 1);
+  grid->setColumnMinimumWidth(2, 12);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Position (X,Y)"), Text_XPos), 1, 3);
+  grid->addLayout(Pair(Text_XPos, Text_YPos), 1, 4);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Size (W,H)"), Text_Width), 2, 3);
+  QHBoxLayout* size = Pair(Text_Width, Text_Height);
+  size->addWidget(Check_SavePics);
+  grid->addLayout(size, 2, 4);
+  grid->setColumnStretch(4, 1);
+  return group;
+}
+
+void frmTestControls::BuildColourLists(QWidget* parent) {
+  ImageList1 = new ImageList(parent);
+  const std::array<QComboBox**, 4> colourLists = {&ImageCombo1, &ImageCombo2, &ImageCombo3, &ImageCombo4};
+  for (std::size_t code = 0; code < 4; ++code) {
+    auto* colours = new QComboBox(parent);
+    colours->setModel(ImageList1);
+    colours->setIconSize(QSize(16, 16));
+    colours->setAccessibleName(QStringLiteral("Colour of the %1").arg(CodeName(code)));
+    colours->setToolTip(
+        QStringLiteral("Palette entry of the %1 (pixel code %2)").arg(CodeName(code)).arg(code));
+    *colourLists[code] = colours;
+    auto* opacities = new QComboBox(parent);
+    for (int contrast = 0; contrast < 16; ++contrast) {
+      opacities->addItem(QString::number(contrast, 16).toUpper());
+    }
+    opacities->setAccessibleName(QStringLiteral("Opacity of the %1").arg(CodeName(code)));
+    opacities->setToolTip(QStringLiteral("Opacity of the %1 (pixel code %2): 0 invisible, F opaque")
+                              .arg(CodeName(code))
+                              .arg(code));
+    Combo1[code] = opacities;
+  }
+}
+
+QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
+  QGroupBox* group = MakeGroup(parent, QStringLiteral("Palette"));
+  auto* swatches = new QHBoxLayout;
+  swatches->setSpacing(SwatchPitch - 17);
+  for (int entry = 0; entry < 16; ++entry) {
+    const auto i = static_cast<std::size_t>(entry);
+    Label1[i] = new PaletteSwatch(entry, StartUpPalette[i], group);
+    Label1[i]->setToolTip(QStringLiteral("Click color to edit"));
+    swatches->addWidget(Label1[i]);
+    Picture2[i] = new QLabel(group);
+    Picture2[i]->hide();
+  }
+  swatches->addStretch();
+  BuildColourLists(group);
+  Command_SetActual = MakeButton(group, QStringLiteral("Set for actual"),
+                                 QStringLiteral("Write the chosen colours and opacities into this subtitle"));
+  Command_SetAll = MakeButton(group, QStringLiteral("Set for all"),
+                              QStringLiteral("Write the chosen colours and opacities into every subtitle"));
+
+  auto* grid = new QGridLayout(group);
+  grid->addLayout(swatches, 0, 0, 1, 6);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Colors"), ImageCombo1), 2, 0);
+  grid->addWidget(MakeLabel(group, QStringLiteral("Opacities"), Combo1[0]), 3, 0);
+  const auto colourLists = ColourLists();
+  for (std::size_t code = 0; code < 4; ++code) {
+    const int column = static_cast<int>(code) + 1;
+    auto* heading = new QLabel(CodeName(code), group);
+    heading->setForegroundRole(QPalette::PlaceholderText);
+    grid->addWidget(heading, 1, column);
+    grid->addWidget(colourLists[code], 2, column);
+    grid->addWidget(Combo1[code], 3, column);
+    grid->setColumnStretch(column, 1);
+  }
+  grid->addWidget(Command_SetActual, 2, 5);
+  grid->addWidget(Command_SetAll, 3, 5);
+  return group;
+}
+
+QWidget* frmTestControls::BuildBackgroundFrame(QWidget* parent) {
+  Frame1 = MakeGroup(parent, QStringLiteral("Background"));
+  Option_Checker =
+      MakeOption(Frame1, QStringLiteral("Checker"), QStringLiteral("Show subtitles over grey squares"));
+  Option_File = MakeOption(Frame1, QStringLiteral("Graph. File"),
+                           QStringLiteral("Show subtitles over the picture file named here"));
+  Option_Checker->setChecked(true);
+  Text_GraphFile = new QLineEdit(Frame1);
+  Text_GraphFile->setAccessibleName(QStringLiteral("Background picture file"));
+  Text_GraphFile->setToolTip(QStringLiteral("Path of the background picture (BMP, GIF, JPEG or PNG)"));
+  Command_GetGraphics = MakeButton(Frame1, QStringLiteral("Load Background graphic form file"),
+                                   QStringLiteral("Choose the background picture file"));
+  auto* grid = new QGridLayout(Frame1);
+  grid->addWidget(Option_Checker, 0, 0);
+  grid->addWidget(Option_File, 1, 0);
+  grid->addWidget(Command_GetGraphics, 0, 1);
+  grid->addWidget(Text_GraphFile, 1, 1);
+  grid->setColumnStretch(1, 1);
+  return Frame1;
+}
+
+QWidget* frmTestControls::BuildSizeFrame(QWidget* parent) {
+  Frame2 = MakeGroup(parent, QStringLiteral("Size"));
+  Option_720x480 =
+      MakeOption(Frame2, QStringLiteral("720x480"), QStringLiteral("Frame of 525-line (NTSC) discs"));
+  Option_720x576 =
+      MakeOption(Frame2, QStringLiteral("720x576"), QStringLiteral("Frame of 625-line (PAL) discs"));
+  Option_720x576->setChecked(true);
+  auto* column = new QVBoxLayout(Frame2);
+  column->addWidget(Option_720x480);
+  column->addWidget(Option_720x576);
+  return Frame2;
+}
+
+QWidget* frmTestControls::BuildSecondFrame(QWidget* parent) {
+  Frame3 = MakeGroup(parent, QStringLiteral("2nd"));
+  Command_LoadSecond = MakeButton(Frame3, QStringLiteral("Load/Merge secondary SUP"),
+                                  QStringLiteral("Load a second stream and lay it over the first"));
+  Command_SaveSecond = MakeButton(Frame3, QStringLiteral("Save merged (prim. + sec.) SUP"),
+                                  QStringLiteral("Write both streams as one, encoded anew"));
+  auto* column = new QVBoxLayout(Frame3);
+  column->addWidget(Command_LoadSecond);
+  column->addWidget(Command_SaveSecond);
+  return Frame3;
+}
+
+#define QUILLMARK_NAME(control) control->setObjectName(QStringLiteral(#control))
+#define QUILLMARK_NAME_ARRAY(array)                                                        \
+  for (std::size_t i = 0; i < (array).size(); ++i) {                                       \
+    (array)[i]->setObjectName(QStringLiteral("%1_%2").arg(QStringLiteral(#array)).arg(i)); \
+  }
+
+void frmTestControls::NameControls() const {
+  QUILLMARK_NAME(Command_LoadSup);
+  QUILLMARK_NAME(Command_SaveSup);
+  QUILLMARK_NAME(Command_LoadPalette);
+  QUILLMARK_NAME(Command_SavePalette);
+  QUILLMARK_NAME(Command_Reload);
+  QUILLMARK_NAME(Command_Prev);
+  QUILLMARK_NAME(Command_Next);
+  QUILLMARK_NAME(Command_GoTo);
+  QUILLMARK_NAME(Command_SetActual);
+  QUILLMARK_NAME(Command_SetAll);
+  QUILLMARK_NAME(Command_LoadSecond);
+  QUILLMARK_NAME(Command_SaveSecond);
+  QUILLMARK_NAME(Command_GetGraphics);
+  QUILLMARK_NAME(Check_SavePics);
+  QUILLMARK_NAME(Text1);
+  QUILLMARK_NAME(Text_SubNum);
+  QUILLMARK_NAME(Text_StartTime);
+  QUILLMARK_NAME(Text_Dur);
+  QUILLMARK_NAME(Text_XPos);
+  QUILLMARK_NAME(Text_YPos);
+  QUILLMARK_NAME(Text_Width);
+  QUILLMARK_NAME(Text_Height);
+  QUILLMARK_NAME(Text_GraphFile);
+  QUILLMARK_NAME(ImageCombo1);
+  QUILLMARK_NAME(ImageCombo2);
+  QUILLMARK_NAME(ImageCombo3);
+  QUILLMARK_NAME(ImageCombo4);
+  QUILLMARK_NAME(ImageList1);
+  QUILLMARK_NAME(Picture1);
+  QUILLMARK_NAME(Frame1);
+  QUILLMARK_NAME(Frame2);
+  QUILLMARK_NAME(Frame3);
+  QUILLMARK_NAME(Option_File);
+  QUILLMARK_NAME(Option_Checker);
+  QUILLMARK_NAME(Option_720x480);
+  QUILLMARK_NAME(Option_720x576);
+  QUILLMARK_NAME_ARRAY(Combo1)
+  QUILLMARK_NAME_ARRAY(Label1)
+  QUILLMARK_NAME_ARRAY(Picture2)
+}
+
+#undef QUILLMARK_NAME
+#undef QUILLMARK_NAME_ARRAY
+
+void frmTestControls::SetTabOrder() const {
+  QWidget* previous = Command_LoadSup;
+  const auto next = [&previous](QWidget* widget) {
+    QWidget::setTabOrder(previous, widget);
+    previous = widget;
+  };
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           Command_SaveSup, Command_LoadPalette, Command_SavePalette, Text1, Command_Prev, Command_Next,
+           Command_GoTo, Command_Reload, Text_SubNum, Text_StartTime, Text_Dur, Text_XPos, Text_YPos,
+           Text_Width, Text_Height, Check_SavePics}) {
+    next(widget);
+  }
+  for (PaletteSwatch* swatch : Label1) {
+    next(swatch);
+  }
+  for (QComboBox* list : ColourLists()) {
+    next(list);
+  }
+  for (QComboBox* list : Combo1) {
+    next(list);
+  }
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           Command_SetActual, Command_SetAll, Option_Checker, Option_File, Command_GetGraphics,
+           Text_GraphFile, Option_720x480, Option_720x576, Command_LoadSecond, Command_SaveSecond}) {
+    next(widget);
+  }
+}
+
+}  // namespace quillmark

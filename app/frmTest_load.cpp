@@ -1,0 +1,126 @@
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QUrl>
+
+#include "app/Dialogs.h"
+#include "app/HourglassPointer.h"
+#include "app/frmTest.h"
+#include "base/FilePath.h"
+#include "palette/PaletteFile.h"
+#include "sup/StreamReport.h"
+
+namespace quillmark {
+namespace {
+
+/// The one local file that a drag carries; empty otherwise.
+QString DraggedFile(const QMimeData* data) {
+  const QList<QUrl> urls = data->urls();
+  return urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
+}
+
+bool IsPaletteFile(const QString& path) {
+  return PaletteFormatOf(path.toStdString()).has_value();
+}
+
+}  // namespace
+
+void frmTest::OpenCommandLine(const QString& commandLine) {
+  QString path = commandLine;
+  path.remove(u'"');
+  if (path.isEmpty() || !FileExists(path)) {
+    return;
+  }
+  PrepareForLoading();
+  LoadSup(path);
+}
+
+void frmTest::Command_LoadSup_Click() {
+  PrepareForLoading();
+  const QString path =
+      OpenFileName(this, Text1->text(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+  if (path.isEmpty()) {
+    EnableAfterLoading();
+  } else {
+    LoadSup(path);
+  }
+}
+
+void frmTest::PrepareForLoading() {
+  EnableEditing(true);
+  primary_.Count = 0;
+  mergeMode_ = false;
+}
+
+void frmTest::LoadSup(const QString& path) {
+  Text1->setText(path);
+  LoadPrimaryStream();
+  EnableAfterLoading();
+}
+
+void frmTest::LoadPrimaryStream() {
+  HourglassPointer hourglass;
+  const QString path = Text1->text();
+  bool firstShown = false;
+  const LoadResult result = quillmark::LoadPrimaryStream(
+      PathFromUtf8(path.toStdString()),
+      [&](const SubtitleUnit& unit) {
+        firstShown = ConvertSubtitle(unit, path);
+        if (!firstShown) {
+          hourglass.Release();
+          ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+        }
+        return firstShown;
+      },
+      primary_);
+  hourglass.Release();
+  if (result.Result == LoadResult::Outcome::Unreadable) {
+    TellUnreadable(path, result);
+    return;
+  }
+  Text_SubNum->setText(firstShown ? QStringLiteral("1") : QStringLiteral("0"));
+  if (result.Result == LoadResult::Outcome::NoSignature) {
+    ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
+    return;
+  }
+  primary_.Path = path.toStdString();
+  // The report covers part of the window; what it reports on is painted first.
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  ShowMessage(this, QString::fromStdString(PrimaryReport(primary_)));
+}
+
+void frmTest::TellUnreadable(const QString& path, const LoadResult& result) {
+  ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(result.Reason)));
+  // The stream loaded before is still whole; it stays the one that the window works on.
+  if (primary_.Holds(0)) {
+    primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
+    Text1->setText(QString::fromStdString(primary_.Path));
+  }
+}
+
+void frmTest::dragEnterEvent(QDragEnterEvent* event) {
+  const QString file = DraggedFile(event->mimeData());
+  if (!file.isEmpty() && (!IsPaletteFile(file) || Command_LoadPalette->isEnabled())) {
+    event->acceptProposedAction();
+  }
+}
+
+void frmTest::dropEvent(QDropEvent* event) {
+  const QString file = DraggedFile(event->mimeData());
+  if (file.isEmpty()) {
+    return;
+  }
+  event->acceptProposedAction();
+  if (!IsPaletteFile(file)) {
+    PrepareForLoading();
+    LoadSup(file);
+  } else if (Command_LoadPalette->isEnabled()) {
+    LoadPalette(file);
+  }
+}
+
+}  // namespace quillmark
