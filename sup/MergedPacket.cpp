@@ -24,13 +24,13 @@ constexpr int NtscHeight = 480;
 
 void EncodeField(const FrameCells& frame, int firstRow, int lastRow, FieldBuffer& field) {
   field.Clear();
-  const auto codeOf = [&](std::uint8_t cell) -> std::uint32_t { return frame.Codes[cell]; };
+  const auto codeOf = [codes = frame.Codes](std::uint8_t cell) -> std::uint32_t { return codes[cell]; };
   for (int row = firstRow; row <= lastRow && field.Position() <= FieldCut; row += 2) {
     const auto y = static_cast<std::size_t>(row);
     if (frame.RowInUse[y] != 0) {
       EncodeLine(field, frame.Cells.subspan(y * MergedWidth, MergedWidth), codeOf);
     } else {
-      EncodeEndOfLine(field, codeOf(0));
+      EncodeBlankLine(field, codeOf(0));
     }
   }
 }

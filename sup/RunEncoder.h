@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -10,8 +11,47 @@
 
 namespace quillmark {
 
-/// One field's run-length data while it is written, nibble by nibble, the high nibble of a byte first. Grows
-/// as needed; a low nibble that was not written is 0. Clear() keeps the memory for the next field.
+/// Writes nibbles, the high one of a byte first, to memory that its user has reserved. It writes up to
+/// `Overhang` bytes behind the last nibble, and the low nibble that is still free is 0.
+class NibbleWriter {
+ public:
+  static constexpr std::size_t Overhang = 4;
+
+  /// Goes on in the middle of the byte at `at` when `half` is set.
+  NibbleWriter(std::uint8_t* at, bool half)
+      : at_(at), pending_(half ? *at >> 4U : 0U), nibbles_(half ? 1 : 0) {}
+
+  /// The low `count` (1 to 4) nibbles of `value`, the highest first; `value` has no bits above them.
+  void AppendNibbles(std::uint32_t value, std::size_t count) {
+    pending_ = pending_ << (4 * count) | value;
+    nibbles_ += count;
+    // Left-aligned, whatever stood above the pending nibbles is shifted out.
+    const std::uint32_t window = pending_ << (32 - 4 * nibbles_);
+    at_[0] = static_cast<std::uint8_t>(window >> 24U);
+    at_[1] = static_cast<std::uint8_t>(window >> 16U);
+    at_[2] = static_cast<std::uint8_t>(window >> 8U);
+    at_[3] = static_cast<std::uint8_t>(window);
+    at_ += nibbles_ / 2;
+    nibbles_ %= 2;
+  }
+
+  /// Gives up the free low nibble, if there is one.
+  void AlignToByte() {
+    at_ += nibbles_;
+    nibbles_ = 0;
+  }
+
+  /// The byte that is written next.
+  [[nodiscard]] const std::uint8_t* At() const { return at_; }
+  [[nodiscard]] bool Half() const { return nibbles_ != 0; }
+
+ private:
+  std::uint8_t* at_;
+  std::uint32_t pending_;  // the nibbles of *at_ that are written, in the lowest bits
+  std::size_t nibbles_;    // how many these are: 0 or 1
+};
+
+/// One field's run-length data. Grows as needed; Clear() keeps the memory for the next field.
 class FieldBuffer {
  public:
   void Clear() { nibbles_ = 0; }
@@ -24,29 +64,19 @@ class FieldBuffer {
     return std::span(bytes_).first((nibbles_ + 1) / 2);
   }
 
-  /// Writes the low `count` (at most 4) nibbles of `value`, the highest first; `value` has no bits above
-  /// them.
-  void AppendNibbles(std::uint32_t value, std::size_t count) {
-    const std::size_t position = Position();
-    if (bytes_.size() - position < MostBytesTouched) {
-      bytes_.resize(2 * bytes_.size() + MostBytesTouched);
+  /// Has `write(NibbleWriter&)` append at most `mostNibbles`.
+  template <typename Write>
+  void Append(std::size_t mostNibbles, const Write& write) {
+    const std::size_t needed = Position() + mostNibbles / 2 + 1 + NibbleWriter::Overhang;
+    if (bytes_.size() < needed) {
+      bytes_.resize(std::max(needed, 2 * bytes_.size()));
     }
-    const std::size_t used = nibbles_ % 2;
-    const std::uint32_t window = value << (4 * (2 * MostBytesTouched - used - count));
-    std::uint8_t* const at = bytes_.data() + position;
-    at[0] = static_cast<std::uint8_t>((used != 0 ? at[0] : 0U) | window >> 16U);
-    at[1] = static_cast<std::uint8_t>(window >> 8U);
-    at[2] = static_cast<std::uint8_t>(window);
-    nibbles_ += count;
+    NibbleWriter writer(bytes_.data() + Position(), Half());
+    write(writer);
+    nibbles_ = 2 * static_cast<std::size_t>(writer.At() - bytes_.data()) + (writer.Half() ? 1 : 0);
   }
 
-  /// Gives up the free low nibble, if there is one.
-  void AlignToByte() { nibbles_ += nibbles_ % 2; }
-
  private:
-  /// A used high nibble and four more fill less than three bytes.
-  static constexpr std::size_t MostBytesTouched = 3;
-
   std::vector<std::uint8_t> bytes_;  // invariant: bytes_.size() >= (nibbles_ + 1) / 2
   std::size_t nibbles_ = 0;
 };
@@ -54,68 +84,102 @@ class FieldBuffer {
 /// Longest run that one code can hold.
 inline constexpr std::size_t LongestRun = 255;
 
-/// Appends the code of one run: `run` 0-255 cells of pixel code `code` 0-3. The value run x 4 + code is
-/// written in 1 nibble for runs below 4, in 2 below 16, in 3 below 64, else in 4; leading zero nibbles tell
-/// the decoder which.
-inline void EncodeRun(FieldBuffer& field, std::uint32_t code, std::size_t run) {
+/// Writes the code of one run: `run` 0-255 cells of pixel code `code` 0-3. The value run x 4 + code takes 1
+/// nibble for runs below 4, 2 below 16, 3 below 64, else 4; leading zero nibbles tell the decoder which.
+inline void EncodeRun(NibbleWriter& writer, std::uint32_t code, std::size_t run) {
   const auto length = static_cast<std::uint32_t>(run);
   const auto nibbles = static_cast<std::size_t>(std::bit_width(length | 1U) + 1) / 2;
-  field.AppendNibbles(length * 4 + code, nibbles);
+  writer.AppendNibbles(length * 4 + code, nibbles);
 }
 
-/// Appends "code `code` from here to the end of the line", a run of 0, and moves on to the next whole byte.
-inline void EncodeEndOfLine(FieldBuffer& field, std::uint32_t code) {
-  field.AppendNibbles(code, 4);
-  field.AlignToByte();
+/// Writes "code `code` from here to the end of the line", a run of 0, and moves on to the next whole byte.
+inline void EncodeEndOfLine(NibbleWriter& writer, std::uint32_t code) {
+  writer.AppendNibbles(code, 4);
+  writer.AlignToByte();
 }
 
-/// Index of the first cell behind `start` that differs from it; the line's size when none does.
+/// Whether all cells are equal; true for a line of one.
 template <typename Cell>
-[[nodiscard]] std::size_t RunEnd(std::span<const Cell> line, std::size_t start) {
-  static_assert(sizeof(Cell) < sizeof(std::uint64_t));
-  constexpr std::size_t CellBits = 8 * sizeof(Cell);
-  constexpr std::size_t CellsAtOnce = sizeof(std::uint64_t) / sizeof(Cell);
-  constexpr std::uint64_t OneInEachCell = ~std::uint64_t{0} / ((std::uint64_t{1} << CellBits) - 1);
-  const Cell colour = line[start];
-  const std::uint64_t pattern = OneInEachCell * colour;
-  std::size_t x = start + 1;
-  for (; x + CellsAtOnce <= line.size(); x += CellsAtOnce) {
-    std::uint64_t cells = 0;
-    std::memcpy(&cells, line.data() + x, sizeof(cells));
-    const std::uint64_t different = cells ^ pattern;
-    if (different != 0) {
-      const int bit =
-          std::endian::native == std::endian::big ? std::countl_zero(different) : std::countr_zero(different);
-      return x + static_cast<std::size_t>(bit) / CellBits;
+[[nodiscard]] bool IsOneColour(std::span<const Cell> line) {
+  return std::memcmp(line.data(), line.data() + 1, line.size_bytes() - sizeof(Cell)) == 0;
+}
+
+/// How many cells are compared at once.
+inline constexpr std::size_t BlockSize = 64;
+
+/// Bit i tells that cell i differs from the one before it. Both loops are made for the compiler's vectors:
+/// with short runs, jumping from one to the next by tests would mispredict at almost each of them.
+template <typename Cell>
+[[nodiscard]] std::uint64_t RunStartsInBlock(const Cell* cells) {
+  std::array<std::uint8_t, BlockSize> differs;
+  for (std::size_t i = 0; i < BlockSize; ++i) {
+    differs[i] = cells[i] != cells[i - 1] ? 1 : 0;
+  }
+  std::uint64_t starts = 0;
+  for (std::size_t i = 0; i < BlockSize; i += 8) {
+    std::uint64_t eight = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+      std::memcpy(&eight, &differs[i], sizeof(eight));
+      eight = eight * 0x0102040810204080U >> 56U;  // gathers the lowest bits of eight bytes
+    } else {
+      for (std::size_t bit = 0; bit < 8; ++bit) {
+        eight |= std::uint64_t{differs[i + bit]} << bit;
+      }
+    }
+    starts |= eight << i;
+  }
+  return starts;
+}
+
+/// Calls `found(index)` for every cell but the first that differs from the one before it.
+template <typename Cell, typename Found>
+void ForEachRunStart(std::span<const Cell> line, const Found& found) {
+  std::size_t x = 1;
+  for (; x + BlockSize <= line.size(); x += BlockSize) {
+    for (std::uint64_t starts = RunStartsInBlock(line.data() + x); starts != 0; starts &= starts - 1) {
+      found(x + static_cast<std::size_t>(std::countr_zero(starts)));
     }
   }
-  while (x < line.size() && line[x] == colour) {
-    ++x;
+  for (; x < line.size(); ++x) {
+    if (line[x] != line[x - 1]) {
+      found(x);
+    }
   }
-  return x;
 }
 
-/// Appends one line of cells, which always ends on a whole byte. A run is a stretch of equal cells, not of
-/// equal codes: neighbours that `codeOf` gives the same code stay two runs. The line's last run is written as
-/// an end-of-line code; a longer one than a code can hold in pieces of 255 and the rest. An empty line
+/// Appends one line of cells, which starts and ends on a whole byte. A run is a stretch of equal cells, not
+/// of equal codes: neighbours that `codeOf` gives the same code stay two runs. The line's last run is written
+/// as an end-of-line code; a longer one than a code can hold in pieces of 255 and the rest. An empty line
 /// appends nothing.
-/// Cells are unsigned numbers of at most 32 bits, ARGB values for instance; `codeOf(cell)` answers 0-3.
+/// Cells are unsigned numbers, ARGB values for instance; `codeOf(cell)` answers 0-3.
 template <typename Cell, typename CodeOf>
 void EncodeLine(FieldBuffer& field, std::span<const Cell> line, const CodeOf& codeOf) {
-  for (std::size_t start = 0; start < line.size();) {
-    const std::uint32_t code = codeOf(line[start]);
-    const std::size_t end = RunEnd(line, start);
-    if (end == line.size()) {
-      EncodeEndOfLine(field, code);
-      return;
-    }
-    std::size_t run = end - start;
-    for (; run > LongestRun; run -= LongestRun) {
-      EncodeRun(field, code, LongestRun);
-    }
-    EncodeRun(field, code, run);
-    start = end;
+  if (line.empty()) {
+    return;
   }
+  // No run takes more nibbles than it has cells; the end of the line takes 4 and one to align.
+  field.Append(line.size() + 5, [&](NibbleWriter& destination) {
+    NibbleWriter writer = destination;  // a copy that no write through its own pointer can reach
+    std::size_t start = 0;
+    if (!IsOneColour(line)) {
+      ForEachRunStart(line, [&](std::size_t end) {
+        const std::uint32_t code = codeOf(line[start]);
+        std::size_t run = end - start;
+        for (; run > LongestRun; run -= LongestRun) {
+          EncodeRun(writer, code, LongestRun);
+        }
+        EncodeRun(writer, code, run);
+        start = end;
+      });
+    }
+    EncodeEndOfLine(writer, codeOf(line[start]));
+    destination = writer;
+  });
+}
+
+/// Appends a line of which only one colour's code is known.
+inline void EncodeBlankLine(FieldBuffer& field, std::uint32_t code) {
+  field.Append(4, [&](NibbleWriter& writer) { EncodeEndOfLine(writer, code); });
 }
 
 }  // namespace quillmark

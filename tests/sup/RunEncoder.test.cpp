@@ -16,6 +16,14 @@ Bytes Written(const FieldBuffer& field) {
   return {field.Bytes().begin(), field.Bytes().end()};
 }
 
+void AppendRun(FieldBuffer& field, std::uint32_t code, std::size_t run) {
+  field.Append(4, [&](NibbleWriter& writer) { EncodeRun(writer, code, run); });
+}
+
+void AppendEndOfLine(FieldBuffer& field, std::uint32_t code) {
+  field.Append(4, [&](NibbleWriter& writer) { EncodeEndOfLine(writer, code); });
+}
+
 /// A cell's code is its value's low two bits, so that values 4 apart are two colours with one code.
 std::uint32_t LowBits(std::uint32_t cell) {
   return cell & 3U;
@@ -52,16 +60,16 @@ class EncodeRunTest : public testing::TestWithParam<RunCase> {};
 
 TEST_P(EncodeRunTest, StartsOnHighNibble) {
   FieldBuffer field;
-  EncodeRun(field, GetParam().Code, GetParam().Run);
+  AppendRun(field, GetParam().Code, GetParam().Run);
   EXPECT_EQ(Written(field), GetParam().FromHighNibble);
   EXPECT_EQ(field.Half(), GetParam().HalfAfterHigh);
 }
 
 TEST_P(EncodeRunTest, StartsOnLowNibble) {
   FieldBuffer field;
-  EncodeRun(field, 3, 3);
+  AppendRun(field, 3, 3);
   ASSERT_TRUE(field.Half());
-  EncodeRun(field, GetParam().Code, GetParam().Run);
+  AppendRun(field, GetParam().Code, GetParam().Run);
   EXPECT_EQ(Written(field), GetParam().FromLowNibble);
   EXPECT_EQ(field.Half(), GetParam().HalfAfterLow);
 }
@@ -81,17 +89,23 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(EncodeEndOfLine, OnHighNibbleIsTwoBytes) {
   FieldBuffer field;
-  EncodeEndOfLine(field, 3);
+  AppendEndOfLine(field, 3);
   EXPECT_EQ(Written(field), (Bytes{0x00, 0x03}));
   EXPECT_FALSE(field.Half());
 }
 
 TEST(EncodeEndOfLine, OnLowNibbleLeavesItZeroAndPadsTheLastByte) {
   FieldBuffer field;
-  EncodeRun(field, 1, 2);
-  EncodeEndOfLine(field, 3);
+  AppendRun(field, 1, 2);
+  AppendEndOfLine(field, 3);
   EXPECT_EQ(Written(field), (Bytes{0x90, 0x00, 0x30}));
   EXPECT_FALSE(field.Half());
+}
+
+TEST(EncodeBlankLine, IsTwoBytes) {
+  FieldBuffer field;
+  EncodeBlankLine(field, 2);
+  EXPECT_EQ(Written(field), (Bytes{0x00, 0x02}));
 }
 
 TEST(EncodeLine, OneColourIsTwoBytes) {
@@ -178,26 +192,49 @@ TEST(EncodeLine, BufferGrowsPastAnyLength) {
   EXPECT_EQ(field.Bytes()[149999], 0x00);
 }
 
-TEST(RunEnd, FindsTheFirstDifferentCellWhereverItStands) {
-  for (std::size_t length = 1; length <= 40; ++length) {
-    for (std::size_t end = 1; end <= length; ++end) {
+template <typename Cell>
+std::vector<std::size_t> RunStarts(const std::vector<Cell>& line) {
+  std::vector<std::size_t> starts;
+  ForEachRunStart(std::span<const Cell>(line), [&](std::size_t start) { starts.push_back(start); });
+  return starts;
+}
+
+TEST(ForEachRunStart, FindsARunWhereverItStartsAndEnds) {
+  for (std::size_t length = 1; length <= 140; ++length) {
+    for (std::size_t start = 1; start < length; ++start) {
       std::vector<std::uint8_t> bytes(length, 7);
       std::vector<std::uint32_t> words(length, 0x80000001U);
-      if (end < length) {
-        bytes[end] = 6;
-        words[end] = 0x00000001U;
+      bytes[start] = 6;
+      words[start] = 0x00000001U;
+      std::vector<std::size_t> expected = {start};
+      if (start + 1 < length) {
+        expected.push_back(start + 1);
       }
-      EXPECT_EQ(RunEnd(std::span<const std::uint8_t>(bytes), 0), end) << length;
-      EXPECT_EQ(RunEnd(std::span<const std::uint32_t>(words), 0), end) << length;
+      ASSERT_EQ(RunStarts(bytes), expected) << length;
+      ASSERT_EQ(RunStarts(words), expected) << length;
     }
   }
 }
 
-TEST(RunEnd, CellsThatDifferInOneBitOfAnyByteEndTheRun) {
+TEST(ForEachRunStart, OneColourHasNone) {
+  EXPECT_TRUE(RunStarts(Line<std::uint8_t>({{720, 3}})).empty());
+}
+
+TEST(ForEachRunStart, CellsThatDifferInOneBitOfAnyByteStartRuns) {
   for (std::uint32_t bit = 0; bit < 32; ++bit) {
-    std::vector<std::uint32_t> line(9, 0);
+    std::vector<std::uint32_t> line(100, 0);
     line[5] = std::uint32_t{1} << bit;
-    EXPECT_EQ(RunEnd(std::span<const std::uint32_t>(line), 0), 5U) << bit;
+    EXPECT_EQ(RunStarts(line), (std::vector<std::size_t>{5, 6})) << bit;
+  }
+}
+
+TEST(IsOneColour, TellsEachSingleDifference) {
+  EXPECT_TRUE(IsOneColour(std::span<const std::uint8_t>(Line<std::uint8_t>({{1, 9}}))));
+  EXPECT_TRUE(IsOneColour(std::span<const std::uint32_t>(Line<std::uint32_t>({{720, 9}}))));
+  for (std::size_t i = 0; i < 720; ++i) {
+    std::vector<std::uint32_t> line(720, 9);
+    line[i] = 10;
+    EXPECT_FALSE(IsOneColour(std::span<const std::uint32_t>(line))) << i;
   }
 }
 
