@@ -11,11 +11,15 @@ namespace quillmark {
 namespace {
 
 constexpr std::string_view IfoSignature = "DVDVIDEO-VTS";
-constexpr std::size_t ChainTableSectorAt = 205;  // the low three bytes of a 32-bit field
-constexpr std::size_t SectorSize = 2048;
-constexpr std::size_t FirstChainOffsetAt = 13;  // in the table; again the low three bytes
-constexpr std::size_t PaletteAt = 164;          // in the program chain
+constexpr std::uint64_t ChainTableSectorAt = 205;  // the low three bytes of a 32-bit field
+constexpr std::uint64_t SectorSize = 2048;
+constexpr std::uint64_t FirstChainOffsetAt = 13;  // in the table; again the low three bytes
+constexpr std::uint64_t PaletteAt = 164;          // in the program chain
+
 constexpr std::size_t EntryCount = 16;
+constexpr std::size_t EntryDigits = 6;
+/// 16 entries of six digits, each with its LF.
+constexpr std::size_t WholeFileLength = 112;
 /// Text palettes have a few hundred bytes; a file past this limit is none, and is not read.
 constexpr std::uintmax_t MaxTextLength = 1048576;
 
@@ -66,35 +70,84 @@ YCrCb PackInOrder(unsigned first, unsigned second, unsigned third) {
   return third << 16U | second << 8U | first;
 }
 
-YCrCb EntryAt(std::string_view line, std::size_t position, EntryReader read) {
-  return read(HexPair(line, position), HexPair(line, position + 2), HexPair(line, position + 4));
+/// The entries found so far. More than 16 are counted, not kept: they only make the file no palette.
+class EntryList {
+ public:
+  explicit EntryList(EntryReader read) : read_(read) {}
+
+  [[nodiscard]] std::size_t Count() const { return count_; }
+  /// Reading stops here: the file is no palette whatever follows.
+  [[nodiscard]] bool HasTooMany() const { return count_ > EntryCount; }
+
+  /// Takes the entry whose six digits stand at `position`.
+  void Append(std::string_view line, std::size_t position) {
+    const YCrCb entry =
+        read_(HexPair(line, position), HexPair(line, position + 2), HexPair(line, position + 4));
+    if (count_ < EntryCount) {
+      entries_[count_] = entry;
+    }
+    ++count_;
+  }
+
+  [[nodiscard]] std::optional<PackedPalette> Palette() const {
+    return count_ == EntryCount ? std::optional(entries_) : std::nullopt;
+  }
+
+ private:
+  EntryReader read_;
+  PackedPalette entries_{};
+  std::size_t count_ = 0;
+};
+
+/// A file with LF line ends arrives as one line.
+bool HoldsWholeFile(std::string_view line) {
+  return line.size() >= WholeFileLength && line.find('\n') != std::string_view::npos;
 }
 
-/// A file with LF line ends arrives as one line: 16 entries of six digits and the LF.
-bool HoldsWholeFile(std::string_view line) {
-  return line.size() >= 112 && line.find('\n') != std::string_view::npos;
+/// Takes the 16 entries of a file with LF line ends. The count, which grows with every entry, is what steps
+/// over the LF; kept oddity: entries of earlier lines therefore move all positions on by their number.
+void AppendWholeFile(std::string_view line, EntryList& entries) {
+  for (std::size_t entry = 0; entry < EntryCount; ++entry) {
+    entries.Append(line, entries.Count() + EntryDigits * entry);
+  }
+}
+
+/// A line too short for an entry is skipped, so that blank lines do no harm.
+void AppendLine(std::string_view line, EntryList& entries) {
+  if (HoldsWholeFile(line)) {
+    AppendWholeFile(line, entries);
+  } else if (line.size() >= EntryDigits) {
+    entries.Append(line, 0);
+  }
 }
 
 std::optional<PackedPalette> ReadTextPalette(std::string_view text, EntryReader read) {
-  PackedPalette palette{};
-  std::size_t count = 0;
-  const auto append = [&](YCrCb entry) {
-    if (count < EntryCount) {
-      palette[count] = entry;
-    }
-    ++count;
-  };
-  while (!text.empty() && count <= EntryCount) {
-    const std::string_view line = TakeLine(text);
-    if (HoldsWholeFile(line)) {
-      for (std::size_t entry = 0; entry < EntryCount; ++entry) {
-        append(EntryAt(line, count + 6 * entry, read));
-      }
-    } else if (line.size() > 5) {
-      append(EntryAt(line, 0, read));
-    }
+  EntryList entries(read);
+  while (!text.empty() && !entries.HasTooMany()) {
+    AppendLine(TakeLine(text), entries);
   }
-  return count == EntryCount ? std::optional(palette) : std::nullopt;
+  return entries.Palette();
+}
+
+/// Moves to a position that the file itself gave; false when that is outside.
+bool SeekTo(ByteReader& reader, std::uint64_t position) {
+  return position <= MaxIfoLength && reader.Seek(static_cast<std::size_t>(position));
+}
+
+/// The three bytes at `position`, high byte first.
+std::optional<std::uint64_t> Number24At(ByteReader& reader, std::uint64_t position) {
+  return SeekTo(reader, position) ? reader.U24be() : std::nullopt;
+}
+
+/// Where the first program chain's palette stands. The two offsets on the way add up to at most 33 GiB.
+std::optional<std::uint64_t> PalettePosition(ByteReader& reader) {
+  const auto sector = Number24At(reader, ChainTableSectorAt);
+  if (!sector) {
+    return std::nullopt;
+  }
+  const std::uint64_t table = *sector * SectorSize;
+  const auto chain = Number24At(reader, table + FirstChainOffsetAt);
+  return chain ? std::optional(table + *chain + PaletteAt) : std::nullopt;
 }
 
 /// The file's bytes; nullopt when it cannot be read or has more than `limit`.
@@ -131,21 +184,16 @@ std::optional<PaletteFormat> PaletteFormatOf(std::string_view path) {
 }
 
 std::optional<PackedPalette> ReadIfoPalette(std::span<const std::uint8_t> file) {
+  if (file.size() > MaxIfoLength) {
+    return std::nullopt;
+  }
   ByteReader reader(file);
   const auto signature = reader.Take(IfoSignature.size());
-  if (file.size() > MaxIfoLength || !signature || !std::ranges::equal(*signature, IfoSignature)) {
+  if (!signature || !std::ranges::equal(*signature, IfoSignature)) {
     return std::nullopt;
   }
-  const auto numberAt = [&](std::size_t position) {
-    return reader.Seek(position) ? reader.U24be() : std::nullopt;
-  };
-  const auto sector = numberAt(ChainTableSectorAt);
-  if (!sector) {
-    return std::nullopt;
-  }
-  const std::size_t table = std::size_t{*sector} * SectorSize;
-  const auto chain = numberAt(table + FirstChainOffsetAt);
-  if (!chain || !reader.Seek(table + *chain + PaletteAt)) {
+  const auto position = PalettePosition(reader);
+  if (!position || !SeekTo(reader, *position)) {
     return std::nullopt;
   }
   PackedPalette palette{};
