@@ -1,7 +1,10 @@
 #include "base/LeadingNumber.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <limits>
+#include <system_error>
 
 namespace quillmark {
 namespace {
@@ -14,11 +17,29 @@ bool StartsNumber(std::string_view text) {
   return !text.empty() && (IsDigit(text[0]) || (text[0] == '.' && text.size() > 1 && IsDigit(text[1])));
 }
 
-/// from_chars says "out of range" for both ends; a negative exponent tells them apart.
-bool Underflowed(std::string_view digits) {
-  const auto exponent = digits.find_first_of("eE");
-  return exponent == std::string_view::npos ? digits[0] == '0' || digits[0] == '.'
-                                            : exponent + 1 < digits.size() && digits[exponent + 1] == '-';
+/// The exponent of a number's text; the largest or smallest integer where it is beyond those, 0 where there
+/// is none.
+std::int64_t ExponentOf(std::string_view text) {
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+  }
+  std::int64_t exponent = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), exponent);
+  if (error == std::errc::result_out_of_range) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    return text.starts_with('-') ? Limits::min() : Limits::max();
+  }
+  return exponent;
+}
+
+/// from_chars says "out of range" for both ends; the place of the first digit that counts tells them apart.
+bool IsTooLarge(std::string_view number) {
+  const std::size_t e = number.find_first_of("eE");
+  const std::string_view digits = number.substr(0, e);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = digits.find_first_of("123456789");
+  const auto places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+  return e == std::string_view::npos ? places > 0 : ExponentOf(number.substr(e + 1)) > -places;
 }
 
 }  // namespace
@@ -38,8 +59,8 @@ double LeadingNumber(std::string_view text) {
   double value = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
-    const std::string_view digits(text.data(), static_cast<std::size_t>(end - text.data()));
-    value = Underflowed(digits) ? 0.0 : std::numeric_limits<double>::infinity();
+    const std::string_view number(text.data(), static_cast<std::size_t>(end - text.data()));
+    value = IsTooLarge(number) ? std::numeric_limits<double>::infinity() : 0.0;
   }
   return negative ? -value : value;
 }
