@@ -1,0 +1,2 @@
+quillmark_fuzz(palette_ifo LINK quillmark_palette)
+quillmark_fuzz(palette_text LINK quillmark_palette)
