@@ -1,0 +1,245 @@
+// Merged units, read by libavcodec's DVD subtitle decoder.
+
+#include <gtest/gtest.h>
+
+#ifdef QUILLMARK_HAS_LIBAVCODEC
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "imaging/Blend.h"
+#include "palette/Colour.h"
+#include "render/MergedPicture.h"
+#include "sup/ChooseSecondary.h"
+#include "sup/MergedPacket.h"
+#include "sup/StreamLoader.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+}
+
+namespace quillmark {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+struct CodePicture {
+  int X = 0;
+  int Y = 0;
+  int Width = 0;
+  int Height = 0;
+  Bytes Codes;
+};
+
+class Decoder {
+ public:
+  Decoder() {
+    const AVCodec* const codec = avcodec_find_decoder(AV_CODEC_ID_DVD_SUBTITLE);
+    context_.reset(avcodec_alloc_context3(codec));
+    opened_ = codec != nullptr && avcodec_open2(context_.get(), codec, nullptr) == 0;
+  }
+
+  [[nodiscard]] bool IsOpen() const { return opened_; }
+
+  /// `unit` from its size field on. All its contrasts are made opaque before: the decoder cuts off what is
+  /// transparent around a picture, which would hide the area.
+  [[nodiscard]] std::optional<CodePicture> Decode(std::span<const std::uint8_t> unit,
+                                                  std::size_t contrastAt) {
+    Bytes bytes(unit.begin(), unit.end());
+    bytes.at(contrastAt) = 0xFF;
+    bytes.at(contrastAt + 1) = 0xFF;
+    const std::size_t size = bytes.size();
+    bytes.resize(size + AV_INPUT_BUFFER_PADDING_SIZE, 0);
+    packet_->data = bytes.data();
+    packet_->size = static_cast<int>(size);
+    AVSubtitle subtitle = {};
+    int decoded = 0;
+    std::optional<CodePicture> picture;
+    if (avcodec_decode_subtitle2(context_.get(), &subtitle, &decoded, packet_.get()) >= 0 && decoded != 0 &&
+        subtitle.num_rects == 1) {
+      const AVSubtitleRect& rect = *subtitle.rects[0];
+      picture = {.X = rect.x, .Y = rect.y, .Width = rect.w, .Height = rect.h, .Codes = {}};
+      for (int y = 0; y < rect.h; ++y) {
+        const std::uint8_t* const line = rect.data[0] + y * rect.linesize[0];
+        picture->Codes.insert(picture->Codes.end(), line, line + rect.w);
+      }
+    }
+    avsubtitle_free(&subtitle);
+    return picture;
+  }
+
+ private:
+  struct Free {
+    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+  };
+  std::unique_ptr<AVCodecContext, Free> context_;
+  std::unique_ptr<AVPacket, Free> packet_{av_packet_alloc()};
+  bool opened_ = false;
+};
+
+struct StreamPair {
+  SupStream Primary;
+  SupStream Secondary;
+};
+
+StreamPair LoadPair(const std::filesystem::path& first, const std::filesystem::path& second) {
+  StreamPair pair;
+  const auto any = [](const SubtitleUnit&) { return true; };
+  EXPECT_EQ(LoadPrimaryStream(first, any, pair.Primary).Result, LoadResult::Outcome::Loaded) << first;
+  EXPECT_EQ(LoadSecondaryStream(
+                second, pair.Primary, [](bool) {}, pair.Secondary)
+                .Result,
+            LoadResult::Outcome::Loaded)
+      << second;
+  return pair;
+}
+
+std::span<const std::uint8_t> WholeUnit(const SupStream& stream, std::size_t index) {
+  return std::span(stream.RawBytes)
+      .subspan(static_cast<std::size_t>(stream.PacketOffset[index]) + 10,
+               static_cast<std::size_t>(stream.SpuSize[index]));
+}
+
+CodeColours ColoursOf(const SpuControl& control) {
+  CodeColours colours = {};
+  for (std::size_t code = 0; code < 4; ++code) {
+    colours[code] = GetARGBColor(StartUpPalette[static_cast<std::size_t>(control.Colour[code])],
+                                 static_cast<unsigned>(control.Contrast[code]));
+  }
+  return colours;
+}
+
+/// Both pictures as libavcodec reads them, laid over each other pixel by pixel.
+class ExpectedFrame {
+ public:
+  ExpectedFrame(int height, const CodeColours& colours)
+      : height_(height), colours_(colours), pixels_(static_cast<std::size_t>(720 * height), 0) {}
+
+  void LayOver(const CodePicture& picture, int yOffset) {
+    // The last line of an odd height is not shown.
+    for (int y = 0; y < picture.Height / 2 * 2; ++y) {
+      for (int x = 0; x < picture.Width; ++x) {
+        const int frameX = picture.X + x;
+        const int frameY = picture.Y + yOffset + y;
+        if (frameX < 720 && frameY >= 0 && frameY < height_) {
+          auto& pixel = pixels_[static_cast<std::size_t>(frameY * 720 + frameX)];
+          const std::uint8_t code = picture.Codes[static_cast<std::size_t>(y * picture.Width + x)];
+          pixel = BlendOver(colours_[code], pixel);
+        }
+      }
+    }
+  }
+
+  /// The codes of rows 2 to height - 2.
+  [[nodiscard]] Bytes ShownCodes() const {
+    Bytes codes;
+    std::transform(pixels_.begin() + 2 * 720, pixels_.end() - 720, std::back_inserter(codes),
+                   [&](Argb colour) { return CodeOfColour(colour, colours_); });
+    return codes;
+  }
+
+ private:
+  int height_;
+  CodeColours colours_;
+  std::vector<Argb> pixels_;
+};
+
+struct PairCase {
+  const char* Name;
+  std::filesystem::path First;
+  std::filesystem::path Second;
+  int FrameHeight;
+  int YOffset;
+};
+
+class MergedLibavcodec : public testing::TestWithParam<PairCase> {};
+
+TEST_P(MergedLibavcodec, ReadsEveryPixelAndTheArea) {
+  Decoder decoder;
+  if (!decoder.IsOpen()) {
+    GTEST_SKIP() << "libavcodec was built without its DVD subtitle decoder";
+  }
+  const StreamPair pair = LoadPair(GetParam().First, GetParam().Second);
+  ASSERT_GT(pair.Primary.Count, 0);
+  MergedPicture merged;
+  MergedPacketEncoder encoder;
+  Bytes primaryUnit;
+  Bytes secondaryUnit;
+  for (std::size_t i = 0; i < pair.Primary.StartTime.size(); ++i) {
+    const auto index = static_cast<std::int64_t>(i);
+    const std::int64_t chosen = ChooseSecondary(pair.Primary, index, pair.Secondary);
+    ASSERT_GE(chosen, 0);
+    const auto k = static_cast<std::size_t>(chosen);
+    CopyUnit(pair.Primary, index, primaryUnit);
+    CopyUnit(pair.Secondary, chosen, secondaryUnit);
+    MergedInput input;
+    input.PrimaryUnit = primaryUnit;
+    input.Primary = DecodeControl(primaryUnit, pair.Primary.ControlOffset[i]);
+    input.SecondaryUnit = secondaryUnit;
+    input.Secondary = DecodeControl(secondaryUnit, pair.Secondary.ControlOffset[k]);
+    input.YOffset = GetParam().YOffset;
+    input.Colours = ColoursOf(input.Primary);
+    input.FrameHeight = GetParam().FrameHeight;
+    merged.Compose(input);
+    const auto packet = encoder.Encode(merged.Cells(), MakeMergedControl(input.Primary, pair.Primary, index),
+                                       StoredTime(pair.Primary, index));
+    ASSERT_TRUE(packet) << i;
+
+    const auto contrastIn = [](const SpuControl& control) {
+      return static_cast<std::size_t>(control.ContrastPos) + 4;
+    };
+    const auto primary = decoder.Decode(WholeUnit(pair.Primary, i), contrastIn(input.Primary));
+    const auto secondary = decoder.Decode(WholeUnit(pair.Secondary, k), contrastIn(input.Secondary));
+    ASSERT_TRUE(primary && secondary) << i;
+    ExpectedFrame expected(GetParam().FrameHeight, input.Colours);
+    expected.LayOver(*primary, 0);
+    expected.LayOver(*secondary, GetParam().YOffset);
+
+    // The contrasts of a merged unit stand 9 bytes into its control data.
+    const std::size_t controlOffset = (*packet)[12] * std::size_t{256} + (*packet)[13];
+    const auto read = decoder.Decode(packet->subspan(10), controlOffset + 9);
+    ASSERT_TRUE(read) << i;
+    EXPECT_EQ(read->X, 0);
+    EXPECT_EQ(read->Y, 2);
+    EXPECT_EQ(read->Width, 720);
+    ASSERT_EQ(read->Height, GetParam().FrameHeight - 3);
+    ASSERT_TRUE(read->Codes == expected.ShownCodes()) << "subtitle " << i;
+  }
+}
+
+std::filesystem::path Sample(const char* name) {
+  return std::filesystem::path(QUILLMARK_SAMPLES) / name;
+}
+
+std::filesystem::path Stream(const char* name) {
+  return std::filesystem::path(QUILLMARK_TEST_DATA) / "streams" / name;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pairs, MergedLibavcodec,
+    testing::Values(
+        PairCase{"Samples", Sample("first.sup"), Sample("second.sup"), 576, -400},
+        PairCase{"SamplesOnTopOfEachOther", Sample("first.sup"), Sample("second.sup"), 576, 0},
+        PairCase{"SamplesCutByTheLowerFrame", Sample("first.sup"), Sample("second.sup"), 480, -450},
+        PairCase{"AnotherMake", Stream("merge-primary.sup"), Stream("merge-secondary.sup"), 576, -400},
+        PairCase{"AnotherMakeOverlapping", Stream("merge-primary.sup"), Stream("merge-secondary.sup"), 576,
+                 -11}),
+    [](const auto& test) { return test.param.Name; });
+
+}  // namespace
+}  // namespace quillmark
+
+#else
+
+TEST(MergedLibavcodec, ReadsEveryPixelAndTheArea) {
+  GTEST_SKIP() << "libavcodec (libavcodec-dev) was not found when the tests were configured";
+}
+
+#endif
