@@ -1,0 +1,1 @@
+quillmark_fuzz(run_encoder LINK quillmark_render)
