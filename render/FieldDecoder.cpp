@@ -62,16 +62,19 @@ void DecodeRowAnywhere(std::span<const std::uint8_t> buffer, std::span<Cell> row
   position = cursor.Position;
 }
 
-/// The codes that stand in twelve bits: as many as fit, at most three. Missing ones repeat the last one, so
-/// that painting needs no decision.
-struct ShortCodes {
-  std::uint8_t Bits = 0;    ///< that the codes take; 0 where a code starts that is none of these
+/// The codes that stand in twelve bits, at most three, as far as one block and two small ones paint them: any
+/// code of one or two nibbles, or three of code 0, and codes of one nibble behind it. Places that are left
+/// over repeat the last code, so that painting needs no decision.
+struct alignas(8) ShortCodes {
+  std::uint8_t Bits = 0;    ///< that the codes take; 0 where another code starts
   std::uint8_t Length = 0;  ///< cells of all runs
   std::array<std::uint8_t, 3> Start = {};
   std::array<std::uint8_t, 3> Code = {};
 };
 
-/// Length in bits of the code whose first nibbles are the top of these `count` bits; 0 when it is longer.
+constexpr std::ptrdiff_t longestShortCodes = 63;
+
+/// Bits of the code that starts in the highest of `count` bits; 0 when it has not ended among them.
 constexpr unsigned CodeBits(unsigned bits, unsigned count) {
   for (unsigned size = 4; size <= std::min(count, 12U); size += 4) {
     if (bits >> (count - size) >= 1U << (size / 2)) {
@@ -81,17 +84,18 @@ constexpr unsigned CodeBits(unsigned bits, unsigned count) {
   return 0;
 }
 
-/// Leaves out what is not painted by one block: long runs of another code than 0.
 constexpr ShortCodes SplitShortCodes(unsigned bits) {
   ShortCodes codes;
   unsigned left = 12;
   for (std::size_t i = 0; i < 3; ++i) {
-    const unsigned size = CodeBits(bits & ((1U << left) - 1), left);
-    const unsigned value = (bits & ((1U << left) - 1)) >> (left - size);
-    if (size == 0 || (i > 0 && size > 4) || (size == 12 && (value & 3U) != 0)) {
-      if (i == 0) {
-        return codes;
-      }
+    const unsigned rest = bits & ((1U << left) - 1U);
+    const unsigned size = CodeBits(rest, left);
+    const unsigned value = rest >> (left - size);
+    const bool isLongColoured = size == 12 && (value & 3U) != 0;
+    if (i == 0 && (size == 0 || isLongColoured)) {
+      return codes;
+    }
+    if (i > 0 && size != 4) {
       codes.Start[i] = codes.Start[i - 1];
       codes.Code[i] = codes.Code[i - 1];
       continue;
@@ -101,7 +105,7 @@ constexpr ShortCodes SplitShortCodes(unsigned bits) {
     codes.Length = static_cast<std::uint8_t>(codes.Length + (value >> 2U));
     left -= size;
   }
-  codes.Bits = static_cast<std::uint8_t>(12 - left);
+  codes.Bits = static_cast<std::uint8_t>(12U - left);
   return codes;
 }
 
@@ -112,9 +116,6 @@ constexpr std::array<ShortCodes, 4096> shortCodes = [] {
   }
   return table;
 }();
-
-/// A line's end that is left over has at most one long run of code 0 and a block less one cell.
-constexpr std::ptrdiff_t mostTailCells = 63 + 15;
 
 /// The next bits of a buffer, at the top of a register.
 class BitWindow {
@@ -177,7 +178,7 @@ class RowDecoder {
  public:
   RowDecoder(BitWindow window, std::span<Cell> row, const RunPainter<Cell>& painter)
       : window_(window), cell_(row.data()), end_(row.data() + row.size()), painter_(painter) {
-    // Behind a run of code 0 nothing needs to be painted but what the block before it spilt.
+    // Most long runs are of code 0. With the row prepared, only what earlier blocks spilt needs painting.
     painter_.PaintExactly(cell_, end_ - cell_, 0);
   }
 
@@ -219,7 +220,7 @@ class RowDecoder {
  private:
   /// Paints aside, so that no block reaches into the next line.
   bool FinishTail() {
-    std::array<Cell, mostTailCells + RunPainter<Cell>::BlockCells> tail;
+    std::array<Cell, longestShortCodes + 2 * RunPainter<Cell>::BlockCells> tail;
     const std::ptrdiff_t width = end_ - cell_;
     for (std::ptrdiff_t x = 0; x < width;) {
       if (!window_.Refill()) {
