@@ -1,0 +1,203 @@
+#include "bench/Film.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <random>
+
+namespace quillmark {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+struct Run {
+  int Length = 0;
+  unsigned Code = 0;
+};
+
+constexpr unsigned background = 0;
+constexpr unsigned letter = 1;
+constexpr unsigned outline = 2;
+
+/// The standard distributions differ between libraries; the engine does not.
+class Random {
+ public:
+  explicit Random(std::uint32_t seed) : engine_(seed) {}
+
+  /// Both ends included.
+  int Between(int low, int high) {
+    return low + static_cast<int>(engine_() % static_cast<std::uint32_t>(high - low + 1));
+  }
+
+ private:
+  std::mt19937 engine_;
+};
+
+void AppendU16be(Bytes& bytes, std::size_t value) {
+  bytes.push_back(static_cast<std::uint8_t>(value >> 8U));
+  bytes.push_back(static_cast<std::uint8_t>(value));
+}
+
+/// Writes the runs of one line, which starts and ends on a byte.
+class LineWriter {
+ public:
+  explicit LineWriter(Bytes& bytes) : bytes_(bytes) {}
+
+  void Write(Run run) {
+    for (; run.Length > 255; run.Length -= 255) {
+      WriteCode(255U << 2U | run.Code);
+    }
+    WriteCode(static_cast<unsigned>(run.Length) << 2U | run.Code);
+  }
+
+  void FillToEnd(unsigned code) {
+    WriteNibbles(code, 4);
+    if (half_) {
+      WriteNibbles(0, 1);
+    }
+  }
+
+ private:
+  void WriteCode(unsigned value) {
+    WriteNibbles(value, value < 0x10 ? 1 : value < 0x40 ? 2 : value < 0x100 ? 3 : 4);
+  }
+
+  void WriteNibbles(unsigned value, unsigned count) {
+    while (count-- > 0) {
+      const auto nibble = static_cast<std::uint8_t>(value >> (4 * count) & 0x0FU);
+      if (half_) {
+        bytes_.back() = static_cast<std::uint8_t>(bytes_.back() | nibble);
+      } else {
+        bytes_.push_back(static_cast<std::uint8_t>(nibble << 4U));
+      }
+      half_ = !half_;
+    }
+  }
+
+  Bytes& bytes_;
+  bool half_ = false;
+};
+
+struct Picture {
+  int Width = 0;
+  int Height = 0;
+  Bytes Top;
+  Bytes Bottom;
+};
+
+/// Within a letter, between letters, between words.
+int GapLength(Random& random) {
+  const int kind = random.Between(0, 99);
+  if (kind < 31) {
+    return random.Between(1, 3);
+  }
+  return kind < 75 ? random.Between(4, 15) : random.Between(16, 50);
+}
+
+/// A row through a line of text: outlined strokes and the gaps behind them.
+void WriteTextRow(Random& random, int width, int margin, LineWriter& line) {
+  int x = margin;
+  line.Write({margin, background});
+  while (true) {
+    const std::array<Run, 4> stroke = {Run{random.Between(1, 3), outline}, Run{random.Between(1, 3), letter},
+                                       Run{random.Between(1, 3), outline},
+                                       Run{GapLength(random), background}};
+    for (const Run& run : stroke) {
+      x += run.Length;
+      if (x >= width - margin) {
+        line.FillToEnd(background);
+        return;
+      }
+      line.Write(run);
+    }
+  }
+}
+
+Picture DrawPicture(Random& random) {
+  Picture picture{
+      .Width = random.Between(380, 520), .Height = 2 * random.Between(23, 27), .Top = {}, .Bottom = {}};
+  const std::array<int, 2> margins = {random.Between(4, 8), random.Between(4, 60)};
+  const int half = picture.Height / 2;
+  for (int y = 0; y < picture.Height; ++y) {
+    LineWriter line(y % 2 == 0 ? picture.Top : picture.Bottom);
+    if (y % half == half - 1) {
+      line.FillToEnd(background);
+    } else {
+      WriteTextRow(random, picture.Width, margins[static_cast<std::size_t>(y / half)], line);
+    }
+  }
+  return picture;
+}
+
+void AppendArea(Bytes& unit, int x1, int x2, int y1, int y2) {
+  for (const auto& [low, high] : {std::array{x1, x2}, std::array{y1, y2}}) {
+    unit.push_back(static_cast<std::uint8_t>(low >> 4U));
+    unit.push_back(static_cast<std::uint8_t>((low & 0x0F) << 4U | high >> 8U));
+    unit.push_back(static_cast<std::uint8_t>(high));
+  }
+}
+
+/// The unit of one picture, shown for `delay` units of 1000 ticks.
+Bytes MakeUnit(const Picture& picture, std::size_t delay) {
+  constexpr std::size_t headerSize = 4;
+  constexpr std::size_t firstSequenceSize = 24;
+  constexpr std::size_t secondSequenceSize = 6;
+  const std::size_t bottomOffset = headerSize + picture.Top.size();
+  const std::size_t control = bottomOffset + picture.Bottom.size();
+  const std::size_t stop = control + firstSequenceSize;
+  Bytes unit;
+  unit.reserve(stop + secondSequenceSize);
+  AppendU16be(unit, stop + secondSequenceSize);
+  AppendU16be(unit, control);
+  unit.insert(unit.end(), picture.Top.begin(), picture.Top.end());
+  unit.insert(unit.end(), picture.Bottom.begin(), picture.Bottom.end());
+
+  AppendU16be(unit, 0);
+  AppendU16be(unit, stop);
+  unit.push_back(0x01);  // start of display
+  unit.insert(unit.end(), {0x03, 0x32, 0x10});
+  unit.insert(unit.end(), {0x04, 0xFF, 0xF0});
+  unit.push_back(0x05);
+  const int x = (720 - picture.Width) / 2;
+  const int y = 560 - picture.Height;
+  AppendArea(unit, x, x + picture.Width - 1, y, y + picture.Height - 1);
+  unit.push_back(0x06);
+  AppendU16be(unit, headerSize);
+  AppendU16be(unit, bottomOffset);
+  unit.push_back(0xFF);
+
+  AppendU16be(unit, delay);
+  AppendU16be(unit, stop);
+  unit.insert(unit.end(), {0x02, 0xFF});  // stop of display
+  return unit;
+}
+
+void AppendPacket(Bytes& film, std::int64_t start, const Bytes& unit) {
+  film.insert(film.end(), {'S', 'P'});
+  for (unsigned shift = 0; shift < 64; shift += 8) {
+    film.push_back(static_cast<std::uint8_t>(start >> shift));
+  }
+  film.insert(film.end(), unit.begin(), unit.end());
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> MakeFilm(const FilmOptions& options) {
+  Random random(options.Seed);
+  std::vector<Bytes> units;
+  const int distinct = std::clamp(options.DistinctPictures, 1, std::max(options.Subtitles, 1));
+  for (int i = 0; i < distinct; ++i) {
+    const Picture picture = DrawPicture(random);
+    units.push_back(MakeUnit(picture, static_cast<std::size_t>(random.Between(100, 350))));
+  }
+  Bytes film;
+  film.reserve(static_cast<std::size_t>(std::max(options.Subtitles, 0)) * 3000);
+  std::int64_t start = options.FirstStart;
+  for (int i = 0; i < options.Subtitles; ++i) {
+    AppendPacket(film, start, units[static_cast<std::size_t>(i % distinct)]);
+    start += random.Between(360, 500) * 1000;
+  }
+  return film;
+}
+
+}  // namespace quillmark
