@@ -43,8 +43,7 @@ void frmTest::Command_SetActual_Click() {
     return;
   }
   const std::int64_t index = SubtitleNumber() - 1;
-  AssignColours(primary_, index, ChosenColours());
-  AssignContrasts(primary_, index, ChosenContrasts());
+  AssignCodes(primary_, index, index + 1, {.Colours = ChosenColours(), .Contrasts = ChosenContrasts()});
 }
 
 void frmTest::Command_SetAll_Click() {
@@ -56,12 +55,7 @@ void frmTest::Command_SetAll_Click() {
       !ConfirmWarning(this, LossWarning(QStringLiteral("The subtitles use different opacities.")))) {
     return;
   }
-  const CodeNibbles colours = ChosenColours();
-  const CodeNibbles contrasts = ChosenContrasts();
-  for (std::int32_t index = 0; index < primary_.Count; ++index) {
-    AssignColours(primary_, index, colours);
-    AssignContrasts(primary_, index, contrasts);
-  }
+  AssignCodes(primary_, 0, primary_.Count, {.Colours = ChosenColours(), .Contrasts = ChosenContrasts()});
 }
 
 CodeNibbles frmTest::ChosenColours() const {

@@ -5,32 +5,64 @@
 namespace quillmark {
 namespace {
 
-void WriteCodeNibbles(SupStream& stream, std::int64_t index, const std::vector<std::int32_t>& positions,
-                      const CodeNibbles& nibbles) {
-  if (!stream.Holds(index)) {
-    return;
+/// A command's two argument bytes, code 3 in the first one's high nibble.
+struct ArgumentBytes {
+  explicit ArgumentBytes(const CodeNibbles& nibbles)
+      : First(static_cast<std::uint8_t>(nibbles[3] << 4U | nibbles[2])),
+        Second(static_cast<std::uint8_t>(nibbles[1] << 4U | nibbles[0])) {}
+
+  std::uint8_t First;
+  std::uint8_t Second;
+};
+
+/// Where a subtitle's own bytes lie in the file, and with them what may be written for it.
+struct PacketBounds {
+  PacketBounds(const SupStream& stream, std::size_t index)
+      : Start(stream.PacketOffset[index]),
+        End(std::min(Start + PacketHeaderSize + UnitBufferSize(stream.SpuSize[index]),
+                     std::int64_t{stream.FileLength})) {}
+
+  [[nodiscard]] bool Contains(std::int64_t position) const { return position >= Start && position < End; }
+
+  std::int64_t Start;
+  std::int64_t End;
+};
+
+void Write(std::vector<std::uint8_t>& file, const PacketBounds& packet, std::int64_t position,
+           const ArgumentBytes& arguments) {
+  if (packet.Contains(position)) {
+    file[static_cast<std::size_t>(position)] = arguments.First;
   }
-  const auto i = static_cast<std::size_t>(index);
-  const std::int64_t packetStart = stream.PacketOffset[i];
-  const std::int64_t packetEnd = std::min<std::int64_t>(
-      packetStart + PacketHeaderSize + UnitBufferSize(stream.SpuSize[i]), stream.FileLength);
-  const auto write = [&](std::int64_t position, unsigned high, unsigned low) {
-    if (position >= packetStart && position < packetEnd) {
-      stream.RawBytes[static_cast<std::size_t>(position)] = static_cast<std::uint8_t>(high << 4U | low);
-    }
-  };
-  write(positions[i], nibbles[3], nibbles[2]);
-  write(std::int64_t{positions[i]} + 1, nibbles[1], nibbles[0]);
+  if (packet.Contains(position + 1)) {
+    file[static_cast<std::size_t>(position) + 1] = arguments.Second;
+  }
 }
 
 }  // namespace
 
+void AssignCodes(SupStream& stream, std::int64_t first, std::int64_t end, const CodeAssignment& codes) {
+  if (!stream.Holds(first) || !stream.Holds(end - 1)) {
+    return;
+  }
+  const ArgumentBytes colours(codes.Colours.value_or(CodeNibbles{}));
+  const ArgumentBytes contrasts(codes.Contrasts.value_or(CodeNibbles{}));
+  for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(end); ++i) {
+    const PacketBounds packet(stream, i);
+    if (codes.Colours) {
+      Write(stream.RawBytes, packet, stream.ColourBytesOffset[i], colours);
+    }
+    if (codes.Contrasts) {
+      Write(stream.RawBytes, packet, stream.ContrastBytesOffset[i], contrasts);
+    }
+  }
+}
+
 void AssignColours(SupStream& stream, std::int64_t index, const CodeNibbles& colours) {
-  WriteCodeNibbles(stream, index, stream.ColourBytesOffset, colours);
+  AssignCodes(stream, index, index + 1, {.Colours = colours, .Contrasts = std::nullopt});
 }
 
 void AssignContrasts(SupStream& stream, std::int64_t index, const CodeNibbles& contrasts) {
-  WriteCodeNibbles(stream, index, stream.ContrastBytesOffset, contrasts);
+  AssignCodes(stream, index, index + 1, {.Colours = std::nullopt, .Contrasts = contrasts});
 }
 
 }  // namespace quillmark
