@@ -56,7 +56,7 @@ Failure CopyTail(const QString& path, qint64 start, QFileDevice& to) {
     if (length == 0) {
       return std::nullopt;
     }
-    if (const auto failure = WriteAll(to, Bytes(reinterpret_cast<const std::uint8_t*>(chunk.constData()),
+    if (auto failure = WriteAll(to, Bytes(reinterpret_cast<const std::uint8_t*>(chunk.constData()),
                                                 static_cast<std::size_t>(length)))) {
       return failure;
     }
@@ -168,7 +168,7 @@ Failure RefusalOf(const QString& path) {
 }  // namespace
 
 std::optional<QString> ReplaceFile(const QString& path, std::span<const std::uint8_t> bytes, OldTail tail) {
-  if (const auto refusal = RefusalOf(path)) {
+  if (auto refusal = RefusalOf(path)) {
     return refusal;
   }
   const QFileInfo target(path);
