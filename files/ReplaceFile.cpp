@@ -57,7 +57,7 @@ Failure CopyTail(const QString& path, qint64 start, QFileDevice& to) {
       return std::nullopt;
     }
     if (auto failure = WriteAll(to, Bytes(reinterpret_cast<const std::uint8_t*>(chunk.constData()),
-                                                static_cast<std::size_t>(length)))) {
+                                          static_cast<std::size_t>(length)))) {
       return failure;
     }
   }
