@@ -1,0 +1,1 @@
+quillmark_fuzz(field_decoder LINK quillmark_render)
