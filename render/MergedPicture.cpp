@@ -23,15 +23,6 @@ std::size_t Index(int value) {
   return static_cast<std::size_t>(value);
 }
 
-void DrawPicture(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeColours& colours,
-                 cGraphics& display, const cGDIP* instance) {
-  cBitmap bitmap(instance);
-  DecodePicture(unit, control, colours, bitmap);
-  if (bitmap.Width() > 0) {
-    display.DrawImage(bitmap, control.X1, control.Y1);
-  }
-}
-
 }  // namespace
 
 std::uint8_t CodeOfColour(Argb colour, const CodeColours& colours) {
@@ -185,13 +176,6 @@ std::span<std::uint8_t> MergedPicture::FrameRow(const Placement& place, int fram
   rowInUse_[Index(frameRow)] = 1;
   return std::span(cells_).subspan(Index(frameRow) * MergedWidth + Index(place.Left),
                                    Index(place.EndColumn - place.Left));
-}
-
-void DrawMerged(const MergedInput& input, cGraphics& display, const cGDIP* instance) {
-  DrawPicture(input.PrimaryUnit, input.Primary, input.Colours, display, instance);
-  display.TranslateTransform(0, input.YOffset);
-  DrawPicture(input.SecondaryUnit, input.Secondary, input.Colours, display, instance);
-  display.TranslateTransform(0, -input.YOffset);
 }
 
 }  // namespace quillmark

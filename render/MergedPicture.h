@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "imaging/cBitmap.h"
-#include "imaging/cGraphics.h"
 #include "palette/Colour.h"
 #include "sup/MergedPacket.h"
 #include "sup/SpuControl.h"
@@ -93,9 +92,5 @@ class MergedPicture {
   CellTable aloneCells_{};                         // the secondary's, over the clear frame
   std::array<std::array<std::uint8_t, StateCount>, MostBelow> over_{};  // [cell below][state]
 };
-
-/// Draws both pictures onto a display, which has its background already: the primary at its place, the
-/// secondary after it, moved by the offset.
-void DrawMerged(const MergedInput& input, cGraphics& display, const cGDIP* instance = nullptr);
 
 }  // namespace quillmark
