@@ -195,7 +195,7 @@ std::vector<std::uint8_t> MakeFilm(const FilmOptions& options) {
   std::int64_t start = options.FirstStart;
   for (int i = 0; i < options.Subtitles; ++i) {
     AppendPacket(film, start, units[static_cast<std::size_t>(i % distinct)]);
-    start += random.Between(360, 500) * 1000;
+    start += std::int64_t{random.Between(360, 500)} * 1000;
   }
   return film;
 }

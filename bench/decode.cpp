@@ -133,7 +133,8 @@ void CheckAgainst(const LavcPicture& theirs, const Unit& unit, std::size_t index
       if (column < 0 || column >= unit.Control.Width() || row < 0 || row >= unit.Control.Height()) {
         Fail("libavcodec places the picture elsewhere", index);
       }
-      auto& code = ours[static_cast<std::size_t>(row * unit.Control.Width() + column)];
+      const std::int64_t cell = std::int64_t{row} * unit.Control.Width() + column;
+      auto& code = ours[static_cast<std::size_t>(cell)];
       if (theirs.Codes[seen++] != code) {
         Fail("libavcodec decodes other codes", index);
       }

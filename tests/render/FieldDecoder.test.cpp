@@ -1,6 +1,7 @@
 #include "render/FieldDecoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <gmock/gmock.h>
@@ -42,9 +43,9 @@ TEST(ReadNibble, HighNibbleComesBeforeLowOne) {
 TEST(ReadNibble, NextByteFollowsTheLowNibble) {
   const Bytes buffer = {0x12, 0x34, 0x00};
   NibbleCursor cursor{.Position = -1};
-  std::vector<int> nibbles;
-  for (int i = 0; i < 4; ++i) {
-    nibbles.push_back(ReadNibble(buffer, cursor));
+  std::array<int, 4> nibbles{};
+  for (int& nibble : nibbles) {
+    nibble = ReadNibble(buffer, cursor);
   }
   EXPECT_THAT(nibbles, ElementsAre(1, 2, 3, 4));
 }
@@ -384,7 +385,8 @@ class LiteralDecoder {
       }
       run = value / 4 == 0 ? width_ : value / 4;
       for (int i = 0; i < run && x + i < width_; ++i) {
-        Cells[static_cast<std::size_t>(line * width_ + x + i)] = static_cast<std::uint8_t>(value % 4);
+        const std::int64_t cell = std::int64_t{line} * width_ + x + i;
+        Cells[static_cast<std::size_t>(cell)] = static_cast<std::uint8_t>(value % 4);
       }
       x += run;
     } while (x < width_ && run != width_);
@@ -404,9 +406,8 @@ void ExpectSameAsLiteral(const Bytes& buffer, int width, int height, int topOffs
 
   constexpr std::size_t margin = 64;
   const std::size_t size = literal.Cells.size();
-  Bytes expected(margin, untouched);
-  expected.insert(expected.end(), literal.Cells.begin(), literal.Cells.end());
-  expected.resize(size + 2 * margin, untouched);
+  Bytes expected(size + 2 * margin, untouched);
+  std::ranges::copy(literal.Cells, expected.begin() + margin);
 
   Bytes codes(size + 2 * margin, untouched);
   DecodeFields<std::uint8_t>(buffer, std::span(codes).subspan(margin, size), width, height, topOffset,
