@@ -20,10 +20,70 @@ struct PacketHeader {
   std::int16_t ControlOffset = 0;
 };
 
-/// The header of the packet that starts at `offset`, of which at least 14 bytes are left; nullopt when no
-/// "SP" stands there.
-std::optional<PacketHeader> ReadPacketHeader(std::span<const std::uint8_t> file, std::size_t offset) {
-  ByteReader reader(file.subspan(offset));
+/// A file in memory.
+class MemorySource {
+ public:
+  explicit MemorySource(std::span<const std::uint8_t> file) : file_(file) {}
+
+  [[nodiscard]] std::int64_t Length() const { return static_cast<std::int64_t>(file_.size()); }
+  /// `count` bytes from `offset` on, or what the file has of them.
+  [[nodiscard]] std::span<const std::uint8_t> At(std::int64_t offset, std::size_t count) const {
+    const auto rest = file_.subspan(static_cast<std::size_t>(std::min(offset, Length())));
+    return rest.first(std::min(count, rest.size()));
+  }
+
+ private:
+  std::span<const std::uint8_t> file_;
+};
+
+/// A file of which no more is held than what the walk looks at. Offsets never go back, and what At() gave is
+/// valid until the next call.
+class BufferedSource {
+ public:
+  BufferedSource(std::ifstream& file, std::int64_t length) : file_(file), length_(length) {}
+
+  [[nodiscard]] std::int64_t Length() const { return length_; }
+  [[nodiscard]] std::span<const std::uint8_t> At(std::int64_t offset, std::size_t count) {
+    if (offset + static_cast<std::int64_t>(count) > start_ + static_cast<std::int64_t>(held_)) {
+      Refill(offset);
+    }
+    const auto held = std::span(std::as_const(buffer_)).first(held_);
+    const auto rest = held.subspan(std::min(static_cast<std::size_t>(offset - start_), held_));
+    return rest.first(std::min(count, rest.size()));
+  }
+
+ private:
+  /// Has room for the largest packet many times over, and stays in the processor's cache.
+  static constexpr std::size_t BufferSize = 262144;
+
+  /// Moves the buffer on to `offset`, with what it holds from there on.
+  void Refill(std::int64_t offset) {
+    const std::size_t passed = std::min(static_cast<std::size_t>(offset - start_), held_);
+    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(passed),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(held_), buffer_.begin());
+    held_ -= passed;
+    if (held_ == 0) {
+      file_.seekg(offset);
+    }
+    start_ = offset;
+    file_.read(reinterpret_cast<char*>(buffer_.data() + held_),
+               static_cast<std::streamsize>(buffer_.size() - held_));
+    held_ += static_cast<std::size_t>(file_.gcount());
+    if (file_.eof()) {
+      file_.clear();
+    }
+  }
+
+  std::ifstream& file_;
+  std::int64_t length_;
+  std::vector<std::uint8_t> buffer_ = std::vector<std::uint8_t>(BufferSize);
+  std::int64_t start_ = 0;  // file offset of the buffer's first byte
+  std::size_t held_ = 0;    // invariant: held_ <= buffer_.size()
+};
+
+/// The header at the start of `packet`; nullopt when no "SP" stands there.
+std::optional<PacketHeader> ReadPacketHeader(std::span<const std::uint8_t> packet) {
+  ByteReader reader(packet);
   const auto signature = reader.U16be();
   const auto time = reader.I64le();
   const auto size = reader.U16be();
@@ -58,33 +118,34 @@ void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& he
   stream.ContrastBytesOffset.push_back(control.ContrastPos + offset + PacketHeaderSize);
 }
 
-/// The unit from its byte 4 on. What the file has of it is not copied; only a unit that the file cuts short
-/// is, into `padded`, with zeros behind it.
-std::span<const std::uint8_t> UnitAt(std::span<const std::uint8_t> file, std::size_t offset,
-                                     std::int16_t size, std::vector<std::uint8_t>& padded) {
+/// The unit from its byte 4 on, of which the file has `held`. That is not copied; only a unit that the file
+/// cuts short is, into `padded`, with zeros behind it.
+std::span<const std::uint8_t> WholeUnit(std::span<const std::uint8_t> held, std::int16_t size,
+                                        std::vector<std::uint8_t>& padded) {
   const auto length = static_cast<std::size_t>(UnitBufferSize(size));
-  const auto rest = file.subspan(std::min(offset + PacketHeaderSize, file.size()));
-  if (length <= rest.size()) {
-    return rest.first(length);
+  if (length <= held.size()) {
+    return held.first(length);
   }
-  padded.assign(rest.begin(), rest.end());
+  padded.assign(held.begin(), held.end());
   padded.resize(length, 0);
   return padded;
 }
 
-/// Indexes `file` into a cleared stream; false when a packet lacks its signature.
-bool WalkPackets(std::span<const std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {
-  const auto length = static_cast<std::int64_t>(file.size());
+/// Indexes a file into a cleared stream; false when a packet lacks its signature.
+template <typename Source>
+bool WalkPackets(Source& file, const FirstSubtitle& first, SupStream& stream) {
+  const std::int64_t length = file.Length();
   std::vector<std::uint8_t> padded;
   std::int64_t offset = 0;
   std::int32_t index = 0;
   for (; offset <= length - PacketHeaderSize; ++index) {
-    const auto start = static_cast<std::size_t>(offset);
-    const auto header = ReadPacketHeader(file, start);
+    const auto header = ReadPacketHeader(file.At(offset, PacketHeaderSize));
     if (!header) {
       return false;
     }
-    const auto unit = UnitAt(file, start, header->Size, padded);
+    const auto held =
+        file.At(offset + PacketHeaderSize, static_cast<std::size_t>(UnitBufferSize(header->Size)));
+    const auto unit = WholeUnit(held, header->Size, padded);
     const SpuControl control = DecodeControl(unit, header->ControlOffset);
     stream.Stats.Add(control, header->Size, header->Time, index);
     if (index == 0 &&
@@ -142,36 +203,51 @@ std::span<const std::uint8_t> FilePart(const std::vector<std::uint8_t>& bytes) {
   return std::span(bytes).first(bytes.size() - 1);
 }
 
-LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
+void StartIndexing(SupStream& stream) {
   stream.Stats = SupStreamStats();
   ClearIndex(stream);
   stream.IndexMatchesBytes = false;
-  if (!WalkPackets(FilePart(bytes), first, stream)) {
+}
+
+LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
+  StartIndexing(stream);
+  MemorySource file(FilePart(bytes));
+  if (!WalkPackets(file, first, stream)) {
     return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
   }
   TakeOver(std::move(bytes), stream);
   return {};
 }
 
+/// Opens the file and finds its length; why that cannot be done, in words for the user, or nothing.
+std::string OpenStreamFile(const std::filesystem::path& path, std::ifstream& file, std::uintmax_t& length) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    return "it is a folder";
+  }
+  length = std::filesystem::file_size(path, error);
+  if (error) {
+    return error.message();
+  }
+  if (length > MaxStreamLength) {
+    return "it is too large: a stream may have 2 GiB";
+  }
+  errno = 0;
+  file.open(path, std::ios::binary);
+  if (!file) {
+    return errno != 0 ? std::generic_category().message(errno) : "it cannot be opened";
+  }
+  return "";
+}
+
 }  // namespace
 
 FileBytes ReadStreamFile(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    return {.Bytes = {}, .Reason = "it is a folder"};
-  }
-  const std::uintmax_t length = std::filesystem::file_size(path, error);
-  if (error) {
-    return {.Bytes = {}, .Reason = error.message()};
-  }
-  if (length > MaxStreamLength) {
-    return {.Bytes = {}, .Reason = "it is too large: a stream may have 2 GiB"};
-  }
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    return {.Bytes = {},
-            .Reason = errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
+  std::ifstream file;
+  std::uintmax_t length = 0;
+  std::string reason = OpenStreamFile(path, file, length);
+  if (!reason.empty()) {
+    return {.Bytes = {}, .Reason = std::move(reason)};
   }
   try {
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(length) + 1);
@@ -186,6 +262,30 @@ FileBytes ReadStreamFile(const std::filesystem::path& path) {
   } catch (const std::bad_alloc&) {
     return {.Bytes = {}, .Reason = "there is not enough memory for it"};
   }
+}
+
+LoadResult IndexStreamFile(const std::filesystem::path& path, const FirstSubtitle& first, SupStream& stream) {
+  std::ifstream opened;
+  std::uintmax_t length = 0;
+  std::string reason = OpenStreamFile(path, opened, length);
+  if (!reason.empty()) {
+    return Unreadable(std::move(reason));
+  }
+  StartIndexing(stream);
+  stream.RawBytes.clear();
+  BufferedSource file(opened, static_cast<std::int64_t>(length));
+  const bool walked = WalkPackets(file, first, stream);
+  if (opened.bad()) {
+    return Unreadable("it cannot be read");
+  }
+  if (!walked) {
+    return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
+  }
+  stream.FileLength = static_cast<std::int32_t>(length);
+  stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
+  stream.Stats.UpdateMultipleFlags();
+  RepairEndTimes(stream);
+  return {};
 }
 
 LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {

@@ -52,6 +52,11 @@ struct FileBytes {
 [[nodiscard]] LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubtitle& first,
                                            SupStream& stream);
 
+/// As LoadPrimaryStream, for what needs the index and the statistics alone: the bytes are not kept, and the
+/// stream holds no subtitle.
+[[nodiscard]] LoadResult IndexStreamFile(const std::filesystem::path& path, const FirstSubtitle& first,
+                                         SupStream& stream);
+
 /// Indexes `path` as the stream that is laid over `primary`. As LoadPrimaryStream, but every subtitle ends
 /// where the next one starts, whatever its delay, and the last one 10000 ticks behind the later of the two
 /// streams' last starts. `first` is told whether the first unit is valid. Count is -1 when it failed.
