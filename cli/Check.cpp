@@ -1,0 +1,47 @@
+#include "base/FilePath.h"
+#include "cli/Commands.h"
+#include "cli/Json.h"
+#include "sup/StreamCheck.h"
+#include "sup/StreamLoader.h"
+
+namespace quillmark {
+namespace {
+
+Json ProblemObject(const StreamProblem& problem) {
+  return {{"offset", problem.Offset},
+          {"packet", problem.Packet ? Json(*problem.Packet) : Json()},
+          {"code", ProblemName(problem.Code)},
+          {"message", problem.Message}};
+}
+
+std::string ProblemText(const StreamProblem& problem) {
+  const std::string place = problem.Packet ? "packet " + std::to_string(*problem.Packet) + ": " : "";
+  return "offset " + std::to_string(problem.Offset) + ": " + place + problem.Message + " [" +
+         std::string(ProblemName(problem.Code)) + "]\n";
+}
+
+}  // namespace
+
+CommandResult Check(const CheckOptions& options, const Console& console) {
+  const FileBytes file = ReadStreamFile(PathFromUtf8(options.File));
+  if (!file.Reason.empty()) {
+    return Failed(options.File, file.Reason);
+  }
+  CommandResult result;
+  if (options.Json) {
+    JsonArrayWriter array(console.Out);
+    CheckStream(file.Bytes, [&](const StreamProblem& problem) {
+      array.Add(ProblemObject(problem));
+      result.Code = ExitCode::Failed;
+    });
+  } else {
+    CheckStream(file.Bytes, [&](const StreamProblem& problem) {
+      console.Out << ProblemText(problem);
+      result.Code = ExitCode::Failed;
+    });
+    console.Out << (result.IsDone() ? "no problem found\n" : "");
+  }
+  return result;
+}
+
+}  // namespace quillmark

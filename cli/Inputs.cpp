@@ -1,0 +1,97 @@
+#include "cli/Inputs.h"
+
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+
+#include "base/FilePath.h"
+#include "files/ReplaceFile.h"
+#include "palette/PaletteFile.h"
+
+namespace quillmark {
+namespace {
+
+/// A palette file is either taken or not; this tells the user which of the reasons it was.
+std::string WhyNoPalette(const std::string& file) {
+  const auto format = PaletteFormatOf(file);
+  if (!format) {
+    return "not the name of a palette file: it must end in .ifo, .pal or .rgb";
+  }
+  errno = 0;
+  if (!std::ifstream(PathFromUtf8(file), std::ios::binary)) {
+    return errno != 0 ? std::generic_category().message(errno) : "it cannot be opened";
+  }
+  return *format == PaletteFormat::IfoFile ? "Illegal file: no title set's IFO file with a palette"
+                                           : "Illegal file: not exactly 16 lines with a colour";
+}
+
+}  // namespace
+
+CommandResult ResultOf(const LoadResult& loaded, const std::string& file) {
+  switch (loaded.Result) {
+    case LoadResult::Outcome::Unreadable:
+      return Failed(file, loaded.Reason);
+    case LoadResult::Outcome::NoSignature:
+      return Failed(file, "No SUP signature found; 'quillmark-cli check' tells where");
+    case LoadResult::Outcome::Loaded:
+      break;
+  }
+  return {};
+}
+
+CommandResult LoadStream(const std::string& file, SupStream& stream) {
+  return ResultOf(LoadPrimaryStream(
+                      PathFromUtf8(file), [](const SubtitleUnit&) { return true; }, stream),
+                  file);
+}
+
+std::optional<SubtitleDescription> SubtitleReader::Read(std::int64_t index) {
+  CopyUnit(stream_, index, unit_);
+  if (!stream_.Holds(index)) {
+    return std::nullopt;
+  }
+  const auto i = static_cast<std::size_t>(index);
+  return DescribeSubtitle(
+      {.Bytes = unit_, .ControlOffset = stream_.ControlOffset[i], .StartTime = stream_.StartTime[i]});
+}
+
+CommandResult CheckRange(const SubtitleRange& range, const std::string& file, const SupStream& stream) {
+  if (IsWithin(range, stream.Count)) {
+    return {};
+  }
+  const std::int64_t wanted = range.Last.value_or(range.First);
+  return WrongUsage(file, "there is no " + SubtitleText(wanted) + ": it has " + std::to_string(stream.Count));
+}
+
+std::string SubtitleText(std::int64_t number) {
+  return "subtitle " + std::to_string(number);
+}
+
+CommandResult LoadPalette(const std::string& file, DvdPalette& palette) {
+  palette = StartUpPalette;
+  if (file.empty()) {
+    return {};
+  }
+  const auto packed = LoadPaletteFile(file);
+  if (!packed) {
+    return Failed(file, WhyNoPalette(file));
+  }
+  palette = ToRgb(*packed);
+  return {};
+}
+
+CommandResult ToText(const std::string& file, QString& text) {
+  text = QString::fromStdString(file);
+  return text.toStdString() == file ? CommandResult() : Failed(file, "the name is not in UTF-8");
+}
+
+CommandResult WriteFile(const std::string& file, std::span<const std::uint8_t> bytes) {
+  QString path;
+  if (CommandResult named = ToText(file, path); !named.IsDone()) {
+    return named;
+  }
+  const auto reason = ReplaceFile(path, bytes, OldTail::Dropped);
+  return reason ? Failed(file, reason->toStdString()) : CommandResult();
+}
+
+}  // namespace quillmark

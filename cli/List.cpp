@@ -1,0 +1,120 @@
+#include <array>
+#include <optional>
+#include <string>
+
+#include "cli/Commands.h"
+#include "cli/Inputs.h"
+#include "cli/Json.h"
+#include "render/SubtitleDescription.h"
+#include "sup/Timecode.h"
+
+namespace quillmark {
+namespace {
+
+/// One subtitle as the index and its control sequences have it.
+struct Row {
+  std::int64_t Number = 0;
+  std::int64_t Offset = 0;
+  int Size = 0;
+  int ControlOffset = 0;
+  std::int64_t Start = 0;
+  std::int64_t End = 0;  ///< 0 = no end known
+  std::optional<SubtitleDescription> Description;
+};
+
+Row ReadRow(const SupStream& stream, std::int64_t index, SubtitleReader& reader) {
+  const auto i = static_cast<std::size_t>(index);
+  return {.Number = index + 1,
+          .Offset = stream.PacketOffset[i],
+          .Size = static_cast<std::uint16_t>(stream.SpuSize[i]),
+          .ControlOffset = static_cast<std::uint16_t>(stream.ControlOffset[i]),
+          .Start = stream.StartTime[i],
+          .End = stream.EndTime[i],
+          .Description = reader.Read(index)};
+}
+
+/// The duration that the window shows; none for its "???".
+std::optional<std::string> Duration(const Row& row) {
+  return row.Description && row.Description->EndTicks ? std::optional(row.Description->Duration)
+                                                      : std::nullopt;
+}
+
+std::optional<std::string> EndText(const Row& row) {
+  return row.End != 0 ? std::optional(FormatTimecode(row.End)) : std::nullopt;
+}
+
+Json OrNull(const std::optional<std::string>& text) {
+  return text ? Json(*text) : Json();
+}
+
+Json RowObject(const Row& row) {
+  Json object = {{"number", row.Number},
+                 {"valid", row.Description.has_value()},
+                 {"offset", row.Offset},
+                 {"size", row.Size},
+                 {"control_offset", row.ControlOffset},
+                 {"start_ticks", row.Start},
+                 {"end_ticks", row.End != 0 ? Json(row.End) : Json()},
+                 {"start", FormatTimecode(row.Start)},
+                 {"end", OrNull(EndText(row))},
+                 {"duration", OrNull(Duration(row))},
+                 {"x", nullptr},
+                 {"y", nullptr},
+                 {"width", nullptr},
+                 {"height", nullptr},
+                 {"colours", nullptr},
+                 {"opacities", nullptr}};
+  if (row.Description) {
+    const SpuControl& control = row.Description->Control;
+    object["x"] = control.X1;
+    object["y"] = control.Y1;
+    object["width"] = control.Width();
+    object["height"] = control.Height();
+    object["colours"] = control.Colour;
+    object["opacities"] = control.Contrast;
+  }
+  return object;
+}
+
+std::string Digits(const std::array<int, 4>& nibbles) {
+  std::string digits;
+  for (const int nibble : nibbles) {
+    digits += "0123456789ABCDEF"[nibble & 0x0F];
+  }
+  return digits;
+}
+
+std::string RowText(const Row& row) {
+  std::string text = std::to_string(row.Number) + "  " + FormatTimecode(row.Start) + " - " +
+                     EndText(row).value_or("?") + "  ";
+  if (!row.Description) {
+    return text + "cannot be shown, packet at " + std::to_string(row.Offset);
+  }
+  const SubtitleDescription& shown = *row.Description;
+  return text + Duration(row).value_or("?") + " s  " + shown.Width + "x" + shown.Height + " at (" +
+         shown.XPos + "," + shown.YPos + ")  colours " + Digits(shown.Control.Colour) + "  opacities " +
+         Digits(shown.Control.Contrast);
+}
+
+}  // namespace
+
+CommandResult List(const ListOptions& options, const Console& console) {
+  SupStream stream;
+  if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
+    return loaded;
+  }
+  SubtitleReader reader(stream);
+  if (options.Json) {
+    JsonArrayWriter array(console.Out);
+    for (std::int64_t index = 0; index < stream.Count; ++index) {
+      array.Add(RowObject(ReadRow(stream, index, reader)));
+    }
+  } else {
+    for (std::int64_t index = 0; index < stream.Count; ++index) {
+      console.Out << RowText(ReadRow(stream, index, reader)) << '\n';
+    }
+  }
+  return {};
+}
+
+}  // namespace quillmark

@@ -1,0 +1,22 @@
+#include <cstdint>
+#include <span>
+
+#include "cli/Commands.h"
+#include "cli/Inputs.h"
+#include "palette/PaletteFile.h"
+
+namespace quillmark {
+
+CommandResult ConvertPalette(const PaletteOptions& options, const Console& console) {
+  DvdPalette palette;
+  if (CommandResult loaded = LoadPalette(options.In, palette); !loaded.IsDone()) {
+    return loaded;
+  }
+  if (console.Interrupted()) {
+    return Interrupted();
+  }
+  const std::string text = PaletteTextFor(options.Out, palette);
+  return WriteFile(options.Out, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+}
+
+}  // namespace quillmark

@@ -1,0 +1,56 @@
+#include "sup/Salvage.h"
+
+#include <vector>
+
+#include "base/FilePath.h"
+#include "cli/Commands.h"
+#include "cli/Inputs.h"
+#include "sup/StreamLoader.h"
+
+namespace quillmark {
+namespace {
+
+void TellWhatWasKept(const SalvagedStream& salvaged, const Console& console) {
+  std::size_t kept = 0;
+  for (const auto span : salvaged.Kept) {
+    kept += span.size();
+  }
+  console.Out << "kept " << salvaged.Packets << " packets, " << kept << " bytes\n";
+  for (const LeftOutRange& range : salvaged.LeftOut) {
+    console.Out << "left out " << range.Length << " bytes at offset " << range.Offset << ": "
+                << FaultText(range.Fault) << '\n';
+  }
+}
+
+std::vector<std::uint8_t> Joined(const SalvagedStream& salvaged) {
+  std::vector<std::uint8_t> joined;
+  for (const auto span : salvaged.Kept) {
+    joined.insert(joined.end(), span.begin(), span.end());
+  }
+  return joined;
+}
+
+}  // namespace
+
+CommandResult Salvage(const SalvageOptions& options, const Console& console) {
+  const FileBytes file = ReadStreamFile(PathFromUtf8(options.File));
+  if (!file.Reason.empty()) {
+    return Failed(options.File, file.Reason);
+  }
+  const SalvagedStream salvaged = SalvageStream(file.Bytes);
+  if (salvaged.Packets == 0) {
+    return Failed(options.File, "no good packet was found; nothing is written");
+  }
+  if (console.Interrupted()) {
+    return Interrupted();
+  }
+  // A stream without damage is one span already.
+  const CommandResult written = salvaged.Kept.size() == 1 ? WriteFile(options.Out, salvaged.Kept.front())
+                                                          : WriteFile(options.Out, Joined(salvaged));
+  if (written.IsDone()) {
+    TellWhatWasKept(salvaged, console);
+  }
+  return written;
+}
+
+}  // namespace quillmark
