@@ -17,8 +17,9 @@
 namespace quillmark {
 namespace {
 
-/// On the image writer's scale of 0 to 100; this is zlib's level 5. Subtitle pictures are flat: below it
-/// files grow faster than time is saved, above it time doubles for the last few percent (docs/benchmarks.md).
+/// On the image writer's scale of 0 to 100; this is zlib's level 5. Subtitle pictures are flat: one level
+/// less saves little time for files a sixth larger than the default's, and from two levels more on the time
+/// grows without the files shrinking to speak of (docs/benchmarks.md).
 constexpr int PngCompression = 51;
 
 /// Index i is the format of encoder i.
