@@ -30,9 +30,9 @@ void UseEverySubtitle(SupStream& stream) {
     CopyUnit(stream, i, unit);
     const std::int16_t size = stream.SpuSize[static_cast<std::size_t>(i)];
     Require(unit.size() == static_cast<std::size_t>(UnitBufferSize(size)));
-    AssignColours(stream, i, {0, 1, 2, 3});
-    AssignContrasts(stream, i, {0, 15, 15, 15});
   }
+  AssignCodes(stream, 0, stream.Count,
+              {.Colours = CodeNibbles{0, 1, 2, 3}, .Contrasts = CodeNibbles{0, 15, 15, 15}});
 }
 
 void Index(const std::vector<std::uint8_t>& file, bool firstIsShown) {

@@ -54,15 +54,12 @@ TEST(AssignContrasts, WritesTheTwoArgumentBytesAndNoOther) {
   EXPECT_EQ(stream.RawBytes, Changed(file, {{27, 0xFF}, {28, 0x80}}));
 }
 
-TEST(AssignColours, ReachesEverySubtitle) {
+TEST(AssignCodes, ReachesEverySubtitleOfTheRange) {
   const Bytes packet = PacketBuilder().Build();
   const Bytes file = Join({packet, packet, packet});
   SupStream stream = Index(file);
 
-  for (std::int64_t index = 0; index < 3; ++index) {
-    AssignColours(stream, index, Colours);
-    AssignContrasts(stream, index, Contrasts);
-  }
+  AssignCodes(stream, 0, 3, {.Colours = Colours, .Contrasts = Contrasts});
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2},
                                             {25, 0x10},
@@ -76,6 +73,47 @@ TEST(AssignColours, ReachesEverySubtitle) {
                                             {121, 0x10},
                                             {123, 0xFF},
                                             {124, 0x80}}));
+}
+
+TEST(AssignCodes, SubtitlesOutsideTheRangeAreLeftAlone) {
+  const Bytes packet = PacketBuilder().Build();
+  const Bytes file = Join({packet, packet, packet});
+  SupStream stream = Index(file);
+
+  AssignCodes(stream, 1, 2, {.Colours = Colours, .Contrasts = Contrasts});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{72, 0xA2}, {73, 0x10}, {75, 0xFF}, {76, 0x80}}));
+}
+
+TEST(AssignCodes, NothingToAssignChangesNothing) {
+  const Bytes file = PacketBuilder().Build();
+  SupStream stream = Index(file);
+
+  AssignCodes(stream, 0, 1, {});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {}));
+}
+
+TEST(AssignCodes, RangeThatTheStreamDoesNotHoldWhollyChangesNothing) {
+  const Bytes packet = PacketBuilder().Build();
+  const Bytes file = Join({packet, packet});
+  SupStream stream = Index(file);
+
+  AssignCodes(stream, 0, 3, {.Colours = Colours, .Contrasts = Contrasts});
+  AssignCodes(stream, -1, 2, {.Colours = Colours, .Contrasts = Contrasts});
+  AssignCodes(stream, 1, 1, {.Colours = Colours, .Contrasts = Contrasts});
+  AssignCodes(stream, 0, 0, {.Colours = Colours, .Contrasts = Contrasts});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {}));
+}
+
+TEST(AssignCodes, UnitWithoutBothCommandsKeepsTheContrastsWhichAreWrittenLast) {
+  const Bytes file = PacketBuilder().WithoutColour().WithoutContrast().Build();
+  SupStream stream = Index(file);
+
+  AssignCodes(stream, 0, 1, {.Colours = Colours, .Contrasts = Contrasts});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{13, 0xFF}, {14, 0x80}}));
 }
 
 TEST(AssignColours, LastCommandOfTheUnitIsTheOneWritten) {
