@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -399,25 +400,34 @@ class LiteralDecoder {
   int pending_ = -1;
 };
 
-/// Compares every cell, and the cells on both sides of the picture.
-void ExpectSameAsLiteral(const Bytes& buffer, int width, int height, int topOffset, int bottomOffset) {
-  LiteralDecoder literal(buffer, width, height);
-  literal.Decode(topOffset, bottomOffset);
+struct Fields {
+  int Width;
+  int Height;
+  int TopOffset;
+  int BottomOffset;
+};
 
+/// Whether a picture of these cells is as expected, and the cells on both sides of it are left alone.
+template <typename Cell>
+bool DecodesTo(const Bytes& expected, const Bytes& buffer, const Fields& fields) {
   constexpr std::size_t margin = 64;
-  const std::size_t size = literal.Cells.size();
-  Bytes expected(size + 2 * margin, untouched);
-  std::ranges::copy(literal.Cells, expected.begin() + margin);
+  std::vector<Cell> memory(expected.size() + 2 * margin, untouched);
+  const std::span<Cell> cells = std::span(memory).subspan(margin, expected.size());
+  DecodeFields<Cell>(buffer, cells, fields.Width, fields.Height, fields.TopOffset, fields.BottomOffset,
+                     {0, 1, 2, 3});
+  const auto isUntouched = [](Cell cell) { return cell == untouched; };
+  return std::ranges::equal(cells, expected) &&
+         std::ranges::all_of(std::span(memory).first(margin), isUntouched) &&
+         std::ranges::all_of(std::span(memory).last(margin), isUntouched);
+}
 
-  Bytes codes(size + 2 * margin, untouched);
-  DecodeFields<std::uint8_t>(buffer, std::span(codes).subspan(margin, size), width, height, topOffset,
-                             bottomOffset, bareCodes);
-  std::vector<std::uint32_t> cells(size + 2 * margin, untouched);
-  DecodeFields<std::uint32_t>(buffer, std::span(cells).subspan(margin, size), width, height, topOffset,
-                              bottomOffset, {0, 1, 2, 3});
-  ASSERT_TRUE(codes == expected && std::ranges::equal(cells, expected))
-      << buffer.size() << " bytes, " << width << " x " << height << ", fields at " << topOffset << " and "
-      << bottomOffset;
+void ExpectSameAsLiteral(const Bytes& buffer, const Fields& fields) {
+  LiteralDecoder literal(buffer, fields.Width, fields.Height);
+  literal.Decode(fields.TopOffset, fields.BottomOffset);
+  ASSERT_TRUE(DecodesTo<std::uint8_t>(literal.Cells, buffer, fields) &&
+              DecodesTo<std::uint32_t>(literal.Cells, buffer, fields))
+      << buffer.size() << " bytes, " << fields.Width << " x " << fields.Height << ", fields at "
+      << fields.TopOffset << " and " << fields.BottomOffset;
 }
 
 /// Bytes as text has them (mostly codes of one nibble), as damage has them, and mostly long codes.
@@ -443,7 +453,7 @@ TEST(DecodeFields, EverySmallBufferDecodesAsTheRulesSay) {
       const Bytes buffer = RandomBytes(random, size);
       for (const int width : {1, 2, 15, 16, 17, 33, 80}) {
         for (int offset = 0; offset <= static_cast<int>(size) + 6; ++offset) {
-          ExpectSameAsLiteral(buffer, width, 6, offset / 2, offset);
+          ExpectSameAsLiteral(buffer, {width, 6, offset / 2, offset});
         }
       }
     }
@@ -458,7 +468,8 @@ TEST(DecodeFields, RandomBuffersDecodeAsTheRulesSay) {
     const int bottom = below(buffer.size() + 10);
     const int top =
         round % 4 == 0 ? below(buffer.size() + 10) : below(static_cast<std::size_t>(bottom) / 8 + 1);
-    ExpectSameAsLiteral(buffer, 1 + below(round % 3 == 0 ? 720 : 120), 1 + below(40), top, bottom);
+    const int width = 1 + below(round % 3 == 0 ? 720 : 120);
+    ExpectSameAsLiteral(buffer, {width, 1 + below(40), top, bottom});
   }
 }
 
@@ -467,7 +478,7 @@ TEST(DecodeFields, FieldsAnywhereDecodeAsTheRulesSay) {
   const Bytes buffer = RandomBytes(random, 300);
   for (const int top : {0, 1, 2, 3, 4, 5, 150, 290, 302, 303, 304, 305, 306, 32768, 65535}) {
     for (const int bottom : {0, 1, 2, 3, 4, 5, 160, 295, 302, 303, 304, 305, 306, 32768, 65535}) {
-      ExpectSameAsLiteral(buffer, 50, 20, top, bottom);
+      ExpectSameAsLiteral(buffer, {50, 20, top, bottom});
     }
   }
 }
@@ -475,7 +486,7 @@ TEST(DecodeFields, FieldsAnywhereDecodeAsTheRulesSay) {
 TEST(DecodeFields, LargestPictureDecodesAsTheRulesSay) {
   std::mt19937 random(23);
   const Bytes buffer = RandomBytes(random, 32763);
-  ExpectSameAsLiteral(buffer, 4096, 4096, 4, 16000);
+  ExpectSameAsLiteral(buffer, {4096, 4096, 4, 16000});
 }
 
 }  // namespace
