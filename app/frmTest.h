@@ -69,11 +69,13 @@ class frmTest : public QMainWindow, private frmTestControls {
   [[nodiscard]] bool ConvertSubtitle(const SubtitleUnit& unit, const QString& supPath);
   [[nodiscard]] bool ConvertMergedSubtitle(const SubtitleUnit& primary, const SubtitleUnit& secondary);
   void ShowDetails(const SubtitleDescription& description);
-  void ExportSubtitle(const SubtitleDescription& description, const QString& supPath);
+  /// These two do nothing unless pictures are to be saved; false when something could not be written, of
+  /// which the user was told.
+  bool ExportSubtitle(const SubtitleDescription& description, const QString& supPath);
+  bool SavePicture(cBitmap& picture);
   void RenderSubtitle(std::span<const std::uint8_t> unit);
   void RenderMergedSubtitle(const MergedInput& input);
   void DrawFrameBackground();
-  void SavePicture(cBitmap& picture);
   void SetFrameLines(int lines);
   void Option_File_Click();
   void Command_GetGraphics_Click();
@@ -107,6 +109,7 @@ class frmTest : public QMainWindow, private frmTestControls {
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
   [[nodiscard]] QString SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t index, QFile& file);
+  [[nodiscard]] bool ExportMerged(const MergedStreamEncoder& encoder);
 
   cGDIP gdip_;
   SupStream primary_;

@@ -1,6 +1,5 @@
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QRadioButton>
 
@@ -8,7 +7,7 @@
 #include "app/DisplayFrame.h"
 #include "app/PathText.h"
 #include "app/frmTest.h"
-#include "render/PictureExport.h"
+#include "render/SubtitleExport.h"
 
 namespace quillmark {
 namespace {
@@ -52,20 +51,20 @@ void frmTest::ShowDetails(const SubtitleDescription& description) {
   SetIfChanged(Text_Dur, description.Duration);
 }
 
-void frmTest::ExportSubtitle(const SubtitleDescription& description, const QString& supPath) {
+bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QString& supPath) {
   picturePath_.clear();
   if (!Check_SavePics->isChecked()) {
-    return;
+    return true;
   }
   const ExportPaths paths = ExportPathsFor(supPath);
-  const QString picture = paths.Folder + QDir::separator() + PictureName(description.StartTicks);
-  const QString line = SpuLine(description.StartTicks, description.EndTicks, picture, description.Control.X1,
-                               description.Control.Y1);
-  if (!AppendSpuLine(paths.List, line)) {
+  const SubtitleExport exported = DescribeExport(description, paths);
+  const bool listed = AppendSpuLine(paths.List, exported.ListLine);
+  if (!listed) {
     ShowMessage(this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(paths.List));
   }
   EnsurePictureFolder(paths.Folder);
-  picturePath_ = picture;
+  picturePath_ = exported.PicturePath;
+  return listed;
 }
 
 void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit) {
@@ -87,10 +86,12 @@ void frmTest::DrawFrameBackground() {
   Picture1->Picture().DrawBackground(Picture1->Lines(), background, &gdip_);
 }
 
-void frmTest::SavePicture(cBitmap& picture) {
-  if (Check_SavePics->isChecked() && !picturePath_.isEmpty()) {
-    picture.SaveToFile(picturePath_, cBitmap::EncoderIndex(QStringLiteral("*.png")));
+bool frmTest::SavePicture(cBitmap& picture) {
+  if (!Check_SavePics->isChecked() || picturePath_.isEmpty()) {
+    return true;
   }
+  picture.SaveToFile(picturePath_, cBitmap::EncoderIndex(QStringLiteral("*.png")));
+  return picture.LastStatus() == 0;
 }
 
 void frmTest::SetFrameLines(int lines) {

@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -36,7 +37,7 @@ void frmTest::OpenCommandLine(const QString& commandLine) {
     return;
   }
   PrepareForLoading();
-  LoadSup(path);
+  LoadSup(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
 }
 
 void frmTest::Command_LoadSup_Click() {

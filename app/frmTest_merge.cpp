@@ -194,10 +194,15 @@ void frmTest::SaveMerged(const QString& path) {
   MergedStreamEncoder encoder(primary_, secondary_,
                               {.Palette = Palette(), .YOffset = yOffset_, .FrameHeight = Picture1->Lines()});
   QString failure;
+  bool exporting = true;
   for (std::int32_t index = 0; index < primary_.Count && failure.isEmpty(); ++index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     failure = SaveMergedSubtitle(encoder, index, file);
+    // A folder that takes no picture would take none of the others: one message is enough.
+    if (exporting && !encoder.Packet().empty()) {
+      exporting = ExportMerged(encoder);
+    }
   }
   if (failure.isEmpty() && !file.flush()) {
     failure = file.errorString();
@@ -220,16 +225,20 @@ QString frmTest::SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t i
         .arg(index + 1)
         .arg(QLatin1String(ReasonOf(outcome)));
   }
-  ExportSubtitle(encoder.Description(), Text1->text());
-  if (!picturePath_.isEmpty()) {
-    cBitmap picture(&gdip_);
-    encoder.CopyPictureTo(picture);
-    SavePicture(picture);
-  }
   const auto packet = encoder.Packet();
   const auto length = static_cast<qint64>(packet.size());
   return file.write(reinterpret_cast<const char*>(packet.data()), length) == length ? QString()
                                                                                     : file.errorString();
+}
+
+bool frmTest::ExportMerged(const MergedStreamEncoder& encoder) {
+  const bool listed = ExportSubtitle(encoder.Description(), Text1->text());
+  if (picturePath_.isEmpty()) {
+    return listed;
+  }
+  cBitmap picture(&gdip_);
+  encoder.CopyPictureTo(picture);
+  return SavePicture(picture) && listed;
 }
 
 }  // namespace quillmark

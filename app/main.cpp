@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include <QApplication>
 
@@ -21,9 +22,27 @@ void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const 
   Q_UNUSED(text)
 }
 
+/// Answers --version and --help, which need no display; false for anything else.
+bool AnswerAboutProgram(int argc, char** argv) {
+  const std::string_view argument = argc == 2 ? argv[1] : "";
+  if (argument == "--version") {
+    std::puts("quillmark " QUILLMARK_VERSION);
+  } else if (argument == "--help") {
+    std::puts(
+        "Usage: quillmark [FILE.sup]\n"
+        "Opens a window to view and edit the DVD subtitles of FILE.sup. See also quillmark-cli --help.");
+  } else {
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (AnswerAboutProgram(argc, argv)) {
+    return EXIT_SUCCESS;
+  }
   const QtMessageHandler usual = qInstallMessageHandler(EndWithoutDisplay);
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
