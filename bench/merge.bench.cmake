@@ -1,0 +1,1 @@
+quillmark_bench(merge SOURCES merge.cpp Film.cpp LINK quillmark_render)

@@ -1,0 +1,92 @@
+// Merging whole streams of growing length: choosing the secondary subtitle, composing and encoding, for
+// every primary subtitle. Items are subtitles; their rate stays the same when the work grows linearly.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/Film.h"
+#include "palette/Colour.h"
+#include "render/MergedStreamEncoder.h"
+#include "sup/ChooseSecondary.h"
+#include "sup/StreamLoader.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int DistinctPictures = 200;
+
+[[noreturn]] void Fail(const char* what) {
+  std::fprintf(stderr, "%s\n", what);
+  std::exit(1);
+}
+
+std::vector<std::uint8_t> Film(int subtitles, std::uint32_t seed, std::int64_t firstStart) {
+  return MakeFilm(
+      {.Subtitles = subtitles, .Seed = seed, .DistinctPictures = DistinctPictures, .FirstStart = firstStart});
+}
+
+struct Streams {
+  SupStream Primary;
+  SupStream Secondary;
+};
+
+Streams MakeStreams(int subtitles) {
+  Streams streams;
+  const auto any = [](const SubtitleUnit&) { return true; };
+  if (IndexPrimaryStream(Film(subtitles, 1, 90000), any, streams.Primary).Result !=
+      LoadResult::Outcome::Loaded) {
+    Fail("the first film is not a stream");
+  }
+  const auto path = std::filesystem::temp_directory_path() / "quillmark-bench-merge.sup";
+  {
+    const auto film = Film(subtitles, 2, 150000);
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(film.data()), static_cast<std::streamsize>(film.size()));
+  }
+  const LoadResult loaded = LoadSecondaryStream(
+      path, streams.Primary, [](bool) {}, streams.Secondary);
+  std::filesystem::remove(path);
+  if (loaded.Result != LoadResult::Outcome::Loaded) {
+    Fail("the second film is not a stream");
+  }
+  return streams;
+}
+
+void MergeStreams(benchmark::State& state) {
+  const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
+  MergedStreamEncoder encoder(streams.Primary, streams.Secondary,
+                              {.Palette = StartUpPalette, .YOffset = -400, .FrameHeight = 576});
+  for ([[maybe_unused]] auto _ : state) {
+    for (std::int64_t i = 0; i < streams.Primary.Count; ++i) {
+      if (encoder.Encode(i) != MergedStreamEncoder::Outcome::Encoded) {
+        Fail("a subtitle is not encoded");
+      }
+      benchmark::DoNotOptimize(encoder.Packet().data());
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(MergeStreams)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// The search alone.
+void ChooseForAll(benchmark::State& state) {
+  const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
+  for ([[maybe_unused]] auto _ : state) {
+    for (std::int64_t i = 0; i < streams.Primary.Count; ++i) {
+      benchmark::DoNotOptimize(ChooseSecondary(streams.Primary, i, streams.Secondary));
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ChooseForAll)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quillmark
+
+BENCHMARK_MAIN();
