@@ -66,7 +66,7 @@ class Decoder {
       const AVSubtitleRect& rect = *subtitle.rects[0];
       picture = {.X = rect.x, .Y = rect.y, .Width = rect.w, .Height = rect.h, .Codes = {}};
       for (int y = 0; y < rect.h; ++y) {
-        const std::uint8_t* const line = rect.data[0] + y * rect.linesize[0];
+        const std::uint8_t* const line = rect.data[0] + std::ptrdiff_t{y} * rect.linesize[0];
         picture->Codes.insert(picture->Codes.end(), line, line + rect.w);
       }
     }
@@ -120,7 +120,7 @@ CodeColours ColoursOf(const SpuControl& control) {
 class ExpectedFrame {
  public:
   ExpectedFrame(int height, const CodeColours& colours)
-      : height_(height), colours_(colours), pixels_(static_cast<std::size_t>(720 * height), 0) {}
+      : height_(height), colours_(colours), pixels_(720 * static_cast<std::size_t>(height), 0) {}
 
   void LayOver(const CodePicture& picture, int yOffset) {
     // The last line of an odd height is not shown.
@@ -129,8 +129,10 @@ class ExpectedFrame {
         const int frameX = picture.X + x;
         const int frameY = picture.Y + yOffset + y;
         if (frameX < 720 && frameY >= 0 && frameY < height_) {
-          auto& pixel = pixels_[static_cast<std::size_t>(frameY * 720 + frameX)];
-          const std::uint8_t code = picture.Codes[static_cast<std::size_t>(y * picture.Width + x)];
+          auto& pixel = pixels_[static_cast<std::size_t>(frameY) * 720 + static_cast<std::size_t>(frameX)];
+          const std::uint8_t code =
+              picture.Codes[static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.Width) +
+                            static_cast<std::size_t>(x)];
           pixel = BlendOver(colours_[code], pixel);
         }
       }
@@ -140,7 +142,7 @@ class ExpectedFrame {
   /// The codes of rows 2 to height - 2.
   [[nodiscard]] Bytes ShownCodes() const {
     Bytes codes;
-    std::transform(pixels_.begin() + 2 * 720, pixels_.end() - 720, std::back_inserter(codes),
+    std::transform(pixels_.begin() + 1440, pixels_.end() - 720, std::back_inserter(codes),
                    [&](Argb colour) { return CodeOfColour(colour, colours_); });
     return codes;
   }

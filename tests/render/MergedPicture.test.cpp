@@ -157,7 +157,7 @@ TEST(MergedPicture, EqualColoursOfDifferentOriginAreOneCell) {
   const Picture secondary = Flat(14, 20, 8, 4, 3);
   MergedPicture picture;
   picture.Compose(Input(primary, secondary));
-  const auto row = picture.Cells().Cells.subspan(20 * 720, 720);
+  const auto row = picture.Cells().Cells.subspan(std::size_t{20} * 720, 720);
   EXPECT_EQ(row[14], row[21]);
   EXPECT_NE(row[13], row[14]);
 }
@@ -180,7 +180,7 @@ TEST(MergedPicture, CellsHaveTheCodesOfTheirColours) {
   MergedPicture picture;
   picture.Compose(Input(primary, secondary));
   const FrameCells cells = picture.Cells();
-  const auto codeAt = [&](std::size_t x) { return cells.Codes[cells.Cells[20 * 720 + x]]; };
+  const auto codeAt = [&](std::size_t x) { return cells.Codes[cells.Cells[std::size_t{20} * 720 + x]]; };
   EXPECT_EQ(codeAt(9), 0);
   EXPECT_EQ(codeAt(11), 1);
   EXPECT_EQ(codeAt(12), 0);  // red over blue, which no code is near
@@ -309,11 +309,11 @@ TEST(MergedPicture, EncodedFramesLoadAndDecodeToTheirCodes) {
       ASSERT_EQ(read.Width(), 720);
       ASSERT_EQ(read.Y1, 2);
       ASSERT_EQ(read.Height(), frameHeight - 3);
-      Bytes codes(static_cast<std::size_t>(720 * read.Height()), 9);
+      Bytes codes(720 * static_cast<std::size_t>(read.Height()), 9);
       DecodeFields<std::uint8_t>(unit, codes, 720, read.Height(), read.TopFieldOffset, read.BottomFieldOffset,
                                  {0, 1, 2, 3});
       // The height is odd, so the decoder leaves the last line alone.
-      for (std::size_t i = 0; i < static_cast<std::size_t>(720 * (read.Height() - 1)); ++i) {
+      for (std::size_t i = 0; i < codes.size() - 720; ++i) {
         ASSERT_EQ(codes[i], frame.Codes[frame.Cells[i + 1440]]) << i;
       }
     }

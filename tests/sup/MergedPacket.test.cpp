@@ -34,7 +34,7 @@ struct Frame {
   /// Row y becomes all `code`.
   void Fill(int y, std::uint8_t code) {
     InUse[static_cast<std::size_t>(y)] = 1;
-    std::fill_n(Cells.begin() + y * 720, 720, code);
+    std::fill_n(Cells.begin() + std::ptrdiff_t{y} * 720, 720, code);
   }
 
   [[nodiscard]] FrameCells View() const {
