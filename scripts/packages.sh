@@ -25,4 +25,5 @@ testPackages=(
   libgmock-dev
   libgtest-dev
   pkg-config
+  zlib1g-dev
 )
