@@ -43,10 +43,11 @@ Picture Flat(int x, int y, int width, int height, std::uint8_t code) {
   Picture picture;
   picture.Control = ControlFor(x, y, width, height);
   for (int line = 0; line < height; ++line) {
-    picture.Unit.insert(picture.Unit.end(), {0x00, code});
+    picture.Unit.push_back(0);
+    picture.Unit.push_back(code);
   }
   picture.Control.BottomFieldOffset = 4 + (height + 1) / 2 * 2;
-  picture.Unit.insert(picture.Unit.end(), {0, 0});  // the decoder leaves the last byte alone
+  picture.Unit.resize(picture.Unit.size() + 2);  // the decoder leaves the last byte alone
   return picture;
 }
 
@@ -70,7 +71,7 @@ Picture Noise(std::mt19937& random, int x, int y, int width, int height) {
   for (const FieldBuffer& field : fields) {
     picture.Unit.insert(picture.Unit.end(), field.Bytes().begin(), field.Bytes().end());
   }
-  picture.Unit.insert(picture.Unit.end(), {0, 0});
+  picture.Unit.resize(picture.Unit.size() + 2);
   picture.Control.BottomFieldOffset = 4 + static_cast<std::int32_t>(fields[0].Bytes().size());
   return picture;
 }
