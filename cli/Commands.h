@@ -12,25 +12,25 @@
 namespace quillmark {
 
 struct ReportOptions {
-  std::string File;
+  std::string File = {};
   bool Json = false;
 };
 /// The report that the window shows after loading.
 CommandResult Report(const ReportOptions& options, const Console& console);
 
 struct ListOptions {
-  std::string File;
+  std::string File = {};
   bool Json = false;
 };
 /// One row a subtitle.
 CommandResult List(const ListOptions& options, const Console& console);
 
 struct PictureOptions {
-  std::string File;
+  std::string File = {};
   std::int64_t Number = 1;  ///< from 1
-  std::string Out;
-  std::string Palette;              ///< empty: the start-up palette
-  std::optional<int> Frame;         ///< 480 or 576 lines; none: as the background asks for
+  std::string Out = {};
+  std::string Palette = {};         ///< empty: the start-up palette
+  std::optional<int> Frame = {};    ///< 480 or 576 lines; none: as the background asks for
   std::string Background = "none";  ///< "none", "checker" or a picture file
 };
 /// One subtitle's picture: by itself, or in its place in the frame where there is a background or a frame
@@ -38,52 +38,52 @@ struct PictureOptions {
 CommandResult Picture(const PictureOptions& options, const Console& console);
 
 struct ExportOptions {
-  std::string File;
-  std::string Palette;  ///< empty: the start-up palette
-  SubtitleRange Only;
-  std::string Base;  ///< empty: the file's name without its extension
+  std::string File = {};
+  std::string Palette = {};  ///< empty: the start-up palette
+  SubtitleRange Only = {};
+  std::string Base = {};  ///< empty: the file's name without its extension
 };
 /// Pictures and their list. The list is started afresh and takes its place when all pictures are there.
 CommandResult Export(const ExportOptions& options, const Console& console);
 
 struct AssignOptions {
-  std::string File;
-  std::optional<CodeNibbles> Colours;
-  std::optional<CodeNibbles> Opacities;
-  SubtitleRange Only;
-  std::string Out;
+  std::string File = {};
+  std::optional<CodeNibbles> Colours = {};
+  std::optional<CodeNibbles> Opacities = {};
+  SubtitleRange Only = {};
+  std::string Out = {};
 };
 /// A copy of the stream with other colours, opacities or both.
 CommandResult Assign(const AssignOptions& options, const Console& console);
 
 struct PaletteOptions {
-  std::string In;
-  std::string Out;
+  std::string In = {};
+  std::string Out = {};
 };
 /// One palette file as another.
 CommandResult ConvertPalette(const PaletteOptions& options, const Console& console);
 
 struct MergeOptions {
-  std::string Primary;
-  std::string Secondary;
-  std::string Out;
+  std::string Primary = {};
+  std::string Secondary = {};
+  std::string Out = {};
   int YOffset = -400;
   int Frame = 576;
-  std::string Palette;  ///< empty: the start-up palette
+  std::string Palette = {};  ///< empty: the start-up palette
 };
 /// A new stream of the primary's subtitles with the secondary's laid over them.
 CommandResult Merge(const MergeOptions& options, const Console& console);
 
 struct CheckOptions {
-  std::string File;
+  std::string File = {};
   bool Json = false;
 };
 /// Every problem of the stream. Not done when there is one.
 CommandResult Check(const CheckOptions& options, const Console& console);
 
 struct SalvageOptions {
-  std::string File;
-  std::string Out;
+  std::string File = {};
+  std::string Out = {};
 };
 /// A stream of the file's good packets.
 CommandResult Salvage(const SalvageOptions& options, const Console& console);

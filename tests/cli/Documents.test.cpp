@@ -1,0 +1,139 @@
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "tests/cli/Program.h"
+
+namespace quillmark {
+namespace {
+
+using testing::IsEmpty;
+
+std::string ReadSource(const std::string& name) {
+  std::ifstream file(std::string(QUILLMARK_SOURCE "/") + name);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// The fenced shell examples of the section with this heading, one string each.
+std::vector<std::string> Examples(const std::string& document, const std::string& heading) {
+  std::vector<std::string> examples;
+  bool inSection = false;
+  bool inExample = false;
+  std::istringstream lines(document);
+  for (std::string line; std::getline(lines, line);) {
+    if (line == "```sh" && inSection) {
+      inExample = true;
+      examples.emplace_back();
+    } else if (line == "```") {
+      inExample = false;
+    } else if (inExample) {
+      examples.back() += line + "\n";
+    } else if (line.starts_with("#")) {
+      inSection = line == heading;
+    }
+  }
+  return examples;
+}
+
+class DocumentTest : public test::ProgramTest {
+ protected:
+  /// Runs the examples one after another in one folder, as a reader would, and looks for what they write.
+  void RunAll(const std::vector<std::string>& examples) {
+    ASSERT_EQ(RunScript("ln -s " QUILLMARK_SAMPLES " samples").ExitCode, 0);
+    const std::regex output("-o ([^ \n]+)");
+    for (const std::string& example : examples) {
+      const auto run = RunScript(example);
+      EXPECT_EQ(run.ExitCode, 0) << example << run.Err;
+      for (std::sregex_iterator match(example.begin(), example.end(), output), end; match != end; ++match) {
+        EXPECT_TRUE(Exists((*match)[1])) << example;
+      }
+    }
+  }
+};
+
+TEST_F(DocumentTest, ExamplesOfTheManualWork) {
+  const auto examples = Examples(ReadSource("docs/cli.md"), "## Five examples");
+  EXPECT_EQ(examples.size(), 5U);
+  RunAll(examples);
+  EXPECT_TRUE(Exists("demo_spu.xml"));
+}
+
+TEST_F(DocumentTest, ExamplesOfTheReadmeWork) {
+  const auto examples = Examples(ReadSource("README.md"), "## Command line");
+  if (examples.empty()) {
+    GTEST_SKIP() << "README.md has no examples";
+  }
+  EXPECT_GE(examples.size(), 5U);
+  RunAll(examples);
+}
+
+/// The long options that a text names.
+std::vector<std::string> LongOptions(const std::string& text) {
+  std::vector<std::string> options;
+  const std::regex option("--[a-z][a-z-]*");
+  for (std::sregex_iterator match(text.begin(), text.end(), option), end; match != end; ++match) {
+    options.push_back(match->str());
+  }
+  std::ranges::sort(options);
+  options.erase(std::unique(options.begin(), options.end()), options.end());
+  return options;
+}
+
+class CommandDocuments : public test::ProgramTest, public testing::WithParamInterface<const char*> {
+ protected:
+  /// What the program itself says that the command takes.
+  std::vector<std::string> Options() {
+    const std::string help = Run({GetParam(), "--help"}).Out;
+    std::vector<std::string> options;
+    std::istringstream lines(help.substr(help.find("\nOptions:")));
+    const std::regex option("^  (?:-[a-z],)?(--[a-z-]+)");
+    for (std::string line; std::getline(lines, line);) {
+      if (std::smatch match; std::regex_search(line, match, option)) {
+        options.push_back(match[1]);
+      }
+    }
+    std::ranges::sort(options);
+    return options;
+  }
+};
+
+TEST_P(CommandDocuments, CompletionOffersItsOptions) {
+  // What the shell's own completion functions do does not matter here.
+  const auto run =
+      RunScript(std::string("_init_completion() { cur=-; prev=x; words=(quillmark-cli ") + GetParam() +
+                " -); cword=2; }\n_filedir() { :; }\n"
+                ". " QUILLMARK_SOURCE
+                "/completions/quillmark-cli\n_quillmark_cli\n"
+                "printf '%s\\n' \"${COMPREPLY[@]}\"");
+  EXPECT_EQ(run.ExitCode, 0) << run.Err;
+  EXPECT_EQ(LongOptions(run.Out), Options());
+}
+
+TEST_P(CommandDocuments, ManualPageNamesItsOptions) {
+  const std::string page = ReadSource("docs/man/quillmark-cli.1");
+  EXPECT_NE(page.find(std::string(".It Cm ") + GetParam() + "\n"), std::string::npos);
+  for (const std::string& option : Options()) {
+    EXPECT_NE(page.find("Fl -" + option.substr(2)), std::string::npos) << option;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,
+                         testing::Values("report", "list", "picture", "export", "assign", "palette", "merge",
+                                         "check", "salvage"),
+                         [](const auto& test) { return test.param; });
+
+class ManualPages : public test::ProgramTest {};
+
+TEST_F(ManualPages, AreWithoutErrors) {
+  if (RunScript("command -v groff").ExitCode != 0) {
+    GTEST_SKIP() << "groff is not installed";
+  }
+  for (const char* page : {"quillmark.1", "quillmark-cli.1"}) {
+    const auto run = RunScript(std::string("groff -mdoc -Tascii -ww " QUILLMARK_SOURCE "/docs/man/") + page);
+    EXPECT_EQ(run.ExitCode, 0);
+    EXPECT_THAT(run.Err, IsEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,197 @@
+#include "cli/Interruption.h"
+
+#include <csignal>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "cli/Commands.h"
+#include "cli/ProgressBar.h"
+#include "tests/cli/Program.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Join;
+using test::Sound;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t Second = 90000;
+
+TEST(InterruptionGuardTest, RemembersTheFirstSignal) {
+  const InterruptionGuard guard;
+  EXPECT_FALSE(InterruptionGuard::Interrupted());
+  std::raise(SIGINT);
+  EXPECT_TRUE(InterruptionGuard::Interrupted());
+}
+
+TEST(InterruptionGuardTest, SecondSignalEndsTheProgram) {
+  EXPECT_EXIT(
+      {
+        const InterruptionGuard guard;
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+      },
+      testing::KilledBySignal(SIGINT), "");
+}
+
+TEST(InterruptionGuardTest, IgnoredSignalStaysIgnored) {
+  const auto previous = std::signal(SIGINT, SIG_IGN);
+  {
+    const InterruptionGuard guard;
+    std::raise(SIGINT);
+    EXPECT_FALSE(InterruptionGuard::Interrupted());
+  }
+  EXPECT_EQ(std::signal(SIGINT, previous), SIG_IGN);
+}
+
+/// Commands called in this process, with an interruption after some steps.
+class InterruptedCommand : public test::ProgramTest {
+ protected:
+  void SetUp() override {
+    Write("a.sup", Join({Sound(Second).Build(), Sound(5 * Second).Build(), Sound(9 * Second).Build()}));
+  }
+
+  /// Interrupted when asked for the `steps` + 1st time.
+  Console After(int steps) {
+    return {.Out = out_, .Err = err_, .ErrIsTerminal = false, .Interrupted = [this, steps] {
+              return asked_++ >= steps;
+            }};
+  }
+
+  std::ostringstream out_;
+  std::ostringstream err_;
+  int asked_ = 0;
+};
+
+TEST_F(InterruptedCommand, ExportLeavesWholePicturesAndTheOldList) {
+  WriteText("a_spu.xml", "an older list");
+  // Asked once before it makes the folder, then before each subtitle.
+  const CommandResult result = Export({.File = Path("a.sup")}, After(3));
+  EXPECT_EQ(result.Code, ExitCode::Interrupted);
+  EXPECT_TRUE(Exists("a_SubPng/00+00+01+00.png"));
+  EXPECT_TRUE(Exists("a_SubPng/00+00+05+00.png"));
+  EXPECT_FALSE(Exists("a_SubPng/00+00+09+00.png"));
+  EXPECT_EQ(ReadText("a_spu.xml"), "an older list");
+}
+
+TEST_F(InterruptedCommand, ExportBeforeItsFirstStepLeavesNothing) {
+  EXPECT_EQ(Export({.File = Path("a.sup")}, After(0)).Code, ExitCode::Interrupted);
+  EXPECT_THAT(Names(), ElementsAre("a.sup"));
+}
+
+TEST_F(InterruptedCommand, MergeLeavesTheOldFile) {
+  WriteText("c.sup", "as it was");
+  const MergeOptions options{.Primary = Path("a.sup"), .Secondary = Path("a.sup"), .Out = Path("c.sup")};
+  EXPECT_EQ(Merge(options, After(2)).Code, ExitCode::Interrupted);
+  EXPECT_EQ(ReadText("c.sup"), "as it was");
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "c.sup"));
+}
+
+TEST_F(InterruptedCommand, OtherCommandsLeaveNothing) {
+  EXPECT_EQ(Salvage({.File = Path("a.sup"), .Out = Path("b.sup")}, After(0)).Code, ExitCode::Interrupted);
+  EXPECT_EQ(Assign({.File = Path("a.sup"), .Colours = CodeNibbles{}, .Out = Path("b.sup")}, After(0)).Code,
+            ExitCode::Interrupted);
+  EXPECT_EQ(Picture({.File = Path("a.sup"), .Out = Path("b.png")}, After(0)).Code, ExitCode::Interrupted);
+  EXPECT_THAT(Names(), ElementsAre("a.sup"));
+  EXPECT_THAT(out_.str(), IsEmpty());
+}
+
+/// The program as a child whose standard error is a pipe that nobody empties.
+class InterruptedProgram : public test::ProgramTest {
+ protected:
+  void Start(const std::vector<std::string>& arguments) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    std::vector<std::string> words = {QUILLMARK_CLI};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (std::string& word : words) {
+      argv.push_back(word.data());
+    }
+    argv.push_back(nullptr);
+    child_ = fork();
+    if (child_ == 0) {
+      dup2(ends[1], STDERR_FILENO);
+      close(ends[0]);
+      close(ends[1]);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+    close(ends[1]);
+    errorOutput_ = ends[0];
+  }
+
+  /// Waits until the program has said something.
+  void AwaitFirstWord() {
+    char first = 0;
+    ASSERT_EQ(read(errorOutput_, &first, 1), 1);
+  }
+
+  int AwaitEnd() {
+    char bytes[4096];
+    while (read(errorOutput_, bytes, sizeof bytes) > 0) {
+    }
+    close(errorOutput_);
+    int status = 0;
+    waitpid(child_, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  }
+
+  pid_t child_ = -1;
+  int errorOutput_ = -1;
+};
+
+TEST_F(InterruptedProgram, ExportEndsInOrder) {
+  // Telling of its 20,000 bad subtitles takes more than any pipe holds, so that the program is still at them
+  // when it is interrupted; it never comes to the last, good one.
+  Bytes stream = Sound(Second).Build();
+  const Bytes bad = Sound(5 * Second).WithoutArea().Build();
+  for (int i = 0; i < 20000; ++i) {
+    stream.insert(stream.end(), bad.begin(), bad.end());
+  }
+  const Bytes last = Sound(9 * Second).Build();
+  stream.insert(stream.end(), last.begin(), last.end());
+  Write("a.sup", stream);
+  WriteText("b_spu.xml", "an older list");
+
+  Start({"export", Path("a.sup"), "--out", Path("b")});
+  AwaitFirstWord();
+  ASSERT_EQ(kill(child_, SIGINT), 0);
+  EXPECT_EQ(AwaitEnd(), 130);
+
+  EXPECT_TRUE(Exists("b_SubPng/00+00+01+00.png"));
+  EXPECT_FALSE(Exists("b_SubPng/00+00+09+00.png"));
+  EXPECT_EQ(ReadText("b_spu.xml"), "an older list");
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "b_SubPng", "b_spu.xml"));
+}
+
+TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const Console console{.Out = out, .Err = err};
+  ProgressBar(console, 10).Show(5);
+  EXPECT_THAT(err.str(), IsEmpty());
+}
+
+TEST(ProgressBarTest, DrawsEachPercentOnceAndGoesAway) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const Console console{.Out = out, .Err = err, .ErrIsTerminal = true};
+  {
+    ProgressBar progress(console, 1000);
+    progress.Show(0);
+    progress.Show(9);
+    progress.Show(500);
+  }
+  EXPECT_EQ(err.str(),
+            "\r\033[K[                                        ]   0%"
+            "\r\033[K[####################                    ]  50%"
+            "\r\033[K");
+  EXPECT_THAT(out.str(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,245 @@
+#include <QImage>
+
+#include "cli/Commands.h"
+#include "tests/cli/Program.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Join;
+using test::Sound;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr std::int64_t Second = 90000;
+
+// The start-up palette's entries 1 and 2, opaque: what codes 1 and 2 of a sound packet look like.
+constexpr QRgb Code1 = 0xFF03FDFB;
+constexpr QRgb Code2 = 0xFFFFFFFF;
+constexpr QRgb DarkSquare = 0xFF3C3C3C;
+constexpr QRgb LightSquare = 0xFF787878;
+
+class PictureCommand : public test::ProgramTest {
+ protected:
+  void SetUp() override {
+    Write("a.sup", Join({Sound(Second).Build(), Sound(5 * Second).WithoutArea().Build()}));
+  }
+
+  QImage Picture(const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {"picture", "a.sup", "1", "-o", "out.png"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const auto run = Run(arguments);
+    EXPECT_EQ(run.ExitCode, 0) << run.Err;
+    EXPECT_THAT(run.Out, IsEmpty());
+    return QImage(QString::fromStdString(Path("out.png")));
+  }
+
+  void WritePicture(const char* name, const char* format, QRgb colour) {
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(colour);
+    ASSERT_TRUE(picture.save(QString::fromStdString(Path(name)), format));
+  }
+};
+
+TEST_F(PictureCommand, SavesTheSubtitlesOwnPicture) {
+  const QImage picture = Picture({});
+  ASSERT_EQ(picture.size(), QSize(4, 2));
+  EXPECT_EQ(picture.pixel(0, 0), Code1);
+  EXPECT_EQ(picture.pixel(3, 0), Code1);
+  EXPECT_EQ(picture.pixel(0, 1), Code2);
+  EXPECT_EQ(picture.pixel(3, 1), Code2);
+}
+
+TEST_F(PictureCommand, BackgroundNoneIsTheSame) {
+  EXPECT_EQ(Picture({"--background", "none"}).size(), QSize(4, 2));
+}
+
+TEST_F(PictureCommand, FrameWithoutBackgroundIsClearAroundTheSubtitle) {
+  const QImage picture = Picture({"--frame", "480"});
+  ASSERT_EQ(picture.size(), QSize(720, 480));
+  EXPECT_EQ(picture.pixel(0, 0), 0U);
+  EXPECT_EQ(picture.pixel(99, 400), 0U);
+  EXPECT_EQ(picture.pixel(100, 400), Code1);
+  EXPECT_EQ(picture.pixel(103, 401), Code2);
+  EXPECT_EQ(picture.pixel(100, 402), 0U);
+}
+
+TEST_F(PictureCommand, CheckerFillsAFrameOf576Lines) {
+  const QImage picture = Picture({"--background", "checker"});
+  ASSERT_EQ(picture.size(), QSize(720, 576));
+  EXPECT_EQ(picture.pixel(0, 0), DarkSquare);
+  EXPECT_EQ(picture.pixel(16, 0), LightSquare);
+  EXPECT_EQ(picture.pixel(719, 575), LightSquare);
+  EXPECT_EQ(picture.pixel(100, 400), Code1);
+}
+
+TEST_F(PictureCommand, CheckerFillsAFrameOf480Lines) {
+  EXPECT_EQ(Picture({"--background", "checker", "--frame", "480"}).size(), QSize(720, 480));
+}
+
+TEST_F(PictureCommand, PictureFileFillsTheFrame) {
+  WritePicture("back.png", "PNG", 0xFF102030);
+  const QImage picture = Picture({"--background", "back.png", "--frame", "480"});
+  ASSERT_EQ(picture.size(), QSize(720, 480));
+  EXPECT_EQ(picture.pixel(0, 0), 0xFF102030);
+  EXPECT_EQ(picture.pixel(719, 479), 0xFF102030);
+  EXPECT_EQ(picture.pixel(100, 400), Code1);
+}
+
+TEST_F(PictureCommand, BackgroundMayBeAnyPictureThatTheWindowReads) {
+  WritePicture("back.bmp", "BMP", 0xFF102030);
+  WritePicture("back.jpg", "JPG", 0xFF808080);
+  // One pixel of colour 1, which is white.
+  Write("back.gif", {'G',  'I', 'F', '8', '7', 'a', 1, 0, 1, 0, 0x80, 0, 0, 0,    0, 0, 0xFF, 0xFF,
+                     0xFF, ',', 0,   0,   0,   0,   1, 0, 1, 0, 0,    2, 2, 0x4C, 1, 0, ';'});
+  EXPECT_EQ(Picture({"--background", "back.bmp"}).pixel(0, 0), 0xFF102030);
+  EXPECT_EQ(Picture({"--background", "back.jpg"}).pixel(0, 0), 0xFF808080);
+  EXPECT_EQ(Picture({"--background", "back.gif"}).pixel(0, 0), 0xFFFFFFFF);
+}
+
+TEST_F(PictureCommand, TakesThePaletteGiven) {
+  std::string lines;
+  for (int entry = 0; entry < 16; ++entry) {
+    lines += entry == 1 ? "EB8080\r\n" : "108080\r\n";
+  }
+  WriteText("p.pal", lines);
+  const QImage picture = Picture({"--palette", "p.pal"});
+  EXPECT_EQ(picture.pixel(0, 0), 0xFFFFFFFF);
+  EXPECT_EQ(picture.pixel(0, 1), 0xFF000000);
+}
+
+TEST_F(PictureCommand, NumberThatTheStreamDoesNotHave) {
+  const auto run = Run({"picture", "a.sup", "3", "-o", "out.png"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_EQ(run.Err, "quillmark-cli: a.sup: there is no subtitle 3: it has 2\n");
+  EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(PictureCommand, SubtitleThatCannotBeShown) {
+  const auto run = Run({"picture", "a.sup", "2", "-o", "out.png"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Err, "quillmark-cli: a.sup: subtitle 2 cannot be converted\n");
+  EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(PictureCommand, AreaWithoutPixels) {
+  Write("a.sup", Sound().Area(9, 5, 0, 1).Build());
+  const auto run = Run({"picture", "a.sup", "1", "-o", "out.png"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Err, "quillmark-cli: a.sup: subtitle 1 has an area without pixels\n");
+}
+
+TEST_F(PictureCommand, UnreadableBackgroundIsTheFileToName) {
+  const auto run = Run({"picture", "a.sup", "1", "-o", "out.png", "--background", "missing.png"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, testing::StartsWith("quillmark-cli: missing.png: "));
+  EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(PictureCommand, FolderThatDoesNotExist) {
+  const auto run = Run({"picture", "a.sup", "1", "-o", "no/out.png"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, testing::StartsWith("quillmark-cli: no/out.png: "));
+}
+
+class ExportCommand : public test::ProgramTest {
+ protected:
+  void SetUp() override {
+    Write("a.sup",
+          Join({Sound(Second).Build(), Sound(5 * Second).Delay(0).Build(), Sound(65 * Second).Build()}));
+  }
+};
+
+TEST_F(ExportCommand, WritesPicturesAndTheirList) {
+  const auto run = Run({"export", "a.sup"});
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_EQ(run.Out, "wrote 3 pictures to a_SubPng, their list to a_spu.xml\n");
+  EXPECT_THAT(run.Err, IsEmpty());
+  EXPECT_EQ(
+      ReadText("a_spu.xml"),
+      "    <spu start=\"00:00:01.00\" end=\"00:00:02.00\" image=\"a_SubPng/00+00+01+00.png\" xoffset=\"100\" "
+      "yoffset=\"400\" />\r\n"
+      "    <spu start=\"00:00:05.00\" image=\"a_SubPng/00+00+05+00.png\" xoffset=\"100\" yoffset=\"400\" "
+      "/>\r\n"
+      "    <spu start=\"00:01:05.00\" end=\"00:01:06.00\" image=\"a_SubPng/00+01+05+00.png\" xoffset=\"100\" "
+      "yoffset=\"400\" />\r\n");
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "a_SubPng", "a_spu.xml"));
+  const QImage picture(QString::fromStdString(Path("a_SubPng/00+01+05+00.png")));
+  ASSERT_EQ(picture.size(), QSize(4, 2));
+  EXPECT_EQ(picture.pixel(0, 0), Code1);
+  EXPECT_EQ(picture.pixel(3, 1), Code2);
+}
+
+TEST_F(ExportCommand, StartsTheListAfresh) {
+  WriteText("a_spu.xml", "an older list\r\n");
+  ASSERT_EQ(Run({"export", "a.sup", "--only", "2"}).ExitCode, 0);
+  EXPECT_EQ(ReadText("a_spu.xml"),
+            "    <spu start=\"00:00:05.00\" image=\"a_SubPng/00+00+05+00.png\" xoffset=\"100\" "
+            "yoffset=\"400\" />\r\n");
+}
+
+TEST_F(ExportCommand, BaseSaysWhereTo) {
+  ASSERT_EQ(Run({"export", "a.sup", "--out", "b.c", "--only", "3-3"}).ExitCode, 0);
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "b.c_SubPng", "b.c_spu.xml"));
+  EXPECT_THAT(ReadText("b.c_spu.xml"), HasSubstr("image=\"b.c_SubPng/00+01+05+00.png\""));
+}
+
+TEST_F(ExportCommand, RangeFromOneSubtitleOn) {
+  EXPECT_THAT(Run({"export", "a.sup", "--only", "2-"}).Out, HasSubstr("wrote 2 pictures"));
+}
+
+TEST_F(ExportCommand, RangeThatTheStreamDoesNotHaveWritesNothing) {
+  for (const char* range : {"4", "2-4", "4-"}) {
+    const auto run = Run({"export", "a.sup", "--only", range});
+    EXPECT_EQ(run.ExitCode, 2);
+    EXPECT_EQ(run.Err, "quillmark-cli: a.sup: there is no subtitle 4: it has 3\n");
+  }
+  EXPECT_THAT(Names(), ElementsAre("a.sup"));
+}
+
+TEST_F(ExportCommand, SubtitlesThatCannotBeConvertedAreLeftOutAndTold) {
+  Write("a.sup", Join({Sound(Second).WithoutArea().Build(), Sound(5 * Second).Build()}));
+  const auto run = Run({"export", "a.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Err,
+            "quillmark-cli: a.sup: subtitle 1 cannot be converted\n"
+            "quillmark-cli: a.sup: 1 of 2 subtitles cannot be converted\n");
+  EXPECT_TRUE(Exists("a_SubPng/00+00+05+00.png"));
+  EXPECT_TRUE(Exists("a_spu.xml"));
+}
+
+TEST_F(ExportCommand, PictureThatCannotBeWrittenKeepsTheOldList) {
+  WriteText("a_spu.xml", "an older list\r\n");
+  ASSERT_EQ(RunScript("mkdir -p a_SubPng/00+00+05+00.png").ExitCode, 0);
+  const auto run = Run({"export", "a.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, testing::StartsWith("quillmark-cli: a_SubPng/00+00+05+00.png: "));
+  EXPECT_EQ(ReadText("a_spu.xml"), "an older list\r\n");
+}
+
+TEST_F(ExportCommand, FolderThatCannotBeMade) {
+  WriteText("a_SubPng", "a file");
+  const auto run = Run({"export", "a.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Err, "quillmark-cli: a_SubPng: the folder cannot be created\n");
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "a_SubPng"));
+}
+
+TEST_F(ExportCommand, PaletteThatCannotBeTaken) {
+  WriteText("p.pal", "EB8080\r\n");
+  const auto run = Run({"export", "a.sup", "--palette", "p.pal"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Err, "quillmark-cli: p.pal: Illegal file: not exactly 16 lines with a colour\n");
+  EXPECT_FALSE(Exists("a_SubPng"));
+}
+
+TEST_F(ExportCommand, EmptyStreamHasAnEmptyList) {
+  Write("a.sup", {});
+  EXPECT_EQ(Run({"export", "a.sup"}).ExitCode, 0);
+  EXPECT_EQ(ReadText("a_spu.xml"), "");
+}
+
+}  // namespace
+}  // namespace quillmark

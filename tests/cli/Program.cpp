@@ -1,0 +1,110 @@
+#include "tests/cli/Program.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <sys/wait.h>
+#include <system_error>
+
+namespace quillmark::test {
+namespace {
+
+std::string Quoted(const std::string& word) {
+  std::string quoted(1, '\'');
+  for (const char c : word) {
+    if (c == '\'') {
+      quoted.append("'\\'");
+    }
+    quoted.push_back(c);
+  }
+  quoted.push_back('\'');
+  return quoted;
+}
+
+std::string ReadAll(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+ProgramTest::ProgramTest() {
+  std::string pattern = testing::TempDir() + "quillmark-cli-XXXXXX";
+  folder_ = mkdtemp(pattern.data());
+}
+
+ProgramTest::~ProgramTest() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+ProgramRun ProgramTest::Run(const std::vector<std::string>& arguments) {
+  std::ostringstream command;
+  command << "exec " << Quoted(QUILLMARK_CLI);
+  for (const std::string& argument : arguments) {
+    command << ' ' << Quoted(argument);
+  }
+  return RunScript(command.str());
+}
+
+ProgramRun ProgramTest::RunScript(const std::string& script) {
+  const std::filesystem::path binaries = std::filesystem::path(QUILLMARK_CLI).parent_path();
+  std::ofstream(Path(".script")) << "set -e\n"
+                                 << "cd " << Quoted(Path(".")) << '\n'
+                                 << "export PATH=" << Quoted(binaries.string()) << ":$PATH\n"
+                                 << "unset DISPLAY WAYLAND_DISPLAY\n"
+                                 << "export QT_QPA_PLATFORM=none\n"
+                                 << script << '\n';
+  std::ostringstream command;
+  command << "bash " << Quoted(Path(".script")) << " >" << Quoted(Path(".out")) << " 2>"
+          << Quoted(Path(".err")) << " </dev/null";
+  const int status = std::system(command.str().c_str());
+  return {.ExitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+          .Out = ReadAll(Path(".out")),
+          .Err = ReadAll(Path(".err"))};
+}
+
+std::string ProgramTest::Path(const std::string& name) const {
+  return (folder_ / name).string();
+}
+
+void ProgramTest::Write(const std::string& name, const Bytes& bytes) const {
+  WriteText(name, std::string(bytes.begin(), bytes.end()));
+}
+
+void ProgramTest::WriteText(const std::string& name, const std::string& text) const {
+  std::ofstream(Path(name), std::ios::binary) << text;
+}
+
+bool ProgramTest::Exists(const std::string& name) const {
+  return std::filesystem::exists(Path(name));
+}
+
+Bytes ProgramTest::Read(const std::string& name) const {
+  const std::string text = ReadAll(Path(name));
+  return {text.begin(), text.end()};
+}
+
+std::string ProgramTest::ReadText(const std::string& name) const {
+  return ReadAll(Path(name));
+}
+
+std::vector<std::string> ProgramTest::Names() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
+    const std::string name = entry.path().filename().string();
+    if (name[0] != '.') {
+      names.push_back(name);
+    }
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+PacketBuilder Sound(std::int64_t start) {
+  return PacketBuilder().Time(start).Delay(90);
+}
+
+}  // namespace quillmark::test

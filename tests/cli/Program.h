@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+#include "cli/Console.h"
+#include "cli/Json.h"
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark::test {
+
+/// How a program ended and what it said.
+struct ProgramRun {
+  int ExitCode = -1;
+  std::string Out;
+  std::string Err;
+};
+
+/// A test that runs quillmark-cli in a folder of its own.
+class ProgramTest : public testing::Test {
+ protected:
+  ProgramTest();
+  ~ProgramTest() override;
+
+  /// Runs the program itself, as a child, without a display, and waits for its end.
+  ProgramRun Run(const std::vector<std::string>& arguments);
+  /// Runs a shell script, with the program on its path.
+  ProgramRun RunScript(const std::string& script);
+
+  [[nodiscard]] std::string Path(const std::string& name) const;
+  void Write(const std::string& name, const Bytes& bytes) const;
+  void WriteText(const std::string& name, const std::string& text) const;
+  [[nodiscard]] bool Exists(const std::string& name) const;
+  [[nodiscard]] Bytes Read(const std::string& name) const;
+  [[nodiscard]] std::string ReadText(const std::string& name) const;
+  /// Names of everything in the folder, sorted, but for hidden files.
+  [[nodiscard]] std::vector<std::string> Names() const;
+
+ private:
+  /// Not Qt's: file names that are not UTF-8 must be removed too.
+  std::filesystem::path folder_;
+};
+
+/// A sound packet of 48 bytes, shown for one second: 4 x 2 pixels at (100, 400), the upper line of code 1,
+/// the lower one of code 2; codes 0-3 have palette entries 0-3 and opacities 0, F, F, F.
+PacketBuilder Sound(std::int64_t start = 0);
+
+}  // namespace quillmark::test

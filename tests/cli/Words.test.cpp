@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+
+#include "cli/NearestMatch.h"
+#include "cli/SubtitleRange.h"
+
+namespace quillmark {
+namespace {
+
+TEST(EditDistance, CountsInsertionsDeletionsReplacementsAndSwaps) {
+  EXPECT_EQ(EditDistance("", ""), 0U);
+  EXPECT_EQ(EditDistance("", "abc"), 3U);
+  EXPECT_EQ(EditDistance("list", "list"), 0U);
+  EXPECT_EQ(EditDistance("lst", "list"), 1U);
+  EXPECT_EQ(EditDistance("liist", "list"), 1U);
+  EXPECT_EQ(EditDistance("lost", "list"), 1U);
+  EXPECT_EQ(EditDistance("lsit", "list"), 1U);
+  EXPECT_EQ(EditDistance("kitten", "sitting"), 3U);
+}
+
+TEST(NearestMatch, IsTheFirstOfTheNearest) {
+  EXPECT_EQ(NearestMatch("reprot", {"list", "report", "export"}), "report");
+  EXPECT_EQ(NearestMatch("xa", {"aa", "ba"}), "aa");
+}
+
+TEST(NearestMatch, IsEmptyWhereNothingIsInCommon) {
+  EXPECT_EQ(NearestMatch("####", {"list", "report"}), "");
+  EXPECT_EQ(NearestMatch("word", {}), "");
+}
+
+TEST(ParseSubtitleRange, TakesThreeForms) {
+  EXPECT_EQ(ParseSubtitleRange("3-7"), (SubtitleRange{.First = 3, .Last = 7}));
+  EXPECT_EQ(ParseSubtitleRange("3"), (SubtitleRange{.First = 3, .Last = 3}));
+  EXPECT_EQ(ParseSubtitleRange("3-"), (SubtitleRange{.First = 3, .Last = std::nullopt}));
+}
+
+TEST(ParseSubtitleRange, RefusesEverythingElse) {
+  for (const char* text : {"", "-", "-3", "0", "0-2", "5-3", "a", "1-b", "1-2-3", " 1", "1 ", "+1", "1.5",
+                           "99999999999999999999"}) {
+    EXPECT_EQ(ParseSubtitleRange(text), std::nullopt) << text;
+  }
+}
+
+TEST(IsWithin, NeedsBothEnds) {
+  EXPECT_TRUE(IsWithin({.First = 1, .Last = 3}, 3));
+  EXPECT_FALSE(IsWithin({.First = 1, .Last = 4}, 3));
+  EXPECT_TRUE(IsWithin({.First = 3, .Last = std::nullopt}, 3));
+  EXPECT_FALSE(IsWithin({.First = 4, .Last = std::nullopt}, 3));
+}
+
+TEST(IsWithin, EmptyStreamHasAllOfNothing) {
+  EXPECT_TRUE(IsWithin({}, 0));
+  EXPECT_FALSE(IsWithin({.First = 1, .Last = 1}, 0));
+}
+
+}  // namespace
+}  // namespace quillmark
