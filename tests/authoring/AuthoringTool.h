@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QImage>
+#include <QString>
+
+#include "palette/Colour.h"
+#include "render/PictureExport.h"
+#include "render/SubtitleDescription.h"
+#include "sup/SupStream.h"
+
+namespace quillmark::test {
+
+/// A subtitle that was exported.
+struct ExportedSubtitle {
+  SubtitleDescription Description;
+  QImage Picture;  ///< what its PNG file should hold
+};
+
+/// A subtitle as the authoring tool encoded it, read by our own reader.
+struct AuthoredSubtitle {
+  SubtitleDescription Description;
+  QImage Codes;                ///< code + 1 in place of a colour; 0 where no run reached
+  std::vector<YCrCb> Palette;  ///< what the colour nibbles index
+};
+
+/// Empty where the tool is not installed.
+[[nodiscard]] QString FindSpumux();
+
+/// Writes the pictures of all subtitles and their list.
+[[nodiscard]] std::vector<ExportedSubtitle> ExportAll(const SupStream& stream, const DvdPalette& palette,
+                                                      const ExportPaths& paths);
+
+/// What came out of the tool.
+struct AuthoringRun {
+  int ExitCode = -1;
+  QString Log;
+  std::vector<AuthoredSubtitle> Subtitles;
+};
+/// Encodes the list for video of `format`, "PAL" or "NTSC".
+[[nodiscard]] AuthoringRun Author(const QString& spumux, const ExportPaths& paths, const QString& format);
+
+}  // namespace quillmark::test
