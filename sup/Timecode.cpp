@@ -7,12 +7,21 @@
 namespace quillmark {
 namespace {
 
-std::string AtLeastTwoDigits(std::int64_t value) {
-  std::string digits = std::to_string(value < 0 ? -value : value);
-  if (digits.size() < 2) {
-    digits.insert(0, 1, '0');
+/// Appends in place: every packet of a stream has its timecode made, and this way none needs the heap.
+void AppendAtLeastTwoDigits(std::string& text, std::int64_t value) {
+  if (value >= 0 && value < 100) {
+    text += static_cast<char>('0' + value / 10);
+    text += static_cast<char>('0' + value % 10);
+    return;
   }
-  return value < 0 ? "-" + digits : digits;
+  if (value < 0) {
+    text += '-';
+    value = -value;  // hours at most, far from the 64-bit limit
+  }
+  if (value < 10) {
+    text += '0';
+  }
+  text += std::to_string(value);
 }
 
 }  // namespace
@@ -29,8 +38,15 @@ TimeParts SplitTime(std::int64_t ticks) {
 
 std::string FormatTimecode(std::int64_t ticks) {
   const TimeParts parts = SplitTime(ticks);
-  return AtLeastTwoDigits(parts.Hours) + ":" + AtLeastTwoDigits(parts.Minutes) + ":" +
-         AtLeastTwoDigits(parts.Seconds) + "." + AtLeastTwoDigits(parts.Hundredths);
+  std::string text;
+  AppendAtLeastTwoDigits(text, parts.Hours);
+  text += ':';
+  AppendAtLeastTwoDigits(text, parts.Minutes);
+  text += ':';
+  AppendAtLeastTwoDigits(text, parts.Seconds);
+  text += '.';
+  AppendAtLeastTwoDigits(text, parts.Hundredths);
+  return text;
 }
 
 std::int64_t EndOfDisplay(std::int64_t startTicks, std::int16_t delay) {
@@ -44,9 +60,13 @@ std::int32_t DurationMs(std::int16_t delay) {
 
 std::string FormatSeconds(std::int32_t milliseconds) {
   const std::int64_t hundredths = (std::abs(std::int64_t{milliseconds}) + 5) / 10;
-  const std::string fraction = AtLeastTwoDigits(hundredths % 100);
-  const std::string whole = hundredths >= 100 ? std::to_string(hundredths / 100) : "";
-  return (milliseconds < 0 ? "-" : "") + whole + "." + fraction;
+  std::string text = milliseconds < 0 ? "-" : "";
+  if (hundredths >= 100) {
+    text += std::to_string(hundredths / 100);
+  }
+  text += '.';
+  AppendAtLeastTwoDigits(text, hundredths % 100);
+  return text;
 }
 
 }  // namespace quillmark

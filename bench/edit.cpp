@@ -1,0 +1,95 @@
+// Editing a whole stream: assigning codes to every subtitle, and saving.
+
+#include <unistd.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+#include "bench/Film.h"
+#include "files/ReplaceFile.h"
+#include "sup/CodeAssignment.h"
+#include "sup/StreamLoader.h"
+
+namespace {
+
+using namespace quillmark;
+
+constexpr int ManySubtitles = 100000;
+constexpr std::size_t FiftyMegabytes = 50'000'000;
+
+SupStream LoadFilm(int subtitles) {
+  SupStream stream;
+  const LoadResult result = IndexPrimaryStream(
+      MakeFilm({.Subtitles = subtitles}), [](const SubtitleUnit&) { return true; }, stream);
+  if (result.Result != LoadResult::Outcome::Loaded) {
+    std::abort();
+  }
+  return stream;
+}
+
+void SetForAll(benchmark::State& state) {
+  SupStream stream = LoadFilm(ManySubtitles);
+  for (auto _ : state) {
+    AssignCodes(stream, 0, stream.Count,
+                {.Colours = CodeNibbles{0, 2, 0, 12}, .Contrasts = CodeNibbles{0, 15, 15, 15}});
+    benchmark::ClobberMemory();
+  }
+}
+
+/// The least that writing four bytes at every recorded offset takes.
+void PlainPassOverOffsets(benchmark::State& state) {
+  SupStream stream = LoadFilm(ManySubtitles);
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < stream.ColourBytesOffset.size(); ++i) {
+      std::uint8_t* const colour = stream.RawBytes.data() + stream.ColourBytesOffset[i];
+      std::uint8_t* const contrast = stream.RawBytes.data() + stream.ContrastBytesOffset[i];
+      colour[0] = 0xC0;
+      colour[1] = 0x20;
+      contrast[0] = 0xFF;
+      contrast[1] = 0xF0;
+    }
+    benchmark::ClobberMemory();
+  }
+}
+
+const std::vector<std::uint8_t>& FiftyMegabyteStream() {
+  static const std::vector<std::uint8_t> bytes = [] {
+    std::vector<std::uint8_t> film = MakeFilm({.Subtitles = 20000});
+    film.resize(FiftyMegabytes);
+    return film;
+  }();
+  return bytes;
+}
+
+void SaveSup(benchmark::State& state) {
+  const QTemporaryDir folder(QStringLiteral("bench-save-XXXXXX"));
+  for (auto _ : state) {
+    if (ReplaceFile(folder.filePath(QStringLiteral("film.sup")), FiftyMegabyteStream(), OldTail::Kept)) {
+      state.SkipWithError("not saved");
+    }
+  }
+}
+
+void PlainWriteAndSync(benchmark::State& state) {
+  const QTemporaryDir folder(QStringLiteral("bench-save-XXXXXX"));
+  const auto& bytes = FiftyMegabyteStream();
+  for (auto _ : state) {
+    QFile file(folder.filePath(QStringLiteral("film.sup")));
+    const auto length = static_cast<qint64>(bytes.size());
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(reinterpret_cast<const char*>(bytes.data()), length) != length ||
+        fsync(file.handle()) != 0) {
+      state.SkipWithError("not written");
+    }
+  }
+}
+
+BENCHMARK(PlainPassOverOffsets)->Unit(benchmark::kMillisecond);
+BENCHMARK(SetForAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlainWriteAndSync)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
+BENCHMARK(SaveSup)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
+
+}  // namespace
+
+BENCHMARK_MAIN();
