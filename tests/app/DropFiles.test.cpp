@@ -1,0 +1,105 @@
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+
+#include "tests/app/PaletteFiles.h"
+#include "tests/app/Streams.h"
+#include "tests/app/WindowTest.h"
+
+namespace quillmark::test {
+namespace {
+
+class DropFiles : public WindowTest {
+ protected:
+  /// Drags files over a control and lets them go there; whether anybody took them.
+  bool Drop(QWidget& target, const QList<QUrl>& files) {
+    QMimeData data;
+    data.setUrls(files);
+    const QPoint where = target.rect().center();
+    QDragEnterEvent enter(where, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &enter);
+    if (!enter.isAccepted()) {
+      return false;
+    }
+    QDropEvent drop(QPointF(where), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &drop);
+    QCoreApplication::processEvents();
+    return true;
+  }
+  bool Drop(const QString& path) { return Drop(Window, {QUrl::fromLocalFile(path)}); }
+};
+
+TEST_F(DropFiles, SupFileLoads) {
+  const QString path = Write("movie.sup", ThreeSubtitles());
+  Dialogs.ExpectReport();
+  EXPECT_TRUE(Drop(path));
+  EXPECT_EQ(TextOf("Text1"), path);
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  EXPECT_EQ(FrameColour(102, 400), QColor(3, 253, 251));
+}
+
+TEST_F(DropFiles, SupFileEnablesWhatLoadSupEnables) {
+  Dialogs.ExpectReport();
+  EXPECT_TRUE(Drop(Write("movie.sup", ThreeSubtitles())));
+  for (const char* name :
+       {"Command_SaveSup", "Command_LoadPalette", "Command_SavePalette", "ImageCombo1", "Combo1_0",
+        "Label1_0", "Frame1", "Frame2", "Command_Next", "Command_GoTo", "Command_Reload"}) {
+    EXPECT_TRUE(IsEnabled(name)) << name;
+  }
+}
+
+TEST_F(DropFiles, UpperCaseNameAndNonAsciiPathLoad) {
+  Dialogs.ExpectReport();
+  EXPECT_TRUE(Drop(Write(QString::fromUtf8("F\xC3\xBCr DVD #1 100%.SUP"), ThreeSubtitles())));
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+TEST_F(DropFiles, EveryPartOfTheWindowTakesTheFile) {
+  const QString path = Write("movie.sup", ThreeSubtitles());
+  for (const char* name : {"Picture1", "Text1", "Text_GraphFile", "Text_SubNum", "Command_Next", "Label1_3",
+                           "Frame1", "ImageCombo1"}) {
+    Dialogs.ExpectReport();
+    EXPECT_TRUE(Drop(Control<QWidget>(name), {QUrl::fromLocalFile(path)})) << name;
+    Dialogs.Verify();
+    EXPECT_EQ(TextOf("Text1"), path) << name;
+    EXPECT_EQ(TextOf("Text_GraphFile"), "") << name;
+  }
+}
+
+TEST_F(DropFiles, BrokenSupFileIsToldAsLoadSupDoes) {
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  EXPECT_TRUE(Drop(Write("movie.sup", Bytes(20, 'x'))));
+  EXPECT_EQ(TextOf("Text_SubNum"), "0");
+}
+
+TEST_F(DropFiles, PaletteFilesLoadAsPalettes) {
+  LoadStream(FourCodes(PacketBuilder()));
+  QByteArray rgb;
+  for (int i = 0; i < 16; ++i) {
+    rgb += "FFFFFF\r\n";
+  }
+  EXPECT_TRUE(Drop(Write("p.pal", PalWithRed())));
+  EXPECT_EQ(SwatchColour(1), QColor(255, 1, 0));
+  EXPECT_EQ(FrameColour(102, 400), QColor(255, 1, 0));
+  EXPECT_TRUE(Drop(Write("p.rgb", rgb)));
+  EXPECT_EQ(SwatchColour(1), QColor(0, 211, 0));
+  EXPECT_TRUE(Drop(Write("VTS_01_0.IFO", IfoWithRed())));
+  EXPECT_EQ(SwatchColour(1), QColor(255, 1, 0));
+}
+
+TEST_F(DropFiles, BrokenPaletteIsToldAsLoadPaletteDoes) {
+  LoadStream(FourCodes(PacketBuilder()));
+  Dialogs.ExpectMessage("Illegal file");
+  EXPECT_TRUE(Drop(Write("p.pal", QByteArray("nothing"))));
+  EXPECT_EQ(SwatchColour(1), QColor(1, 1, 1));
+}
+
+TEST_F(DropFiles, WhatIsNoLocalFileIsNotTaken) {
+  EXPECT_FALSE(Drop(Window, {}));
+  EXPECT_FALSE(Drop(Window, {QUrl("https://example.org/movie.sup")}));
+}
+
+}  // namespace
+}  // namespace quillmark::test
