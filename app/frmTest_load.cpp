@@ -28,6 +28,10 @@ bool IsPaletteFile(const QString& path) {
   return PaletteFormatOf(path.toStdString()).has_value();
 }
 
+bool IsSupFile(const QString& path) {
+  return path.endsWith(QLatin1String(".sup"), Qt::CaseInsensitive);
+}
+
 }  // namespace
 
 void frmTest::OpenCommandLine(const QString& commandLine) {
@@ -105,21 +109,19 @@ void frmTest::TellUnreadable(const QString& path, const LoadResult& result) {
 
 void frmTest::dragEnterEvent(QDragEnterEvent* event) {
   const QString file = DraggedFile(event->mimeData());
-  if (!file.isEmpty() && (!IsPaletteFile(file) || Command_LoadPalette->isEnabled())) {
+  if (IsSupFile(file) || (IsPaletteFile(file) && Command_LoadPalette->isEnabled())) {
     event->acceptProposedAction();
   }
 }
 
 void frmTest::dropEvent(QDropEvent* event) {
   const QString file = DraggedFile(event->mimeData());
-  if (file.isEmpty()) {
-    return;
-  }
-  event->acceptProposedAction();
-  if (!IsPaletteFile(file)) {
+  if (IsSupFile(file)) {
+    event->acceptProposedAction();
     PrepareForLoading();
     LoadSup(file);
-  } else if (Command_LoadPalette->isEnabled()) {
+  } else if (IsPaletteFile(file) && Command_LoadPalette->isEnabled()) {
+    event->acceptProposedAction();
     LoadPalette(file);
   }
 }

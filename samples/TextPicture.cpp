@@ -71,10 +71,11 @@ std::uint8_t CodeOf(std::uint8_t body, std::uint8_t outline) {
   return outline >= Half ? 2 : 0;
 }
 
-/// The pixels that the shape touches with a margin, grown to an even height.
+/// The pixels that the shape touches with a margin, grown to an even size: authoring tools make odd pictures
+/// even with a transparent border, which is a fifth colour in a box that uses all four codes.
 QRect PictureArea(const QPainterPath& shape) {
   QRect area = shape.boundingRect().toAlignedRect().adjusted(-BoxMargin, -BoxMargin, BoxMargin, BoxMargin);
-  area.setHeight(area.height() + area.height() % 2);
+  area.setSize({area.width() + area.width() % 2, area.height() + area.height() % 2});
   return area;
 }
 
