@@ -3,20 +3,12 @@
 #include <optional>
 
 #include "base/ByteReader.h"
+#include "sup/SpuCommand.h"
 
 namespace quillmark {
 namespace {
 
 using Ending = ControlSurvey::Ending;
-
-enum Command : std::uint8_t {
-  SetColour = 0x03,
-  SetContrast = 0x04,
-  SetDisplayArea = 0x05,
-  SetFieldOffsets = 0x06,
-  ChangeColours = 0x07,
-  EndOfSequence = 0xFF,
-};
 
 std::int32_t PositionOf(const ByteReader& reader) {
   return static_cast<std::int32_t>(reader.Position());

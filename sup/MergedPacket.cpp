@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "sup/PacketWriter.h"
+#include "sup/SpuCommand.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -49,22 +50,22 @@ void AppendControl(PacketWriter& writer, const MergedControl& control, std::size
   const std::size_t stopSequence = controlOffset + FirstSequenceLength;
   writer.U16be(0);  // delay of the start sequence
   writer.U16be(stopSequence);
-  writer.U8(0x01);  // start display
-  writer.U8(0x03);  // set colour
+  writer.U8(StartDisplay);
+  writer.U8(SetColour);
   writer.Bytes(control.ColourBytes);
-  writer.U8(0x04);  // set contrast
+  writer.U8(SetContrast);
   writer.Bytes(control.ContrastBytes);
-  writer.U8(0x06);  // field offsets
+  writer.U8(SetFieldOffsets);
   writer.U16be(TopFieldStart);
   writer.U16be(bottomFieldStart);
-  writer.U8(0x05);  // display area
+  writer.U8(SetDisplayArea);
   AppendArea(writer, frameHeight);
-  writer.U8(0xFF);  // end of the start sequence
+  writer.U8(EndOfSequence);
   writer.U16be(control.Delay);
   writer.U16be(stopSequence);  // points to itself: the last one
-  writer.U8(0x02);             // stop display
-  writer.U8(0xFF);             // end of the stop sequence
-  writer.U8(0xFF);             // padding
+  writer.U8(StopDisplay);
+  writer.U8(EndOfSequence);
+  writer.U8(0xFF);  // padding
 }
 
 std::uint8_t NibblePair(int high, int low) {

@@ -3,17 +3,10 @@
 #include <algorithm>
 
 #include "base/ZeroExtended.h"
+#include "sup/SpuCommand.h"
 
 namespace quillmark {
 namespace {
-
-enum Command : std::uint8_t {
-  SetColour = 0x03,
-  SetContrast = 0x04,
-  SetDisplayArea = 0x05,
-  SetFieldOffsets = 0x06,
-  EndOfSequence = 0xFF,
-};
 
 /// Both nibble commands name code 3 first: high nibble before low nibble, codes 3, 2, 1, 0.
 std::array<int, 4> CodeNibbles(const ZeroExtended& unit, std::int64_t position) {

@@ -209,6 +209,19 @@ void StartIndexing(SupStream& stream) {
   stream.IndexMatchesBytes = false;
 }
 
+/// Runs `load`. A file of nothing but tiny packets can have an index several times its size; where that does
+/// not fit, the stream is left without one.
+template <typename Load>
+LoadResult WithinMemory(SupStream& stream, const Load& load) {
+  try {
+    return load();
+  } catch (const std::bad_alloc&) {
+    ClearIndex(stream);
+    stream.IndexMatchesBytes = false;
+    return Unreadable("there is not enough memory for its index");
+  }
+}
+
 LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
   StartIndexing(stream);
   MemorySource file(FilePart(bytes));
@@ -271,30 +284,34 @@ LoadResult IndexStreamFile(const std::filesystem::path& path, const FirstSubtitl
   if (!reason.empty()) {
     return Unreadable(std::move(reason));
   }
-  StartIndexing(stream);
-  stream.RawBytes.clear();
-  BufferedSource file(opened, static_cast<std::int64_t>(length));
-  const bool walked = WalkPackets(file, first, stream);
-  if (opened.bad()) {
-    return Unreadable("it cannot be read");
-  }
-  if (!walked) {
-    return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
-  }
-  stream.FileLength = static_cast<std::int32_t>(length);
-  stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
-  stream.Stats.UpdateMultipleFlags();
-  RepairEndTimes(stream);
-  return {};
+  return WithinMemory(stream, [&]() -> LoadResult {
+    StartIndexing(stream);
+    stream.RawBytes.clear();
+    BufferedSource file(opened, static_cast<std::int64_t>(length));
+    const bool walked = WalkPackets(file, first, stream);
+    if (opened.bad()) {
+      return Unreadable("it cannot be read");
+    }
+    if (!walked) {
+      return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
+    }
+    stream.FileLength = static_cast<std::int32_t>(length);
+    stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
+    stream.Stats.UpdateMultipleFlags();
+    RepairEndTimes(stream);
+    return {};
+  });
 }
 
 LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {
-  file.push_back(0);
-  LoadResult result = IndexInto(std::move(file), first, stream);
-  if (result.Result == LoadResult::Outcome::Loaded) {
-    RepairEndTimes(stream);
-  }
-  return result;
+  return WithinMemory(stream, [&] {
+    file.push_back(0);
+    LoadResult result = IndexInto(std::move(file), first, stream);
+    if (result.Result == LoadResult::Outcome::Loaded) {
+      RepairEndTimes(stream);
+    }
+    return result;
+  });
 }
 
 LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubtitle& first,
@@ -319,11 +336,13 @@ LoadResult LoadSecondaryStream(const std::filesystem::path& path, const SupStrea
     first(valid);
     return valid;
   };
-  LoadResult result = IndexInto(std::move(file.Bytes), tellValidity, secondary);
-  if (result.Result == LoadResult::Outcome::Loaded) {
-    ChainEndTimes(primary, secondary);
-  }
-  return result;
+  return WithinMemory(secondary, [&] {
+    LoadResult result = IndexInto(std::move(file.Bytes), tellValidity, secondary);
+    if (result.Result == LoadResult::Outcome::Loaded) {
+      ChainEndTimes(primary, secondary);
+    }
+    return result;
+  });
 }
 
 }  // namespace quillmark

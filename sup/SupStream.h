@@ -66,6 +66,7 @@ struct SubtitleUnit {
 };
 
 /// Subtitle `index`, which `stream` holds, with its unit copied into `buffer` as CopyUnit does.
-[[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer);
+[[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index,
+                                  std::vector<std::uint8_t>& buffer);
 
 }  // namespace quillmark
