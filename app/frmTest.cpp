@@ -106,12 +106,15 @@ void frmTest::EnableEditing(bool enabled) {
   }
 }
 
-void frmTest::EnableAfterLoading() {
-  const bool showsFirst = Text_SubNum->text() == QLatin1String("1");
-  const bool severalToShow = showsFirst && primary_.Count >= 2;
+void frmTest::EnableSteps() {
+  const bool severalToShow = Text_SubNum->text() == QLatin1String("1") && primary_.Count >= 2;
   Command_Next->setEnabled(severalToShow);
   Command_GoTo->setEnabled(severalToShow);
   Command_Prev->setEnabled(false);
+}
+
+void frmTest::EnableChanges() {
+  const bool showsFirst = Text_SubNum->text() == QLatin1String("1");
   Command_Reload->setEnabled(showsFirst);
   Command_SetActual->setEnabled(showsFirst);
   Command_SetAll->setEnabled(showsFirst);

@@ -46,7 +46,10 @@ class frmTest : public QMainWindow, private frmTestControls {
   void AddShortcuts();
   void ShowImagingError(const QString& source, int status, const QString& text);
   void EnableEditing(bool enabled);
-  void EnableAfterLoading();
+  /// The commands that step through a stream, and those that change the subtitle shown, as a load leaves
+  /// them.
+  void EnableSteps();
+  void EnableChanges();
   [[nodiscard]] std::int64_t SubtitleNumber() const;
   [[nodiscard]] bool ShowsSubtitle() const;
 
@@ -54,7 +57,9 @@ class frmTest : public QMainWindow, private frmTestControls {
   void Command_LoadSup_Click();
   void PrepareForLoading();
   void LoadSup(const QString& path);
-  void LoadPrimaryStream();
+  /// false when there was nothing to read and the stream loaded before stays.
+  [[nodiscard]] bool LoadPrimaryStream();
+  void KeepStream();
   void TellUnreadable(const QString& path, const LoadResult& result);
 
   // frmTest_navigation.cpp
@@ -69,9 +74,10 @@ class frmTest : public QMainWindow, private frmTestControls {
   [[nodiscard]] bool ConvertSubtitle(const SubtitleUnit& unit, const QString& supPath);
   [[nodiscard]] bool ConvertMergedSubtitle(const SubtitleUnit& primary, const SubtitleUnit& secondary);
   void ShowDetails(const SubtitleDescription& description);
-  /// These two do nothing unless pictures are to be saved; false when something could not be written, of
-  /// which the user was told.
-  bool ExportSubtitle(const SubtitleDescription& description, const QString& supPath);
+  enum class ListFailure { Told, Ignored };
+  /// These two do nothing unless pictures are to be saved; false when something could not be written.
+  bool ExportSubtitle(const SubtitleDescription& description, const QString& supPath,
+                      ListFailure failure = ListFailure::Told);
   bool SavePicture(cBitmap& picture);
   void RenderSubtitle(std::span<const std::uint8_t> unit);
   void RenderMergedSubtitle(const MergedInput& input);
@@ -109,7 +115,7 @@ class frmTest : public QMainWindow, private frmTestControls {
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
   [[nodiscard]] QString SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t index, QFile& file);
-  [[nodiscard]] bool ExportMerged(const MergedStreamEncoder& encoder);
+  [[nodiscard]] bool SaveMergedPicture(const MergedStreamEncoder& encoder);
 
   cGDIP gdip_;
   SupStream primary_;

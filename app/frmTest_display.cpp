@@ -51,7 +51,8 @@ void frmTest::ShowDetails(const SubtitleDescription& description) {
   SetIfChanged(Text_Dur, description.Duration);
 }
 
-bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QString& supPath) {
+bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QString& supPath,
+                             ListFailure failure) {
   picturePath_.clear();
   if (!Check_SavePics->isChecked()) {
     return true;
@@ -59,7 +60,7 @@ bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QStri
   const ExportPaths paths = ExportPathsFor(supPath);
   const SubtitleExport exported = DescribeExport(description, paths);
   const bool listed = AppendSpuLine(paths.List, exported.ListLine);
-  if (!listed) {
+  if (!listed && failure == ListFailure::Told) {
     ShowMessage(this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(paths.List));
   }
   EnsurePictureFolder(paths.Folder);
@@ -102,7 +103,6 @@ void frmTest::Option_File_Click() {
   if (!FileExists(Text_GraphFile->text())) {
     ShowMessage(this, QStringLiteral("Select a valid graphics file first"));
     Option_Checker->setChecked(true);
-    return;
   }
   RefreshCodeColours();
 }

@@ -1,4 +1,4 @@
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -32,6 +32,11 @@ bool IsSupFile(const QString& path) {
   return path.endsWith(QLatin1String(".sup"), Qt::CaseInsensitive);
 }
 
+/// A file dropped in the middle of a command would change the streams below it.
+bool IsBusy() {
+  return QApplication::activeModalWidget() != nullptr || QGuiApplication::overrideCursor() != nullptr;
+}
+
 }  // namespace
 
 void frmTest::OpenCommandLine(const QString& commandLine) {
@@ -49,7 +54,7 @@ void frmTest::Command_LoadSup_Click() {
   const QString path =
       OpenFileName(this, Text1->text(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
   if (path.isEmpty()) {
-    EnableAfterLoading();
+    EnableChanges();
   } else {
     LoadSup(path);
   }
@@ -58,56 +63,74 @@ void frmTest::Command_LoadSup_Click() {
 void frmTest::PrepareForLoading() {
   EnableEditing(true);
   primary_.Count = 0;
+  secondary_.Count = 0;
   mergeMode_ = false;
 }
 
 void frmTest::LoadSup(const QString& path) {
   Text1->setText(path);
-  LoadPrimaryStream();
-  EnableAfterLoading();
+  if (LoadPrimaryStream()) {
+    EnableSteps();
+    EnableChanges();
+  }
 }
 
-void frmTest::LoadPrimaryStream() {
+bool frmTest::LoadPrimaryStream() {
   HourglassPointer hourglass;
   const QString path = Text1->text();
-  bool firstShown = false;
+  bool hasFirst = false;
   const LoadResult result = quillmark::LoadPrimaryStream(
       PathFromUtf8(path.toStdString()),
       [&](const SubtitleUnit& unit) {
-        firstShown = ConvertSubtitle(unit, path);
-        if (!firstShown) {
+        hasFirst = true;
+        const bool shown = ConvertSubtitle(unit, path);
+        if (!shown) {
           hourglass.Release();
           ShowMessage(this, QStringLiteral("Error converting subtitle!"));
         }
-        return firstShown;
+        Text_SubNum->setText(shown ? QStringLiteral("1") : QStringLiteral("0"));
+        return shown;
       },
       primary_);
   hourglass.Release();
   if (result.Result == LoadResult::Outcome::Unreadable) {
     TellUnreadable(path, result);
-    return;
+    KeepStream();
+    return false;
   }
-  Text_SubNum->setText(firstShown ? QStringLiteral("1") : QStringLiteral("0"));
   if (result.Result == LoadResult::Outcome::NoSignature) {
     ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
-    return;
+    return true;
   }
   primary_.Path = path.toStdString();
+  if (!hasFirst) {
+    Text_SubNum->setText(QStringLiteral("0"));
+  }
   // The report covers part of the window; what it reports on is painted first.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   ShowMessage(this, QString::fromStdString(PrimaryReport(primary_)));
+  return true;
 }
 
 void frmTest::TellUnreadable(const QString& path, const LoadResult& result) {
   ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(result.Reason)));
-  // The stream loaded before is still whole; it stays the one that the window works on.
-  if (primary_.Holds(0)) {
-    primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
-    Text1->setText(QString::fromStdString(primary_.Path));
+}
+
+void frmTest::KeepStream() {
+  if (!primary_.Holds(0)) {
+    return;
+  }
+  primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
+  Text1->setText(QString::fromStdString(primary_.Path));
+  for (QPushButton* command : {Command_Reload, Command_SetActual, Command_SetAll}) {
+    command->setEnabled(Text_SubNum->text() != QLatin1String("0"));
   }
 }
 
 void frmTest::dragEnterEvent(QDragEnterEvent* event) {
+  if (IsBusy()) {
+    return;
+  }
   const QString file = DraggedFile(event->mimeData());
   if (IsSupFile(file) || (IsPaletteFile(file) && Command_LoadPalette->isEnabled())) {
     event->acceptProposedAction();
@@ -115,6 +138,9 @@ void frmTest::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void frmTest::dropEvent(QDropEvent* event) {
+  if (IsBusy()) {
+    return;
+  }
   const QString file = DraggedFile(event->mimeData());
   if (IsSupFile(file)) {
     event->acceptProposedAction();

@@ -101,7 +101,9 @@ bool frmTest::AskForOffset() {
                                 QStringLiteral("Y-Offset for secondary stream"), QStringLiteral("-400"));
   const auto offset = RoundedOffset(LeadingNumber(reply.toStdString()));
   if (!offset) {
-    ShowMessage(this, QStringLiteral("The offset %1 is not between -32768 and 32767").arg(reply));
+    ShowMessage(this, QStringLiteral("The offset %1 is not between -32768 and 32767; it stays %2")
+                          .arg(reply)
+                          .arg(yOffset_));
     return false;
   }
   yOffset_ = *offset;
@@ -160,7 +162,9 @@ void frmTest::RenderMergedSubtitle(const MergedInput& input) {
   const auto draw = [&](std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
     cBitmap picture(&gdip_);
     DecodePicture(unit, control, input.Colours, picture);
-    Picture1->Picture().Draw(picture, control.X1, control.Y1 + moved, &gdip_);
+    if (picture.Width() > 0) {
+      Picture1->Picture().Draw(picture, control.X1, control.Y1 + moved, &gdip_);
+    }
   };
   draw(input.PrimaryUnit, input.Primary, 0);
   draw(input.SecondaryUnit, input.Secondary, input.YOffset);
@@ -194,16 +198,23 @@ void frmTest::SaveMerged(const QString& path) {
   MergedStreamEncoder encoder(primary_, secondary_,
                               {.Palette = Palette(), .YOffset = yOffset_, .FrameHeight = Picture1->Lines()});
   QString failure;
-  bool exporting = true;
+  const QString shownPicture = picturePath_;
+  auto listFailure = ListFailure::Told;
+  bool savingPictures = true;
   for (std::int32_t index = 0; index < primary_.Count && failure.isEmpty(); ++index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     failure = SaveMergedSubtitle(encoder, index, file);
-    // A folder that takes no picture would take none of the others: one message is enough.
-    if (exporting && !encoder.Packet().empty()) {
-      exporting = ExportMerged(encoder);
+    if (encoder.Packet().empty()) {
+      continue;
     }
+    // What takes neither line nor picture now will take none of the others: one message each is enough.
+    if (!ExportSubtitle(encoder.Description(), Text1->text(), listFailure)) {
+      listFailure = ListFailure::Ignored;
+    }
+    savingPictures = savingPictures && SaveMergedPicture(encoder);
   }
+  picturePath_ = shownPicture;
   if (failure.isEmpty() && !file.flush()) {
     failure = file.errorString();
   }
@@ -231,14 +242,13 @@ QString frmTest::SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t i
                                                                                     : file.errorString();
 }
 
-bool frmTest::ExportMerged(const MergedStreamEncoder& encoder) {
-  const bool listed = ExportSubtitle(encoder.Description(), Text1->text());
+bool frmTest::SaveMergedPicture(const MergedStreamEncoder& encoder) {
   if (picturePath_.isEmpty()) {
-    return listed;
+    return true;
   }
   cBitmap picture(&gdip_);
   encoder.CopyPictureTo(picture);
-  return SavePicture(picture) && listed;
+  return SavePicture(picture);
 }
 
 }  // namespace quillmark

@@ -77,7 +77,8 @@ bool frmTest::ShowSubtitle(std::int64_t number) {
     return false;
   }
   const SubtitleUnit unit = UnitOf(primary_, index, unit_);
-  const std::int64_t over = mergeMode_ ? ChooseSecondary(primary_, index, secondary_) : -1;
+  const std::int64_t over =
+      mergeMode_ && secondary_.Count >= 1 ? ChooseSecondary(primary_, index, secondary_) : -1;
   return over >= 0 ? ConvertMergedSubtitle(unit, UnitOf(secondary_, over, secondaryUnit_))
                    : ConvertSubtitle(unit, Text1->text());
 }

@@ -15,14 +15,8 @@ CommandResult Assign(const AssignOptions& options, const Console& console) {
     return range;
   }
   const std::int64_t last = options.Only.Last.value_or(stream.Count);
-  for (std::int64_t number = options.Only.First; number <= last; ++number) {
-    if (options.Colours) {
-      AssignColours(stream, number - 1, *options.Colours);
-    }
-    if (options.Opacities) {
-      AssignContrasts(stream, number - 1, *options.Opacities);
-    }
-  }
+  AssignCodes(stream, options.Only.First - 1, last,
+              {.Colours = options.Colours, .Contrasts = options.Opacities});
   if (console.Interrupted()) {
     return Interrupted();
   }

@@ -82,7 +82,7 @@ ImagingStatus Encode(const QImage& image, const QByteArray& format, QByteArray& 
 /// Writes the whole file, or leaves none. The disk is not waited for: a picture can be exported again, and
 /// the wait would cost more than the encoding.
 ImagingStatus WriteNew(QFile& file, const QByteArray& bytes) {
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
     const bool hasFolder = QFileInfo(QFileInfo(file).path()).isDir();
     return hasFolder ? ImagingStatus::AccessDenied : ImagingStatus::FileNotFound;
   }
@@ -95,19 +95,22 @@ ImagingStatus WriteNew(QFile& file, const QByteArray& bytes) {
   return ImagingStatus::Ok;
 }
 
-/// Writes a second file beside the existing one, which then takes its place; where a symbolic link is the
-/// existing file, that of the file which it names.
-ImagingStatus Replace(const QFileInfo& existing, const QByteArray& bytes) {
-  if (!existing.isFile() || !existing.isWritable()) {
+/// Writes a second file beside `path`, which then takes its place, so that whatever happens there is a whole
+/// picture or none. Where a symbolic link stands there, the file that it names is replaced.
+ImagingStatus Write(const QString& path, const QByteArray& bytes) {
+  const QFileInfo existing(path);
+  if (existing.exists() && (!existing.isFile() || !existing.isWritable())) {
     return ImagingStatus::AccessDenied;
   }
-  const QString target = existing.canonicalFilePath();
+  const QString target = existing.exists() ? existing.canonicalFilePath() : path;
   QFile beside(QStringLiteral("%1.%2").arg(target).arg(QCoreApplication::applicationPid()));
   const ImagingStatus status = WriteNew(beside, bytes);
   if (status != ImagingStatus::Ok) {
     return status;
   }
-  beside.setPermissions(existing.permissions());
+  if (existing.exists()) {
+    beside.setPermissions(existing.permissions());
+  }
   std::error_code failure;
   std::filesystem::rename(beside.filesystemFileName(), QFileInfo(target).filesystemFilePath(), failure);
   if (failure) {
@@ -115,15 +118,6 @@ ImagingStatus Replace(const QFileInfo& existing, const QByteArray& bytes) {
     return ImagingStatus::FileSystemError;
   }
   return ImagingStatus::Ok;
-}
-
-ImagingStatus Write(const QString& path, const QByteArray& bytes) {
-  const QFileInfo existing(path);
-  if (existing.exists()) {
-    return Replace(existing, bytes);
-  }
-  QFile file(path);
-  return WriteNew(file, bytes);
 }
 
 }  // namespace

@@ -57,12 +57,4 @@ void AssignCodes(SupStream& stream, std::int64_t first, std::int64_t end, const 
   }
 }
 
-void AssignColours(SupStream& stream, std::int64_t index, const CodeNibbles& colours) {
-  AssignCodes(stream, index, index + 1, {.Colours = colours, .Contrasts = std::nullopt});
-}
-
-void AssignContrasts(SupStream& stream, std::int64_t index, const CodeNibbles& contrasts) {
-  AssignCodes(stream, index, index + 1, {.Colours = std::nullopt, .Contrasts = contrasts});
-}
-
 }  // namespace quillmark

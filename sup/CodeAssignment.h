@@ -25,8 +25,4 @@ struct CodeAssignment {
 /// all of the subtitles.
 void AssignCodes(SupStream& stream, std::int64_t first, std::int64_t end, const CodeAssignment& codes);
 
-/// The same for one command of one subtitle.
-void AssignColours(SupStream& stream, std::int64_t index, const CodeNibbles& colours);
-void AssignContrasts(SupStream& stream, std::int64_t index, const CodeNibbles& contrasts);
-
 }  // namespace quillmark

@@ -23,6 +23,9 @@ void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint
 
 SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
   CopyUnit(stream, index, buffer);
+  if (!stream.Holds(index)) {
+    return {};
+  }
   const auto i = static_cast<std::size_t>(index);
   return {.Bytes = buffer, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]};
 }

@@ -65,7 +65,8 @@ struct SubtitleUnit {
   std::int64_t StartTime = 0;      ///< 90 kHz ticks
 };
 
-/// Subtitle `index`, which `stream` holds, with its unit copied into `buffer` as CopyUnit does.
+/// Subtitle `index` with its unit copied into `buffer` as CopyUnit does; an empty, invalid one when the
+/// stream does not hold it.
 [[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index,
                                   std::vector<std::uint8_t>& buffer);
 

@@ -36,6 +36,14 @@ Bytes Changed(Bytes file, std::initializer_list<Change> changes) {
   return file;
 }
 
+void AssignColours(SupStream& stream, std::int64_t index, const CodeNibbles& colours) {
+  AssignCodes(stream, index, index + 1, {.Colours = colours, .Contrasts = std::nullopt});
+}
+
+void AssignContrasts(SupStream& stream, std::int64_t index, const CodeNibbles& contrasts) {
+  AssignCodes(stream, index, index + 1, {.Colours = std::nullopt, .Contrasts = contrasts});
+}
+
 TEST(AssignColours, WritesTheTwoArgumentBytesAndNoOther) {
   const Bytes file = PacketBuilder().Build();
   SupStream stream = Index(file);
