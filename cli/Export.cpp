@@ -1,6 +1,11 @@
+#include <algorithm>
+#include <atomic>
 #include <span>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <utility>
+#include <vector>
 
 #include <QDir>
 
@@ -13,7 +18,7 @@
 namespace quillmark {
 namespace {
 
-/// Writes the pictures of one stream and gathers their list.
+/// Writes the pictures of one stream, several at once, and gathers their list.
 class PictureWriter {
  public:
   PictureWriter(const DvdPalette& palette, ExportPaths paths)
@@ -25,19 +30,44 @@ class PictureWriter {
                                         : Failed(paths_.Folder.toStdString(), "the folder cannot be created");
   }
 
-  /// An area without pixels has a line and no picture, as when it is shown.
+  /// Takes the next subtitle; its picture is written with those of others. An area without pixels has a line
+  /// and no picture, as when it is shown.
   CommandResult Add(std::span<const std::uint8_t> unit, const SubtitleDescription& description) {
     const SubtitleExport names = DescribeExport(description, paths_);
     list_ += names.ListLine.toStdString();
     cBitmap picture;
     DecodePicture(unit, description.Control, MakeCodeColours(palette_, description.Control), picture);
-    if (picture.Width() > 0) {
-      picture.SaveToFile(names.PicturePath, png_);
-      ++pictures_;
+    if (picture.LastStatus() != 0) {
+      return FailedPicture(names.PicturePath, picture);
     }
-    return picture.LastStatus() == 0 ? CommandResult()
-                                     : Failed(names.PicturePath.toStdString(),
-                                              cGDIP::StatusText(picture.LastStatus()).toStdString());
+    if (picture.Width() > 0) {
+      Hold(names.PicturePath, std::move(picture));
+    }
+    return held_.size() < MostHeld && heldPixels_ < MostHeldPixels ? CommandResult() : WriteHeld();
+  }
+
+  /// Writes the pictures that were taken last. Nearly all of an export's time goes into packing them, which
+  /// is why the processor's cores share them.
+  CommandResult WriteHeld() {
+    std::atomic<std::size_t> next = 0;
+    const auto write = [&] {
+      for (std::size_t i = next++; i < held_.size(); i = next++) {
+        held_[i].Picture.SaveToFile(held_[i].Path, png_);
+      }
+    };
+    {
+      std::vector<std::jthread> helpers;
+      try {
+        while (helpers.size() + 1 <
+               std::min<std::size_t>(std::thread::hardware_concurrency(), held_.size())) {
+          helpers.emplace_back(write);
+        }
+      } catch (const std::system_error&) {
+        // No more threads to be had; this one does what they would have done.
+      }
+      write();
+    }
+    return TakeResult();
   }
 
   CommandResult WriteList(const Console& console) const {
@@ -52,10 +82,47 @@ class PictureWriter {
   }
 
  private:
+  struct HeldPicture {
+    QString Path;
+    cBitmap Picture;
+  };
+
+  /// Enough to keep every core busy, few enough that an interruption is not waited for.
+  static constexpr std::size_t MostHeld = 64;
+  static constexpr std::int64_t MostHeldPixels = std::int64_t{16} * FrameWidth * FrameHeight576;
+
+  static CommandResult FailedPicture(const QString& path, const cBitmap& picture) {
+    return Failed(path.toStdString(), cGDIP::StatusText(picture.LastStatus()).toStdString());
+  }
+
+  /// Of pictures with one name the last one is the one to stay.
+  void Hold(const QString& path, cBitmap picture) {
+    ++pictures_;
+    heldPixels_ += std::int64_t{picture.Width()} * picture.Height();
+    const auto same = std::ranges::find(held_, path, &HeldPicture::Path);
+    if (same != held_.end()) {
+      same->Picture = std::move(picture);
+    } else {
+      held_.push_back({.Path = path, .Picture = std::move(picture)});
+    }
+  }
+
+  CommandResult TakeResult() {
+    const auto failed =
+        std::ranges::find_if(held_, [](const HeldPicture& held) { return held.Picture.LastStatus() != 0; });
+    CommandResult result =
+        failed != held_.end() ? FailedPicture(failed->Path, failed->Picture) : CommandResult();
+    held_.clear();
+    heldPixels_ = 0;
+    return result;
+  }
+
   const DvdPalette& palette_;
   ExportPaths paths_;
   int png_;
   std::string list_;
+  std::vector<HeldPicture> held_;
+  std::int64_t heldPixels_ = 0;
   std::int64_t pictures_ = 0;
 };
 
@@ -75,7 +142,8 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
   ProgressBar progress(console, count);
   for (std::int64_t number = options.Only.First; number <= last; ++number) {
     if (console.Interrupted()) {
-      return Interrupted();
+      const CommandResult written = writer.WriteHeld();
+      return written.IsDone() ? Interrupted() : written;
     }
     progress.Show(number - options.Only.First);
     const auto description = reader.Read(number - 1);
@@ -86,6 +154,9 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
     } else if (CommandResult added = writer.Add(reader.Unit(), *description); !added.IsDone()) {
       return added;
     }
+  }
+  if (CommandResult written = writer.WriteHeld(); !written.IsDone()) {
+    return written;
   }
   progress.Clear();
   if (CommandResult written = writer.WriteList(console); !written.IsDone()) {

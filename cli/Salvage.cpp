@@ -45,7 +45,7 @@ CommandResult Salvage(const SalvageOptions& options, const Console& console) {
     return Interrupted();
   }
   // A stream without damage is one span already.
-  const CommandResult written = salvaged.Kept.size() == 1 ? WriteFile(options.Out, salvaged.Kept.front())
+  CommandResult written = salvaged.Kept.size() == 1 ? WriteFile(options.Out, salvaged.Kept.front())
                                                           : WriteFile(options.Out, Joined(salvaged));
   if (written.IsDone()) {
     TellWhatWasKept(salvaged, console);

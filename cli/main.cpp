@@ -6,6 +6,9 @@
 #include "cli/CommandLine.h"
 #include "cli/Interruption.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #ifdef _WIN32
 #include <io.h>
 #else
@@ -22,10 +25,21 @@ bool ErrorOutputIsTerminal() {
 #endif
 }
 
+/// Every picture's memory is given back before the next one takes it again. To return it to the system in
+/// between, as the C library would, takes a tenth of an export's time.
+void KeepFreedMemory() {
+#ifdef __GLIBC__
+  constexpr int LargerThanAnyPicture = 4 << 20;
+  mallopt(M_MMAP_THRESHOLD, LargerThanAnyPicture);
+  mallopt(M_TRIM_THRESHOLD, 16 * LargerThanAnyPicture);
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
+  KeepFreedMemory();
   const quillmark::Console console{.Out = std::cout,
                                    .Err = std::cerr,
                                    .ErrIsTerminal = ErrorOutputIsTerminal(),

@@ -157,7 +157,7 @@ std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from) {
 
 std::size_t PacketEnd(std::span<const std::uint8_t> file, std::size_t offset) {
   const std::size_t unit = offset + UnitStart;
-  return unit + file[unit] * 256U + file[unit + 1];
+  return unit + std::size_t{file[unit]} * 256 + file[unit + 1];
 }
 
 SalvagedStream SalvageStream(std::span<const std::uint8_t> file) {

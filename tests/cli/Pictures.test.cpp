@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QImage>
 
 #include "cli/Commands.h"
@@ -233,6 +235,28 @@ TEST_F(ExportCommand, PaletteThatCannotBeTaken) {
   EXPECT_EQ(run.ExitCode, 1);
   EXPECT_EQ(run.Err, "quillmark-cli: p.pal: Illegal file: not exactly 16 lines with a colour\n");
   EXPECT_FALSE(Exists("a_SubPng"));
+}
+
+TEST_F(ExportCommand, OfPicturesWithOneNameTheLastStays) {
+  // The start-up palette's entry 4 is yellow.
+  Write("a.sup", Join({Sound(Second).Build(), Sound(Second + 1).Colour(3, 2, 4, 0).Build()}));
+  ASSERT_EQ(Run({"export", "a.sup"}).ExitCode, 0);
+  EXPECT_EQ(QImage(QString::fromStdString(Path("a_SubPng/00+00+01+00.png"))).pixel(0, 0), 0xFFFDFF04);
+  const std::string list = ReadText("a_spu.xml");
+  EXPECT_EQ(std::ranges::count(list, '\n'), 2);
+}
+
+TEST_F(ExportCommand, ManyPicturesAreAllWritten) {
+  Bytes stream;
+  for (int i = 0; i < 200; ++i) {
+    const Bytes packet = Sound(i * 2 * Second).Area(0, 3 + static_cast<unsigned>(i), 0, 1).Build();
+    stream.insert(stream.end(), packet.begin(), packet.end());
+  }
+  Write("a.sup", stream);
+  EXPECT_THAT(Run({"export", "a.sup"}).Out, HasSubstr("wrote 200 pictures"));
+  EXPECT_EQ(QImage(QString::fromStdString(Path("a_SubPng/00+00+00+00.png"))).size(), QSize(4, 2));
+  EXPECT_EQ(QImage(QString::fromStdString(Path("a_SubPng/00+02+08+00.png"))).size(), QSize(68, 2));
+  EXPECT_EQ(QImage(QString::fromStdString(Path("a_SubPng/00+06+38+00.png"))).size(), QSize(203, 2));
 }
 
 TEST_F(ExportCommand, EmptyStreamHasAnEmptyList) {
