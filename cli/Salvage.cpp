@@ -46,7 +46,7 @@ CommandResult Salvage(const SalvageOptions& options, const Console& console) {
   }
   // A stream without damage is one span already.
   CommandResult written = salvaged.Kept.size() == 1 ? WriteFile(options.Out, salvaged.Kept.front())
-                                                          : WriteFile(options.Out, Joined(salvaged));
+                                                    : WriteFile(options.Out, Joined(salvaged));
   if (written.IsDone()) {
     TellWhatWasKept(salvaged, console);
   }
