@@ -24,6 +24,8 @@ testPackages=(
   libclang-rt-14-dev
   libgmock-dev
   libgtest-dev
+  llvm-14
   pkg-config
+  zlib1g-dev
   zlib1g-dev
 )
