@@ -19,6 +19,7 @@ testPackages=(
   clang-format-14
   clang-tidy-14
   dvdauthor
+  groff-base
   libavcodec-dev
   libbenchmark-dev
   libclang-rt-14-dev
@@ -26,6 +27,5 @@ testPackages=(
   libgtest-dev
   llvm-14
   pkg-config
-  zlib1g-dev
   zlib1g-dev
 )
