@@ -75,10 +75,11 @@ class frmTest : public QMainWindow, private frmTestControls {
   [[nodiscard]] bool ConvertMergedSubtitle(const SubtitleUnit& primary, const SubtitleUnit& secondary);
   void ShowDetails(const SubtitleDescription& description);
   enum class ListFailure { Told, Ignored };
-  /// These two do nothing unless pictures are to be saved; false when something could not be written.
+  /// These two do nothing unless pictures are to be saved; false when the list could not be written.
   bool ExportSubtitle(const SubtitleDescription& description, const QString& supPath,
                       ListFailure failure = ListFailure::Told);
-  bool SavePicture(cBitmap& picture);
+  void SavePicture(cBitmap& picture);
+  void TellListFailure(const QString& supPath);
   void RenderSubtitle(std::span<const std::uint8_t> unit);
   void RenderMergedSubtitle(const MergedInput& input);
   void DrawFrameBackground();
@@ -115,7 +116,8 @@ class frmTest : public QMainWindow, private frmTestControls {
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
   [[nodiscard]] QString SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t index, QFile& file);
-  [[nodiscard]] bool SaveMergedPicture(const MergedStreamEncoder& encoder);
+  /// The imaging status of a picture that could not be written; 0 when it was, or was not asked for.
+  [[nodiscard]] int SaveMergedPicture(const MergedStreamEncoder& encoder);
 
   cGDIP gdip_;
   SupStream primary_;

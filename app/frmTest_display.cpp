@@ -61,7 +61,7 @@ bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QStri
   const SubtitleExport exported = DescribeExport(description, paths);
   const bool listed = AppendSpuLine(paths.List, exported.ListLine);
   if (!listed && failure == ListFailure::Told) {
-    ShowMessage(this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(paths.List));
+    TellListFailure(supPath);
   }
   EnsurePictureFolder(paths.Folder);
   picturePath_ = exported.PicturePath;
@@ -87,12 +87,14 @@ void frmTest::DrawFrameBackground() {
   Picture1->Picture().DrawBackground(Picture1->Lines(), background, &gdip_);
 }
 
-bool frmTest::SavePicture(cBitmap& picture) {
-  if (!Check_SavePics->isChecked() || picturePath_.isEmpty()) {
-    return true;
+void frmTest::SavePicture(cBitmap& picture) {
+  if (Check_SavePics->isChecked() && !picturePath_.isEmpty()) {
+    picture.SaveToFile(picturePath_, cBitmap::EncoderIndex(QStringLiteral("*.png")));
   }
-  picture.SaveToFile(picturePath_, cBitmap::EncoderIndex(QStringLiteral("*.png")));
-  return picture.LastStatus() == 0;
+}
+
+void frmTest::TellListFailure(const QString& supPath) {
+  ShowMessage(this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(ExportPathsFor(supPath).List));
 }
 
 void frmTest::SetFrameLines(int lines) {

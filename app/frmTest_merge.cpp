@@ -199,8 +199,8 @@ void frmTest::SaveMerged(const QString& path) {
                               {.Palette = Palette(), .YOffset = yOffset_, .FrameHeight = Picture1->Lines()});
   QString failure;
   const QString shownPicture = picturePath_;
-  auto listFailure = ListFailure::Told;
-  bool savingPictures = true;
+  bool listed = true;
+  int pictureStatus = 0;
   for (std::int32_t index = 0; index < primary_.Count && failure.isEmpty(); ++index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -208,11 +208,12 @@ void frmTest::SaveMerged(const QString& path) {
     if (encoder.Packet().empty()) {
       continue;
     }
-    // What takes neither line nor picture now will take none of the others: one message each is enough.
-    if (!ExportSubtitle(encoder.Description(), Text1->text(), listFailure)) {
-      listFailure = ListFailure::Ignored;
+    // What takes neither line nor picture now will take none of the others: one message each is enough, and
+    // it can wait for the end.
+    listed = ExportSubtitle(encoder.Description(), Text1->text(), ListFailure::Ignored) && listed;
+    if (pictureStatus == 0) {
+      pictureStatus = SaveMergedPicture(encoder);
     }
-    savingPictures = savingPictures && SaveMergedPicture(encoder);
   }
   picturePath_ = shownPicture;
   if (failure.isEmpty() && !file.flush()) {
@@ -221,6 +222,12 @@ void frmTest::SaveMerged(const QString& path) {
   file.close();
   setWindowTitle(caption);
   hourglass.Release();
+  if (!listed) {
+    TellListFailure(Text1->text());
+  }
+  if (pictureStatus != 0) {
+    gdip_.ReportError(pictureStatus, QStringLiteral("cBitmap"));
+  }
   if (!failure.isEmpty()) {
     ShowMessage(this, QStringLiteral("%1 is not complete: %2").arg(path, failure));
   }
@@ -242,13 +249,13 @@ QString frmTest::SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t i
                                                                                     : file.errorString();
 }
 
-bool frmTest::SaveMergedPicture(const MergedStreamEncoder& encoder) {
-  if (picturePath_.isEmpty()) {
-    return true;
+int frmTest::SaveMergedPicture(const MergedStreamEncoder& encoder) {
+  cBitmap picture;
+  if (!picturePath_.isEmpty()) {
+    encoder.CopyPictureTo(picture);
+    SavePicture(picture);
   }
-  cBitmap picture(&gdip_);
-  encoder.CopyPictureTo(picture);
-  return SavePicture(picture);
+  return picture.LastStatus();
 }
 
 }  // namespace quillmark
