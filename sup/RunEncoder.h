@@ -112,8 +112,9 @@ inline constexpr std::size_t BlockSize = 64;
 template <typename Cell>
 [[nodiscard]] std::uint64_t RunStartsInBlock(const Cell* cells) {
   std::array<std::uint8_t, BlockSize> differs;
+  const Cell* const before = cells - 1;
   for (std::size_t i = 0; i < BlockSize; ++i) {
-    differs[i] = cells[i] != cells[i - 1] ? 1 : 0;
+    differs[i] = cells[i] != before[i] ? 1 : 0;
   }
   std::uint64_t starts = 0;
   for (std::size_t i = 0; i < BlockSize; i += 8) {
