@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 
 CommandResult Assign(const AssignOptions& options, const Console& console) {
   if (!options.Colours && !options.Opacities) {
@@ -24,4 +24,4 @@ CommandResult Assign(const AssignOptions& options, const Console& console) {
                    std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength)));
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -4,7 +4,7 @@
 #include "sup/StreamCheck.h"
 #include "sup/StreamLoader.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 Json ProblemObject(const StreamProblem& problem) {
@@ -44,4 +44,4 @@ CommandResult Check(const CheckOptions& options, const Console& console) {
   return result;
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -12,7 +12,7 @@
 #include "cli/Json.h"
 #include "cli/NearestMatch.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 constexpr const char* Program = "quillmark-cli";
@@ -336,4 +336,4 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
   return static_cast<int>(result.Code);
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

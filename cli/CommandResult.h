@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 enum class ExitCode : int {
   Done = 0,
@@ -35,4 +35,4 @@ inline CommandResult Interrupted() {
   return {.Code = ExitCode::Interrupted, .Reason = "interrupted"};
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -9,7 +9,7 @@
 #include "sup/CodeAssignment.h"
 
 /// The commands of quillmark-cli, one file each. File names are the bytes of the command line.
-namespace quillmark {
+namespace quillmark::cli {
 
 struct ReportOptions {
   std::string File = {};
@@ -88,4 +88,4 @@ struct SalvageOptions {
 /// A stream of the file's good packets.
 CommandResult Salvage(const SalvageOptions& options, const Console& console);
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

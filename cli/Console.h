@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// What a command talks to.
 struct Console {
@@ -20,4 +20,4 @@ struct Console {
   }
 };
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -15,7 +15,7 @@
 #include "render/Composition.h"
 #include "render/SubtitleExport.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 /// Writes the pictures of one stream, several at once, and gathers their list.
@@ -196,4 +196,4 @@ CommandResult Export(const ExportOptions& options, const Console& console) {
   return WritePictures(options, stream, writer, console);
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -8,7 +8,7 @@
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 /// A palette file is either taken or not; this tells the user which of the reasons it was.
@@ -94,4 +94,4 @@ CommandResult WriteFile(const std::string& file, std::span<const std::uint8_t> b
   return reason ? Failed(file, reason->toStdString()) : CommandResult();
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -15,7 +15,7 @@
 #include "sup/StreamLoader.h"
 #include "sup/SupStream.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// What went wrong when `file` was loaded; done when nothing did.
 CommandResult ResultOf(const LoadResult& loaded, const std::string& file);
@@ -54,4 +54,4 @@ CommandResult ToText(const std::string& file, QString& text);
 /// Writes a whole new file beside the old one, if there is one, and has it take its place.
 CommandResult WriteFile(const std::string& file, std::span<const std::uint8_t> bytes);
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -29,4 +29,4 @@ bool InterruptionGuard::Interrupted() {
   return interrupted != 0;
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

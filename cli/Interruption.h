@@ -1,6 +1,6 @@
 #pragma once
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// While one exists, the first SIGINT is only remembered, so that the work at hand can end in order; the
 /// second one ends the program as ever. A program started with SIGINT ignored goes on ignoring it. One at a
@@ -19,4 +19,4 @@ class InterruptionGuard {
   Handler previous_;
 };
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

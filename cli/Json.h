@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// Keeps its members in the order in which they are set.
 using Json = nlohmann::ordered_json;
@@ -33,4 +33,4 @@ class JsonArrayWriter {
   bool empty_ = true;
 };
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

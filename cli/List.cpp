@@ -8,7 +8,7 @@
 #include "render/SubtitleDescription.h"
 #include "sup/Timecode.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 /// One subtitle as the index and its control sequences have it.
@@ -117,4 +117,4 @@ CommandResult List(const ListOptions& options, const Console& console) {
   return {};
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

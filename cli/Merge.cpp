@@ -9,7 +9,7 @@
 #include "cli/ProgressBar.h"
 #include "render/MergedStreamEncoder.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 CommandResult CheckPrimary(const std::string& file, const SupStream& primary) {
@@ -108,4 +108,4 @@ CommandResult Merge(const MergeOptions& options, const Console& console) {
   return out.commit() ? CommandResult() : Failed(options.Out, out.errorString().toStdString());
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

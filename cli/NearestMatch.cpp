@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 std::size_t EditDistance(std::string_view a, std::string_view b) {
   // Rows of the table of distances between the beginnings of both words; three are enough for swaps.
@@ -41,4 +41,4 @@ std::string NearestMatch(std::string_view word, const std::vector<std::string>& 
   return nearest;
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// Insertions, deletions, replacements and swaps of neighbours that make one word of the other.
 [[nodiscard]] std::size_t EditDistance(std::string_view a, std::string_view b);
@@ -13,4 +13,4 @@ namespace quillmark {
 /// has anything in common with it.
 [[nodiscard]] std::string NearestMatch(std::string_view word, const std::vector<std::string>& candidates);
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -5,7 +5,7 @@
 #include "cli/Inputs.h"
 #include "palette/PaletteFile.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 
 CommandResult ConvertPalette(const PaletteOptions& options, const Console& console) {
   DvdPalette palette;
@@ -19,4 +19,4 @@ CommandResult ConvertPalette(const PaletteOptions& options, const Console& conso
   return WriteFile(options.Out, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -6,7 +6,7 @@
 #include "render/Composition.h"
 #include "render/SubtitleDescription.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 constexpr const char* NoBackground = "none";
@@ -96,4 +96,4 @@ CommandResult Picture(const PictureOptions& options, const Console& console) {
   return console.Interrupted() ? Interrupted() : Save(options.Out, picture);
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 constexpr std::int64_t BarWidth = 40;
@@ -35,4 +35,4 @@ void ProgressBar::Clear() {
   }
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

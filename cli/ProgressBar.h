@@ -4,7 +4,7 @@
 
 #include "cli/Console.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// "[##########          ]  50%" on standard error, redrawn in place; nothing where that is no terminal. Gone
 /// when the work is done.
@@ -25,4 +25,4 @@ class ProgressBar {
   std::int64_t shownPercent_ = -1;
 };
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

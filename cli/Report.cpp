@@ -7,7 +7,7 @@
 #include "render/SubtitleDescription.h"
 #include "sup/StreamReport.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 /// The palette entries, or contrasts, that each pixel code uses: columns `first` to `first` + 3 of the table.
@@ -75,4 +75,4 @@ CommandResult Report(const ReportOptions& options, const Console& console) {
   return result;
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -7,7 +7,7 @@
 #include "cli/Inputs.h"
 #include "sup/StreamLoader.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 void TellWhatWasKept(const SalvagedStream& salvaged, const Console& console) {
@@ -53,4 +53,4 @@ CommandResult Salvage(const SalvageOptions& options, const Console& console) {
   return written;
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

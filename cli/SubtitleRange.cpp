@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 std::optional<std::int64_t> ParseNumber(std::string_view text) {
@@ -37,4 +37,4 @@ bool IsWithin(const SubtitleRange& range, std::int64_t count) {
   return range == SubtitleRange{} || (range.First <= count && range.Last.value_or(range.First) <= count);
 }
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

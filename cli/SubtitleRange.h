@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillmark {
+namespace quillmark::cli {
 
 /// Subtitles First to Last, counted from 1, both included.
 struct SubtitleRange {
@@ -21,4 +21,4 @@ struct SubtitleRange {
 /// Whether a stream of `count` subtitles has all of them; one without any has all of "1-".
 [[nodiscard]] bool IsWithin(const SubtitleRange& range, std::int64_t count);
 
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -40,9 +40,10 @@ void KeepFreedMemory() {
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   KeepFreedMemory();
-  const quillmark::Console console{.Out = std::cout,
-                                   .Err = std::cerr,
-                                   .ErrIsTerminal = ErrorOutputIsTerminal(),
-                                   .Interrupted = quillmark::InterruptionGuard::Interrupted};
-  return quillmark::RunCommandLine(std::vector<std::string>(argv + std::min(argc, 1), argv + argc), console);
+  const quillmark::cli::Console console{.Out = std::cout,
+                                        .Err = std::cerr,
+                                        .ErrIsTerminal = ErrorOutputIsTerminal(),
+                                        .Interrupted = quillmark::cli::InterruptionGuard::Interrupted};
+  return quillmark::cli::RunCommandLine(std::vector<std::string>(argv + std::min(argc, 1), argv + argc),
+                                        console);
 }

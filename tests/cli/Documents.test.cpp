@@ -4,7 +4,7 @@
 
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using testing::IsEmpty;
@@ -136,4 +136,4 @@ TEST_F(ManualPages, AreWithoutErrors) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

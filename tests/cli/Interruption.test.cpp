@@ -9,7 +9,7 @@
 #include "cli/ProgressBar.h"
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
@@ -194,4 +194,4 @@ TEST(ProgressBarTest, DrawsEachPercentOnceAndGoesAway) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

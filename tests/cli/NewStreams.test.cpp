@@ -3,7 +3,7 @@
 
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
@@ -338,4 +338,4 @@ TEST_F(SalvageCommand, NothingGoodWritesNothing) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

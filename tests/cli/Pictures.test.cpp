@@ -5,7 +5,7 @@
 #include "cli/Commands.h"
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
@@ -266,4 +266,4 @@ TEST_F(ExportCommand, EmptyStreamHasAnEmptyList) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

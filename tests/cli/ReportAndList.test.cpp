@@ -3,7 +3,7 @@
 
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
@@ -168,4 +168,4 @@ INSTANTIATE_TEST_SUITE_P(ListCommand, ListOfAnotherMake,
                          });
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

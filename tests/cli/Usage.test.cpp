@@ -1,6 +1,6 @@
 #include "tests/cli/Program.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 using testing::AllOf;
@@ -174,4 +174,4 @@ TEST_F(Usage, FullStandardOutputIsAFailure) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli

@@ -3,7 +3,7 @@
 #include "cli/NearestMatch.h"
 #include "cli/SubtitleRange.h"
 
-namespace quillmark {
+namespace quillmark::cli {
 namespace {
 
 TEST(EditDistance, CountsInsertionsDeletionsReplacementsAndSwaps) {
@@ -53,4 +53,4 @@ TEST(IsWithin, EmptyStreamHasAllOfNothing) {
 }
 
 }  // namespace
-}  // namespace quillmark
+}  // namespace quillmark::cli
