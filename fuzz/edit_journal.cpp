@@ -1,0 +1,103 @@
+// Journals: reading one ends in a value or a refusal, and what was read reads the same when written again. As
+// the hashes keep damage away from what a record says, the input is also taken as the payloads of sound
+// records.
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <vector>
+
+#include "base/ByteReader.h"
+#include "base/ContentHash.h"
+#include "sup/EditJournal.h"
+
+namespace {
+
+using namespace quillmark;
+using Bytes = std::vector<std::uint8_t>;
+
+void Number(std::uint64_t number, Bytes& out) {
+  for (int shift = 56; shift >= 0; shift -= 8) {
+    out.push_back(static_cast<std::uint8_t>(number >> static_cast<unsigned>(shift)));
+  }
+}
+
+void Record(std::uint8_t kind, std::span<const std::uint8_t> payload, Bytes& out) {
+  const std::size_t start = out.size();
+  for (const char letter : {'Q', 'J', '1'}) {
+    out.push_back(static_cast<std::uint8_t>(letter));
+  }
+  out.push_back(kind);
+  Number(payload.size(), out);
+  Number(ContentHash(payload), out);
+  Number(ContentHash(std::span(out).subspan(start)), out);
+  out.insert(out.end(), payload.begin(), payload.end());
+}
+
+/// A journal of the records that the input names: kind, payload length, payload.
+Bytes JournalOf(std::span<const std::uint8_t> input) {
+  constexpr std::array<std::uint8_t, 16> base{};
+  Bytes journal;
+  Record('B', base, journal);
+  ByteReader reader(input);
+  for (;;) {
+    const auto kind = reader.U8();
+    const auto length = reader.U8();
+    if (!kind || !length) {
+      return journal;
+    }
+    Record(*kind, *reader.Take(std::min<std::size_t>(*length, reader.Remaining())), journal);
+  }
+}
+
+/// The records that say what was read.
+Bytes Written(const Journal& journal) {
+  Bytes bytes;
+  WriteJournalBase(journal.Base, bytes);
+  for (const JournalChange& change : journal.Changes) {
+    if (const auto* edit = std::get_if<StreamEdit>(&change.What)) {
+      WriteJournalEdit(change.Name, *edit, bytes);
+    } else {
+      WriteJournalPalette(change.Name, std::get<DvdPalette>(change.What), bytes);
+    }
+  }
+  for (std::size_t undone = journal.Done; undone < journal.Changes.size(); ++undone) {
+    WriteJournalUndo(bytes);
+  }
+  return bytes;
+}
+
+void Check(std::span<const std::uint8_t> bytes) {
+  const auto journal = ReadJournal(bytes);
+  if (!journal || journal->Length == 0) {
+    return;
+  }
+  if (journal->Length > bytes.size() || journal->Done > journal->Changes.size()) {
+    std::abort();
+  }
+  const auto again = ReadJournal(Written(*journal));
+  if (!again || again->Base != journal->Base || again->Changes != journal->Changes ||
+      again->Done != journal->Done) {
+    std::abort();
+  }
+  // No edit, however it was named, reaches outside the bytes that it is applied to.
+  Bytes content(64, 0x5A);
+  for (const JournalChange& change : journal->Changes) {
+    if (const auto* edit = std::get_if<StreamEdit>(&change.What)) {
+      StreamEdit copy = *edit;
+      const Bytes before = content;
+      if (ApplyEdit(content, copy) && (!ApplyEdit(content, copy) || content != before)) {
+        std::abort();
+      }
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Check({data, size});
+  Check(JournalOf({data, size}));
+  return 0;
+}

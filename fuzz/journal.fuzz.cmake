@@ -1,0 +1,1 @@
+quillmark_fuzz(edit_journal LINK quillmark_sup)

@@ -1,0 +1,259 @@
+#include "sup/EditJournal.h"
+
+#include <initializer_list>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace quillmark {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes Join(std::initializer_list<Bytes> parts) {
+  Bytes all;
+  for (const Bytes& part : parts) {
+    all.insert(all.end(), part.begin(), part.end());
+  }
+  return all;
+}
+
+// Records as they stand in a file; their hashes were worked out apart from this program.
+
+const JournalBase Base = {.Length = 6, .Hash = 0x0123456789ABCDEF, .Path = "a.sup"};
+const Bytes BaseRecord = {
+    'Q',  'J',  '1',  'B',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x15, 0x38,  // 21 bytes
+    0x7F, 0xE5, 0x38, 0xF0, 0xEC, 0xB5, 0x74, 0x51, 0x27, 0xF6, 0x22, 0x3A, 0x2C,
+    0x42, 0xB3, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x06,  // length of the content
+    0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF,              // its hash
+    'a',  '.',  's',  'u',  'p'};
+
+/// Bytes 1 and 2 become 11 22.
+const StreamEdit SetCodes = {
+    .Places = {{.Offset = 1, .Removed = 2, .Inserted = 2}}, .Bytes = {0x11, 0x22}, .Reindexes = false};
+const Bytes SetCodesRecord = {'Q',  'J',  '1',  'E',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                              0x00, 0x18, 0x63, 0x1B, 0x37, 0x7C, 0xFE, 0x35, 0x44, 0xD1,
+                              0x40, 0x0D, 0xEE, 0xC9, 0xCF, 0x64, 0x71, 0x65,  //
+                              0x00, 0x03, 'S',  'e',  't',                     // name
+                              0x00,                                            // the index stays
+                              0x00, 0x00, 0x00, 0x01,                          // one place
+                              0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x02,  // at 1, 2 bytes out,
+                              0x00, 0x00, 0x00, 0x02,                          // 2 bytes in
+                              0x11, 0x22};
+
+/// Byte 0 goes, three bytes come in before byte 4.
+const StreamEdit MoveBytes = {
+    .Places = {{.Offset = 0, .Removed = 1, .Inserted = 0}, {.Offset = 4, .Removed = 0, .Inserted = 3}},
+    .Bytes = {0xA1, 0xA2, 0xA3},
+    .Reindexes = true};
+const Bytes MoveBytesRecord = {'Q',  'J',  '1',  'E',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x22,
+                               0xF2, 0x95, 0xA4, 0x98, 0xAC, 0x9D, 0x0D, 0x36, 0x37, 0x8C, 0x82, 0x8E,
+                               0x60, 0x7C, 0x8B, 0x3D,  //
+                               0x00, 0x00,              // no name
+                               0x01,                    // the index is made anew
+                               0x00, 0x00, 0x00, 0x02,  // two places
+                               0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00, 0x00,  //
+                               0x00, 0x00, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x03,  //
+                               0xA1, 0xA2, 0xA3};
+
+/// Entry i is red i, green 20 + i, blue 40 + i, in hexadecimal.
+const DvdPalette Palette = {0x402000, 0x412101, 0x422202, 0x432303, 0x442404, 0x452505, 0x462606, 0x472707,
+                            0x482808, 0x492909, 0x4A2A0A, 0x4B2B0B, 0x4C2C0C, 0x4D2D0D, 0x4E2E0E, 0x4F2F0F};
+const Bytes PaletteRecord = {
+    'Q',  'J',  '1',  'P',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x35, 0xCF, 0x97, 0xD8, 0x4E,
+    0x07, 0x10, 0xFF, 0xDC, 0x0B, 0xA7, 0x04, 0x04, 0xB8, 0x34, 0xB9, 0xB1,  //
+    0x00, 0x03, 'P',  'a',  'l',                                             // name; then red, green, blue
+    0x00, 0x20, 0x40, 0x01, 0x21, 0x41, 0x02, 0x22, 0x42, 0x03, 0x23, 0x43, 0x04, 0x24, 0x44, 0x05,
+    0x25, 0x45, 0x06, 0x26, 0x46, 0x07, 0x27, 0x47, 0x08, 0x28, 0x48, 0x09, 0x29, 0x49, 0x0A, 0x2A,
+    0x4A, 0x0B, 0x2B, 0x4B, 0x0C, 0x2C, 0x4C, 0x0D, 0x2D, 0x4D, 0x0E, 0x2E, 0x4E, 0x0F, 0x2F, 0x4F};
+
+const Bytes UndoRecord = {'Q',  'J',  '1',  'U',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x32, 0xD2,
+                          0x1A, 0x98, 0xCB, 0x19, 0x17, 0xB0, 0x6D, 0x00, 0xFB, 0x8D, 0xBD, 0xD0, 0xA9, 0xEE};
+const Bytes RedoRecord = {'Q',  'J',  '1',  'R',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x32, 0xD2,
+                          0x1A, 0x98, 0xCB, 0x19, 0x17, 0xB0, 0xC8, 0xCB, 0x8E, 0x70, 0x4A, 0x61, 0xC8, 0x37};
+
+const JournalChange SetCodesChange = {.Name = "Set", .What = SetCodes};
+const JournalChange MoveBytesChange = {.Name = "", .What = MoveBytes};
+const JournalChange PaletteChange = {.Name = "Pal", .What = Palette};
+
+using Changes = std::vector<JournalChange>;
+
+void ExpectDamaged(const Bytes& bytes) {
+  EXPECT_FALSE(ReadJournal(bytes).IsOk());
+}
+
+TEST(WriteJournal, BaseRecord) {
+  Bytes bytes;
+  WriteJournalBase(Base, bytes);
+  EXPECT_EQ(bytes, BaseRecord);
+}
+
+TEST(WriteJournal, EditRecords) {
+  Bytes bytes;
+  WriteJournalEdit("Set", SetCodes, bytes);
+  WriteJournalEdit("", MoveBytes, bytes);
+  EXPECT_EQ(bytes, Join({SetCodesRecord, MoveBytesRecord}));
+}
+
+TEST(WriteJournal, PaletteRecord) {
+  Bytes bytes;
+  WriteJournalPalette("Pal", Palette, bytes);
+  EXPECT_EQ(bytes, PaletteRecord);
+}
+
+TEST(WriteJournal, Steps) {
+  Bytes bytes;
+  WriteJournalUndo(bytes);
+  WriteJournalRedo(bytes);
+  EXPECT_EQ(bytes, Join({UndoRecord, RedoRecord}));
+}
+
+TEST(WriteJournal, LongestNameIsKeptAndALongerOneIsCut) {
+  for (const std::size_t length : {65535U, 65536U}) {
+    Bytes bytes = BaseRecord;
+    WriteJournalEdit(std::string(length, 'n'), SetCodes, bytes);
+    const auto journal = ReadJournal(bytes);
+    ASSERT_TRUE(journal.IsOk()) << length;
+    EXPECT_EQ(journal->Changes.at(0).Name, std::string(65535, 'n'));
+    EXPECT_EQ(journal->Changes.at(0).What, SetCodesChange.What);
+  }
+}
+
+TEST(ReadJournal, ChangesStandInTheirOrder) {
+  const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, MoveBytesRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_EQ(journal->Base, Base);
+  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, PaletteChange, MoveBytesChange}));
+  EXPECT_EQ(journal->Done, 3U);
+  EXPECT_EQ(journal->Length, 49U + 52U + 81U + 62U);
+  EXPECT_TRUE(journal->HasUnsavedEdits());
+}
+
+TEST(ReadJournal, UndoneChangeIsKeptButNotInForce) {
+  const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, UndoRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, PaletteChange}));
+  EXPECT_EQ(journal->Done, 1U);
+}
+
+TEST(ReadJournal, RedonePutsTheChangeInForceAgain) {
+  const auto journal =
+      ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, UndoRecord, UndoRecord, RedoRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_EQ(journal->Done, 1U);
+}
+
+TEST(ReadJournal, ChangeBehindAnUndoneOneReplacesIt) {
+  const auto journal =
+      ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, UndoRecord, MoveBytesRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, MoveBytesChange}));
+  EXPECT_EQ(journal->Done, 2U);
+}
+
+TEST(ReadJournal, AllUndoneLeavesNothingUnsaved) {
+  const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, UndoRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_FALSE(journal->HasUnsavedEdits());
+}
+
+TEST(ReadJournal, UndoWithoutAChangeMakesNoSense) {
+  ExpectDamaged(Join({BaseRecord, UndoRecord}));
+  ExpectDamaged(Join({BaseRecord, SetCodesRecord, UndoRecord, UndoRecord}));
+}
+
+TEST(ReadJournal, RedoWithoutAnUndoneChangeMakesNoSense) {
+  ExpectDamaged(Join({BaseRecord, RedoRecord}));
+  ExpectDamaged(Join({BaseRecord, SetCodesRecord, RedoRecord}));
+  ExpectDamaged(Join({BaseRecord, SetCodesRecord, UndoRecord, PaletteRecord, RedoRecord}));
+}
+
+TEST(ReadJournal, BaseStandsFirstAndNowhereElse) {
+  ExpectDamaged(SetCodesRecord);
+  ExpectDamaged(UndoRecord);
+  ExpectDamaged(Join({BaseRecord, BaseRecord}));
+}
+
+// Whatever the moment at which a write broke off: the whole records before it count, and nothing is damaged.
+TEST(ReadJournal, CutAtEveryLengthGivesTheWholeRecords) {
+  const std::vector<Bytes> records = {BaseRecord, SetCodesRecord, PaletteRecord, MoveBytesRecord, UndoRecord};
+  const std::vector<std::size_t> doneAfter = {0, 1, 2, 3, 2};
+  Bytes all;
+  for (const Bytes& record : records) {
+    all.insert(all.end(), record.begin(), record.end());
+  }
+  for (std::size_t length = 0; length <= all.size(); ++length) {
+    const auto journal = ReadJournal(std::span(all).first(length));
+    ASSERT_TRUE(journal.IsOk()) << length;
+    std::size_t whole = 0;
+    std::size_t end = 0;
+    while (whole < records.size() && end + records[whole].size() <= length) {
+      end += records[whole++].size();
+    }
+    ASSERT_EQ(journal->Length, end) << length;
+    ASSERT_EQ(journal->Done, whole == 0 ? 0 : doneAfter[whole - 1]) << length;
+    ASSERT_EQ(journal->Base, whole == 0 ? JournalBase() : Base) << length;
+  }
+}
+
+TEST(ReadJournal, EveryFlippedBitIsDamage) {
+  const Bytes all =
+      Join({BaseRecord, SetCodesRecord, PaletteRecord, MoveBytesRecord, UndoRecord, RedoRecord});
+  for (std::size_t bit = 0; bit < 8 * all.size(); ++bit) {
+    Bytes flipped = all;
+    flipped[bit / 8] = static_cast<std::uint8_t>(flipped[bit / 8] ^ 1U << bit % 8);
+    ASSERT_FALSE(ReadJournal(flipped).IsOk()) << "bit " << bit % 8 << " of byte " << bit / 8;
+  }
+}
+
+TEST(ReadJournal, ReasonSaysWhereTheDamageStands) {
+  Bytes all = Join({BaseRecord, SetCodesRecord});
+  all.back() = 0x23;
+  EXPECT_EQ(ReadJournal(all).Reason(), "it is damaged at byte 49");
+}
+
+// With hashes that are right: what only a faulty program could have written.
+namespace malformed {
+
+const Bytes UnknownKind = {'Q',  'J',  '1',  'X',  0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                           0x00, 0x00, 0x32, 0xD2, 0x1A, 0x98, 0xCB, 0x19, 0x17, 0xB0,
+                           0x08, 0x58, 0x08, 0x17, 0xAF, 0x16, 0x50, 0xF8};
+// An edit of 2^32 - 1 places in 7 bytes.
+const Bytes TooManyPlaces = {0x51, 0x4A, 0x31, 0x45, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x07,
+                             0xFE, 0x29, 0x46, 0x50, 0x94, 0x51, 0x20, 0x68, 0x18, 0xB1, 0xD4, 0xD0,
+                             0x60, 0x99, 0xF7, 0x0D, 0x00, 0x00, 0x00, 0xFF, 0xFF, 0xFF, 0xFF};
+// A name of 9 bytes in a record of 7.
+const Bytes NameBehindTheEnd = {0x51, 0x4A, 0x31, 0x45, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x07,
+                                0x90, 0xCA, 0xDF, 0xE3, 0xE3, 0x0D, 0xF5, 0x72, 0xE6, 0x2F, 0xAE, 0xCA,
+                                0xBF, 0x0D, 0x4D, 0x5E, 0x00, 0x09, 0x53, 0x65, 0x74, 0x00, 0x00};
+const Bytes UnknownFlag = {0x51, 0x4A, 0x31, 0x45, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x07,
+                           0xF9, 0x52, 0x83, 0x99, 0x31, 0xDC, 0x9E, 0x63, 0x04, 0x8B, 0x14, 0x3D,
+                           0x45, 0x7E, 0xCA, 0xCF, 0x00, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00};
+const Bytes PaletteOfFifteen = {0x51, 0x4A, 0x31, 0x50, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x2F, 0xDE,
+                                0xBE, 0xBB, 0x61, 0x54, 0x04, 0x88, 0xE8, 0xC3, 0x40, 0x01, 0xCC, 0xC0, 0xA9,
+                                0xEA, 0x42, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00};
+const Bytes ShortBase = {0x51, 0x4A, 0x31, 0x42, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                         0x0F, 0x0B, 0xD7, 0x2A, 0x9A, 0xDD, 0x06, 0xAF, 0x30, 0xAF, 0x1B,
+                         0x15, 0xBF, 0x9B, 0x27, 0x96, 0xBC, 0x00, 0x00, 0x00, 0x00, 0x00,
+                         0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00};
+const Bytes UndoWithPayload = {0x51, 0x4A, 0x31, 0x55, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                               0x00, 0x01, 0xDB, 0xE3, 0x92, 0xE4, 0x68, 0xF7, 0xEC, 0x96,
+                               0x8E, 0x56, 0x59, 0xD9, 0x62, 0x24, 0x9C, 0x37, 0x00};
+
+}  // namespace malformed
+
+TEST(ReadJournal, RecordsThatMakeNoSenseAreRefused) {
+  ExpectDamaged(Join({BaseRecord, malformed::UnknownKind}));
+  ExpectDamaged(Join({BaseRecord, malformed::TooManyPlaces}));
+  ExpectDamaged(Join({BaseRecord, malformed::NameBehindTheEnd}));
+  ExpectDamaged(Join({BaseRecord, malformed::UnknownFlag}));
+  ExpectDamaged(Join({BaseRecord, malformed::PaletteOfFifteen}));
+  ExpectDamaged(malformed::ShortBase);
+  ExpectDamaged(Join({BaseRecord, SetCodesRecord, malformed::UndoWithPayload}));
+}
+
+}  // namespace
+}  // namespace quillmark
