@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include <QString>
+
+#include "base/Result.h"
+
+class QFile;
+
+namespace quillmark {
+
+/// A file that grows by whole records and has one owner at a time: nobody else can open it through this
+/// class, not even in the same program, until it is closed or its program has ended in whatever way. No other
+/// user can read it.
+///
+/// What was appended outlives the program, however that ends. Nothing is flushed to the disk: after a loss of
+/// power the file may lack what was appended last.
+class AppendFile {
+ public:
+  static constexpr std::int64_t MaxLength = std::int64_t{2} << 30;  ///< bytes
+
+  /// Makes a new, empty file; nullopt where the name is taken.
+  [[nodiscard]] static Result<std::optional<AppendFile>> Create(const QString& path);
+  /// Opens an existing file; nullopt while it has an owner, and when it is gone.
+  [[nodiscard]] static Result<std::optional<AppendFile>> Open(const QString& path);
+
+  AppendFile(AppendFile&&) noexcept;
+  AppendFile& operator=(AppendFile&&) noexcept;
+  AppendFile(const AppendFile&) = delete;
+  AppendFile& operator=(const AppendFile&) = delete;
+  /// Closes the file and gives it free.
+  ~AppendFile();
+
+  [[nodiscard]] QString Path() const;
+  /// All that it holds.
+  [[nodiscard]] Result<std::vector<std::uint8_t>> ReadAll();
+  /// Appends the bytes in one write. When they cannot all be written, the file is as it was before.
+  Result<void> Append(std::span<const std::uint8_t> bytes);
+  /// Cuts off what stands behind the first `length` bytes.
+  Result<void> CutTo(std::int64_t length);
+  /// Removes the file; where its folder does not allow that, it is emptied.
+  Result<void> Remove();
+  /// Gives the file `suffix` behind its name, and a number where there is such a file; its new path.
+  Result<QString> PutAside(const QString& suffix);
+
+ private:
+  explicit AppendFile(std::unique_ptr<QFile> file);
+  [[nodiscard]] static Result<std::optional<AppendFile>> Owned(std::unique_ptr<QFile> file);
+
+  std::unique_ptr<QFile> file_;
+};
+
+}  // namespace quillmark
