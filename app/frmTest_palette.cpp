@@ -25,7 +25,7 @@ void frmTest::LoadPalette(const QString& path) {
   if (!packed) {
     ShowMessage(this, QStringLiteral("Illegal file"));
   }
-  ShowPalette(packed.value_or(DefaultPackedPalette));
+  ShowPalette(packed ? *packed : DefaultPackedPalette);
   Command_Reload_Click();
 }
 

@@ -1,32 +1,10 @@
 #include "cli/Inputs.h"
 
-#include <cerrno>
-#include <fstream>
-#include <system_error>
-
 #include "base/FilePath.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
 
 namespace quillmark::cli {
-namespace {
-
-/// A palette file is either taken or not; this tells the user which of the reasons it was.
-std::string WhyNoPalette(const std::string& file) {
-  const auto format = PaletteFormatOf(file);
-  if (!format) {
-    return "not the name of a palette file: it must end in .ifo, .pal or .rgb";
-  }
-  errno = 0;
-  if (!std::ifstream(PathFromUtf8(file), std::ios::binary)) {
-    return errno != 0 ? std::generic_category().message(errno) : "it cannot be opened";
-  }
-  return *format == PaletteFormat::IfoFile ? "Illegal file: no title set's IFO file with a palette"
-                                           : "Illegal file: not exactly 16 lines with a colour";
-}
-
-}  // namespace
-
 CommandResult ResultOf(const LoadResult& loaded, const std::string& file) {
   switch (loaded.Result) {
     case LoadResult::Outcome::Unreadable:
@@ -74,7 +52,7 @@ CommandResult LoadPalette(const std::string& file, DvdPalette& palette) {
   }
   const auto packed = LoadPaletteFile(file);
   if (!packed) {
-    return Failed(file, WhyNoPalette(file));
+    return Failed(file, packed.Reason());
   }
   palette = ToRgb(*packed);
   return {};

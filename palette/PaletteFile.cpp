@@ -1,8 +1,13 @@
 #include "palette/PaletteFile.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "base/ByteReader.h"
 #include "base/FilePath.h"
@@ -20,8 +25,12 @@ constexpr std::size_t EntryCount = 16;
 constexpr std::size_t EntryDigits = 6;
 /// 16 entries of six digits, each with its LF.
 constexpr std::size_t WholeFileLength = 112;
-/// Text palettes have a few hundred bytes; a file past this limit is none, and is not read.
-constexpr std::uintmax_t MaxTextLength = 1048576;
+/// As much of a line as can hold entries: 16 of seven characters each, moved on by up to 15 earlier ones.
+constexpr std::size_t KeptLineLength = 128;
+/// Text palettes have a few hundred bytes and no limit of their own. They are read in blocks, so that a file
+/// of any length takes little memory; past 2 GiB it would only be waited for.
+constexpr std::uintmax_t MaxTextLength = 0x7FFFFFFF;
+constexpr std::size_t BlockLength = 65536;
 
 std::string Lowered(std::string_view text) {
   std::string lowered(text);
@@ -49,19 +58,6 @@ unsigned HexPair(std::string_view line, std::size_t position) {
     value = value * 16 + static_cast<unsigned>(digit);
   }
   return value;
-}
-
-/// Takes the next line off `text`. Lines end at CR LF or CR; a lone LF is a character like any other.
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t end = text.find('\r');
-  const std::string_view line = text.substr(0, end);
-  text.remove_prefix(line.size());
-  for (const char part : {'\r', '\n'}) {
-    if (text.starts_with(part)) {
-      text.remove_prefix(1);
-    }
-  }
-  return line;
 }
 
 using EntryReader = YCrCb (*)(unsigned first, unsigned second, unsigned third);
@@ -99,34 +95,74 @@ class EntryList {
   std::size_t count_ = 0;
 };
 
-/// A file with LF line ends arrives as one line.
-bool HoldsWholeFile(std::string_view line) {
-  return line.size() >= WholeFileLength && line.find('\n') != std::string_view::npos;
-}
+/// Reads a text palette that arrives in parts. Lines end at CR LF or CR; a lone LF is a character like any
+/// other. Of a line only its start and whether it holds a LF are kept.
+class TextPaletteReader {
+ public:
+  explicit TextPaletteReader(EntryReader read) : entries_(read) {}
 
-/// Takes the 16 entries of a file with LF line ends. The count, which grows with every entry, is what steps
-/// over the LF; kept oddity: entries of earlier lines therefore move all positions on by their number.
-void AppendWholeFile(std::string_view line, EntryList& entries) {
-  for (std::size_t entry = 0; entry < EntryCount; ++entry) {
-    entries.Append(line, entries.Count() + EntryDigits * entry);
+  /// False when the rest need not be read: the text is no palette whatever follows.
+  bool Take(std::string_view part) {
+    while (!part.empty() && !entries_.HasTooMany()) {
+      if (std::exchange(afterCr_, false) && part.starts_with('\n')) {
+        part.remove_prefix(1);
+        continue;
+      }
+      const std::size_t end = part.find('\r');
+      const std::string_view piece = part.substr(0, end);
+      AddToLine(piece);
+      part.remove_prefix(piece.size());
+      if (end != std::string_view::npos) {
+        part.remove_prefix(1);
+        afterCr_ = true;
+        EndLine();
+      }
+    }
+    return !entries_.HasTooMany();
   }
-}
 
-/// A line too short for an entry is skipped, so that blank lines do no harm.
-void AppendLine(std::string_view line, EntryList& entries) {
-  if (HoldsWholeFile(line)) {
-    AppendWholeFile(line, entries);
-  } else if (line.size() >= EntryDigits) {
-    entries.Append(line, 0);
+  /// The palette, after all of the text; nullopt unless it has exactly 16 entries.
+  [[nodiscard]] std::optional<PackedPalette> Finish() {
+    EndLine();
+    return entries_.Palette();
   }
-}
+
+ private:
+  void AddToLine(std::string_view piece) {
+    line_.append(piece.substr(0, KeptLineLength - line_.size()));
+    holdsLf_ = holdsLf_ || piece.find('\n') != std::string_view::npos;
+  }
+
+  /// A line too short for an entry is skipped, so that blank lines do no harm.
+  void EndLine() {
+    if (line_.size() >= WholeFileLength && holdsLf_) {
+      AppendWholeFile();
+    } else if (line_.size() >= EntryDigits) {
+      entries_.Append(line_, 0);
+    }
+    line_.clear();
+    holdsLf_ = false;
+  }
+
+  /// Takes the 16 entries of a file with LF line ends, which arrives as one line. The count, which grows with
+  /// every entry, is what steps over the LF; kept oddity: entries of earlier lines therefore move all
+  /// positions on by their number.
+  void AppendWholeFile() {
+    for (std::size_t entry = 0; entry < EntryCount; ++entry) {
+      entries_.Append(line_, entries_.Count() + EntryDigits * entry);
+    }
+  }
+
+  EntryList entries_;
+  std::string line_;  // invariant: at most KeptLineLength characters
+  bool holdsLf_ = false;
+  bool afterCr_ = false;
+};
 
 std::optional<PackedPalette> ReadTextPalette(std::string_view text, EntryReader read) {
-  EntryList entries(read);
-  while (!text.empty() && !entries.HasTooMany()) {
-    AppendLine(TakeLine(text), entries);
-  }
-  return entries.Palette();
+  TextPaletteReader reader(read);
+  reader.Take(text);
+  return reader.Finish();
 }
 
 /// Moves to a position that the file itself gave; false when that is outside.
@@ -150,20 +186,63 @@ std::optional<std::uint64_t> PalettePosition(ByteReader& reader) {
   return chain ? std::optional(table + *chain + PaletteAt) : std::nullopt;
 }
 
-/// The file's bytes; nullopt when it cannot be read or has more than `limit`.
-std::optional<std::string> ReadFile(const std::filesystem::path& path, std::uintmax_t limit) {
+constexpr const char* NoIfoPalette = "Illegal file: no title set's IFO file with a palette";
+constexpr const char* NoTextPalette = "Illegal file: not exactly 16 lines with a colour";
+
+/// Opens the file and gives its length. Devices and pipes are not waited for.
+Result<std::uintmax_t> Open(const std::filesystem::path& path, std::ifstream& file) {
   std::error_code error;
-  const std::uintmax_t length =
-      std::filesystem::is_regular_file(path, error) ? std::filesystem::file_size(path, error) : limit + 1;
-  if (error || length > limit) {
-    return std::nullopt;
+  const auto status = std::filesystem::status(path, error);
+  if (std::filesystem::is_directory(status)) {
+    return Failure{"it is a folder"};
   }
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes(static_cast<std::size_t>(length), '\0');
-  if (!file.read(bytes.data(), static_cast<std::streamsize>(length))) {
-    return std::nullopt;
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    return Failure{"it is a device or a pipe, not a file"};
   }
-  return bytes;
+  const std::uintmax_t length = std::filesystem::file_size(path, error);
+  if (error) {
+    return Failure{error.message()};
+  }
+  errno = 0;
+  file.open(path, std::ios::binary);
+  if (!file) {
+    return Failure{errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
+  }
+  return length;
+}
+
+Result<PackedPalette> LoadIfoFile(std::ifstream& file, std::uintmax_t length) {
+  if (length > MaxIfoLength) {
+    return Failure{"Illegal file: an IFO file has at most 1,048,576 bytes"};
+  }
+  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(length));
+  if (!file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(length))) {
+    return Failure{"it cannot be read"};
+  }
+  const auto palette = ReadIfoPalette(bytes);
+  if (!palette) {
+    return Failure{NoIfoPalette};
+  }
+  return *palette;
+}
+
+Result<PackedPalette> LoadTextFile(std::ifstream& file, std::uintmax_t length, EntryReader read) {
+  if (length > MaxTextLength) {
+    return Failure{NoTextPalette};
+  }
+  TextPaletteReader reader(read);
+  std::array<char, BlockLength> block{};
+  do {
+    file.read(block.data(), block.size());
+  } while (reader.Take({block.data(), static_cast<std::size_t>(file.gcount())}) && file);
+  if (file.bad()) {
+    return Failure{"it cannot be read"};
+  }
+  const auto palette = reader.Finish();
+  if (!palette) {
+    return Failure{NoTextPalette};
+  }
+  return *palette;
 }
 
 }  // namespace
@@ -215,25 +294,25 @@ std::optional<PackedPalette> ReadRgbPalette(std::string_view text) {
   return ReadTextPalette(text, RgbFileToYCrCb);
 }
 
-std::optional<PackedPalette> LoadPaletteFile(std::string_view path) {
+Result<PackedPalette> LoadPaletteFile(std::string_view path) {
   const auto format = PaletteFormatOf(path);
   if (!format) {
-    return std::nullopt;
+    return Failure{"not the name of a palette file: it must end in .ifo, .pal or .rgb"};
   }
-  const auto bytes =
-      ReadFile(PathFromUtf8(path), format == PaletteFormat::IfoFile ? MaxIfoLength : MaxTextLength);
-  if (!bytes) {
-    return std::nullopt;
+  std::ifstream file;
+  const auto length = Open(PathFromUtf8(path), file);
+  if (!length) {
+    return length.Why();
   }
   switch (*format) {
     case PaletteFormat::IfoFile:
-      return ReadIfoPalette(std::span(reinterpret_cast<const std::uint8_t*>(bytes->data()), bytes->size()));
+      return LoadIfoFile(file, *length);
     case PaletteFormat::PalFile:
-      return ReadPalPalette(*bytes);
+      return LoadTextFile(file, *length, PackInOrder);
     case PaletteFormat::RgbFile:
-      return ReadRgbPalette(*bytes);
+      break;
   }
-  return std::nullopt;
+  return LoadTextFile(file, *length, RgbFileToYCrCb);
 }
 
 std::string PalText(const DvdPalette& palette) {

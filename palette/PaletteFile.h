@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Result.h"
 #include "palette/Colour.h"
 
 namespace quillmark {
@@ -26,8 +27,8 @@ enum class PaletteFormat { IfoFile, PalFile, RgbFile };
 [[nodiscard]] std::optional<PackedPalette> ReadPalPalette(std::string_view text);
 [[nodiscard]] std::optional<PackedPalette> ReadRgbPalette(std::string_view text);
 
-/// Reads the palette file at `path` (UTF-8); nullopt for whatever reason it cannot be taken.
-[[nodiscard]] std::optional<PackedPalette> LoadPaletteFile(std::string_view path);
+/// Reads the palette file at `path` (UTF-8), whose extension names its format.
+[[nodiscard]] Result<PackedPalette> LoadPaletteFile(std::string_view path);
 
 /// The text of a PAL file: 16 lines of six hexadecimal digits (Y Cr Cb), CR LF.
 [[nodiscard]] std::string PalText(const DvdPalette& palette);

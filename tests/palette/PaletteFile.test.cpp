@@ -370,14 +370,18 @@ INSTANTIATE_TEST_SUITE_P(PaletteFormatOf, Extensions,
                                          ExtensionCase{"pal", std::nullopt},
                                          ExtensionCase{"a.", std::nullopt}, ExtensionCase{"", std::nullopt}));
 
+/// The palette alone, without the reason where there is none.
+std::optional<PackedPalette> Loaded(const std::string& path) {
+  const auto loaded = LoadPaletteFile(path);
+  return loaded ? std::optional(*loaded) : std::nullopt;
+}
+
 /// A folder of its own for each test, removed with all that it holds.
 class LoadPaletteFileTest : public testing::Test {
  protected:
-  LoadPaletteFileTest()
-      : folder_(std::filesystem::path(testing::TempDir()) /
-                (std::string("quillmark-") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
+  LoadPaletteFileTest() {
+    std::string pattern = testing::TempDir() + "quillmark-palette-XXXXXX";
+    folder_ = mkdtemp(pattern.data());
   }
   ~LoadPaletteFileTest() override {
     std::error_code ignored;
@@ -400,79 +404,108 @@ class LoadPaletteFileTest : public testing::Test {
 };
 
 TEST_F(LoadPaletteFileTest, ExtensionChoosesTheReader) {
-  EXPECT_THAT(LoadPaletteFile(Write("a.IFO", SmallIfo())), Optional(SmallIfoPalette));
-  EXPECT_THAT(LoadPaletteFile(Write("a.Pal", Lines("\r\n"))), Optional(CountingPalette));
-  EXPECT_THAT(LoadPaletteFile(Write("a.rgb", Repeated(16, "FFFFFF\r\n"))), Optional(Each(65U)));
+  EXPECT_THAT(Loaded(Write("a.IFO", SmallIfo())), Optional(SmallIfoPalette));
+  EXPECT_THAT(Loaded(Write("a.Pal", Lines("\r\n"))), Optional(CountingPalette));
+  EXPECT_THAT(Loaded(Write("a.rgb", Repeated(16, "FFFFFF\r\n"))), Optional(Each(65U)));
 }
 
 TEST_F(LoadPaletteFileTest, AnyOtherExtensionIsRefused) {
-  EXPECT_EQ(LoadPaletteFile(Write("palette", Lines("\r\n"))), std::nullopt);
-  EXPECT_EQ(LoadPaletteFile(Write("palette.txt", Lines("\r\n"))), std::nullopt);
+  EXPECT_EQ(Loaded(Write("palette", Lines("\r\n"))), std::nullopt);
+  EXPECT_EQ(Loaded(Write("palette.txt", Lines("\r\n"))), std::nullopt);
 }
 
 TEST_F(LoadPaletteFileTest, ContentOfAnotherFormatIsRefused) {
-  EXPECT_EQ(LoadPaletteFile(Write("a.pal", SmallIfo())), std::nullopt);
-  EXPECT_EQ(LoadPaletteFile(Write("a.ifo", Lines("\r\n"))), std::nullopt);
+  EXPECT_EQ(Loaded(Write("a.pal", SmallIfo())), std::nullopt);
+  EXPECT_EQ(Loaded(Write("a.ifo", Lines("\r\n"))), std::nullopt);
 }
 
 TEST_F(LoadPaletteFileTest, NameMayHoldAnyLetters) {
-  EXPECT_THAT(LoadPaletteFile(Write("палитра ä.pal", Lines("\n"))), Optional(CountingPalette));
+  EXPECT_THAT(Loaded(Write("палитра ä.pal", Lines("\n"))), Optional(CountingPalette));
 }
 
 TEST_F(LoadPaletteFileTest, IfoLimit) {
   Bytes file = SmallIfo();
   file.resize(1048576);
-  EXPECT_THAT(LoadPaletteFile(Write("limit.ifo", file)), Optional(SmallIfoPalette));
+  EXPECT_THAT(Loaded(Write("limit.ifo", file)), Optional(SmallIfoPalette));
   file.push_back(0);
-  EXPECT_EQ(LoadPaletteFile(Write("over.ifo", file)), std::nullopt);
+  EXPECT_EQ(Loaded(Write("over.ifo", file)), std::nullopt);
 }
 
-TEST_F(LoadPaletteFileTest, TextLimit) {
-  std::string text = Lines("\n");
-  text.resize(1048576, '\n');
-  EXPECT_THAT(LoadPaletteFile(Write("limit.pal", text)), Optional(CountingPalette));
-  text.push_back('\n');
-  EXPECT_EQ(LoadPaletteFile(Write("over.pal", text)), std::nullopt);
+TEST_F(LoadPaletteFileTest, TextPaletteMayBeLongerThanAnIfoFile) {
+  // Read in blocks: the entries stand behind the first of them, and a block ends between CR and LF.
+  const std::string blanks = Repeated(1048577 / 2, "\r\n");
+  EXPECT_THAT(Loaded(Write("crlf.pal", blanks + "\r" + Lines("\r\n"))), Optional(CountingPalette));
+  EXPECT_THAT(Loaded(Write("cr.pal", "\r" + blanks + Lines("\r"))), Optional(CountingPalette));
+  EXPECT_THAT(Loaded(Write("white.rgb", blanks + Repeated(16, "FFFFFF\r\n"))), Optional(Each(65U)));
+  EXPECT_THAT(Loaded(Write("lf.pal", Lines("\n") + std::string(1048576, '\n'))), Optional(CountingPalette));
+}
+
+TEST_F(LoadPaletteFileTest, EntriesAfterALongLineCount) {
+  const std::string longLine = "FFFFFF" + std::string(2000000, ' ') + "\r";
+  EXPECT_EQ(Loaded(Write("a.pal", longLine + Lines("\r"))), std::nullopt);
+  EXPECT_THAT(Loaded(Write("b.pal", Lines("\r", 15) + "0F1F2F" + std::string(2000000, ' '))),
+              Optional(CountingPalette));
+}
+
+TEST_F(LoadPaletteFileTest, LfFarBehindTheEntriesMakesALineAWholeFile) {
+  const std::string text = Repeated(16, "102030x") + std::string(200000, ' ');
+  EXPECT_THAT(Loaded(Write("lf.pal", text + "\n")), Optional(Each(0x302010U)));
+  EXPECT_EQ(Loaded(Write("none.pal", text)), std::nullopt);
 }
 
 TEST_F(LoadPaletteFileTest, HugeFilesAreRefusedUnread) {
   for (const char* name : {"huge.ifo", "huge.pal", "huge.rgb"}) {
-    const std::string path = Write(name, SmallIfo());
+    const std::string path = Write(name, Lines("\r"));
     std::filesystem::resize_file(PathFromUtf8(path), std::uintmax_t{1} << 40U);  // sparse
-    EXPECT_EQ(LoadPaletteFile(path), std::nullopt) << name;
+    EXPECT_EQ(Loaded(path), std::nullopt) << name;
   }
 }
 
 TEST_F(LoadPaletteFileTest, EmptyMissingAndFolderAreRefused) {
   for (const std::string extension : {".ifo", ".pal", ".rgb"}) {
-    EXPECT_EQ(LoadPaletteFile(Write("empty" + extension, std::string())), std::nullopt);
-    EXPECT_EQ(LoadPaletteFile(Path("missing" + extension)), std::nullopt);
+    EXPECT_EQ(Loaded(Write("empty" + extension, std::string())), std::nullopt);
+    EXPECT_EQ(Loaded(Path("missing" + extension)), std::nullopt);
     std::filesystem::create_directory(PathFromUtf8(Path("folder" + extension)));
-    EXPECT_EQ(LoadPaletteFile(Path("folder" + extension)), std::nullopt);
-    EXPECT_EQ(LoadPaletteFile(Path("no folder/a" + extension)), std::nullopt);
+    EXPECT_EQ(Loaded(Path("folder" + extension)), std::nullopt);
+    EXPECT_EQ(Loaded(Path("no folder/a" + extension)), std::nullopt);
   }
-  EXPECT_EQ(LoadPaletteFile(""), std::nullopt);
+  EXPECT_EQ(Loaded(""), std::nullopt);
 }
 
 #ifdef __unix__
 TEST_F(LoadPaletteFileTest, PipeIsRefusedWithoutWaitingForIt) {
   for (const char* name : {"pipe.ifo", "pipe.pal"}) {
     ASSERT_EQ(mkfifo(Path(name).c_str(), 0600), 0);
-    EXPECT_EQ(LoadPaletteFile(Path(name)), std::nullopt);
+    EXPECT_EQ(Loaded(Path(name)), std::nullopt);
   }
 }
 
 TEST_F(LoadPaletteFileTest, LinkToAnEndlessDeviceIsRefused) {
   std::filesystem::create_symlink("/dev/zero", PathFromUtf8(Path("zero.pal")));
-  EXPECT_EQ(LoadPaletteFile(Path("zero.pal")), std::nullopt);
+  EXPECT_EQ(Loaded(Path("zero.pal")), std::nullopt);
 }
 
 TEST_F(LoadPaletteFileTest, LinkToAFileIsFollowed) {
   std::filesystem::create_symlink(PathFromUtf8(Write("real.txt", Lines("\r"))),
                                   PathFromUtf8(Path("link.pal")));
-  EXPECT_THAT(LoadPaletteFile(Path("link.pal")), Optional(CountingPalette));
+  EXPECT_THAT(Loaded(Path("link.pal")), Optional(CountingPalette));
 }
 #endif
+
+TEST_F(LoadPaletteFileTest, ReasonsAreToldApart) {
+  const auto reason = [](const std::string& path) { return LoadPaletteFile(path).Reason(); };
+  EXPECT_EQ(reason(Write("a.txt", Lines("\r"))),
+            "not the name of a palette file: it must end in .ifo, .pal or .rgb");
+  EXPECT_EQ(reason(Path("missing.pal")), "No such file or directory");
+  std::filesystem::create_directory(PathFromUtf8(Path("folder.ifo")));
+  EXPECT_EQ(reason(Path("folder.ifo")), "it is a folder");
+  EXPECT_EQ(reason(Write("a.pal", Lines("\r", 15))), "Illegal file: not exactly 16 lines with a colour");
+  EXPECT_EQ(reason(Write("a.ifo", Lines("\r"))), "Illegal file: no title set's IFO file with a palette");
+  EXPECT_EQ(reason(Write("long.ifo", Bytes(1048577, 0))),
+            "Illegal file: an IFO file has at most 1,048,576 bytes");
+  std::filesystem::create_symlink("/dev/zero", PathFromUtf8(Path("zero.pal")));
+  EXPECT_EQ(reason(Path("zero.pal")), "it is a device or a pipe, not a file");
+}
 
 // --- A disc's files --------------------------------------------------------------------------------------
 
@@ -502,7 +535,7 @@ int Apart(Rgb a, Rgb b, unsigned shift) {
 }
 
 TEST(DiscPalettes, TitleSetFileGivesItsFirstChainsPalette) {
-  EXPECT_THAT(LoadPaletteFile(DiscFolder + "VTS_01_0-ntsc.IFO"), Optional(DiscPalette));
+  EXPECT_THAT(Loaded(DiscFolder + "VTS_01_0-ntsc.IFO"), Optional(DiscPalette));
 }
 
 TEST(DiscPalettes, ShownColoursAreThoseTheAuthorAskedFor) {
@@ -517,7 +550,7 @@ TEST(DiscPalettes, ShownColoursAreThoseTheAuthorAskedFor) {
 
 TEST(DiscPalettes, TheDiscsOwnFileIsRefused) {
   ASSERT_EQ(ReadDiscFile("VIDEO_TS-ntsc.IFO").size(), 6144U);
-  EXPECT_EQ(LoadPaletteFile(DiscFolder + "VIDEO_TS-ntsc.IFO"), std::nullopt);
+  EXPECT_EQ(Loaded(DiscFolder + "VIDEO_TS-ntsc.IFO"), std::nullopt);
 }
 
 TEST(DiscPalettes, TitleSetFileCutAnywhereIsRefusedOrReadsTheSame) {
