@@ -8,6 +8,8 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
+#include "cli/Decimal.h"
+#include "cli/HelpFormatter.h"
 #include "cli/Interruption.h"
 #include "cli/Json.h"
 #include "cli/NearestMatch.h"
@@ -16,6 +18,8 @@ namespace quillmark::cli {
 namespace {
 
 constexpr const char* Program = "quillmark-cli";
+/// One option with one meaning in every command that writes; the first long name is the one in messages.
+constexpr const char* OutNames = "-o,--out,--output";
 
 /// Four hexadecimal digits, code 0 first.
 std::optional<CodeNibbles> ParseNibbles(const std::string& text) {
@@ -50,6 +54,24 @@ CLI::Validator FrameLines() {
                    "is neither 480 nor 576");
 }
 
+CLI::Validator NamesAFile() {
+  return Accepting([](const std::string& name) { return !name.empty(); }, "names no file");
+}
+
+/// Decimal numbers alone: the parser's own conversion would take 0x10, and 010 for 8.
+CLI::Validator NumberWithin(std::int64_t first, std::int64_t last) {
+  const auto check = [=](const std::string& text) -> std::string {
+    const auto number = ParseDecimal(text);
+    if (!number) {
+      return "'" + text + "' is no decimal number";
+    }
+    return *number >= first && *number <= last
+               ? ""
+               : "Value " + text + " not in range " + std::to_string(first) + " to " + std::to_string(last);
+  };
+  return CLI::Validator(check, "");
+}
+
 /// The program's commands and their options, as the command line sets them.
 class CommandTable {
  public:
@@ -58,9 +80,11 @@ class CommandTable {
     app_.set_version_flag("--version", Program + std::string(" " QUILLMARK_VERSION),
                           "Print the version and exit");
     app_.require_subcommand(0, 1);
+    app_.formatter(std::make_shared<HelpFormatter>());
     AddReadingCommands();
     AddPictureCommands();
     AddWritingCommands();
+    AddHelp();
   }
 
   /// What to do after all was understood; throws CLI::ParseError otherwise.
@@ -111,10 +135,14 @@ class CommandTable {
     bool Writes = false;  ///< to files, so that an interruption is waited for
   };
 
+  CLI::App* AddCommand(const std::string& name, const std::string& description) {
+    return app_.add_subcommand(name, description)->group("Commands");
+  }
+
   template <typename Options>
   CLI::App* Add(const std::string& name, const std::string& description, Options& options,
                 CommandResult (*run)(const Options&, const Console&), bool writes) {
-    CLI::App* const command = app_.add_subcommand(name, description);
+    CLI::App* const command = AddCommand(name, description);
     commands_.push_back({.App = command,
                          .Run = [&options, run](const Console& console) { return run(options, console); },
                          .Writes = writes});
@@ -123,20 +151,32 @@ class CommandTable {
 
   static void AddFile(CLI::App* command, std::string& file, const std::string& name = "FILE",
                       const std::string& description = "Subtitle stream (SUP file)") {
-    command->add_option(name, file, description)->required()->type_name("");
+    command->add_option(name, file, description)->required()->type_name("")->check(NamesAFile());
+  }
+
+  template <typename Number>
+  static CLI::Option* AddNumber(CLI::App* command, const std::string& name, Number& number, Number first,
+                                Number last, const std::string& description) {
+    const auto take = [&number](const std::string& text) {
+      number = static_cast<Number>(ParseDecimal(text).value_or(number));
+    };
+    return command->add_option_function<std::string>(name, take, description)
+        ->check(NumberWithin(first, last));
   }
 
   static void AddOut(CLI::App* command, std::string& out, const std::string& type,
                      const CLI::Validator& check = CLI::Validator()) {
-    command->add_option("-o,--output", out, "File to write; takes the place of one that exists")
+    command->add_option(OutNames, out, "File to write; takes the place of one that exists")
         ->required()
         ->type_name(type)
+        ->check(NamesAFile())
         ->check(check);
   }
 
   static void AddPalette(CLI::App* command, std::string& palette) {
     command->add_option("--palette", palette, "Palette file: .ifo, .pal or .rgb; else the start-up palette")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(NamesAFile());
   }
 
   static void AddOnly(CLI::App* command, SubtitleRange& only) {
@@ -177,10 +217,10 @@ class CommandTable {
   void AddPictureCommands() {
     CLI::App* picture = Add("picture", "Save one subtitle's picture as PNG", picture_, Picture, true);
     AddFile(picture, picture_.File);
-    picture->add_option("N", picture_.Number, "Number of the subtitle, from 1")
+    AddNumber(picture, "N", picture_.Number, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
+              "Number of the subtitle, from 1")
         ->required()
-        ->type_name("")
-        ->check(CLI::Range(std::int64_t{1}, std::int64_t{0x7FFFFFFF}));
+        ->type_name("");
     AddOut(picture, picture_.Out, "FILE.png",
            Accepting([](const std::string& name) { return EndsIn(name, ".png"); }, "does not end in .png"));
     AddPalette(picture, picture_.Palette);
@@ -190,7 +230,8 @@ class CommandTable {
     picture
         ->add_option("--background", picture_.Background,
                      "What the frame is filled with; none without --frame: the subtitle's own picture")
-        ->type_name("checker|none|FILE");
+        ->type_name("checker|none|FILE")
+        ->check(NamesAFile());
 
     CLI::App* exporting =
         Add("export", "Save all pictures and their list for authoring", export_, Export, true);
@@ -198,9 +239,10 @@ class CommandTable {
     AddPalette(exporting, export_.Palette);
     AddOnly(exporting, export_.Only);
     exporting
-        ->add_option("--out", export_.Base,
-                     "Write BASE_SubPng/ and BASE_spu.xml; else FILE without its extension")
-        ->type_name("BASE");
+        ->add_option(OutNames, export_.Base,
+                     "Write BASE_SubPng/ and BASE_spu.xml; else FILE without its last four characters")
+        ->type_name("BASE")
+        ->check(NamesAFile());
   }
 
   void AddWritingCommands() {
@@ -224,10 +266,10 @@ class CommandTable {
     AddFile(merge, merge_.Primary, "PRIMARY");
     AddFile(merge, merge_.Secondary, "SECONDARY", "Stream to lay over it");
     AddOut(merge, merge_.Out, "FILE.sup");
-    merge->add_option("--y-offset", merge_.YOffset, "Lines that SECONDARY's pictures are moved down")
+    AddNumber(merge, "--y-offset", merge_.YOffset, -32768, 32767,
+              "Lines that SECONDARY's pictures are moved down")
         ->type_name("LINES")
-        ->check(CLI::Range(-32768, 32767))
-        ->capture_default_str();
+        ->default_str(std::to_string(merge_.YOffset));
     merge->add_option("--frame", merge_.Frame, "Lines of the frame")
         ->type_name("480|576")
         ->check(FrameLines())
@@ -237,6 +279,27 @@ class CommandTable {
     CLI::App* salvage = Add("salvage", "Save the good packets of a damaged stream", salvage_, Salvage, true);
     AddFile(salvage, salvage_.File);
     AddOut(salvage, salvage_.Out, "FILE.sup");
+  }
+
+  void AddHelp() {
+    CLI::App* help = AddCommand("help", "Print this help, or the help of a command");
+    help->add_option("COMMAND", helpTopic_, "Command to tell of")->type_name("");
+    commands_.push_back({.App = help, .Run = [this](const Console& console) { return Help(console); }});
+  }
+
+  CommandResult Help(const Console& console) const {
+    const CLI::App* topic = &app_;
+    if (!helpTopic_.empty()) {
+      const auto command = std::ranges::find(commands_, helpTopic_,
+                                             [](const Command& known) { return known.App->get_name(); });
+      if (command == commands_.end()) {
+        return WrongUsage("", Describe(helpTopic_, app_) + "\nTry '" + Program + " help'.");
+      }
+      topic = command->App;
+    }
+    const std::string name = topic == &app_ ? Program : Program + (" " + topic->get_name());
+    console.Out << app_.get_formatter()->make_help(topic, name, CLI::AppFormatMode::Normal);
+    return {};
   }
 
   /// "unknown option '--jsno'; did you mean '--json'?"
@@ -289,11 +352,34 @@ class CommandTable {
   MergeOptions merge_;
   CheckOptions check_;
   SalvageOptions salvage_;
+  std::string helpTopic_;
 };
 
+/// Whether the value of a flag turns it on, by the parser's own words for it.
+bool IsOn(const std::string& value) {
+  try {
+    return CLI::detail::to_flag_value(value) > 0;
+  } catch (const std::exception&) {
+    return true;  // no such word: wrong usage, which is told in the form asked for
+  }
+}
+
+/// Whether a failure is told as JSON too. Read from the arguments themselves, because what the parser could
+/// not understand has to be told so as well. The last one counts.
 bool WantsJson(const std::vector<std::string>& arguments) {
-  const auto optionsEnd = std::ranges::find(arguments, "--");
-  return std::find(arguments.begin(), optionsEnd, "--json") != optionsEnd;
+  constexpr std::string_view WithValue = "--json=";
+  bool wanted = false;
+  for (const std::string& argument : arguments) {
+    if (argument == "--") {
+      break;
+    }
+    if (argument == "--json") {
+      wanted = true;
+    } else if (argument.starts_with(WithValue)) {
+      wanted = IsOn(argument.substr(WithValue.size()));
+    }
+  }
+  return wanted;
 }
 
 CommandResult WrongUsageOf(const CommandTable& table, const CLI::ParseError& error) {

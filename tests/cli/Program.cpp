@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <system_error>
 
+#include "cli/CommandLine.h"
+
 namespace quillmark::test {
 namespace {
 
@@ -33,27 +35,32 @@ std::string ReadAll(const std::string& path) {
 ProgramTest::ProgramTest() {
   std::string pattern = testing::TempDir() + "quillmark-cli-XXXXXX";
   folder_ = mkdtemp(pattern.data());
+  previousFolder_ = std::filesystem::current_path();
+  std::filesystem::current_path(folder_);
 }
 
 ProgramTest::~ProgramTest() {
   std::error_code ignored;
+  std::filesystem::current_path(previousFolder_, ignored);
   std::filesystem::remove_all(folder_, ignored);
 }
 
 ProgramRun ProgramTest::Run(const std::vector<std::string>& arguments) {
-  std::ostringstream command;
-  command << "exec " << Quoted(QUILLMARK_CLI);
-  for (const std::string& argument : arguments) {
-    command << ' ' << Quoted(argument);
-  }
-  return RunScript(command.str());
+  std::ostringstream out;
+  std::ostringstream err;
+  const cli::Console console{.Out = out, .Err = err};
+  const int code = cli::RunCommandLine(arguments, console);
+  return {.ExitCode = code, .Out = out.str(), .Err = err.str()};
 }
 
 ProgramRun ProgramTest::RunScript(const std::string& script) {
   const std::filesystem::path binaries = std::filesystem::path(QUILLMARK_CLI).parent_path();
+  return RunScriptAsItStands("export PATH=" + Quoted(binaries.string()) + ":$PATH\n" + script);
+}
+
+ProgramRun ProgramTest::RunScriptAsItStands(const std::string& script) {
   std::ofstream(Path(".script")) << "set -e\n"
                                  << "cd " << Quoted(Path(".")) << '\n'
-                                 << "export PATH=" << Quoted(binaries.string()) << ":$PATH\n"
                                  << "unset DISPLAY WAYLAND_DISPLAY\n"
                                  << "export QT_QPA_PLATFORM=none\n"
                                  << script << '\n';

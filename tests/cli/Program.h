@@ -19,16 +19,18 @@ struct ProgramRun {
   std::string Err;
 };
 
-/// A test that runs quillmark-cli in a folder of its own.
+/// A test that runs quillmark-cli in a folder of its own, which is also this process's while it lasts.
 class ProgramTest : public testing::Test {
  protected:
   ProgramTest();
   ~ProgramTest() override;
 
-  /// Runs the program itself, as a child, without a display, and waits for its end.
+  /// Runs the command line in this process.
   ProgramRun Run(const std::vector<std::string>& arguments);
-  /// Runs a shell script, with the program on its path.
+  /// Runs a shell script in a child without a display, with the program on its path, and waits for its end.
   ProgramRun RunScript(const std::string& script);
+  /// The same, with the path as it was.
+  ProgramRun RunScriptAsItStands(const std::string& script);
 
   [[nodiscard]] std::string Path(const std::string& name) const;
   void Write(const std::string& name, const Bytes& bytes) const;
@@ -42,6 +44,7 @@ class ProgramTest : public testing::Test {
  private:
   /// Not Qt's: file names that are not UTF-8 must be removed too.
   std::filesystem::path folder_;
+  std::filesystem::path previousFolder_;
 };
 
 /// A sound packet of 48 bytes, shown for one second: 4 x 2 pixels at (100, 400), the upper line of code 1,

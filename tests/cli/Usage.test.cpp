@@ -17,14 +17,73 @@ TEST_F(Usage, VersionGoesToStandardOutput) {
   EXPECT_THAT(run.Err, IsEmpty());
 }
 
+TEST_F(Usage, ProgramSaysTheSameAsItsCommandLine) {
+  Write("a.sup", test::Sound().Build());
+  const auto version = RunScript("quillmark-cli --version");
+  EXPECT_EQ(version.ExitCode, 0);
+  EXPECT_EQ(version.Out, "quillmark-cli " QUILLMARK_VERSION "\n");
+  const auto missing = RunScript("quillmark-cli report --json missing.sup");
+  EXPECT_EQ(missing.ExitCode, 1);
+  EXPECT_EQ(missing.Out, "{\"error\":\"missing.sup: No such file or directory\"}\n");
+  EXPECT_EQ(missing.Err, "quillmark-cli: missing.sup: No such file or directory\n");
+  EXPECT_EQ(RunScript("quillmark-cli").ExitCode, 2);
+  EXPECT_EQ(RunScript("quillmark-cli picture a.sup 1 -o a.png --background checker").ExitCode, 0);
+  EXPECT_TRUE(Exists("a.png"));
+}
+
 TEST_F(Usage, HelpNamesEveryCommand) {
-  const auto run = Run({"--help"});
-  EXPECT_EQ(run.ExitCode, 0);
-  for (const char* command :
-       {"report", "list", "picture", "export", "assign", "palette", "merge", "check", "salvage"}) {
-    EXPECT_THAT(run.Out, HasSubstr(command));
+  for (const char* word : {"--help", "-h", "help"}) {
+    const auto run = Run({word});
+    EXPECT_EQ(run.ExitCode, 0);
+    EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli [OPTIONS] COMMAND\n"));
+    for (const char* command :
+         {"report", "list", "picture", "export", "assign", "palette", "merge", "check", "salvage", "help"}) {
+      EXPECT_THAT(run.Out, HasSubstr("\n  " + std::string(command) + "  ")) << word;
+    }
+    EXPECT_THAT(run.Err, IsEmpty());
   }
-  EXPECT_THAT(run.Err, IsEmpty());
+}
+
+TEST_F(Usage, HelpOnACommandIsWhatItsOwnHelpOptionSays) {
+  for (const char* command :
+       {"report", "list", "picture", "export", "assign", "palette", "merge", "check", "salvage", "help"}) {
+    const auto run = Run({"help", command});
+    EXPECT_EQ(run.ExitCode, 0);
+    EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli " + std::string(command) + " [OPTIONS]"));
+    EXPECT_EQ(run.Out, Run({command, "--help"}).Out);
+    EXPECT_THAT(run.Err, IsEmpty());
+  }
+}
+
+struct UsageCase {
+  const char* Command;
+  const char* Line;
+};
+
+TEST_F(Usage, UsageLineShowsWhatIsRequired) {
+  for (const UsageCase& usage : {UsageCase{"report", "report [OPTIONS] FILE"},
+                                 {"picture", "picture [OPTIONS] -o FILE.png FILE N"},
+                                 {"export", "export [OPTIONS] FILE"},
+                                 {"assign", "assign [OPTIONS] -o FILE.sup FILE"},
+                                 {"palette", "palette [OPTIONS] -o FILE.pal|FILE.RGB IN"},
+                                 {"merge", "merge [OPTIONS] -o FILE.sup PRIMARY SECONDARY"},
+                                 {"salvage", "salvage [OPTIONS] -o FILE.sup FILE"},
+                                 {"help", "help [OPTIONS] [COMMAND]"}}) {
+    EXPECT_THAT(Run({"help", usage.Command}).Out,
+                HasSubstr("\nUsage: quillmark-cli " + std::string(usage.Line) + "\n"));
+  }
+}
+
+TEST_F(Usage, OutHasThreeSpellingsInEveryCommand) {
+  Write("a.sup", test::Sound().Build());
+  for (const char* out : {"-o", "--out", "--output"}) {
+    EXPECT_EQ(Run({"salvage", "a.sup", out, "b.sup"}).ExitCode, 0);
+    EXPECT_EQ(Run({"export", "a.sup", out, "b"}).ExitCode, 0);
+    EXPECT_THAT(Names(), testing::ElementsAre("a.sup", "b.sup", "b_SubPng", "b_spu.xml"));
+    for (const char* name : {"b.sup", "b_SubPng", "b_spu.xml"}) {
+      std::filesystem::remove_all(Path(name));
+    }
+  }
 }
 
 TEST_F(Usage, HelpOfACommandNamesItsOptions) {
@@ -75,14 +134,33 @@ INSTANTIATE_TEST_SUITE_P(
                   "unknown option '--versoin'; did you mean '--version'?"},
         WrongCase{"TooManyFiles", {"report", "x.sup", "y.sup"}, "unexpected argument 'y.sup'"},
         WrongCase{"NoFile", {"report"}, "FILE is required"},
-        WrongCase{"NoOutput", {"salvage", "x.sup"}, "--output is required"},
+        WrongCase{"NoOutput", {"salvage", "x.sup"}, "--out is required"},
         WrongCase{"NoNumber", {"picture", "x.sup", "-o", "x.png"}, "N is required"},
         WrongCase{"NumberZero",
                   {"picture", "x.sup", "0", "-o", "x.png"},
                   "N: Value 0 not in range 1 to 2147483647"},
+        WrongCase{"NumberPast64Bits",
+                  {"picture", "x.sup", "99999999999999999999", "-o", "x.png"},
+                  "N: Value 99999999999999999999 not in range 1 to 2147483647"},
+        WrongCase{
+            "HexadecimalNumber", {"picture", "x.sup", "0x2", "-o", "x.png"}, "N: '0x2' is no decimal number"},
+        WrongCase{"HexadecimalOffset",
+                  {"merge", "x.sup", "y.sup", "-o", "z.sup", "--y-offset", "0x10"},
+                  "--y-offset: '0x10' is no decimal number"},
+        WrongCase{"HelpOnAnUnknownCommand",
+                  {"help", "reprot"},
+                  "unknown command 'reprot'; did you mean 'report'?\nTry 'quillmark-cli help'."},
+        WrongCase{"EmptyFile", {"report", ""}, "FILE: '' names no file"},
+        WrongCase{"EmptyOutput", {"salvage", "x.sup", "-o", ""}, "--out: '' names no file"},
+        WrongCase{"EmptyPicture", {"picture", "x.sup", "1", "-o", ""}, "--out: '' names no file"},
+        WrongCase{"EmptyBase", {"export", "x.sup", "-o", ""}, "--out: '' names no file"},
+        WrongCase{"EmptyPalette", {"export", "x.sup", "--palette", ""}, "--palette: '' names no file"},
+        WrongCase{"EmptyBackground",
+                  {"picture", "x.sup", "1", "-o", "x.png", "--background", ""},
+                  "--background: '' names no file"},
         WrongCase{"PictureIsNoPng",
                   {"picture", "x.sup", "1", "-o", "x.jpg"},
-                  "--output: 'x.jpg' does not end in .png"},
+                  "--out: 'x.jpg' does not end in .png"},
         WrongCase{"FrameOfAnotherSize",
                   {"picture", "x.sup", "1", "-o", "x.png", "--frame", "500"},
                   "--frame: '500' is neither 480 nor 576"},
@@ -103,7 +181,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "assign needs --colours, --opacities or both"},
         WrongCase{"PaletteAsPicture",
                   {"palette", "x.ifo", "-o", "y.png"},
-                  "--output: 'y.png' does not end in .pal or .rgb"},
+                  "--out: 'y.png' does not end in .pal or .rgb"},
         WrongCase{"OffsetOutOfRange",
                   {"merge", "x.sup", "y.sup", "-o", "z.sup", "--y-offset", "-32769"},
                   "--y-offset: Value -32769 not in range -32768 to 32767"}),
@@ -135,6 +213,21 @@ TEST_F(Usage, FailureIsOneJsonDocumentWhereJsonWasAskedFor) {
     EXPECT_EQ(run.Out, "{\"error\":\"missing.sup: No such file or directory\"}\n");
     EXPECT_EQ(run.Err, "quillmark-cli: missing.sup: No such file or directory\n");
   }
+}
+
+TEST_F(Usage, JsonFlagWithAValueAsksForJsonOfAFailureToo) {
+  for (const char* flag : {"--json=1", "--json=true"}) {
+    EXPECT_EQ(Run({"report", flag, "missing.sup"}).Out,
+              "{\"error\":\"missing.sup: No such file or directory\"}\n");
+  }
+  EXPECT_EQ(Run({"report", "--json=false", "missing.sup"}).Out, "");
+  const auto wrong = Run({"report", "--json=maybe", "missing.sup"});
+  EXPECT_EQ(wrong.ExitCode, 2);
+  EXPECT_TRUE(Json::parse(wrong.Out).contains("error"));
+}
+
+TEST_F(Usage, JsonBehindTheEndOfTheOptionsIsAFile) {
+  EXPECT_EQ(Run({"report", "--", "--json"}).Out, "");
 }
 
 TEST_F(Usage, WrongUsageIsOneJsonDocumentToo) {

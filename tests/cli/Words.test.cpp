@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "cli/Decimal.h"
 #include "cli/NearestMatch.h"
 #include "cli/SubtitleRange.h"
 
@@ -37,6 +38,29 @@ TEST(ParseSubtitleRange, RefusesEverythingElse) {
   for (const char* text : {"", "-", "-3", "0", "0-2", "5-3", "a", "1-b", "1-2-3", " 1", "1 ", "+1", "1.5",
                            "99999999999999999999"}) {
     EXPECT_EQ(ParseSubtitleRange(text), std::nullopt) << text;
+  }
+}
+
+TEST(ParseDecimal, TakesASign) {
+  EXPECT_EQ(ParseDecimal("0"), 0);
+  EXPECT_EQ(ParseDecimal("12"), 12);
+  EXPECT_EQ(ParseDecimal("+12"), 12);
+  EXPECT_EQ(ParseDecimal("-400"), -400);
+}
+
+TEST(ParseDecimal, LeadingZerosAreNotOctal) {
+  EXPECT_EQ(ParseDecimal("010"), 10);
+  EXPECT_EQ(ParseDecimal("-08"), -8);
+}
+
+TEST(ParseDecimal, StaysAtTheEndsOf64Bits) {
+  EXPECT_EQ(ParseDecimal("99999999999999999999"), 9223372036854775807);
+  EXPECT_EQ(ParseDecimal("-99999999999999999999"), -9223372036854775807 - 1);
+}
+
+TEST(ParseDecimal, RefusesEverythingElse) {
+  for (const char* text : {"", "+", "-", "+-1", "--1", "0x2", "2x", "1.5", " 1", "1 ", "1e3"}) {
+    EXPECT_EQ(ParseDecimal(text), std::nullopt) << text;
   }
 }
 
