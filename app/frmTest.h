@@ -100,6 +100,7 @@ class frmTest : public QMainWindow, private frmTestControls {
   void RefreshCodeColours();
   void Command_SetActual_Click();
   void Command_SetAll_Click();
+  [[nodiscard]] CodeAssignment ChosenCodes() const;
   [[nodiscard]] CodeNibbles ChosenColours() const;
   [[nodiscard]] CodeNibbles ChosenContrasts() const;
   void CodeListChanged();

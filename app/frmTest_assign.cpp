@@ -17,6 +17,11 @@ QString LossWarning(const QString& firstLine) {
                          "\r\nContinue?");
 }
 
+/// An edit that was made of a stream fits it.
+void Apply(SupStream& stream, StreamEdit edit) {
+  static_cast<void>(ApplyEdit(stream, edit));
+}
+
 }  // namespace
 
 void frmTest::CodeListChanged() {
@@ -42,8 +47,8 @@ void frmTest::Command_SetActual_Click() {
   if (!ShowsSubtitle()) {
     return;
   }
-  const std::int64_t index = SubtitleNumber() - 1;
-  AssignCodes(primary_, index, index + 1, {.Colours = ChosenColours(), .Contrasts = ChosenContrasts()});
+  const auto number = static_cast<std::size_t>(std::max<std::int64_t>(SubtitleNumber(), 0));
+  Apply(primary_, AssignCodes(primary_, number - 1, number, ChosenCodes()));
 }
 
 void frmTest::Command_SetAll_Click() {
@@ -55,7 +60,11 @@ void frmTest::Command_SetAll_Click() {
       !ConfirmWarning(this, LossWarning(QStringLiteral("The subtitles use different opacities.")))) {
     return;
   }
-  AssignCodes(primary_, 0, primary_.Count, {.Colours = ChosenColours(), .Contrasts = ChosenContrasts()});
+  Apply(primary_, AssignCodes(primary_, 0, static_cast<std::size_t>(primary_.Count), ChosenCodes()));
+}
+
+CodeAssignment frmTest::ChosenCodes() const {
+  return {.Colours = AllFour(ChosenColours()), .Contrasts = AllFour(ChosenContrasts())};
 }
 
 CodeNibbles frmTest::ChosenColours() const {

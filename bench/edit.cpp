@@ -28,11 +28,31 @@ SupStream LoadFilm(int subtitles) {
   return stream;
 }
 
+StreamEdit EveryCode(const SupStream& stream) {
+  return AssignCodes(stream, 0, static_cast<std::size_t>(stream.Count),
+                     {.Colours = AllFour({0, 2, 0, 12}), .Contrasts = AllFour({0, 15, 15, 15})});
+}
+
 void SetForAll(benchmark::State& state) {
   SupStream stream = LoadFilm(ManySubtitles);
   for (auto _ : state) {
-    AssignCodes(stream, 0, stream.Count,
-                {.Colours = CodeNibbles{0, 2, 0, 12}, .Contrasts = CodeNibbles{0, 15, 15, 15}});
+    StreamEdit edit = EveryCode(stream);
+    if (!ApplyEdit(stream, edit)) {
+      state.SkipWithError("not applied");
+    }
+    benchmark::DoNotOptimize(edit);
+    benchmark::ClobberMemory();
+  }
+}
+
+/// What undo and redo take.
+void UndoSetForAll(benchmark::State& state) {
+  SupStream stream = LoadFilm(ManySubtitles);
+  StreamEdit edit = EveryCode(stream);
+  for (auto _ : state) {
+    if (!ApplyEdit(stream, edit)) {
+      state.SkipWithError("not applied");
+    }
     benchmark::ClobberMemory();
   }
 }
@@ -87,6 +107,7 @@ void PlainWriteAndSync(benchmark::State& state) {
 
 BENCHMARK(PlainPassOverOffsets)->Unit(benchmark::kMillisecond);
 BENCHMARK(SetForAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(UndoSetForAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(PlainWriteAndSync)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
 BENCHMARK(SaveSup)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
 

@@ -15,8 +15,15 @@ CommandResult Assign(const AssignOptions& options, const Console& console) {
     return range;
   }
   const std::int64_t last = options.Only.Last.value_or(stream.Count);
-  AssignCodes(stream, options.Only.First - 1, last,
-              {.Colours = options.Colours, .Contrasts = options.Opacities});
+  const auto chosen = [](const std::optional<CodeNibbles>& nibbles) {
+    return nibbles ? AllFour(*nibbles) : ChosenNibbles{};
+  };
+  StreamEdit edit =
+      AssignCodes(stream, static_cast<std::size_t>(options.Only.First - 1), static_cast<std::size_t>(last),
+                  {.Colours = chosen(options.Colours), .Contrasts = chosen(options.Opacities)});
+  if (const Result<void> applied = ApplyEdit(stream, edit); !applied) {
+    return Failed(options.File, applied.Reason());
+  }
   if (console.Interrupted()) {
     return Interrupted();
   }

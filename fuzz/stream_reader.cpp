@@ -31,8 +31,12 @@ void UseEverySubtitle(SupStream& stream) {
     const std::int16_t size = stream.SpuSize[static_cast<std::size_t>(i)];
     Require(unit.size() == static_cast<std::size_t>(UnitBufferSize(size)));
   }
-  AssignCodes(stream, 0, stream.Count,
-              {.Colours = CodeNibbles{0, 1, 2, 3}, .Contrasts = CodeNibbles{0, 15, 15, 15}});
+  const std::vector<std::uint8_t> before = stream.RawBytes;
+  StreamEdit edit =
+      AssignCodes(stream, 0, static_cast<std::size_t>(stream.Count),
+                  {.Colours = AllFour({0, 1, 2, 3}), .Contrasts = {0, std::nullopt, 15, std::nullopt}});
+  Require(ApplyEdit(stream, edit).IsOk());
+  Require(ApplyEdit(stream, edit).IsOk() && stream.RawBytes == before);
 }
 
 void Index(const std::vector<std::uint8_t>& file, bool firstIsShown) {

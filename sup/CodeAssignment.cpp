@@ -5,14 +5,31 @@
 namespace quillmark {
 namespace {
 
-/// A command's two argument bytes, code 3 in the first one's high nibble.
-struct ArgumentBytes {
-  explicit ArgumentBytes(const CodeNibbles& nibbles)
-      : First(static_cast<std::uint8_t>(nibbles[3] << 4U | nibbles[2])),
-        Second(static_cast<std::uint8_t>(nibbles[1] << 4U | nibbles[0])) {}
+/// How a command's argument byte changes: the bits of `Kept` stay, those of `Set` are put in.
+struct ByteChange {
+  std::uint8_t Kept = 0xFF;
+  std::uint8_t Set = 0;
 
-  std::uint8_t First;
-  std::uint8_t Second;
+  [[nodiscard]] std::uint8_t Of(std::uint8_t old) const {
+    return static_cast<std::uint8_t>((old & Kept) | Set);
+  }
+};
+
+ByteChange NibbleChange(std::optional<std::uint8_t> high, std::optional<std::uint8_t> low) {
+  return {.Kept = static_cast<std::uint8_t>((high ? 0x00 : 0xF0) | (low ? 0x00 : 0x0F)),
+          .Set = static_cast<std::uint8_t>((high.value_or(0) & 0x0FU) << 4U | (low.value_or(0) & 0x0FU))};
+}
+
+/// What becomes of a command's two argument bytes.
+struct ArgumentChange {
+  explicit ArgumentChange(const ChosenNibbles& nibbles)
+      : IsNeeded(std::ranges::any_of(nibbles, [](const auto& nibble) { return nibble.has_value(); })),
+        ReadsOld(!std::ranges::all_of(nibbles, [](const auto& nibble) { return nibble.has_value(); })),
+        Bytes{NibbleChange(nibbles[3], nibbles[2]), NibbleChange(nibbles[1], nibbles[0])} {}
+
+  bool IsNeeded;
+  bool ReadsOld;
+  std::array<ByteChange, 2> Bytes;
 };
 
 /// Where a subtitle's own bytes lie in the file, and with them what may be written for it.
@@ -23,38 +40,149 @@ struct PacketBounds {
                      std::int64_t{stream.FileLength})) {}
 
   [[nodiscard]] bool Contains(std::int64_t position) const { return position >= Start && position < End; }
+  [[nodiscard]] bool ContainsTwoFrom(std::int64_t position) const {
+    return position >= Start && position < End - 1;
+  }
 
   std::int64_t Start;
   std::int64_t End;
 };
 
-void Write(std::vector<std::uint8_t>& file, const PacketBounds& packet, std::int64_t position,
-           const ArgumentBytes& arguments) {
-  if (packet.Contains(position)) {
-    file[static_cast<std::size_t>(position)] = arguments.First;
+/// The bytes that one subtitle gets, in the order of their positions and each of them once.
+class PacketChange {
+ public:
+  PacketChange(const SupStream& stream, std::size_t index)
+      : bytes_(stream.RawBytes), packet_(stream, index) {}
+
+  /// A byte that was written before is written over.
+  void Write(std::int64_t position, const ArgumentChange& change) {
+    for (std::size_t i = 0; i < change.Bytes.size(); ++i) {
+      const std::int64_t at = position + static_cast<std::int64_t>(i);
+      if (packet_.Contains(at)) {
+        Put(at, change.Bytes[i], change.ReadsOld);
+      }
+    }
   }
-  if (packet.Contains(position + 1)) {
-    file[static_cast<std::size_t>(position) + 1] = arguments.Second;
+
+  void AppendTo(StreamEdit& edit) const {
+    for (std::size_t i = 0; i < count_;) {
+      std::size_t end = i + 1;
+      while (end < count_ && positions_[end] == positions_[end - 1] + 1) {
+        ++end;
+      }
+      edit.Replace(static_cast<std::size_t>(positions_[i]), end - i, std::span(values_).subspan(i, end - i));
+      i = end;
+    }
   }
+
+ private:
+  void Put(std::int64_t position, const ByteChange& change, bool readsOld) {
+    std::size_t i = count_;
+    while (i > 0 && positions_[i - 1] >= position) {
+      --i;
+    }
+    const bool isThere = i < count_ && positions_[i] == position;
+    // Bytes that get both nibbles are not read: reading one byte of every packet of a long film costs more
+    // than all the rest.
+    const std::uint8_t old = !readsOld ? std::uint8_t{0}
+                             : isThere ? values_[i]
+                                       : bytes_[static_cast<std::size_t>(position)];
+    if (!isThere) {
+      std::copy_backward(positions_.begin() + i, positions_.begin() + count_,
+                         positions_.begin() + count_ + 1);
+      std::copy_backward(values_.begin() + i, values_.begin() + count_, values_.begin() + count_ + 1);
+      positions_[i] = position;
+      ++count_;
+    }
+    values_[i] = change.Of(old);
+  }
+
+  const std::vector<std::uint8_t>& bytes_;
+  PacketBounds packet_;
+  std::array<std::int64_t, 4> positions_ = {};
+  std::array<std::uint8_t, 4> values_ = {};
+  std::size_t count_ = 0;  // invariant: positions_ ascend up to here
+};
+
+/// Appends one command's arguments, which are written whole.
+void AppendWhole(StreamEdit& edit, std::int64_t position, const ArgumentChange& change) {
+  edit.Places.push_back({.Offset = static_cast<std::uint32_t>(position), .Removed = 2, .Inserted = 2});
+  edit.Bytes.push_back(change.Bytes[0].Set);
+  edit.Bytes.push_back(change.Bytes[1].Set);
+}
+
+/// The common case of a unit with both commands, of which all codes are written: appended at once, and
+/// quickly, as long films have many of them. False, and nothing appended, for any other.
+bool AppendSound(StreamEdit& edit, const SupStream& stream, std::size_t index, const ArgumentChange& colours,
+                 const ArgumentChange& contrasts) {
+  const PacketBounds packet(stream, index);
+  const std::int64_t colour = stream.ColourBytesOffset[index];
+  const std::int64_t contrast = stream.ContrastBytesOffset[index];
+  if (!packet.ContainsTwoFrom(colour) || !packet.ContainsTwoFrom(contrast)) {
+    return false;
+  }
+  if (colour + 2 < contrast) {
+    AppendWhole(edit, colour, colours);
+    AppendWhole(edit, contrast, contrasts);
+  } else if (contrast + 2 < colour) {
+    AppendWhole(edit, contrast, contrasts);
+    AppendWhole(edit, colour, colours);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+/// A unit without the command is indexed as if its arguments stood one byte before the unit's byte 4.
+bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<std::int32_t>& offsets) {
+  return stream.Holds(static_cast<std::int64_t>(index)) &&
+         offsets[index] >= stream.PacketOffset[index] + PacketHeaderSize;
 }
 
 }  // namespace
 
-void AssignCodes(SupStream& stream, std::int64_t first, std::int64_t end, const CodeAssignment& codes) {
-  if (!stream.Holds(first) || !stream.Holds(end - 1)) {
-    return;
+bool HasColourCommand(const SupStream& stream, std::size_t index) {
+  return HasArguments(stream, index, stream.ColourBytesOffset);
+}
+
+bool HasContrastCommand(const SupStream& stream, std::size_t index) {
+  return HasArguments(stream, index, stream.ContrastBytesOffset);
+}
+
+bool HasCommandsFor(const SupStream& stream, std::size_t index, const CodeAssignment& codes) {
+  return (!ArgumentChange(codes.Colours).IsNeeded || HasColourCommand(stream, index)) &&
+         (!ArgumentChange(codes.Contrasts).IsNeeded || HasContrastCommand(stream, index));
+}
+
+StreamEdit AssignCodes(const SupStream& stream, std::size_t first, std::size_t end,
+                       const CodeAssignment& codes) {
+  StreamEdit edit;
+  if (first >= end || !stream.Holds(static_cast<std::int64_t>(end) - 1)) {
+    return edit;
   }
-  const ArgumentBytes colours(codes.Colours.value_or(CodeNibbles{}));
-  const ArgumentBytes contrasts(codes.Contrasts.value_or(CodeNibbles{}));
-  for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(end); ++i) {
-    const PacketBounds packet(stream, i);
-    if (codes.Colours) {
-      Write(stream.RawBytes, packet, stream.ColourBytesOffset[i], colours);
+  const ArgumentChange colours(codes.Colours);
+  const ArgumentChange contrasts(codes.Contrasts);
+  const std::size_t perSubtitle = (colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U);
+  edit.Places.reserve((end - first) * perSubtitle);
+  edit.Bytes.reserve((end - first) * perSubtitle * 2);
+  const bool allWhole = colours.IsNeeded && contrasts.IsNeeded && !colours.ReadsOld && !contrasts.ReadsOld;
+  for (std::size_t i = first; i < end; ++i) {
+    if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {
+      continue;
     }
-    if (codes.Contrasts) {
-      Write(stream.RawBytes, packet, stream.ContrastBytesOffset[i], contrasts);
+    if (allWhole && AppendSound(edit, stream, i, colours, contrasts)) {
+      continue;
     }
+    PacketChange change(stream, i);
+    if (colours.IsNeeded) {
+      change.Write(stream.ColourBytesOffset[i], colours);
+    }
+    if (contrasts.IsNeeded) {
+      change.Write(stream.ContrastBytesOffset[i], contrasts);
+    }
+    change.AppendTo(edit);
   }
+  return edit;
 }
 
 }  // namespace quillmark

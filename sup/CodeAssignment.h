@@ -1,28 +1,46 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
+#include "sup/StreamEdit.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
 
 /// Four nibbles, one per pixel code: [0] background, [1] pattern, [2] and [3] emphasis.
 using CodeNibbles = std::array<std::uint8_t, 4>;
+/// The same of some codes only; one without a nibble keeps what it has.
+using ChosenNibbles = std::array<std::optional<std::uint8_t>, 4>;
 
-/// What to write; a missing one leaves its command's bytes as they are.
+[[nodiscard]] constexpr ChosenNibbles AllFour(const CodeNibbles& nibbles) {
+  return {nibbles[0], nibbles[1], nibbles[2], nibbles[3]};
+}
+
+/// What to write. Where no code has a nibble, the command's bytes stay as they are.
 struct CodeAssignment {
-  std::optional<CodeNibbles> Colours;
-  std::optional<CodeNibbles> Contrasts;
+  ChosenNibbles Colours;
+  ChosenNibbles Contrasts;
+  /// A subtitle that lacks a command that would be written is left as it is.
+  bool NeedsCommands = false;
 };
 
-/// Writes the argument bytes of the colour and contrast commands of subtitles `first` to `end` - 1 into the
-/// stream's raw bytes: code 3 and 2 in the first byte, 1 and 0 in the second, high nibble first.
+/// Whether the unit of subtitle `index`, from 0, has a colour command, or a contrast command, whose arguments
+/// can be written. False for a subtitle that the stream does not hold.
+[[nodiscard]] bool HasColourCommand(const SupStream& stream, std::size_t index);
+[[nodiscard]] bool HasContrastCommand(const SupStream& stream, std::size_t index);
+/// Whether it has every command that `codes` write.
+[[nodiscard]] bool HasCommandsFor(const SupStream& stream, std::size_t index, const CodeAssignment& codes);
+
+/// The edit that writes the argument bytes of the colour and contrast commands of the subtitles from index
+/// `first` to before `end`: code 3 and 2 in the first byte, 1 and 0 in the second, high nibble first.
 /// Kept oddity: a unit without the command has them written over its control offset's low byte and its first
-/// data byte, where its index entry points. A byte outside the subtitle's own packet or outside the file is
-/// never written, so damage in one unit cannot spread to the next. Does nothing when the stream does not hold
-/// all of the subtitles.
-void AssignCodes(SupStream& stream, std::int64_t first, std::int64_t end, const CodeAssignment& codes);
+/// data byte, where its index entry points, unless `NeedsCommands` says otherwise. A byte outside the
+/// subtitle's own packet or outside the file is never written, so damage in one unit cannot spread to the
+/// next. Empty when the stream does not hold all of the subtitles.
+[[nodiscard]] StreamEdit AssignCodes(const SupStream& stream, std::size_t first, std::size_t end,
+                                     const CodeAssignment& codes);
 
 }  // namespace quillmark

@@ -1,7 +1,9 @@
 #include "sup/StreamEdit.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "sup/StreamLoader.h"
@@ -9,19 +11,23 @@
 namespace quillmark {
 namespace {
 
-/// How the edit and a stream of `length` bytes fit.
+using Place = StreamEdit::Place;
+
+constexpr std::size_t MaxPlaceNumber = std::numeric_limits<std::uint32_t>::max();
+
+/// How an edit and a stream fit.
 struct Fit {
   bool Fits = false;
   bool KeepsLengths = true;  ///< every place takes out as much as it puts in
+  std::size_t Removed = 0;   ///< all that is taken out
   std::size_t NewLength = 0;
-  std::size_t Removed = 0;  ///< all that is taken out
 };
 
 Fit FitOf(const StreamEdit& edit, std::size_t length) {
   Fit fit;
   std::uint64_t end = 0;  // of the place before
   std::uint64_t inserted = 0;
-  for (const StreamEdit::Place& place : edit.Places) {
+  for (const Place& place : edit.Places) {
     if (place.Offset < end) {
       return {};
     }
@@ -38,52 +44,143 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
   return fit;
 }
 
+/// The places of an edit of all subtitles lie pages apart, so each costs a wait for the memory unless it is
+/// asked for this many places ahead.
+constexpr std::size_t PlacesAhead = 16;
+
 void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
+  std::uint8_t* const start = bytes.data();
   std::uint8_t* other = edit.Bytes.data();
-  for (const StreamEdit::Place& place : edit.Places) {
-    std::uint8_t* const here = bytes.data() + place.Offset;
-    std::swap_ranges(here, here + place.Removed, other);
-    other += place.Removed;
+  const std::vector<Place>& places = edit.Places;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (i + PlacesAhead < places.size()) {
+      __builtin_prefetch(start + places[i + PlacesAhead].Offset, 1);
+    }
+    std::uint8_t* const here = start + places[i].Offset;
+    if (places[i].Removed == 2) {  // a command's arguments
+      std::swap(here[0], other[0]);
+      std::swap(here[1], other[1]);
+    } else {
+      std::swap_ranges(here, here + places[i].Removed, other);
+    }
+    other += places[i].Removed;
   }
 }
 
-/// The bytes with the edit's in them, with room for `more` behind them; the edit becomes its inverse.
-std::vector<std::uint8_t> Spliced(std::span<const std::uint8_t> bytes, StreamEdit& edit, const Fit& fit,
-                                  std::size_t more) {
-  std::vector<std::uint8_t> spliced;
-  spliced.reserve(fit.NewLength + more);
-  std::vector<std::uint8_t> removed;
-  removed.reserve(fit.Removed);
-  const auto append = [](std::vector<std::uint8_t>& to, std::span<const std::uint8_t> from) {
-    to.insert(to.end(), from.begin(), from.end());
+void CopyRemoved(std::span<const std::uint8_t> bytes, const std::vector<Place>& places,
+                 std::span<std::uint8_t> removed) {
+  for (const Place& place : places) {
+    std::ranges::copy(bytes.subspan(place.Offset, place.Removed), removed.begin());
+    removed = removed.subspan(place.Removed);
+  }
+}
+
+std::size_t Behind(const Place& place) {
+  return std::size_t{place.Offset} + place.Removed;
+}
+
+/// Moves what stands between the places to where it stands after the edit; `bytes` has room for both states,
+/// of which the old one has `length` bytes. What moves to the front goes first to last, what moves to the
+/// back last to first, so that nothing is overwritten before it has moved: stretches keep their order, and
+/// one that moves to the front and one that moves to the back never meet.
+void MoveStretches(std::span<std::uint8_t> bytes, const std::vector<Place>& places, std::size_t length) {
+  const auto move = [bytes](std::size_t from, std::size_t end, std::int64_t shift) {
+    std::memmove(bytes.data() + static_cast<std::int64_t>(from) + shift, bytes.data() + from, end - from);
   };
+  const auto growth = [](const Place& place) { return std::int64_t{place.Inserted} - place.Removed; };
+  std::int64_t shift = 0;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    shift += growth(places[i]);
+    if (shift < 0) {
+      move(Behind(places[i]), i + 1 < places.size() ? places[i + 1].Offset : length, shift);
+    }
+  }
+  std::size_t end = length;
+  for (std::size_t i = places.size(); i-- > 0;) {
+    if (shift > 0) {
+      move(Behind(places[i]), end, shift);
+    }
+    shift -= growth(places[i]);
+    end = places[i].Offset;
+  }
+}
+
+/// Puts the edit's bytes into their places, which get the numbers of the inverse.
+void PutIn(std::span<std::uint8_t> bytes, StreamEdit& edit) {
   std::span<const std::uint8_t> inserted = edit.Bytes;
-  std::size_t done = 0;
-  for (StreamEdit::Place& place : edit.Places) {
-    append(spliced, bytes.subspan(done, place.Offset - done));
-    done = std::size_t{place.Offset} + place.Removed;
-    append(removed, bytes.subspan(place.Offset, place.Removed));
-    place.Offset = static_cast<std::uint32_t>(spliced.size());
-    append(spliced, inserted.first(place.Inserted));
+  std::int64_t shift = 0;
+  for (Place& place : edit.Places) {
+    place.Offset = static_cast<std::uint32_t>(place.Offset + shift);
+    shift += std::int64_t{place.Inserted} - place.Removed;
+    std::ranges::copy(inserted.first(place.Inserted), bytes.begin() + place.Offset);
     inserted = inserted.subspan(place.Inserted);
     std::swap(place.Removed, place.Inserted);
   }
-  append(spliced, bytes.subspan(done));
-  edit.Bytes = std::move(removed);
-  return spliced;
+}
+
+/// Applies a fitting edit. `removed` is as long as all that the edit takes out, and `bytes` has the capacity
+/// for the new length, so that nothing here can fail. Afterwards `removed` is the buffer that the inverse
+/// needs. Bytes behind the stream's, if there are any, move with its end.
+void Splice(std::vector<std::uint8_t>& bytes, StreamEdit& edit, std::vector<std::uint8_t>& removed) {
+  const std::size_t length = bytes.size();
+  const std::size_t newLength = length - removed.size() + edit.Bytes.size();
+  CopyRemoved(bytes, edit.Places, removed);
+  bytes.resize(std::max(length, newLength));
+  MoveStretches(bytes, edit.Places, length);
+  PutIn(bytes, edit);
+  bytes.resize(newLength);
+  std::swap(edit.Bytes, removed);
 }
 
 Failure DoesNotFit() {
   return {"the change does not fit the stream"};
 }
 
+Failure NoMemory() {
+  return {"there is not enough memory for the change"};
+}
+
+/// Whether there is memory for what Splice needs.
+bool MakeRoom(std::vector<std::uint8_t>& bytes, std::size_t length, std::vector<std::uint8_t>& removed,
+              std::size_t removedLength) {
+  try {
+    removed.resize(removedLength);
+    bytes.reserve(length);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+Result<void> Reindex(SupStream& stream) {
+  const auto file = std::span(std::as_const(stream.RawBytes)).first(stream.RawBytes.size() - 1);
+  Result<SupStream> index = IndexStream(file);
+  if (!index) {
+    return index.Why();
+  }
+  index->Path = std::move(stream.Path);
+  index->RawBytes = std::move(stream.RawBytes);
+  stream = std::move(*index);
+  return {};
+}
+
 }  // namespace
 
 void StreamEdit::Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted) {
-  Places.push_back({.Offset = static_cast<std::uint32_t>(offset),
-                    .Removed = static_cast<std::uint32_t>(removed),
-                    .Inserted = static_cast<std::uint32_t>(inserted.size())});
   Bytes.insert(Bytes.end(), inserted.begin(), inserted.end());
+  if (!Places.empty() && Behind(Places.back()) == offset) {
+    Place& last = Places.back();
+    if (removed <= MaxPlaceNumber - last.Removed && inserted.size() <= MaxPlaceNumber - last.Inserted) {
+      last.Removed += static_cast<std::uint32_t>(removed);
+      last.Inserted += static_cast<std::uint32_t>(inserted.size());
+      return;
+    }
+  }
+  const auto number = [](std::size_t value) {
+    return static_cast<std::uint32_t>(std::min(value, MaxPlaceNumber));
+  };
+  Places.push_back(
+      {.Offset = number(offset), .Removed = number(removed), .Inserted = number(inserted.size())});
 }
 
 Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
@@ -93,10 +190,45 @@ Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
   }
   if (fit.KeepsLengths) {
     SwapBytes(bytes, edit);
-  } else {
-    bytes = Spliced(bytes, edit, fit, 0);
+    return {};
   }
+  std::vector<std::uint8_t> removed;
+  if (!MakeRoom(bytes, fit.NewLength, removed, fit.Removed)) {
+    return NoMemory();
+  }
+  Splice(bytes, edit, removed);
   return {};
+}
+
+Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit) {
+  if (stream.RawBytes.empty()) {
+    return edit.IsEmpty() ? Result<void>() : DoesNotFit();
+  }
+  const Fit fit = FitOf(edit, stream.RawBytes.size() - 1);
+  if (!fit.Fits) {
+    return DoesNotFit();
+  }
+  if (fit.KeepsLengths) {
+    SwapBytes(stream.RawBytes, edit);
+    if (!edit.Reindexes) {
+      return {};
+    }
+    Result<void> indexed = Reindex(stream);
+    if (!indexed) {
+      SwapBytes(stream.RawBytes, edit);
+    }
+    return indexed;
+  }
+  std::vector<std::uint8_t> removed;
+  if (!MakeRoom(stream.RawBytes, fit.NewLength + 1, removed, fit.Removed)) {
+    return NoMemory();
+  }
+  Splice(stream.RawBytes, edit, removed);
+  Result<void> indexed = Reindex(stream);
+  if (!indexed) {
+    Splice(stream.RawBytes, edit, removed);
+  }
+  return indexed;
 }
 
 }  // namespace quillmark

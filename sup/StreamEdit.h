@@ -27,17 +27,25 @@ struct StreamEdit {
   bool Reindexes = false;
 
   [[nodiscard]] bool IsEmpty() const { return Places.empty(); }
-  /// Names one more place, behind all that were named before.
+  /// Names one more place, after all that were named before; one that starts where the last one ended makes
+  /// that one longer. A number that no stream can have gives an edit that fits none.
   void Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted);
 
   bool operator==(const StreamEdit&) const = default;
 };
 
 /// Changes `bytes` and leaves in `edit` its own inverse: applied once more, it gives the old bytes again. An
-/// edit that does not fit (places out of order, behind the end, or not matching its Bytes) changes nothing.
+/// edit that does not fit (places out of order, past the end, or not matching its Bytes) changes nothing,
+/// and neither does one that memory does not suffice for.
+/// Places that take out as much as they put in are swapped where they stand. Otherwise the bytes between the
+/// places move once each, within the buffer; besides that buffer's growth no more memory is used than the
+/// edit and its inverse have.
 Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit);
 
-/// The same for a loaded stream, with its length and, where the edit asks for it, its index.
+/// The same for a loaded stream. An edit that keeps every place's length and does not ask for a new index
+/// touches RawBytes alone. After any other one the stream has the index, statistics and length that its new
+/// bytes have when they are loaded; where the new bytes have none, because a packet lacks its signature or
+/// memory does not suffice, stream and edit are left as they were.
 Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit);
 
 }  // namespace quillmark

@@ -303,6 +303,26 @@ LoadResult IndexStreamFile(const std::filesystem::path& path, const FirstSubtitl
   });
 }
 
+Result<SupStream> IndexStream(std::span<const std::uint8_t> file) {
+  try {
+    SupStream stream;
+    MemorySource source(file);
+    const FirstSubtitle isValid = [](const SubtitleUnit& unit) {
+      return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
+    };
+    if (!WalkPackets(source, isValid, stream)) {
+      return Failure{"no \"SP\" stands where a packet should start"};
+    }
+    stream.FileLength = static_cast<std::int32_t>(file.size());
+    stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
+    stream.Stats.UpdateMultipleFlags();
+    RepairEndTimes(stream);
+    return stream;
+  } catch (const std::bad_alloc&) {
+    return Failure{"there is not enough memory for its index"};
+  }
+}
+
 LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {
   return WithinMemory(stream, [&] {
     file.push_back(0);

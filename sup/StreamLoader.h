@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Result.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
@@ -62,6 +63,11 @@ struct FileBytes {
 /// streams' last starts. `first` is told whether the first unit is valid. Count is -1 when it failed.
 [[nodiscard]] LoadResult LoadSecondaryStream(const std::filesystem::path& path, const SupStream& primary,
                                              const std::function<void(bool)>& first, SupStream& secondary);
+
+/// The index and the statistics of a file that is held elsewhere, as LoadPrimaryStream makes them of it; a
+/// first unit that is invalid ends the walk. The stream's own bytes and its path are left empty, so it holds
+/// no subtitle until RawBytes is given the file and the zero byte after it.
+[[nodiscard]] Result<SupStream> IndexStream(std::span<const std::uint8_t> file);
 
 /// Indexes bytes already in memory, as LoadPrimaryStream does with a file's; `file` is taken over.
 [[nodiscard]] LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first,

@@ -42,7 +42,8 @@ struct SupStream {
 
   /// Whether subtitle `index` (from 0) can be read from RawBytes.
   [[nodiscard]] bool Holds(std::int64_t index) const {
-    return IndexMatchesBytes && index >= 0 && index < static_cast<std::int64_t>(PacketOffset.size());
+    return IndexMatchesBytes && !RawBytes.empty() && index >= 0 &&
+           index < static_cast<std::int64_t>(PacketOffset.size());
   }
 };
 

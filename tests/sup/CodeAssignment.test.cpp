@@ -36,12 +36,19 @@ Bytes Changed(Bytes file, std::initializer_list<Change> changes) {
   return file;
 }
 
-void AssignColours(SupStream& stream, std::int64_t index, const CodeNibbles& colours) {
-  AssignCodes(stream, index, index + 1, {.Colours = colours, .Contrasts = std::nullopt});
+constexpr CodeAssignment Both = {.Colours = AllFour(Colours), .Contrasts = AllFour(Contrasts)};
+
+void Assign(SupStream& stream, std::size_t first, std::size_t end, const CodeAssignment& codes) {
+  StreamEdit edit = AssignCodes(stream, first, end, codes);
+  EXPECT_TRUE(ApplyEdit(stream, edit));
 }
 
-void AssignContrasts(SupStream& stream, std::int64_t index, const CodeNibbles& contrasts) {
-  AssignCodes(stream, index, index + 1, {.Colours = std::nullopt, .Contrasts = contrasts});
+void AssignColours(SupStream& stream, std::size_t index, const CodeNibbles& colours) {
+  Assign(stream, index, index + 1, {.Colours = AllFour(colours), .Contrasts = {}});
+}
+
+void AssignContrasts(SupStream& stream, std::size_t index, const CodeNibbles& contrasts) {
+  Assign(stream, index, index + 1, {.Colours = {}, .Contrasts = AllFour(contrasts)});
 }
 
 TEST(AssignColours, WritesTheTwoArgumentBytesAndNoOther) {
@@ -67,7 +74,7 @@ TEST(AssignCodes, ReachesEverySubtitleOfTheRange) {
   const Bytes file = Join({packet, packet, packet});
   SupStream stream = Index(file);
 
-  AssignCodes(stream, 0, 3, {.Colours = Colours, .Contrasts = Contrasts});
+  Assign(stream, 0, 3, Both);
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2},
                                             {25, 0x10},
@@ -88,7 +95,7 @@ TEST(AssignCodes, SubtitlesOutsideTheRangeAreLeftAlone) {
   const Bytes file = Join({packet, packet, packet});
   SupStream stream = Index(file);
 
-  AssignCodes(stream, 1, 2, {.Colours = Colours, .Contrasts = Contrasts});
+  Assign(stream, 1, 2, Both);
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {{72, 0xA2}, {73, 0x10}, {75, 0xFF}, {76, 0x80}}));
 }
@@ -97,7 +104,7 @@ TEST(AssignCodes, NothingToAssignChangesNothing) {
   const Bytes file = PacketBuilder().Build();
   SupStream stream = Index(file);
 
-  AssignCodes(stream, 0, 1, {});
+  Assign(stream, 0, 1, {});
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {}));
 }
@@ -107,10 +114,10 @@ TEST(AssignCodes, RangeThatTheStreamDoesNotHoldWhollyChangesNothing) {
   const Bytes file = Join({packet, packet});
   SupStream stream = Index(file);
 
-  AssignCodes(stream, 0, 3, {.Colours = Colours, .Contrasts = Contrasts});
-  AssignCodes(stream, -1, 2, {.Colours = Colours, .Contrasts = Contrasts});
-  AssignCodes(stream, 1, 1, {.Colours = Colours, .Contrasts = Contrasts});
-  AssignCodes(stream, 0, 0, {.Colours = Colours, .Contrasts = Contrasts});
+  Assign(stream, 0, 3, Both);
+  Assign(stream, static_cast<std::size_t>(-1), 2, Both);
+  Assign(stream, 1, 1, Both);
+  Assign(stream, 0, 0, Both);
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {}));
 }
@@ -119,7 +126,7 @@ TEST(AssignCodes, UnitWithoutBothCommandsKeepsTheContrastsWhichAreWrittenLast) {
   const Bytes file = PacketBuilder().WithoutColour().WithoutContrast().Build();
   SupStream stream = Index(file);
 
-  AssignCodes(stream, 0, 1, {.Colours = Colours, .Contrasts = Contrasts});
+  Assign(stream, 0, 1, Both);
 
   EXPECT_EQ(stream.RawBytes, Changed(file, {{13, 0xFF}, {14, 0x80}}));
 }
@@ -192,7 +199,7 @@ TEST(AssignColours, SubtitleThatTheStreamDoesNotHaveChangesNothing) {
   const Bytes file = PacketBuilder().Build();
   SupStream stream = Index(file);
 
-  for (const std::int64_t index : {std::int64_t{-1}, std::int64_t{1}, std::int64_t{1} << 40}) {
+  for (const std::size_t index : {static_cast<std::size_t>(-1), std::size_t{1}, std::size_t{1} << 40U}) {
     AssignColours(stream, index, Colours);
     AssignContrasts(stream, index, Contrasts);
   }
@@ -230,6 +237,112 @@ TEST(AssignColours, IndexOfALoadThatBrokeOffWritesNothingIntoTheBytesOfTheFileBe
   AssignContrasts(stream, 0, Contrasts);
 
   EXPECT_EQ(stream.RawBytes, Changed(before, {}));
+}
+
+TEST(AssignCodes, CodeWithoutANibbleKeepsItsOwn) {
+  const Bytes file = PacketBuilder().Colour(3, 2, 1, 0).Contrast(15, 14, 13, 12).Build();
+  SupStream stream = Index(file);
+
+  Assign(stream, 0, 1,
+         {.Colours = {std::nullopt, 9, std::nullopt, std::nullopt},
+          .Contrasts = {std::nullopt, std::nullopt, 5, std::nullopt}});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0x32}, {25, 0x90}, {27, 0xF5}, {28, 0xDC}}));
+}
+
+TEST(AssignCodes, CommandOfWhichNoCodeChangesIsNotNamed) {
+  const SupStream stream = Index(PacketBuilder().Build());
+
+  const StreamEdit edit = AssignCodes(stream, 0, 1, {.Colours = AllFour(Colours), .Contrasts = {}});
+
+  EXPECT_EQ(edit.Places, (std::vector<StreamEdit::Place>{{.Offset = 24, .Removed = 2, .Inserted = 2}}));
+  EXPECT_EQ(edit.Bytes, (Bytes{0xA2, 0x10}));
+  EXPECT_FALSE(edit.Reindexes);
+}
+
+TEST(AssignCodes, StreamIsNotTouchedBeforeTheEditIsApplied) {
+  const Bytes file = PacketBuilder().Build();
+  const SupStream stream = Index(file);
+
+  EXPECT_FALSE(AssignCodes(stream, 0, 1, Both).IsEmpty());
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {}));
+}
+
+TEST(AssignCodes, SecondApplicationTakesBack) {
+  const Bytes file =
+      Join({PacketBuilder().WithoutColour().WithoutContrast().Build(), PacketBuilder().Build()});
+  SupStream stream = Index(Join({PacketBuilder().Build(), file}));
+  const Bytes before = stream.RawBytes;
+  StreamEdit edit = AssignCodes(stream, 0, 3, Both);
+
+  ASSERT_TRUE(ApplyEdit(stream, edit));
+  EXPECT_NE(stream.RawBytes, before);
+  ASSERT_TRUE(ApplyEdit(stream, edit));
+
+  EXPECT_EQ(stream.RawBytes, before);
+}
+
+TEST(AssignCodes, ContrastCommandBeforeTheColourCommandIsWrittenToo) {
+  const Bytes unit = {0x00, 0x00, 0x00, 0x04, 0x04, 0x11, 0x11, 0x03, 0x22, 0x22, 0xFF, 0x00, 0x00};
+  const Bytes file = PacketBuilder().Unit(unit).ControlOffset(4).Build();
+  SupStream stream = Index(Join({PacketBuilder().Build(), file}));
+
+  Assign(stream, 1, 2, Both);
+
+  EXPECT_EQ(stream.RawBytes, Changed(Join({PacketBuilder().Build(), file}),
+                                     {{48 + 19, 0xFF}, {48 + 20, 0x80}, {48 + 22, 0xA2}, {48 + 23, 0x10}}));
+}
+
+TEST(AssignCodes, UnitWithoutANeededCommandIsLeftAsItIsAndTheOthersAreWritten) {
+  const Bytes file = Join({PacketBuilder().Build(), PacketBuilder().WithoutContrast().Build(),
+                           PacketBuilder().WithoutColour().Build(), PacketBuilder().Build()});
+  SupStream stream = Index(file);
+  CodeAssignment codes = Both;
+  codes.NeedsCommands = true;
+
+  Assign(stream, 0, 4, codes);
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2},
+                                            {25, 0x10},
+                                            {27, 0xFF},
+                                            {28, 0x80},
+                                            {168, 0xA2},
+                                            {169, 0x10},
+                                            {171, 0xFF},
+                                            {172, 0x80}}));
+}
+
+TEST(AssignCodes, CommandThatIsNotWrittenIsNotNeeded) {
+  const Bytes file = Join({PacketBuilder().Build(), PacketBuilder().WithoutContrast().Build()});
+  SupStream stream = Index(file);
+
+  Assign(stream, 1, 2, {.Colours = AllFour(Colours), .Contrasts = {}, .NeedsCommands = true});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{72, 0xA2}, {73, 0x10}}));
+}
+
+TEST(HasCommands, OfASubtitleAreThoseThatItsUnitHas) {
+  const SupStream stream = Index(Join({PacketBuilder().Build(), PacketBuilder().WithoutColour().Build(),
+                                       PacketBuilder().WithoutContrast().Build()}));
+
+  EXPECT_TRUE(HasColourCommand(stream, 0));
+  EXPECT_TRUE(HasContrastCommand(stream, 0));
+  EXPECT_FALSE(HasColourCommand(stream, 1));
+  EXPECT_TRUE(HasContrastCommand(stream, 1));
+  EXPECT_TRUE(HasColourCommand(stream, 2));
+  EXPECT_FALSE(HasContrastCommand(stream, 2));
+  EXPECT_FALSE(HasColourCommand(stream, 3));
+  EXPECT_FALSE(HasContrastCommand(stream, 3));
+}
+
+TEST(HasCommandsFor, AsksOnlyForTheCommandsThatAreWritten) {
+  const SupStream stream = Index(Join({PacketBuilder().Build(), PacketBuilder().WithoutColour().Build()}));
+
+  EXPECT_TRUE(HasCommandsFor(stream, 0, Both));
+  EXPECT_FALSE(HasCommandsFor(stream, 1, Both));
+  EXPECT_TRUE(HasCommandsFor(stream, 1, {.Colours = {}, .Contrasts = AllFour(Contrasts)}));
+  EXPECT_TRUE(HasCommandsFor(stream, 1, {}));
 }
 
 }  // namespace

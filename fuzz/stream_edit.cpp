@@ -1,0 +1,77 @@
+// An edit of any kind on bytes and on a stream of any kind. The input is the number of places, 9 bytes for
+// each (offset, removed and inserted in 3 bytes each, big-endian), whether the edit asks for a new index, the
+// number of bytes that are put in and these, and then the stream's bytes.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "base/ByteReader.h"
+#include "sup/StreamEdit.h"
+#include "sup/StreamLoader.h"
+
+namespace {
+
+using namespace quillmark;
+
+/// Ends the run where a rule is broken that holds for every input.
+void Require(bool rule) {
+  if (!rule) {
+    std::abort();
+  }
+}
+
+StreamEdit ReadEdit(ByteReader& input) {
+  StreamEdit edit;
+  for (int places = input.U8().value_or(0); places > 0; --places) {
+    const auto offset = input.U24be();
+    const auto removed = input.U24be();
+    const auto inserted = input.U24be();
+    if (!inserted) {
+      break;
+    }
+    edit.Places.push_back({.Offset = *offset, .Removed = *removed, .Inserted = *inserted});
+  }
+  edit.Reindexes = input.U8().value_or(0) % 2 == 1;
+  if (const auto bytes = input.Take(input.U8().value_or(0))) {
+    edit.Bytes.assign(bytes->begin(), bytes->end());
+  }
+  return edit;
+}
+
+/// An edit that is applied is taken back by its inverse; one that is not changes nothing.
+template <typename Edited, typename Same>
+void ApplyTwice(Edited edited, const StreamEdit& first, const Same& isSame) {
+  const Edited before = edited;
+  StreamEdit edit = first;
+  if (ApplyEdit(edited, edit)) {
+    Require(ApplyEdit(edited, edit).IsOk());
+  }
+  Require(isSame(edited, before));
+  Require(edit == first);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  ByteReader input({data, size});
+  const StreamEdit edit = ReadEdit(input);
+  const auto rest = input.Take(input.Remaining());
+  const std::vector<std::uint8_t> file(rest->begin(), rest->end());
+  ApplyTwice(file, edit, [](const auto& a, const auto& b) { return a == b; });
+  Result<SupStream> stream = IndexStream(file);
+  if (!stream) {
+    return 0;
+  }
+  stream->RawBytes = file;
+  stream->RawBytes.push_back(0);
+  ApplyTwice(std::move(*stream), edit, [](const SupStream& a, const SupStream& b) {
+    return a.RawBytes == b.RawBytes && a.FileLength == b.FileLength && a.Count == b.Count &&
+           a.PacketOffset == b.PacketOffset && a.StartTime == b.StartTime && a.EndTime == b.EndTime &&
+           a.ColourBytesOffset == b.ColourBytesOffset && a.ContrastBytesOffset == b.ContrastBytesOffset;
+  });
+  return 0;
+}
