@@ -1,29 +1,76 @@
 #include "app/DisplayFrame.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
 
 namespace quillmark {
 
 DisplayFrame::DisplayFrame(QWidget* parent) : QWidget(parent) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  SetLines(FrameHeight576);
+  FitScreen();
 }
 
 void DisplayFrame::Refresh() {
-  repaint(picture_.TakeChanged());
+  repaint(Covering(picture_.TakeChanged()));
 }
 
 void DisplayFrame::SetLines(int lines) {
-  setFixedSize(FrameWidth, lines);
+  if (lines != lines_) {
+    lines_ = lines;
+    FitScreen();
+  }
+}
+
+void DisplayFrame::FitScreen() {
+  const qreal ratio = devicePixelRatioF();
+  devicePixels_ = std::max(1, static_cast<int>(ratio));
+  pixelSide_ = devicePixels_ / ratio;
+  // Where the scale is no whole number, widgets meet inside screen pixels: the background is painted below
+  // the frame, so that no such pixel is left to nobody.
+  setAttribute(Qt::WA_OpaquePaintEvent, ratio == devicePixels_);
+  setFixedSize(static_cast<int>(std::ceil(FrameWidth * pixelSide_)),
+               static_cast<int>(std::ceil(lines_ * pixelSide_)));
+  update();
+}
+
+QRect DisplayFrame::Covering(const QRect& framePixels) const {
+  if (framePixels.isEmpty()) {
+    return {};
+  }
+  // Qt rounds the edges of what it repaints to screen pixels as the frame's corner is rounded below, so that
+  // rounding outwards here covers the last pixel of each side.
+  return QRectF(framePixels.x() * pixelSide_, framePixels.y() * pixelSide_, framePixels.width() * pixelSide_,
+                framePixels.height() * pixelSide_)
+      .toAlignedRect();
+}
+
+bool DisplayFrame::event(QEvent* event) {
+  // Qt tells of a new scale by the change of the screen; a window that was not shown before has none to tell.
+  const bool mayScale = event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show;
+  if (mayScale && devicePixels_ != pixelSide_ * devicePixelRatioF()) {
+    FitScreen();
+  }
+  return QWidget::event(event);
 }
 
 void DisplayFrame::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  const qreal ratio = devicePixelRatioF();
-  // Whole factors stay crisp squares; in between, interpolation avoids pixels of unequal size.
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, ratio != static_cast<int>(ratio));
-  painter.drawImage(event->rect(), picture_.Image(), event->rect());
+  // The frame begins at a whole screen pixel, wherever the widget does.
+  const QTransform toDevice = painter.deviceTransform();
+  const QPointF corner = toDevice.map(QPointF());
+  const QPointF whole(std::round(corner.x()), std::round(corner.y()));
+  painter.translate(toDevice.inverted().map(whole));
+  painter.scale(pixelSide_, pixelSide_);
+
+  const QRect shown = event->rect();
+  const QRectF exact(shown.x() / pixelSide_, shown.y() / pixelSide_, shown.width() / pixelSide_,
+                     shown.height() / pixelSide_);
+  // What is rounded outwards the painter clips to the repainted part.
+  const QRect part = exact.toAlignedRect() & QRect(0, 0, FrameWidth, lines_);
+  painter.drawImage(part.topLeft(), picture_.Image(), part);
 }
 
 }  // namespace quillmark

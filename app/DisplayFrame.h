@@ -7,8 +7,11 @@
 namespace quillmark {
 
 /// The display: shows the upper lines of a frame image that drawing code paints on, so that what was drawn
-/// survives repaints. One picture pixel is one widget pixel; a high-DPI screen scales the picture whole.
+/// survives repaints. A frame pixel is a square of DevicePixels() screen pixels, so the widget's size follows
+/// from the screen that it is on; what of it the frame does not fill shows the window's background.
 class DisplayFrame : public QWidget {
+  Q_OBJECT
+
  public:
   explicit DisplayFrame(QWidget* parent);
 
@@ -19,13 +22,24 @@ class DisplayFrame : public QWidget {
 
   /// 480 or 576 visible lines; the picture is left alone.
   void SetLines(int lines);
-  [[nodiscard]] int Lines() const { return height(); }
+  [[nodiscard]] int Lines() const { return lines_; }
+
+  /// The side of a frame pixel on the screen: the screen's scale rounded down, at least 1.
+  [[nodiscard]] int DevicePixels() const { return devicePixels_; }
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void FitScreen();
+  /// The logical pixels that frame pixels lie in, even if only with a part.
+  [[nodiscard]] QRect Covering(const QRect& framePixels) const;
+
   FramePicture picture_;
+  int lines_ = FrameHeight576;
+  int devicePixels_ = 1;
+  qreal pixelSide_ = 1;  ///< of a frame pixel, in logical pixels
 };
 
 }  // namespace quillmark

@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+
+#include "tests/app/Screens.h"
 
 namespace {
 
@@ -15,6 +18,28 @@ void DropRemarksOnThePlatform(QtMsgType type, const QMessageLogContext& context,
   }
 }
 
+/// Side by side one screen for each scale, all of the same number of logical pixels; the first one is
+/// primary.
+QByteArray DescribeScreens() {
+  QByteArray screens;
+  int x = 0;
+  for (const double scale : quillmark::test::ScreenScales) {
+    const int width = qRound(1920 * scale);
+    screens += screens.isEmpty() ? "" : ",";
+    screens += QStringLiteral(R"({"name": "%1", "x": %2, "y": 0, "width": %3, "height": %4,
+                                  "logicalDpi": %5, "logicalBaseDpi": 96, "dpr": 1})")
+                   .arg(scale)
+                   .arg(x)
+                   .arg(width)
+                   .arg(qRound(1080 * scale))
+                   .arg(qRound(96 * scale))
+                   .toUtf8();
+    x += width;
+  }
+  return R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": false, "screens": [)" + screens +
+         "]}";
+}
+
 }  // namespace
 
 /// The window tests need no screen, and neither read nor write a user's settings: file and colour dialogs
@@ -22,7 +47,11 @@ void DropRemarksOnThePlatform(QtMsgType type, const QMessageLogContext& context,
 int main(int argc, char** argv) {
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QFile screens(settings.filePath("screens.json"));
+  if (!screens.open(QIODevice::WriteOnly) || screens.write(DescribeScreens()) < 0 || !screens.flush()) {
+    return EXIT_FAILURE;
+  }
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
   QStandardPaths::setTestModeEnabled(true);
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   previousHandler = qInstallMessageHandler(DropRemarksOnThePlatform);
