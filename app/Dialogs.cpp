@@ -14,8 +14,6 @@
 namespace quillmark {
 namespace {
 
-/// The longest path that a file dialog takes; a longer one counts as a cancelled dialog.
-constexpr int LongestPath = 256;
 constexpr int ShortestResult = 3;
 constexpr Rgb DarkestChoice = 2;
 constexpr int CustomColourCount = 16;
@@ -31,9 +29,15 @@ QString NameFilter(const QString& description, const QString& pattern) {
 }
 
 QString RunFileDialog(QFileDialog& dialog, const QString& initialFolder, const QString& initialName,
-                      const QString& filter) {
-  if (initialName.size() > LongestPath) {
-    return {};
+                      const QString& filter, QString* tooLong) {
+  const auto refuse = [tooLong](const QString& path) {
+    if (tooLong != nullptr) {
+      *tooLong = path;
+    }
+    return QString();
+  };
+  if (IsTooLongForDialogs(initialName)) {
+    return refuse(initialName);
   }
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilter(filter);
@@ -45,7 +49,7 @@ QString RunFileDialog(QFileDialog& dialog, const QString& initialFolder, const Q
     return {};
   }
   const QString chosen = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
-  return chosen.size() > LongestPath ? QString() : chosen;
+  return IsTooLongForDialogs(chosen) ? refuse(chosen) : chosen;
 }
 
 QString UpToNul(const QString& text) {
@@ -77,22 +81,23 @@ QString SaveResult(const QString& chosen) {
 }
 
 QString OpenFileName(QWidget* owner, const QString& initialName, const QString& description,
-                     const QString& pattern) {
+                     const QString& pattern, QString* tooLong) {
   QFileDialog dialog(owner, owner->windowTitle());
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   const QString chosen =
-      RunFileDialog(dialog, FolderOf(initialName), initialName, NameFilter(description, pattern));
+      RunFileDialog(dialog, FolderOf(initialName), initialName, NameFilter(description, pattern), tooLong);
   return chosen.isEmpty() ? QString() : OpenResult(chosen, initialName);
 }
 
 QString SaveFileName(QWidget* owner, const QString& initialFolder, const QString& initialName,
-                     const QString& description, const QString& pattern) {
+                     const QString& description, const QString& pattern, QString* tooLong) {
   QFileDialog dialog(owner, owner->windowTitle());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  const QString chosen = RunFileDialog(dialog, initialFolder, initialName, NameFilter(description, pattern));
+  const QString chosen =
+      RunFileDialog(dialog, initialFolder, initialName, NameFilter(description, pattern), tooLong);
   return SaveResult(chosen);
 }
 

@@ -12,15 +12,23 @@ namespace quillmark {
 // Every dialog is modal to its owner and carries the owner's caption as its title. A cancelled file dialog
 // answers the empty text. Patterns are "*.A;*.B"; descriptions end in the patterns, in parentheses.
 
+/// The longest path that the file dialogs take. With a longer one, proposed or chosen, they count as
+/// cancelled, and `tooLong` is given that path.
+inline constexpr int LongestDialogPath = 256;
+[[nodiscard]] inline bool IsTooLongForDialogs(const QString& path) {
+  return path.size() > LongestDialogPath;
+}
+
 /// Asks for an existing file, starting at `initialName` and its folder. A chosen name of fewer than three
 /// characters gives `initialName` back.
 [[nodiscard]] QString OpenFileName(QWidget* owner, const QString& initialName, const QString& description,
-                                   const QString& pattern);
+                                   const QString& pattern, QString* tooLong = nullptr);
 
 /// Asks for a file to write, without asking before an existing one is replaced. A chosen name of fewer than
 /// three characters counts as cancelled.
 [[nodiscard]] QString SaveFileName(QWidget* owner, const QString& initialFolder, const QString& initialName,
-                                   const QString& description, const QString& pattern);
+                                   const QString& description, const QString& pattern,
+                                   QString* tooLong = nullptr);
 
 /// What the two dialogs make of a name that the user confirmed.
 [[nodiscard]] QString OpenResult(const QString& chosen, const QString& initialName);

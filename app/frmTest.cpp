@@ -1,131 +1,193 @@
 #include "app/frmTest.h"
 
-#include <QCheckBox>
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
+#include <QScopedValueRollback>
+#include <QStatusBar>
 
 #include "app/Dialogs.h"
+#include "app/DisplayFrame.h"
+#include "app/Document.h"
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
-#include "base/LeadingNumber.h"
 
 namespace quillmark {
 
 frmTest::frmTest(QWidget* parent)
-    : QMainWindow(parent), gdip_([this](const QString& source, int status, const QString& text) {
+    : QMainWindow(parent),
+      gdip_([this](const QString& source, int status, const QString& text) {
         ShowImagingError(source, status, text);
-      }) {
+      }),
+      document_(new Document(this)) {
   setObjectName(QStringLiteral("frmTest"));
   setWindowTitle(QStringLiteral("Quillmark"));
   setAcceptDrops(true);
   Build(this);
-  Text1->setText(InProgramFolder(QStringLiteral("test.sup")));
-  Text_SubNum->setText(QStringLiteral("0"));
-  RebuildPaletteImages();
+  BuildActions(this);
+  statusBar()->setObjectName(QStringLiteral("StatusBar"));
+  ConnectDocument();
+  document_->SetSupPath(InProgramFolder(QStringLiteral("test.sup")));
+  document_->SetFrameLines(Option_720x480->isChecked() ? FrameHeight480 : FrameHeight576);
+  document_->SetNumber(0);
+  ShowPalette();
   DrawFrameBackground();
-  for (QWidget* command :
-       std::initializer_list<QWidget*>{Command_SaveSup, Command_SavePalette, Command_Prev, Command_Next,
-                                       Command_GoTo, Command_Reload, Command_SetActual, Command_SetAll}) {
-    command->setEnabled(false);
-  }
-  ConnectCommands();
-  AddShortcuts();
+  ConnectActions();
+  ConnectControls();
+  UpdateCommands();
   Command_LoadSup->setFocus();
 }
 
-void frmTest::ConnectCommands() {
-  const auto onClick = [this](QAbstractButton* button, void (frmTest::*handler)()) {
-    connect(button, &QAbstractButton::clicked, this, [this, handler] { (this->*handler)(); });
+void frmTest::ConnectActions() {
+  const auto connectTo = [this](QAction* action, QPushButton* button, void (frmTest::*handler)()) {
+    connect(action, &QAction::triggered, this,
+            [this, handler] { RunCommand([this, handler] { (this->*handler)(); }); });
+    if (button != nullptr) {
+      connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
+      connect(action, &QAction::enabledChanged, button, &QWidget::setEnabled);
+      button->setEnabled(action->isEnabled());
+    }
   };
-  onClick(Command_LoadSup, &frmTest::Command_LoadSup_Click);
-  onClick(Command_SaveSup, &frmTest::Command_SaveSup_Click);
-  onClick(Command_LoadPalette, &frmTest::Command_LoadPalette_Click);
-  onClick(Command_SavePalette, &frmTest::Command_SavePalette_Click);
-  onClick(Command_Reload, &frmTest::Command_Reload_Click);
-  onClick(Command_Prev, &frmTest::Command_Prev_Click);
-  onClick(Command_Next, &frmTest::Command_Next_Click);
-  onClick(Command_GoTo, &frmTest::Command_GoTo_Click);
-  onClick(Command_SetActual, &frmTest::Command_SetActual_Click);
-  onClick(Command_SetAll, &frmTest::Command_SetAll_Click);
-  onClick(Command_LoadSecond, &frmTest::Command_LoadSecond_Click);
-  onClick(Command_SaveSecond, &frmTest::Command_SaveSecond_Click);
-  onClick(Command_GetGraphics, &frmTest::Command_GetGraphics_Click);
-  onClick(Option_Checker, &frmTest::RefreshCodeColours);
-  onClick(Option_File, &frmTest::Option_File_Click);
-  connect(Option_720x480, &QAbstractButton::clicked, this, [this] { SetFrameLines(FrameHeight480); });
-  connect(Option_720x576, &QAbstractButton::clicked, this, [this] { SetFrameLines(FrameHeight576); });
+  connectTo(Action_LoadSup, Command_LoadSup, &frmTest::Command_LoadSup_Click);
+  connectTo(Action_SaveSup, Command_SaveSup, &frmTest::Command_SaveSup_Click);
+  connectTo(Action_LoadPalette, Command_LoadPalette, &frmTest::Command_LoadPalette_Click);
+  connectTo(Action_SavePalette, Command_SavePalette, &frmTest::Command_SavePalette_Click);
+  connectTo(Action_Reload, Command_Reload, &frmTest::Command_Reload_Click);
+  connectTo(Action_Prev, Command_Prev, &frmTest::Command_Prev_Click);
+  connectTo(Action_Next, Command_Next, &frmTest::Command_Next_Click);
+  connectTo(Action_GoTo, Command_GoTo, &frmTest::Command_GoTo_Click);
+  connectTo(Action_SetActual, Command_SetActual, &frmTest::Command_SetActual_Click);
+  connectTo(Action_SetAll, Command_SetAll, &frmTest::Command_SetAll_Click);
+  connectTo(Action_LoadSecond, Command_LoadSecond, &frmTest::Command_LoadSecond_Click);
+  connectTo(Action_SaveSecond, Command_SaveSecond, &frmTest::Command_SaveSecond_Click);
+  connectTo(Action_GetGraphics, Command_GetGraphics, &frmTest::Command_GetGraphics_Click);
+  connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
+  connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
+  connect(Action_Quit, &QAction::triggered, this, &QWidget::close);
+}
+
+void frmTest::ConnectControls() {
+  const auto onClick = [this](QAbstractButton* button, const std::function<void()>& handler) {
+    connect(button, &QAbstractButton::clicked, this, [this, handler] { RunCommand(handler); });
+  };
+  onClick(Option_Checker, [this] { document_->Preview(); });
+  onClick(Option_File, [this] { Option_File_Click(); });
+  onClick(Option_720x480, [this] { document_->SetFrameLines(FrameHeight480); });
+  onClick(Option_720x576, [this] { document_->SetFrameLines(FrameHeight576); });
   for (std::size_t entry = 0; entry < Label1.size(); ++entry) {
-    connect(Label1[entry], &QAbstractButton::clicked, this, [this, entry] { Label1_Click(entry); });
+    onClick(Label1[entry], [this, entry] { Label1_Click(entry); });
   }
   for (const auto& lists : {ColourLists(), Combo1}) {
     for (QComboBox* list : lists) {
       connect(list, &QComboBox::currentIndexChanged, this, &frmTest::CodeListChanged);
+      connect(list, &QComboBox::activated, this, &frmTest::CodeListActivated);
     }
   }
+  connect(Text1, &QLineEdit::textChanged, document_, &Document::SetSupPath);
 }
 
-void frmTest::AddShortcuts() {
-  const auto add = [this](const QKeySequence& keys, QPushButton* command) {
-    connect(new QShortcut(keys, this), &QShortcut::activated, command, [command] { command->click(); });
+void frmTest::ConnectDocument() {
+  connect(document_, &Document::SupPathChanged, this, [this] {
+    if (Text1->text() != document_->SupPath()) {
+      Text1->setText(document_->SupPath());
+    }
+  });
+  connect(document_, &Document::NumberChanged, this,
+          [this] { Text_SubNum->setText(document_->NumberText()); });
+  connect(document_, &Document::FrameLinesChanged, this,
+          [this] { Picture1->SetLines(document_->FrameLines()); });
+  connect(document_, &Document::SubtitleShown, this, &frmTest::ShowSubtitle);
+  connect(document_, &Document::PreviewShown, this,
+          [this](std::span<const std::uint8_t> unit) { RenderSubtitle(unit, true); });
+  connect(document_, &Document::PaletteChanged, this, &frmTest::ShowPalette);
+  connect(document_, &Document::CommandsChanged, this, &frmTest::UpdateCommands);
+}
+
+void frmTest::RunCommand(const std::function<void()>& command) {
+  if (running_) {
+    return;
+  }
+  const QScopedValueRollback<bool> running(running_, true);
+  command();
+}
+
+bool frmTest::IsBusy() const {
+  return running_ || QApplication::activeModalWidget() != nullptr ||
+         QGuiApplication::overrideCursor() != nullptr;
+}
+
+void frmTest::UpdateCommands() {
+  const EnabledCommands enabled = document_->Enabled();
+  for (QAction* action : {Action_LoadSup, Action_LoadSecond, Action_SaveSecond}) {
+    action->setEnabled(enabled.Load);
+  }
+  for (QAction* action : {Action_SaveSup, Action_SavePalette}) {
+    action->setEnabled(enabled.Save);
+  }
+  for (QAction* action : {Action_LoadPalette, Action_GetGraphics}) {
+    action->setEnabled(enabled.Editing);
+  }
+  for (QWidget* control : std::initializer_list<QWidget*>{Frame1, Frame2}) {
+    control->setEnabled(enabled.Editing);
+  }
+  for (const auto& lists : {ColourLists(), Combo1}) {
+    for (QComboBox* list : lists) {
+      list->setEnabled(enabled.Editing);
+    }
+  }
+  for (PaletteSwatch* swatch : Label1) {
+    swatch->setEnabled(enabled.Editing);
+  }
+  for (QAction* action : {Action_Reload, Action_SetActual, Action_SetAll}) {
+    action->setEnabled(enabled.Change);
+  }
+  Action_Prev->setEnabled(enabled.Prev);
+  Action_Next->setEnabled(enabled.Next);
+  Action_GoTo->setEnabled(enabled.GoTo);
+  const auto nameStep = [](QAction* action, const QString& verb, bool isEnabled, const QString& step) {
+    action->setText(isEnabled ? verb + u' ' + step : verb);
+    action->setEnabled(isEnabled);
   };
-  add(QKeySequence(Qt::CTRL | Qt::Key_O), Command_LoadSup);
-  add(QKeySequence(Qt::CTRL | Qt::Key_S), Command_SaveSup);
-  add(QKeySequence(Qt::Key_PageUp), Command_Prev);
-  add(QKeySequence(Qt::ALT | Qt::Key_Left), Command_Prev);
-  add(QKeySequence(Qt::Key_PageDown), Command_Next);
-  add(QKeySequence(Qt::ALT | Qt::Key_Right), Command_Next);
-  add(QKeySequence(Qt::CTRL | Qt::Key_G), Command_GoTo);
-  add(QKeySequence(Qt::Key_F5), Command_Reload);
-  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this), &QShortcut::activated, this,
-          &QWidget::close);
+  nameStep(Action_Undo, QStringLiteral("&Undo"), enabled.Undo, document_->History().undoText());
+  nameStep(Action_Redo, QStringLiteral("&Redo"), enabled.Redo, document_->History().redoText());
+}
+
+void frmTest::Tell(const QString& text) {
+  statusBar()->showMessage(text);
+  QAccessibleEvent said(statusBar(), QAccessible::Alert);
+  QAccessible::updateAccessibility(&said);
 }
 
 void frmTest::ShowImagingError(const QString& source, int status, const QString& text) {
   ShowMessage(this, QStringLiteral("GDIP Error in: %1\r\nError Number: %2\r\nError Description: %3")
-                        .arg(source)
-                        .arg(status)
-                        .arg(text));
+                        .arg(source, QString::number(status), text));
 }
 
-void frmTest::EnableEditing(bool enabled) {
-  for (QWidget* command : std::initializer_list<QWidget*>{Command_LoadPalette, Command_SavePalette,
-                                                          Command_SaveSup, Frame1, Frame2}) {
-    command->setEnabled(enabled);
+QString frmTest::AskToOpen(const QString& initialName, const QString& description, const QString& pattern) {
+  QString tooLong;
+  const QString path = OpenFileName(this, initialName, description, pattern, &tooLong);
+  return TellTooLong(tooLong) ? QString() : path;
+}
+
+QString frmTest::AskToSave(const QString& initialName, const QString& description, const QString& pattern) {
+  QString tooLong;
+  const QString path = SaveFileName(this, FolderOf(initialName), initialName, description, pattern, &tooLong);
+  return TellTooLong(tooLong) ? QString() : path;
+}
+
+bool frmTest::TellTooLong(const QString& path) {
+  if (!IsTooLongForDialogs(path)) {
+    return false;
   }
-  for (const auto& lists : {ColourLists(), Combo1}) {
-    for (QComboBox* list : lists) {
-      list->setEnabled(enabled);
-    }
-  }
-  for (PaletteSwatch* swatch : Label1) {
-    swatch->setEnabled(enabled);
-  }
-}
-
-void frmTest::EnableSteps() {
-  const bool severalToShow = Text_SubNum->text() == QLatin1String("1") && primary_.Count >= 2;
-  Command_Next->setEnabled(severalToShow);
-  Command_GoTo->setEnabled(severalToShow);
-  Command_Prev->setEnabled(false);
-}
-
-void frmTest::EnableChanges() {
-  const bool showsFirst = Text_SubNum->text() == QLatin1String("1");
-  Command_Reload->setEnabled(showsFirst);
-  Command_SetActual->setEnabled(showsFirst);
-  Command_SetAll->setEnabled(showsFirst);
-}
-
-std::int64_t frmTest::SubtitleNumber() const {
-  return static_cast<std::int64_t>(LeadingNumber(Text_SubNum->text().toStdString()));
-}
-
-bool frmTest::ShowsSubtitle() const {
-  return Text_SubNum->text() != QLatin1String("?") && Text_SubNum->text() != QLatin1String("0");
+  Tell(QStringLiteral("Nothing was done: the file dialogs take no path of more than %1 characters: ")
+           .arg(LongestDialogPath) +
+       path);
+  return true;
 }
 
 }  // namespace quillmark

@@ -1,32 +1,31 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <functional>
 #include <span>
-#include <vector>
 
 #include <QMainWindow>
 #include <QString>
 
+#include "app/frmTestActions.h"
 #include "app/frmTestControls.h"
-#include "imaging/cBitmap.h"
 #include "imaging/cGDIP.h"
-#include "palette/Colour.h"
-#include "render/Composition.h"
-#include "render/MergedStreamEncoder.h"
-#include "render/SubtitleDescription.h"
-#include "sup/CodeAssignment.h"
-#include "sup/StreamLoader.h"
-#include "sup/SupStream.h"
 
 class QFile;
 
 namespace quillmark {
 
-/// The main window. It owns all of the program's state: the two streams, the palette (the colours of its
-/// swatches), what the pixel codes stand for, and the number of the subtitle shown (the text of Text_SubNum:
-/// "0" none, "?" the last conversion failed). Its member functions stand in one file per group of commands.
-class frmTest : public QMainWindow, private frmTestControls {
+struct ConvertedSubtitle;
+struct LoadResult;
+struct SubtitleDescription;
+class cBitmap;
+class Document;
+class MergedStreamEncoder;
+
+/// The main window. It shows a Document and turns what the user does into calls of it. Its member functions
+/// stand in one file per group of commands.
+class frmTest : public QMainWindow, private frmTestControls, private frmTestActions {
   Q_OBJECT
 
  public:
@@ -35,6 +34,9 @@ class frmTest : public QMainWindow, private frmTestControls {
   /// Takes the program's command line: removes double quotes and loads the stream that it names, if there is
   /// such a file.
   void OpenCommandLine(const QString& commandLine);
+  /// Shows the text in the status bar and has assistive tools say it.
+  void Tell(const QString& text);
+  [[nodiscard]] Document& Content() { return *document_; }
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -42,24 +44,25 @@ class frmTest : public QMainWindow, private frmTestControls {
 
  private:
   // frmTest.cpp
-  void ConnectCommands();
-  void AddShortcuts();
+  void ConnectActions();
+  void ConnectControls();
+  void ConnectDocument();
+  /// Runs one command of the user; while it runs no other does.
+  void RunCommand(const std::function<void()>& command);
+  [[nodiscard]] bool IsBusy() const;
+  void UpdateCommands();
   void ShowImagingError(const QString& source, int status, const QString& text);
-  void EnableEditing(bool enabled);
-  /// The commands that step through a stream, and those that change the subtitle shown, as a load leaves
-  /// them.
-  void EnableSteps();
-  void EnableChanges();
-  [[nodiscard]] std::int64_t SubtitleNumber() const;
-  [[nodiscard]] bool ShowsSubtitle() const;
+  /// As the dialogs of those names; says so where a path is longer than they take.
+  [[nodiscard]] QString AskToOpen(const QString& initialName, const QString& description,
+                                  const QString& pattern);
+  [[nodiscard]] QString AskToSave(const QString& initialName, const QString& description,
+                                  const QString& pattern);
+  [[nodiscard]] bool TellTooLong(const QString& path);
 
   // frmTest_load.cpp
   void Command_LoadSup_Click();
-  void PrepareForLoading();
   void LoadSup(const QString& path);
-  /// false when there was nothing to read and the stream loaded before stays.
-  [[nodiscard]] bool LoadPrimaryStream();
-  void KeepStream();
+  void LoadDropped(const QString& path);
   void TellUnreadable(const QString& path, const LoadResult& result);
 
   // frmTest_navigation.cpp
@@ -67,23 +70,19 @@ class frmTest : public QMainWindow, private frmTestControls {
   void Command_Prev_Click();
   void Command_GoTo_Click();
   void Command_Reload_Click();
-  [[nodiscard]] bool ShowSubtitle(std::int64_t number);
   void TellConversionFailed();
 
   // frmTest_display.cpp
-  [[nodiscard]] bool ConvertSubtitle(const SubtitleUnit& unit, const QString& supPath);
-  [[nodiscard]] bool ConvertMergedSubtitle(const SubtitleUnit& primary, const SubtitleUnit& secondary);
+  void ShowSubtitle(const ConvertedSubtitle& subtitle);
   void ShowDetails(const SubtitleDescription& description);
   enum class ListFailure { Told, Ignored };
   /// These two do nothing unless pictures are to be saved; false when the list could not be written.
-  bool ExportSubtitle(const SubtitleDescription& description, const QString& supPath,
-                      ListFailure failure = ListFailure::Told);
+  bool ExportSubtitle(const SubtitleDescription& description, ListFailure failure = ListFailure::Told);
   void SavePicture(cBitmap& picture);
-  void TellListFailure(const QString& supPath);
-  void RenderSubtitle(std::span<const std::uint8_t> unit);
-  void RenderMergedSubtitle(const MergedInput& input);
+  void TellListFailure();
+  void RenderSubtitle(std::span<const std::uint8_t> unit, bool saves);
+  void RenderMergedSubtitle(const ConvertedSubtitle& subtitle);
   void DrawFrameBackground();
-  void SetFrameLines(int lines);
   void Option_File_Click();
   void Command_GetGraphics_Click();
 
@@ -91,19 +90,16 @@ class frmTest : public QMainWindow, private frmTestControls {
   void Command_LoadPalette_Click();
   void Command_SavePalette_Click();
   void LoadPalette(const QString& path);
-  void ShowPalette(const PackedPalette& packed);
-  void RebuildPaletteImages();
+  void ShowPalette();
   void Label1_Click(std::size_t entry);
-  [[nodiscard]] DvdPalette Palette() const;
 
   // frmTest_assign.cpp
-  void RefreshCodeColours();
   void Command_SetActual_Click();
   void Command_SetAll_Click();
-  [[nodiscard]] CodeAssignment ChosenCodes() const;
-  [[nodiscard]] CodeNibbles ChosenColours() const;
-  [[nodiscard]] CodeNibbles ChosenContrasts() const;
+  void Command_Undo_Click();
+  void Command_Redo_Click();
   void CodeListChanged();
+  void CodeListActivated();
 
   // frmTest_save.cpp
   void Command_SaveSup_Click();
@@ -121,20 +117,10 @@ class frmTest : public QMainWindow, private frmTestControls {
   [[nodiscard]] int SaveMergedPicture(const MergedStreamEncoder& encoder);
 
   cGDIP gdip_;
-  SupStream primary_;
-  SupStream secondary_;
-  bool mergeMode_ = false;
-  std::int16_t yOffset_ = 0;  ///< picture lines added to every secondary picture's vertical position
-
-  CodeColours codeColours_{};
-  SpuControl shown_;     ///< control data of the subtitle shown: its area and field offsets
-  QString picturePath_;  ///< where the shown picture is saved; empty unless pictures are
-  /// Set while a conversion fills the lists, whose change handlers then do nothing. Kept oddity: it stays set
-  /// after an invalid unit, and the lists inert, until a valid subtitle was shown.
-  bool filling_ = false;
-
-  std::vector<std::uint8_t> unit_;           ///< unit bytes of the subtitle at hand, memory reused
-  std::vector<std::uint8_t> secondaryUnit_;  ///< the same of the second stream
+  Document* document_;
+  bool running_ = false;            // a command runs
+  bool listChangeIsDrawn_ = false;  // of the choice that a list is about to tell
+  QString picturePath_;             // where the shown picture is saved; empty unless pictures are
 };
 
 }  // namespace quillmark

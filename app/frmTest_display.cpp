@@ -2,11 +2,15 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSignalBlocker>
 
 #include "app/Dialogs.h"
 #include "app/DisplayFrame.h"
+#include "app/Document.h"
 #include "app/PathText.h"
 #include "app/frmTest.h"
+#include "render/Composition.h"
+#include "render/MergedPicture.h"
 #include "render/SubtitleExport.h"
 
 namespace quillmark {
@@ -21,28 +25,29 @@ void SetIfChanged(QLineEdit* field, const std::string& text) {
 
 }  // namespace
 
-bool frmTest::ConvertSubtitle(const SubtitleUnit& unit, const QString& supPath) {
-  filling_ = true;
-  const auto description = DescribeSubtitle(unit);
-  if (!description) {
-    return false;
+void frmTest::ShowSubtitle(const ConvertedSubtitle& subtitle) {
+  ShowDetails(subtitle.Description);
+  if (subtitle.IsNew) {
+    ExportSubtitle(subtitle.Description);
   }
-  ShowDetails(*description);
-  ExportSubtitle(*description, supPath);
-  filling_ = false;
-  RenderSubtitle(unit.Bytes);
-  return true;
+  if (subtitle.Over && subtitle.Over->Control.IsValid()) {
+    RenderMergedSubtitle(subtitle);
+  } else {
+    RenderSubtitle(subtitle.Unit, subtitle.IsNew);
+  }
 }
 
 void frmTest::ShowDetails(const SubtitleDescription& description) {
   const SpuControl& control = description.Control;
+  const auto select = [](QComboBox* list, int row) {
+    const QSignalBlocker blocker(list);
+    list->setCurrentIndex(row);
+  };
   const auto colourLists = ColourLists();
   for (std::size_t code = 0; code < 4; ++code) {
-    colourLists[code]->setCurrentIndex(control.Colour[code]);
-    Combo1[code]->setCurrentIndex(control.Contrast[code]);
+    select(colourLists[code], control.Colour[code]);
+    select(Combo1[code], control.Contrast[code]);
   }
-  codeColours_ = MakeCodeColours(Palette(), control);
-  shown_ = control;
   SetIfChanged(Text_XPos, description.XPos);
   SetIfChanged(Text_YPos, description.YPos);
   SetIfChanged(Text_Width, description.Width);
@@ -51,40 +56,70 @@ void frmTest::ShowDetails(const SubtitleDescription& description) {
   SetIfChanged(Text_Dur, description.Duration);
 }
 
-bool frmTest::ExportSubtitle(const SubtitleDescription& description, const QString& supPath,
-                             ListFailure failure) {
+bool frmTest::ExportSubtitle(const SubtitleDescription& description, ListFailure failure) {
   picturePath_.clear();
   if (!Check_SavePics->isChecked()) {
     return true;
   }
-  const ExportPaths paths = ExportPathsFor(supPath);
+  const ExportPaths paths = ExportPathsFor(document_->SupPath());
   const SubtitleExport exported = DescribeExport(description, paths);
   const bool listed = AppendSpuLine(paths.List, exported.ListLine);
   if (!listed && failure == ListFailure::Told) {
-    TellListFailure(supPath);
+    TellListFailure();
   }
   EnsurePictureFolder(paths.Folder);
   picturePath_ = exported.PicturePath;
   return listed;
 }
 
-void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit) {
+void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, bool saves) {
+  const SpuControl& control = document_->Control();
   DrawFrameBackground();
   cBitmap picture(&gdip_);
-  DecodePicture(unit, shown_, codeColours_, picture);
+  DecodePicture(unit, control, document_->Colours(), picture);
   if (picture.Width() > 0) {
-    SavePicture(picture);
-    Picture1->Picture().Draw(picture, shown_.X1, shown_.Y1, &gdip_);
+    if (saves) {
+      SavePicture(picture);
+    }
+    Picture1->Picture().Draw(picture, control.X1, control.Y1, &gdip_);
   }
   Picture1->Refresh();
 }
 
+void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
+  const SpuControl& primary = subtitle.Description.Control;
+  const SpuControl& secondary = subtitle.Over->Control;
+  DrawFrameBackground();
+  if (subtitle.IsNew && !picturePath_.isEmpty()) {
+    MergedPicture composed;
+    composed.Compose({.PrimaryUnit = subtitle.Unit,
+                      .Primary = primary,
+                      .SecondaryUnit = subtitle.Over->Unit,
+                      .Secondary = secondary,
+                      .YOffset = document_->YOffset(),
+                      .Colours = document_->Colours(),
+                      .FrameHeight = document_->FrameLines()});
+    cBitmap picture(&gdip_);
+    composed.CopyTo(picture);
+    SavePicture(picture);
+  }
+  const auto draw = [&](std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
+    cBitmap picture(&gdip_);
+    DecodePicture(unit, control, document_->Colours(), picture);
+    if (picture.Width() > 0) {
+      Picture1->Picture().Draw(picture, control.X1, control.Y1 + moved, &gdip_);
+    }
+  };
+  draw(subtitle.Unit, primary, 0);
+  draw(subtitle.Over->Unit, secondary, document_->YOffset());
+  Picture1->Refresh();
+}
+
 void frmTest::DrawFrameBackground() {
-  Picture1->SetLines(Option_720x576->isChecked() ? FrameHeight576 : FrameHeight480);
   const Background background{
       .Source = Option_File->isChecked() ? Background::Kind::PictureFile : Background::Kind::Checker,
       .File = Text_GraphFile->text()};
-  Picture1->Picture().DrawBackground(Picture1->Lines(), background, &gdip_);
+  Picture1->Picture().DrawBackground(document_->FrameLines(), background, &gdip_);
 }
 
 void frmTest::SavePicture(cBitmap& picture) {
@@ -93,12 +128,9 @@ void frmTest::SavePicture(cBitmap& picture) {
   }
 }
 
-void frmTest::TellListFailure(const QString& supPath) {
-  ShowMessage(this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(ExportPathsFor(supPath).List));
-}
-
-void frmTest::SetFrameLines(int lines) {
-  Picture1->SetLines(lines);
+void frmTest::TellListFailure() {
+  ShowMessage(
+      this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(ExportPathsFor(document_->SupPath()).List));
 }
 
 void frmTest::Option_File_Click() {
@@ -106,20 +138,20 @@ void frmTest::Option_File_Click() {
     ShowMessage(this, QStringLiteral("Select a valid graphics file first"));
     Option_Checker->setChecked(true);
   }
-  RefreshCodeColours();
+  document_->Preview();
 }
 
 void frmTest::Command_GetGraphics_Click() {
   const QString start =
       Text_GraphFile->text().isEmpty() ? InProgramFolder(QStringLiteral("test.bmp")) : Text_GraphFile->text();
-  const QString path = OpenFileName(this, start, QStringLiteral("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
-                                    QStringLiteral("*.BMP;*.GIF;*.JPG;*.PNG"));
+  const QString path = AskToOpen(start, QStringLiteral("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
+                                 QStringLiteral("*.BMP;*.GIF;*.JPG;*.PNG"));
   if (path.isEmpty()) {
     return;
   }
   Text_GraphFile->setText(path);
   if (Option_File->isChecked()) {
-    RefreshCodeColours();
+    document_->Preview();
   }
 }
 

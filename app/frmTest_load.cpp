@@ -1,18 +1,21 @@
-#include <QApplication>
+#include <utility>
+
+#include <QAction>
+#include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QPushButton>
 #include <QUrl>
 
 #include "app/Dialogs.h"
+#include "app/Document.h"
 #include "app/HourglassPointer.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "palette/PaletteFile.h"
+#include "sup/StreamLoader.h"
 #include "sup/StreamReport.h"
 
 namespace quillmark {
@@ -32,11 +35,6 @@ bool IsSupFile(const QString& path) {
   return path.endsWith(QLatin1String(".sup"), Qt::CaseInsensitive);
 }
 
-/// A file dropped in the middle of a command would change the streams below it.
-bool IsBusy() {
-  return QApplication::activeModalWidget() != nullptr || QGuiApplication::overrideCursor() != nullptr;
-}
-
 }  // namespace
 
 void frmTest::OpenCommandLine(const QString& commandLine) {
@@ -45,86 +43,77 @@ void frmTest::OpenCommandLine(const QString& commandLine) {
   if (path.isEmpty() || !FileExists(path)) {
     return;
   }
-  PrepareForLoading();
-  LoadSup(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
+  RunCommand([&] {
+    document_->BeginLoading();
+    document_->SetSupPath(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
+    LoadSup(document_->SupPath());
+  });
 }
 
 void frmTest::Command_LoadSup_Click() {
-  PrepareForLoading();
-  const QString path =
-      OpenFileName(this, Text1->text(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
-  if (path.isEmpty()) {
-    EnableChanges();
-  } else {
-    LoadSup(path);
+  const QString start = document_->SupPath();
+  if (TellTooLong(start)) {
+    return;
   }
-}
-
-void frmTest::PrepareForLoading() {
-  EnableEditing(true);
-  primary_.Count = 0;
-  secondary_.Count = 0;
-  mergeMode_ = false;
+  document_->BeginLoading();
+  QString tooLong;
+  const QString path =
+      OpenFileName(this, start, QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"), &tooLong);
+  if (TellTooLong(tooLong)) {
+    document_->AbandonLoading();
+    return;
+  }
+  if (path.isEmpty()) {
+    document_->EndLoading();
+    return;
+  }
+  document_->SetSupPath(path);
+  LoadSup(path);
 }
 
 void frmTest::LoadSup(const QString& path) {
-  Text1->setText(path);
-  if (LoadPrimaryStream()) {
-    EnableSteps();
-    EnableChanges();
-  }
-}
-
-bool frmTest::LoadPrimaryStream() {
   HourglassPointer hourglass;
-  const QString path = Text1->text();
-  bool hasFirst = false;
-  const LoadResult result = quillmark::LoadPrimaryStream(
+  SupStream loaded;
+  bool isShown = false;
+  const LoadResult result = LoadPrimaryStream(
       PathFromUtf8(path.toStdString()),
       [&](const SubtitleUnit& unit) {
-        hasFirst = true;
-        const bool shown = ConvertSubtitle(unit, path);
-        if (!shown) {
+        document_->BeginLoading();
+        document_->SetSupPath(path);
+        isShown = document_->ShowFirst(unit);
+        if (!isShown) {
           hourglass.Release();
           ShowMessage(this, QStringLiteral("Error converting subtitle!"));
         }
-        Text_SubNum->setText(shown ? QStringLiteral("1") : QStringLiteral("0"));
-        return shown;
+        document_->SetNumber(isShown ? 1 : 0);
+        return isShown;
       },
-      primary_);
+      loaded);
   hourglass.Release();
   if (result.Result == LoadResult::Outcome::Unreadable) {
     TellUnreadable(path, result);
-    KeepStream();
-    return false;
+    document_->KeepStream();
+    return;
   }
   if (result.Result == LoadResult::Outcome::NoSignature) {
     ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
-    return true;
+    if (loaded.PacketOffset.empty()) {
+      document_->KeepStream();
+    } else {
+      document_->LoseIndex();
+    }
+    return;
   }
-  primary_.Path = path.toStdString();
-  if (!hasFirst) {
-    Text_SubNum->setText(QStringLiteral("0"));
-  }
+  document_->BeginLoading();
+  document_->SetSupPath(path);
+  document_->Open(std::move(loaded));
   // The report covers part of the window; what it reports on is painted first.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  ShowMessage(this, QString::fromStdString(PrimaryReport(primary_)));
-  return true;
+  ShowMessage(this, QString::fromStdString(PrimaryReport(document_->Primary())));
 }
 
 void frmTest::TellUnreadable(const QString& path, const LoadResult& result) {
   ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(result.Reason)));
-}
-
-void frmTest::KeepStream() {
-  if (!primary_.Holds(0)) {
-    return;
-  }
-  primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
-  Text1->setText(QString::fromStdString(primary_.Path));
-  for (QPushButton* command : {Command_Reload, Command_SetActual, Command_SetAll}) {
-    command->setEnabled(Text_SubNum->text() != QLatin1String("0"));
-  }
 }
 
 void frmTest::dragEnterEvent(QDragEnterEvent* event) {
@@ -132,7 +121,7 @@ void frmTest::dragEnterEvent(QDragEnterEvent* event) {
     return;
   }
   const QString file = DraggedFile(event->mimeData());
-  if (IsSupFile(file) || (IsPaletteFile(file) && Command_LoadPalette->isEnabled())) {
+  if (IsSupFile(file) || (IsPaletteFile(file) && Action_LoadPalette->isEnabled())) {
     event->acceptProposedAction();
   }
 }
@@ -142,13 +131,23 @@ void frmTest::dropEvent(QDropEvent* event) {
     return;
   }
   const QString file = DraggedFile(event->mimeData());
-  if (IsSupFile(file)) {
-    event->acceptProposedAction();
-    PrepareForLoading();
-    LoadSup(file);
-  } else if (IsPaletteFile(file) && Command_LoadPalette->isEnabled()) {
-    event->acceptProposedAction();
-    LoadPalette(file);
+  if (!IsSupFile(file) && !(IsPaletteFile(file) && Action_LoadPalette->isEnabled())) {
+    return;
+  }
+  event->acceptProposedAction();
+  // The file manager waits until this returns: what the file has to be told comes after it.
+  QMetaObject::invokeMethod(
+      this, [this, file] { LoadDropped(file); }, Qt::QueuedConnection);
+}
+
+void frmTest::LoadDropped(const QString& path) {
+  if (IsBusy()) {
+    return;
+  }
+  if (IsSupFile(path)) {
+    RunCommand([&] { LoadSup(path); });
+  } else if (Action_LoadPalette->isEnabled()) {
+    RunCommand([&] { LoadPalette(path); });
   }
 }
 

@@ -1,28 +1,23 @@
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include "app/Dialogs.h"
-#include "app/DisplayFrame.h"
+#include "app/Document.h"
 #include "app/HourglassPointer.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "base/LeadingNumber.h"
 #include "render/MergedStreamEncoder.h"
-#include "sup/ChooseSecondary.h"
+#include "sup/StreamLoader.h"
 #include "sup/StreamReport.h"
 
 namespace quillmark {
 namespace {
-
-/// What Text_SubNum shows while the first merged subtitle is drawn, and the length of the primary stream that
-/// leaves Next disabled behind it. Kept oddity: it is the count of the swatches and one, left over from
-/// disabling them.
-constexpr int NumberAfterSwatches = 17;
 
 /// The nearest whole number, halves to even, if it fits the offset.
 std::optional<std::int16_t> RoundedOffset(double value) {
@@ -37,11 +32,12 @@ std::optional<std::int16_t> RoundedOffset(double value) {
 }  // namespace
 
 void frmTest::Command_LoadSecond_Click() {
-  if (primary_.Count < 1) {
+  const SupStream& primary = document_->Primary();
+  if (primary.Count < 1) {
     ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
     return;
   }
-  if (primary_.Stats.MultipleColours || primary_.Stats.MultipleOpacities) {
+  if (primary.Stats.MultipleColours || primary.Stats.MultipleOpacities) {
     ShowMessage(this,
                 QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
                                "Loading secondary stream not possible.\r\n"
@@ -49,37 +45,31 @@ void frmTest::Command_LoadSecond_Click() {
                                "file and retry"));
     return;
   }
-  Text_SubNum->setText(QStringLiteral("2"));
-  Command_Prev_Click();
-  secondary_.Count = 0;
+  if (!document_->ReturnToFirst()) {
+    TellConversionFailed();
+  }
+  document_->DropSecondary();
   const QString path =
-      OpenFileName(this, Text1->text(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
-  if (path.isEmpty() || !LoadSecondaryStream(path)) {
-    return;
-  }
-  mergeMode_ = true;
-  EnableEditing(false);
-  for (QPushButton* command : {Command_Reload, Command_SetActual, Command_SetAll}) {
-    command->setEnabled(false);
-  }
-  if (AskForOffset()) {
+      AskToOpen(document_->SupPath(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+  if (!path.isEmpty() && LoadSecondaryStream(path) && AskForOffset()) {
     ShowFirstMergedSubtitle();
   }
 }
 
 bool frmTest::LoadSecondaryStream(const QString& path) {
   HourglassPointer hourglass;
+  SupStream loaded;
   const LoadResult result = quillmark::LoadSecondaryStream(
-      PathFromUtf8(path.toStdString()), primary_,
+      PathFromUtf8(path.toStdString()), document_->Primary(),
       [&](bool firstIsValid) {
-        Text_SubNum->setText(firstIsValid ? QStringLiteral("1") : QStringLiteral("0"));
+        document_->SetNumber(firstIsValid ? 1 : 0);
         if (!firstIsValid) {
           hourglass.Release();
           ShowMessage(this, QStringLiteral("Error converting subtitle!"));
         }
         repaint();
       },
-      secondary_);
+      loaded);
   hourglass.Release();
   switch (result.Result) {
     case LoadResult::Outcome::Unreadable:
@@ -91,8 +81,9 @@ bool frmTest::LoadSecondaryStream(const QString& path) {
     case LoadResult::Outcome::Loaded:
       break;
   }
-  secondary_.Path = path.toStdString();
-  ShowMessage(this, QString::fromStdString(SecondaryReport(secondary_)));
+  loaded.Path = path.toStdString();
+  ShowMessage(this, QString::fromStdString(SecondaryReport(loaded)));
+  document_->BeginMerging(std::move(loaded));
   return true;
 }
 
@@ -102,81 +93,27 @@ bool frmTest::AskForOffset() {
   const auto offset = RoundedOffset(LeadingNumber(reply.toStdString()));
   if (!offset) {
     ShowMessage(this, QStringLiteral("The offset %1 is not between -32768 and 32767; it stays %2")
-                          .arg(reply)
-                          .arg(yOffset_));
+                          .arg(reply, QString::number(document_->YOffset())));
     return false;
   }
-  yOffset_ = *offset;
+  document_->SetYOffset(*offset);
   return true;
 }
 
 void frmTest::ShowFirstMergedSubtitle() {
-  const bool shown = secondary_.Holds(0) &&
-                     ConvertMergedSubtitle(UnitOf(primary_, 0, unit_), UnitOf(secondary_, 0, secondaryUnit_));
-  if (shown) {
-    Text_SubNum->setText(QString::number(NumberAfterSwatches));
-    if (primary_.Count == NumberAfterSwatches) {
-      Command_Next->setEnabled(false);
-    }
-    Command_Prev->setEnabled(true);
-  } else {
+  if (!document_->ShowFirstMerged()) {
     TellConversionFailed();
   }
   repaint();
-  Text_SubNum->setText(QStringLiteral("1"));
-}
-
-bool frmTest::ConvertMergedSubtitle(const SubtitleUnit& primary, const SubtitleUnit& secondary) {
-  filling_ = true;
-  const auto description = DescribeSubtitle(primary);
-  if (!description) {
-    return false;
-  }
-  ShowDetails(*description);
-  ExportSubtitle(*description, Text1->text());
-  filling_ = false;
-  const SpuControl over = DecodeControl(secondary.Bytes, secondary.ControlOffset);
-  if (!over.IsValid()) {
-    RenderSubtitle(primary.Bytes);
-    return false;
-  }
-  RenderMergedSubtitle({.PrimaryUnit = primary.Bytes,
-                        .Primary = description->Control,
-                        .SecondaryUnit = secondary.Bytes,
-                        .Secondary = over,
-                        .YOffset = yOffset_,
-                        .Colours = codeColours_,
-                        .FrameHeight = Picture1->Lines()});
-  return true;
-}
-
-void frmTest::RenderMergedSubtitle(const MergedInput& input) {
-  DrawFrameBackground();
-  if (!picturePath_.isEmpty()) {
-    MergedPicture composed;
-    composed.Compose(input);
-    cBitmap picture(&gdip_);
-    composed.CopyTo(picture);
-    SavePicture(picture);
-  }
-  const auto draw = [&](std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
-    cBitmap picture(&gdip_);
-    DecodePicture(unit, control, input.Colours, picture);
-    if (picture.Width() > 0) {
-      Picture1->Picture().Draw(picture, control.X1, control.Y1 + moved, &gdip_);
-    }
-  };
-  draw(input.PrimaryUnit, input.Primary, 0);
-  draw(input.SecondaryUnit, input.Secondary, input.YOffset);
-  Picture1->Refresh();
+  document_->SetNumber(1);
 }
 
 void frmTest::Command_SaveSecond_Click() {
-  if (primary_.Count < 1) {
+  if (document_->Primary().Count < 1) {
     ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
     return;
   }
-  if (secondary_.Count < 1) {
+  if (document_->Secondary().Count < 1) {
     ShowMessage(this, QStringLiteral("Error: No secondary sup file loaded"));
     return;
   }
@@ -195,13 +132,15 @@ void frmTest::SaveMerged(const QString& path) {
   }
   const QString caption = windowTitle();
   HourglassPointer hourglass;
-  MergedStreamEncoder encoder(primary_, secondary_,
-                              {.Palette = Palette(), .YOffset = yOffset_, .FrameHeight = Picture1->Lines()});
+  MergedStreamEncoder encoder(document_->Primary(), document_->Secondary(),
+                              {.Palette = document_->Palette(),
+                               .YOffset = document_->YOffset(),
+                               .FrameHeight = document_->FrameLines()});
   QString failure;
   const QString shownPicture = picturePath_;
   bool listed = true;
   int pictureStatus = 0;
-  for (std::int32_t index = 0; index < primary_.Count && failure.isEmpty(); ++index) {
+  for (std::int32_t index = 0; index < document_->Primary().Count && failure.isEmpty(); ++index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     failure = SaveMergedSubtitle(encoder, index, file);
@@ -210,7 +149,7 @@ void frmTest::SaveMerged(const QString& path) {
     }
     // What takes neither line nor picture now will take none of the others: one message each is enough, and
     // it can wait for the end.
-    listed = ExportSubtitle(encoder.Description(), Text1->text(), ListFailure::Ignored) && listed;
+    listed = ExportSubtitle(encoder.Description(), ListFailure::Ignored) && listed;
     if (pictureStatus == 0) {
       pictureStatus = SaveMergedPicture(encoder);
     }
@@ -223,7 +162,7 @@ void frmTest::SaveMerged(const QString& path) {
   setWindowTitle(caption);
   hourglass.Release();
   if (!listed) {
-    TellListFailure(Text1->text());
+    TellListFailure();
   }
   if (pictureStatus != 0) {
     gdip_.ReportError(pictureStatus, QStringLiteral("cBitmap"));

@@ -1,6 +1,5 @@
-#include <QLineEdit>
-
 #include "app/Dialogs.h"
+#include "app/Document.h"
 #include "app/PathText.h"
 #include "app/frmTest.h"
 #include "files/ReplaceFile.h"
@@ -8,20 +7,22 @@
 namespace quillmark {
 
 QString frmTest::AskForNewSup() {
-  const QString proposed = ReplaceExtension(SupPathOrDefault(Text1->text()), QStringLiteral("_new.sup"));
-  return SaveFileName(this, FolderOf(proposed), proposed, QStringLiteral("SUP Files (*.SUP)"),
-                      QStringLiteral("*.SUP"));
+  return AskToSave(ReplaceExtension(SupPathOrDefault(document_->SupPath()), QStringLiteral("_new.sup")),
+                   QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
 }
 
 void frmTest::Command_SaveSup_Click() {
+  const SupStream& stream = document_->Primary();
   const QString path = AskForNewSup();
-  if (path.isEmpty() || primary_.RawBytes.empty()) {
+  if (path.isEmpty() || stream.RawBytes.empty()) {
     return;
   }
-  const auto stream = std::span(primary_.RawBytes).first(static_cast<std::size_t>(primary_.FileLength));
-  if (const auto reason = ReplaceFile(path, stream, OldTail::Kept)) {
+  const auto bytes = std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength));
+  if (const auto reason = ReplaceFile(path, bytes, OldTail::Kept)) {
     ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, *reason));
+    return;
   }
+  document_->MarkSaved();
 }
 
 }  // namespace quillmark

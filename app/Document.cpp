@@ -1,0 +1,306 @@
+#include "app/Document.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "sup/ChooseSecondary.h"
+
+namespace quillmark {
+namespace {
+
+/// What the number is while the first merged subtitle is drawn, and the length of the primary stream that
+/// leaves Next disabled behind it. Kept oddity: it is the count of the swatches and one, left over from
+/// disabling them.
+constexpr int NumberAfterSwatches = 17;
+
+CodeChoice CodesOf(const SpuControl& control) {
+  CodeChoice codes;
+  for (std::size_t code = 0; code < 4; ++code) {
+    codes.Colours[code] = static_cast<std::uint8_t>(control.Colour[code]);
+    codes.Contrasts[code] = static_cast<std::uint8_t>(control.Contrast[code]);
+  }
+  return codes;
+}
+
+/// Subtitle `index` with its last byte, as loading has it. The bytes are those of the stream; only what the
+/// file cuts short is copied, into `buffer`, with zeros behind it.
+SubtitleUnit WholeUnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+  if (!stream.Holds(index)) {
+    return {};
+  }
+  const auto i = static_cast<std::size_t>(index);
+  const auto size = static_cast<std::size_t>(UnitBufferSize(stream.SpuSize[i]));
+  const auto file = std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength));
+  const auto start =
+      std::min(static_cast<std::size_t>(stream.PacketOffset[i]) + PacketHeaderSize, file.size());
+  std::span<const std::uint8_t> unit = file.subspan(start, std::min(size, file.size() - start));
+  if (unit.size() < size) {
+    buffer.assign(unit.begin(), unit.end());
+    buffer.resize(size, 0);
+    unit = buffer;
+  }
+  return {.Bytes = unit, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]};
+}
+
+}  // namespace
+
+Document::Document(QObject* parent) : QObject(parent) {
+  connect(&history_, &QUndoStack::indexChanged, this, &Document::CommandsChanged);
+  connect(&history_, &QUndoStack::cleanChanged, this, &Document::CommandsChanged);
+}
+
+Document::~Document() {
+  // The history tells of its steps as it lets them go; by then nobody may be left to show them.
+  history_.blockSignals(true);
+}
+
+EnabledCommands Document::Enabled() const {
+  if (busy_) {
+    return {};
+  }
+  const bool editing = !merging_;
+  const bool historyFits = editing && primary_.IndexMatchesBytes;
+  return {.Load = true,
+          .Save = editing && everLoading_,
+          .Editing = editing,
+          .Change = editing && steps_.Change,
+          .Prev = steps_.Prev,
+          .Next = steps_.Next,
+          .GoTo = steps_.GoTo,
+          .Undo = historyFits && history_.canUndo(),
+          .Redo = historyFits && history_.canRedo()};
+}
+
+QString Document::NumberText() const {
+  return failed_ ? QStringLiteral("?") : QString::number(number_);
+}
+
+void Document::SetNumber(std::int64_t number) {
+  number_ = number;
+  failed_ = false;
+  emit NumberChanged();
+}
+
+void Document::SetFailed() {
+  failed_ = true;
+  emit NumberChanged();
+}
+
+bool Document::Next() {
+  const std::int64_t number = Number() + 1;
+  if (!Show(number)) {
+    return false;
+  }
+  SetNumber(number);
+  steps_.Next = steps_.Next && number != primary_.Count;
+  steps_.Prev = true;
+  emit CommandsChanged();
+  return true;
+}
+
+bool Document::Prev() {
+  if (Number() <= 1) {
+    return true;
+  }
+  const std::int64_t number = Number() - 1;
+  if (!Show(number)) {
+    return false;
+  }
+  SetNumber(number);
+  steps_.Prev = steps_.Prev && number != 1;
+  steps_.Next = true;
+  emit CommandsChanged();
+  return true;
+}
+
+bool Document::GoTo(std::int64_t number) {
+  SetNumber(number - 1);
+  const bool shown = Next();
+  steps_.Next = number != primary_.Count;
+  steps_.Prev = number != 1;
+  emit CommandsChanged();
+  return shown;
+}
+
+bool Document::Reset() {
+  if (failed_) {
+    SetNumber(1);
+    return true;
+  }
+  return number_ == 0 || Show(number_);
+}
+
+bool Document::Show(std::int64_t number) {
+  const std::int64_t index = number - 1;
+  const std::int64_t over = primary_.Holds(index) && merging_ && secondary_.Count >= 1
+                                ? ChooseSecondary(primary_, index, secondary_)
+                                : -1;
+  return ShowPair(index, over, true);
+}
+
+bool Document::ShowPair(std::int64_t index, std::int64_t over, bool isNew) {
+  if (!primary_.Holds(index)) {
+    return false;
+  }
+  shownIndex_ = index;
+  shownOver_ = over;
+  if (over < 0) {
+    return Convert(WholeUnitOf(primary_, index, unit_), nullptr, isNew);
+  }
+  const SubtitleUnit secondary = UnitOf(secondary_, over, secondaryUnit_);
+  return Convert(UnitOf(primary_, index, unit_), &secondary, isNew);
+}
+
+bool Document::Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew) {
+  inert_ = true;
+  const auto description = DescribeSubtitle(unit);
+  if (!description) {
+    return false;
+  }
+  control_ = description->Control;
+  choice_ = written_ = CodesOf(control_);
+  colours_ = MakeCodeColours(palette_, control_);
+  inert_ = false;
+  ConvertedSubtitle converted{
+      .Description = *description, .Unit = unit.Bytes, .Over = std::nullopt, .IsNew = isNew};
+  if (over != nullptr) {
+    converted.Over = {.Unit = over->Bytes, .Control = DecodeControl(over->Bytes, over->ControlOffset)};
+  }
+  emit SubtitleShown(converted);
+  return !converted.Over || converted.Over->Control.IsValid();
+}
+
+void Document::Choose(const CodeChoice& choice) {
+  choice_ = choice;
+  if (!inert_) {
+    Preview();
+  }
+  emit ChoiceChanged();
+}
+
+void Document::Preview() {
+  const std::int64_t index = Number() - 1;
+  if (!primary_.Holds(index)) {
+    return;
+  }
+  for (std::size_t code = 0; code < 4; ++code) {
+    colours_[code] = GetARGBColor(palette_[choice_.Colours[code]], choice_.Contrasts[code]);
+  }
+  emit PreviewShown(UnitOf(primary_, index, unit_).Bytes);
+}
+
+void Document::SetSupPath(const QString& path) {
+  if (supPath_ != path) {
+    supPath_ = path;
+    emit SupPathChanged();
+  }
+}
+
+void Document::BeginLoading() {
+  beforeLoading_ = {.EverLoading = everLoading_,
+                    .PrimaryCount = primary_.Count,
+                    .SecondaryCount = secondary_.Count,
+                    .Merging = merging_};
+  everLoading_ = true;
+  primary_.Count = 0;
+  secondary_.Count = 0;
+  merging_ = false;
+  emit CommandsChanged();
+}
+
+bool Document::ShowFirst(const SubtitleUnit& unit) {
+  shownIndex_ = -1;
+  shownOver_ = -1;
+  return Convert(unit, nullptr, true);
+}
+
+void Document::Open(SupStream stream) {
+  primary_ = std::move(stream);
+  primary_.Path = supPath_.toStdString();
+  if (primary_.PacketOffset.empty()) {
+    SetNumber(0);
+  }
+  shownIndex_ = number_ == 1 ? 0 : -1;
+  history_.clear();
+  steps_.Next = steps_.GoTo = number_ == 1 && primary_.Count >= 2;
+  steps_.Prev = false;
+  EndLoading();
+  emit Opened();
+  emit StreamChanged();
+}
+
+void Document::EndLoading() {
+  steps_.Change = !failed_ && number_ == 1;
+  emit CommandsChanged();
+}
+
+void Document::AbandonLoading() {
+  everLoading_ = beforeLoading_.EverLoading;
+  primary_.Count = beforeLoading_.PrimaryCount;
+  secondary_.Count = beforeLoading_.SecondaryCount;
+  merging_ = beforeLoading_.Merging;
+  emit CommandsChanged();
+}
+
+void Document::KeepStream() {
+  if (!primary_.Holds(0)) {
+    return;
+  }
+  primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
+  SetSupPath(QString::fromStdString(primary_.Path));
+  steps_.Change = failed_ || number_ != 0;
+  emit CommandsChanged();
+}
+
+void Document::LoseIndex() {
+  primary_.Count = 0;
+  primary_.IndexMatchesBytes = false;
+  steps_ = {};
+  emit CommandsChanged();
+  emit StreamChanged();
+}
+
+void Document::SetFrameLines(int lines) {
+  frameLines_ = lines;
+  emit FrameLinesChanged();
+}
+
+bool Document::ReturnToFirst() {
+  SetNumber(2);
+  return Prev();
+}
+
+void Document::DropSecondary() {
+  secondary_.Count = 0;
+}
+
+void Document::BeginMerging(SupStream secondary) {
+  secondary_ = std::move(secondary);
+  merging_ = true;
+  steps_.Change = false;
+  emit CommandsChanged();
+}
+
+bool Document::ShowFirstMerged() {
+  const bool shown = secondary_.Holds(0) && ShowPair(0, 0, true);
+  if (shown) {
+    SetNumber(NumberAfterSwatches);
+    steps_.Next = steps_.Next && primary_.Count != NumberAfterSwatches;
+    steps_.Prev = true;
+    emit CommandsChanged();
+  }
+  return shown;
+}
+
+void Document::SetBusy(bool busy) {
+  busy_ = busy;
+  emit CommandsChanged();
+}
+
+void Document::ShowAgain() {
+  if (shownIndex_ >= 0) {
+    (void)ShowPair(shownIndex_, shownOver_, false);
+  }
+}
+
+}  // namespace quillmark

@@ -1,0 +1,240 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <variant>
+#include <vector>
+
+#include <QObject>
+#include <QString>
+#include <QUndoStack>
+
+#include "base/Result.h"
+#include "palette/Colour.h"
+#include "render/SubtitleDescription.h"
+#include "sup/CodeAssignment.h"
+#include "sup/StreamEdit.h"
+#include "sup/SupStream.h"
+
+namespace quillmark {
+
+/// One step of the history: what it is called behind "Undo ", and the bytes or the whole palette that it puts
+/// in place of what is there.
+struct DocumentEdit {
+  QString Name;
+  std::variant<StreamEdit, DvdPalette> What;
+};
+
+/// What the colour and the opacity lists show for the four pixel codes.
+struct CodeChoice {
+  CodeNibbles Colours{};
+  CodeNibbles Contrasts{};
+
+  bool operator==(const CodeChoice&) const = default;
+};
+
+/// A subtitle that was just converted, for whoever shows, draws or exports it.
+struct ConvertedSubtitle {
+  struct Overlay {
+    std::span<const std::uint8_t> Unit;  ///< from its byte 4 on
+    SpuControl Control;                  ///< may be invalid: then the primary is shown alone
+  };
+  SubtitleDescription Description;
+  std::span<const std::uint8_t> Unit;  ///< from its byte 4 on; valid while the signal is handled
+  std::optional<Overlay> Over;         ///< the secondary subtitle that is laid over it
+  bool IsNew = true;                   ///< false when it is only shown once more as it stood before
+};
+
+/// Which groups of commands can be used now.
+struct EnabledCommands {
+  bool Load = false;     ///< LoadSup, LoadSecond, SaveSecond
+  bool Save = false;     ///< SaveSup, SavePalette
+  bool Editing = false;  ///< LoadPalette, swatches, lists, background and size
+  bool Change = false;   ///< Reload, SetActual, SetAll
+  bool Prev = false;
+  bool Next = false;
+  bool GoTo = false;
+  bool Undo = false;
+  bool Redo = false;
+};
+
+/// What is open: the two streams, the palette, the frame, which subtitle is current, and the history of
+/// edits. It knows of no widget; whoever shows it follows its signals.
+class Document : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit Document(QObject* parent = nullptr);
+  ~Document() override;
+
+  [[nodiscard]] const SupStream& Primary() const { return primary_; }
+  [[nodiscard]] const SupStream& Secondary() const { return secondary_; }
+  /// Of the primary stream, or of what was tried last while none is open.
+  [[nodiscard]] const QString& SupPath() const { return supPath_; }
+  [[nodiscard]] const DvdPalette& Palette() const { return palette_; }
+  /// 480 or 576: the height of the frame that subtitles are merged for and drawn on.
+  [[nodiscard]] int FrameLines() const { return frameLines_; }
+  /// Picture lines added to every secondary picture's vertical position.
+  [[nodiscard]] std::int16_t YOffset() const { return yOffset_; }
+  [[nodiscard]] bool IsMerging() const { return merging_; }
+  [[nodiscard]] bool IsBusy() const { return busy_; }
+  [[nodiscard]] EnabledCommands Enabled() const;
+
+  // The current subtitle
+
+  /// Counted from 1; 0 while no subtitle is shown and after a conversion that failed.
+  [[nodiscard]] std::int64_t Number() const { return failed_ ? 0 : number_; }
+  /// The number; "0" while none is shown, "?" after a conversion that failed.
+  [[nodiscard]] QString NumberText() const;
+  [[nodiscard]] bool HasSubtitle() const { return Number() != 0; }
+  /// Kept oddity: after an invalid unit choices in the lists are not drawn, until a valid one was shown.
+  [[nodiscard]] bool ListsAreInert() const { return inert_; }
+  [[nodiscard]] const CodeChoice& Choice() const { return choice_; }
+  /// Whether the choice differs from what the subtitle's bytes say.
+  [[nodiscard]] bool IsPreview() const { return HasSubtitle() && choice_ != written_; }
+  /// What the pixel codes of the subtitle shown stand for, and its control data.
+  [[nodiscard]] const CodeColours& Colours() const { return colours_; }
+  [[nodiscard]] const SpuControl& Control() const { return control_; }
+
+  void SetNumber(std::int64_t number);
+  /// The conversion of a subtitle failed.
+  void SetFailed();
+  /// These convert a subtitle and make it the current one; false when it cannot be converted, and then the
+  /// current one stays until SetFailed().
+  [[nodiscard]] bool Next();
+  [[nodiscard]] bool Prev();
+  [[nodiscard]] bool GoTo(std::int64_t number);
+  /// Converts the current subtitle again. Kept oddity: after a failed conversion it only sets the number
+  /// to 1.
+  [[nodiscard]] bool Reset();
+  /// The choice of the lists; drawn at once unless they are inert.
+  void Choose(const CodeChoice& choice);
+  /// Draws the current subtitle as the lists have it, for instance on another background.
+  void Preview();
+
+  // Opening
+
+  void SetSupPath(const QString& path);
+  /// What loading a primary stream begins with: merging ends, the commands are those for a stream, and no
+  /// subtitle is counted until one of the next three.
+  void BeginLoading();
+  /// Shows the first unit of a stream that is being loaded; false when it cannot be converted.
+  [[nodiscard]] bool ShowFirst(const SubtitleUnit& unit);
+  /// Takes a loaded stream over. A new history begins.
+  void Open(SupStream stream);
+  /// The load failed before anything of it was shown: the stream before it stays.
+  void KeepStream();
+  /// The load failed behind packets that were shown: the bytes before it stay and can be saved, but there is
+  /// no subtitle of theirs to step through or to edit.
+  void LoseIndex();
+  /// Load SUP was cancelled: nothing more happens than what it began with.
+  void EndLoading();
+  /// Load SUP could not even ask: everything is as it was before it began.
+  void AbandonLoading();
+
+  void SetFrameLines(int lines);
+
+  // Merging
+
+  /// Shows subtitle 1 and forgets the secondary stream, as before another one is chosen.
+  [[nodiscard]] bool ReturnToFirst();
+  void DropSecondary();
+  void BeginMerging(SupStream secondary);
+  void SetYOffset(std::int16_t lines) { yOffset_ = lines; }
+  /// Both streams' first subtitles, whatever their times. Kept oddity: where that succeeds the number is 17
+  /// until SetNumber(), and a stream of 17 subtitles leaves Next disabled.
+  [[nodiscard]] bool ShowFirstMerged();
+  /// While a command runs no other can be used.
+  void SetBusy(bool busy);
+  /// Tells of the subtitle shown before a merged save went through all of them.
+  void ShowAgain();
+
+  // Editing
+
+  [[nodiscard]] const QUndoStack& History() const { return history_; }
+  /// Does it and notes it in the history; nothing is noted of an edit that does not fit, or changes nothing.
+  Result<void> Make(DocumentEdit edit);
+  Result<void> SetActual();
+  Result<void> SetAll();
+  Result<void> SetPalette(const DvdPalette& palette, const QString& name);
+  void Undo();
+  void Redo();
+  /// The stream was written as it is.
+  void MarkSaved();
+
+ signals:
+  // For a record of what is done; emitted before anything of it is shown.
+  void Opened();
+  /// Before the edit is applied: it says what is put in.
+  void AboutToEdit(const quillmark::DocumentEdit& edit);
+  void AboutToUndo();
+  void AboutToRedo();
+  void Saved();
+
+  // For whoever shows the document.
+  void SupPathChanged();
+  void NumberChanged();
+  void SubtitleShown(const quillmark::ConvertedSubtitle& subtitle);
+  /// The same subtitle in the colours of the choice; `unit` from its byte 4 on.
+  void PreviewShown(std::span<const std::uint8_t> unit);
+  void ChoiceChanged();
+  void PaletteChanged();
+  void StreamChanged();
+  void FrameLinesChanged();
+  /// What Enabled() says, or the name of a step of the history.
+  void CommandsChanged();
+
+ private:
+  class EditCommand;
+
+  /// How the commands that move through a stream were left; they are not told by the number alone.
+  struct StepRules {
+    bool Prev = false;
+    bool Next = false;
+    bool GoTo = false;
+    bool Change = false;
+  };
+
+  /// What BeginLoading() changes.
+  struct BeforeLoading {
+    bool EverLoading = false;
+    std::int32_t PrimaryCount = 0;
+    std::int32_t SecondaryCount = 0;
+    bool Merging = false;
+  };
+
+  [[nodiscard]] bool Show(std::int64_t number);
+  [[nodiscard]] bool Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew);
+  [[nodiscard]] bool ShowPair(std::int64_t index, std::int64_t over, bool isNew);
+  Result<void> Apply(std::variant<StreamEdit, DvdPalette>& what);
+  Result<void> Assign(std::int64_t first, std::int64_t end, const QString& name);
+
+  SupStream primary_;
+  SupStream secondary_;
+  QString supPath_;
+  DvdPalette palette_ = StartUpPalette;
+  int frameLines_ = 576;
+  std::int16_t yOffset_ = 0;
+  bool merging_ = false;
+  bool busy_ = false;
+  bool everLoading_ = false;  // Load SUP was used
+  StepRules steps_;
+  BeforeLoading beforeLoading_;
+
+  std::int64_t number_ = 0;
+  bool failed_ = false;
+  bool inert_ = false;
+  CodeChoice choice_;
+  CodeChoice written_;
+  CodeColours colours_{};
+  SpuControl control_;
+  std::int64_t shownIndex_ = -1;  // of the primary subtitle shown; -1 when it is none of primary_
+  std::int64_t shownOver_ = -1;   // of the secondary subtitle over it; -1 without one
+
+  QUndoStack history_;
+  std::vector<std::uint8_t> unit_;           // memory reused
+  std::vector<std::uint8_t> secondaryUnit_;  // the same of the second stream
+};
+
+}  // namespace quillmark

@@ -1,0 +1,104 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "app/Document.h"
+
+namespace quillmark {
+
+/// One step of the history. Doing and undoing are the same exchange.
+class Document::EditCommand : public QUndoCommand {
+ public:
+  EditCommand(Document& document, DocumentEdit edit, Result<void>& outcome)
+      : QUndoCommand(edit.Name), document_(document), what_(std::move(edit.What)), outcome_(&outcome) {}
+
+  void redo() override {
+    const Result<void> applied = document_.Apply(what_);
+    if (!applied) {
+      setObsolete(true);
+    }
+    if (outcome_ != nullptr) {
+      *std::exchange(outcome_, nullptr) = applied;
+    }
+  }
+  void undo() override {
+    if (!document_.Apply(what_)) {
+      setObsolete(true);
+    }
+  }
+
+ private:
+  Document& document_;
+  std::variant<StreamEdit, DvdPalette> what_;
+  Result<void>* outcome_;  // of the first time
+};
+
+Result<void> Document::Apply(std::variant<StreamEdit, DvdPalette>& what) {
+  if (auto* palette = std::get_if<DvdPalette>(&what)) {
+    std::swap(palette_, *palette);
+    emit PaletteChanged();
+    return {};
+  }
+  Result<void> applied = ApplyEdit(primary_, std::get<StreamEdit>(what));
+  emit StreamChanged();
+  return applied;
+}
+
+Result<void> Document::Assign(std::int64_t first, std::int64_t end, const QString& name) {
+  if (first < 0 || end <= first) {
+    return {};
+  }
+  StreamEdit edit =
+      AssignCodes(primary_, static_cast<std::size_t>(first), static_cast<std::size_t>(end),
+                  {.Colours = AllFour(choice_.Colours), .Contrasts = AllFour(choice_.Contrasts)});
+  const Result<void> made = Make({.Name = name, .What = std::move(edit)});
+  if (made) {
+    written_ = choice_;
+    emit ChoiceChanged();
+  }
+  return made;
+}
+
+Result<void> Document::Make(DocumentEdit edit) {
+  const auto* bytes = std::get_if<StreamEdit>(&edit.What);
+  if (bytes != nullptr ? bytes->IsEmpty() : std::get<DvdPalette>(edit.What) == palette_) {
+    return {};
+  }
+  emit AboutToEdit(edit);
+  Result<void> outcome;
+  history_.push(new EditCommand(*this, std::move(edit), outcome));
+  return outcome;
+}
+
+Result<void> Document::SetActual() {
+  return HasSubtitle() ? Assign(Number() - 1, Number(), QStringLiteral("Set for actual")) : Result<void>();
+}
+
+Result<void> Document::SetAll() {
+  return Assign(0, primary_.Count, QStringLiteral("Set for all"));
+}
+
+Result<void> Document::SetPalette(const DvdPalette& palette, const QString& name) {
+  return Make({.Name = name, .What = palette});
+}
+
+void Document::Undo() {
+  if (Enabled().Undo) {
+    emit AboutToUndo();
+    history_.undo();
+  }
+}
+
+void Document::Redo() {
+  if (Enabled().Redo) {
+    emit AboutToRedo();
+    history_.redo();
+  }
+}
+
+void Document::MarkSaved() {
+  history_.setClean();
+  emit Saved();
+}
+
+}  // namespace quillmark

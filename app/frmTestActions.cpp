@@ -1,0 +1,41 @@
+#include "app/frmTestActions.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QList>
+#include <QMainWindow>
+#include <QString>
+
+namespace quillmark {
+
+void frmTestActions::BuildActions(QMainWindow* window) {
+  const auto make = [window](QAction*& action, const char* name, const QString& text,
+                             const QList<QKeySequence>& keys = {}) {
+    action = new QAction(text, window);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcuts(keys);
+    window->addAction(action);
+  };
+  make(Action_LoadSup, "Action_LoadSup", QStringLiteral("&Load SUP..."),
+       {QKeySequence(Qt::CTRL | Qt::Key_O)});
+  make(Action_SaveSup, "Action_SaveSup", QStringLiteral("&Save SUP..."),
+       {QKeySequence(Qt::CTRL | Qt::Key_S)});
+  make(Action_LoadPalette, "Action_LoadPalette", QStringLiteral("Load &Palette..."));
+  make(Action_SavePalette, "Action_SavePalette", QStringLiteral("Save P&alette..."));
+  make(Action_Reload, "Action_Reload", QStringLiteral("&Reset"), {QKeySequence(Qt::Key_F5)});
+  make(Action_Prev, "Action_Prev", QStringLiteral("&Prev"),
+       {QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::ALT | Qt::Key_Left)});
+  make(Action_Next, "Action_Next", QStringLiteral("&Next"),
+       {QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::ALT | Qt::Key_Right)});
+  make(Action_GoTo, "Action_GoTo", QStringLiteral("&GoTo..."), {QKeySequence(Qt::CTRL | Qt::Key_G)});
+  make(Action_SetActual, "Action_SetActual", QStringLiteral("Set for a&ctual"));
+  make(Action_SetAll, "Action_SetAll", QStringLiteral("Set for &all"));
+  make(Action_LoadSecond, "Action_LoadSecond", QStringLiteral("&Load/Merge secondary SUP..."));
+  make(Action_SaveSecond, "Action_SaveSecond", QStringLiteral("&Save merged (prim. + sec.) SUP..."));
+  make(Action_GetGraphics, "Action_GetGraphics", QStringLiteral("&Load Background graphic form file..."));
+  make(Action_Undo, "Action_Undo", QStringLiteral("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
+  make(Action_Redo, "Action_Redo", QStringLiteral("&Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+  make(Action_Quit, "Action_Quit", QStringLiteral("&Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)});
+}
+
+}  // namespace quillmark

@@ -1,0 +1,32 @@
+#pragma once
+
+class QAction;
+class QMainWindow;
+
+namespace quillmark {
+
+/// One action for each command, the same behind its menu entry, its keys and its button. Each one's
+/// objectName is its name here.
+struct frmTestActions {
+  QAction* Action_LoadSup = nullptr;
+  QAction* Action_SaveSup = nullptr;
+  QAction* Action_LoadPalette = nullptr;
+  QAction* Action_SavePalette = nullptr;
+  QAction* Action_Reload = nullptr;
+  QAction* Action_Prev = nullptr;
+  QAction* Action_Next = nullptr;
+  QAction* Action_GoTo = nullptr;
+  QAction* Action_SetActual = nullptr;
+  QAction* Action_SetAll = nullptr;
+  QAction* Action_LoadSecond = nullptr;
+  QAction* Action_SaveSecond = nullptr;
+  QAction* Action_GetGraphics = nullptr;
+  QAction* Action_Undo = nullptr;
+  QAction* Action_Redo = nullptr;
+  QAction* Action_Quit = nullptr;
+
+  /// Creates all actions with their texts and keys, as children of `window`; connects nothing.
+  void BuildActions(QMainWindow* window);
+};
+
+}  // namespace quillmark
