@@ -41,7 +41,7 @@ void frmTest::Command_SavePalette_Click() {
   }
   const std::string text = PaletteTextFor(path.toStdString(), document_->Palette());
   const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
-  if (ReplaceFile(path, bytes, OldTail::Dropped)) {
+  if (!ReplaceFile(path, bytes)) {
     ShowMessage(this, QStringLiteral("Cannot open file"));
   }
 }

@@ -18,8 +18,8 @@ void frmTest::Command_SaveSup_Click() {
     return;
   }
   const auto bytes = std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength));
-  if (const auto reason = ReplaceFile(path, bytes, OldTail::Kept)) {
-    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, *reason));
+  if (const auto saved = ReplaceFile(path, bytes, {.Tail = OldTail::Kept}); !saved) {
+    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, QString::fromStdString(saved.Reason())));
     return;
   }
   document_->MarkSaved();

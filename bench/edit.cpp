@@ -85,7 +85,8 @@ const std::vector<std::uint8_t>& FiftyMegabyteStream() {
 void SaveSup(benchmark::State& state) {
   const QTemporaryDir folder(QStringLiteral("bench-save-XXXXXX"));
   for (auto _ : state) {
-    if (ReplaceFile(folder.filePath(QStringLiteral("film.sup")), FiftyMegabyteStream(), OldTail::Kept)) {
+    if (!ReplaceFile(folder.filePath(QStringLiteral("film.sup")), FiftyMegabyteStream(),
+                     {.Tail = OldTail::Kept})) {
       state.SkipWithError("not saved");
     }
   }

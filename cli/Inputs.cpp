@@ -68,8 +68,8 @@ CommandResult WriteFile(const std::string& file, std::span<const std::uint8_t> b
   if (CommandResult named = ToText(file, path); !named.IsDone()) {
     return named;
   }
-  const auto reason = ReplaceFile(path, bytes, OldTail::Dropped);
-  return reason ? Failed(file, reason->toStdString()) : CommandResult();
+  const auto written = ReplaceFile(path, bytes);
+  return written ? CommandResult() : Failed(file, written.Reason());
 }
 
 }  // namespace quillmark::cli

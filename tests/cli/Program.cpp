@@ -102,7 +102,7 @@ std::vector<std::string> ProgramTest::Names() const {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
     const std::string name = entry.path().filename().string();
-    if (name[0] != '.') {
+    if (name != ".script" && name != ".out" && name != ".err") {
       names.push_back(name);
     }
   }

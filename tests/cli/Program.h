@@ -38,7 +38,7 @@ class ProgramTest : public testing::Test {
   [[nodiscard]] bool Exists(const std::string& name) const;
   [[nodiscard]] Bytes Read(const std::string& name) const;
   [[nodiscard]] std::string ReadText(const std::string& name) const;
-  /// Names of everything in the folder, sorted, but for hidden files.
+  /// Names of everything in the folder, sorted, but for what the runs themselves need.
   [[nodiscard]] std::vector<std::string> Names() const;
 
  private:

@@ -1,7 +1,9 @@
 #include "files/ReplaceFile.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <gmock/gmock.h>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,11 +14,14 @@
 
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <fcntl.h>
 #include <grp.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
+
+#include "files/SystemCalls.h"
 
 namespace quillmark {
 namespace {
@@ -30,8 +35,11 @@ Bytes BytesOf(const std::string& text) {
   return {text.begin(), text.end()};
 }
 
-std::string ReasonText(const std::optional<QString>& reason) {
-  return reason ? reason->toStdString() : "done";
+constexpr WriteOptions Keep{.Tail = OldTail::Kept};
+constexpr WriteOptions Drop{.Tail = OldTail::Dropped};
+
+std::string ReasonText(const Result<void>& result) {
+  return result ? "done" : result.Reason();
 }
 
 class ReplaceFileTest : public testing::Test {
@@ -71,25 +79,25 @@ TEST_F(ReplaceFileTest, NewFileHoldsExactlyTheBytes) {
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     bytes[i] = static_cast<std::uint8_t>(i * 7 + i / 256);
   }
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("new.sup"), bytes, OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("new.sup"), bytes, Keep)), "done");
   EXPECT_TRUE(Read("new.sup") == std::string(bytes.begin(), bytes.end()));
   EXPECT_THAT(Names(), ElementsAre("new.sup"));
 }
 
 TEST_F(ReplaceFileTest, LineEndsAndNulsAreBytesLikeAnyOther) {
   const std::string content("SP\0\r\n\n\r\x1A\xFF", 9);
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf(content), OldTail::Dropped)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf(content), Drop)), "done");
   EXPECT_EQ(Read("a"), content);
 }
 
 TEST_F(ReplaceFileTest, NameMayHoldAnyLetters) {
   const QString name = QString::fromUtf8("\xD0\xBA\xD0\xB8\xD0\xBD\xD0\xBE \xC3\xBC.sup");
-  ASSERT_EQ(ReasonText(ReplaceFile(Path(name), BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path(name), BytesOf("new"), Keep)), "done");
   EXPECT_EQ(Read(name), "new");
 }
 
 TEST_F(ReplaceFileTest, ShorterFileIsReplacedWhole) {
-  for (const OldTail tail : {OldTail::Kept, OldTail::Dropped}) {
+  for (const WriteOptions& tail : {Keep, Drop}) {
     const QString path = Write("a", "old");
     ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("longer"), tail)), "done");
     EXPECT_EQ(Read("a"), "longer");
@@ -98,48 +106,48 @@ TEST_F(ReplaceFileTest, ShorterFileIsReplacedWhole) {
 
 TEST_F(ReplaceFileTest, TailOfALongerFileIsKept) {
   const QString path = Write("a", "0123456789");
-  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_EQ(Read("a"), "new3456789");
 }
 
 TEST_F(ReplaceFileTest, LongTailIsKeptToItsLastByte) {
   const std::string old = std::string(2'500'000, 'x') + "end";
   const QString path = Write("a", old);
-  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_TRUE(Read("a") == "new" + old.substr(3));
 }
 
 TEST_F(ReplaceFileTest, TailOfALongerFileIsDropped) {
   const QString path = Write("a", "0123456789");
-  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), OldTail::Dropped)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Drop)), "done");
   EXPECT_EQ(Read("a"), "new");
 }
 
 TEST_F(ReplaceFileTest, NoBytesAreAnEmptyFileOrTheOldTail) {
   Write("kept", "old");
   Write("dropped", "old");
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("new"), {}, OldTail::Kept)), "done");
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("kept"), {}, OldTail::Kept)), "done");
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("dropped"), {}, OldTail::Dropped)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("new"), {}, Keep)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("kept"), {}, Keep)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("dropped"), {}, Drop)), "done");
   EXPECT_EQ(Read("new"), "");
   EXPECT_EQ(Read("kept"), "old");
   EXPECT_EQ(Read("dropped"), "");
 }
 
 TEST_F(ReplaceFileTest, MissingFolderGivesAReason) {
-  const auto reason = ReplaceFile(Path("missing/a"), BytesOf("new"), OldTail::Kept);
+  const auto reason = ReplaceFile(Path("missing/a"), BytesOf("new"), Keep);
   EXPECT_THAT(ReasonText(reason), HasSubstr("No such file or directory"));
   EXPECT_THAT(Names(), ElementsAre());
 }
 
 TEST_F(ReplaceFileTest, FolderAsTargetGivesAReason) {
   ASSERT_TRUE(QDir().mkdir(Path("folder")));
-  EXPECT_EQ(ReasonText(ReplaceFile(Path("folder"), BytesOf("new"), OldTail::Kept)), "It is a folder");
+  EXPECT_EQ(ReasonText(ReplaceFile(Path("folder"), BytesOf("new"), Keep)), "It is a folder");
   EXPECT_THAT(Names(), ElementsAre("folder"));
 }
 
 TEST_F(ReplaceFileTest, NoPathGivesAReason) {
-  EXPECT_NE(ReasonText(ReplaceFile(QString(), BytesOf("new"), OldTail::Kept)), "done");
+  EXPECT_NE(ReasonText(ReplaceFile(QString(), BytesOf("new"), Keep)), "done");
 }
 
 #ifdef Q_OS_UNIX
@@ -176,7 +184,7 @@ void LimitFileLength(rlim_t length) {
 }
 
 /// Ends a child process, whose output, which may go through a file, the test then compares.
-[[noreturn]] void LeaveWith(const std::optional<QString>& reason) {
+[[noreturn]] void LeaveWith(const Result<void>& reason) {
   rlimit limit{};
   ::getrlimit(RLIMIT_FSIZE, &limit);
   limit.rlim_cur = limit.rlim_max;
@@ -210,7 +218,7 @@ TEST_F(ReplaceFileTest, PermissionsAreKept) {
   for (const mode_t mode : {0600U, 0640U, 0666U, 0755U}) {
     const QString path = Write("a", "old");
     SetMode(path, mode);
-    ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), OldTail::Kept)), "done");
+    ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
     EXPECT_EQ(ModeOf(path), mode) << std::oct << mode;
     EXPECT_EQ(Read("a"), "new");
   }
@@ -218,7 +226,7 @@ TEST_F(ReplaceFileTest, PermissionsAreKept) {
 
 TEST_F(ReplaceFileTest, NewFileHasTheUsersUsualPermissions) {
   const mode_t previous = ::umask(027);
-  const auto reason = ReplaceFile(Path("new"), BytesOf("new"), OldTail::Kept);
+  const auto reason = ReplaceFile(Path("new"), BytesOf("new"), Keep);
   ::umask(previous);
   ASSERT_EQ(ReasonText(reason), "done");
   EXPECT_EQ(ModeOf(Path("new")), 0640U);
@@ -228,7 +236,7 @@ TEST_F(ReplaceFileTest, OldFileIsReplacedNotOverwritten) {
   const QString path = Write("a", "old");
   QFile reader(path);
   ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
-  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_EQ(reader.readAll().toStdString(), "old");
 }
 
@@ -237,7 +245,7 @@ TEST_F(ReplaceFileTest, SymbolicLinkStaysOne) {
   Write("elsewhere/real", "0123456789");
   ASSERT_TRUE(QFile::link("elsewhere/real", Path("link")));
   ASSERT_TRUE(QFile::link("link", Path("link to link")));
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("link to link"), BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("link to link"), BytesOf("new"), Keep)), "done");
   EXPECT_TRUE(QFileInfo(Path("link to link")).isSymbolicLink());
   EXPECT_TRUE(QFileInfo(Path("link")).isSymbolicLink());
   EXPECT_FALSE(QFileInfo(Path("elsewhere/real")).isSymbolicLink());
@@ -247,28 +255,27 @@ TEST_F(ReplaceFileTest, SymbolicLinkStaysOne) {
 
 TEST_F(ReplaceFileTest, LinkToNothingGetsItsTarget) {
   ASSERT_TRUE(QFile::link("real", Path("link")));
-  ASSERT_EQ(ReasonText(ReplaceFile(Path("link"), BytesOf("new"), OldTail::Kept)), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("link"), BytesOf("new"), Keep)), "done");
   EXPECT_TRUE(QFileInfo(Path("link")).isSymbolicLink());
   EXPECT_EQ(Read("real"), "new");
 }
 
 TEST_F(ReplaceFileTest, LinkToItselfGivesAReason) {
   ASSERT_TRUE(QFile::link("loop", Path("loop")));
-  EXPECT_THAT(ReasonText(ReplaceFile(Path("loop"), BytesOf("new"), OldTail::Kept)),
-              HasSubstr("symbolic links"));
+  EXPECT_THAT(ReasonText(ReplaceFile(Path("loop"), BytesOf("new"), Keep)), HasSubstr("symbolic links"));
   EXPECT_TRUE(QFileInfo(Path("loop")).isSymbolicLink());
 }
 
 TEST_F(ReplaceFileTest, PipeIsRefusedWithoutWaitingForIt) {
   ASSERT_EQ(::mkfifo(Path("pipe").toLocal8Bit().constData(), 0600), 0);
-  const auto reason = ReplaceFile(Path("pipe"), Bytes(1'000'000), OldTail::Kept);
+  const auto reason = ReplaceFile(Path("pipe"), Bytes(1'000'000), Keep);
   EXPECT_EQ(ReasonText(reason), "It is a pipe, not a file");
 }
 
 TEST_F(ReplaceFileDeathTest, ReadOnlyFileIsRefusedThoughItsFolderIsWritable) {
   const QString path = Write("a", "old");
   SetMode(path, 0444);
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), OldTail::Kept))), Left,
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left,
               "not writable");
   EXPECT_EQ(Read("a"), "old");
   EXPECT_EQ(ModeOf(path), 0444U);
@@ -277,7 +284,7 @@ TEST_F(ReplaceFileDeathTest, ReadOnlyFileIsRefusedThoughItsFolderIsWritable) {
 
 TEST_F(ReplaceFileDeathTest, NewFileInAReadOnlyFolderIsRefused) {
   SetMode(folder_.path(), 0555);
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(Path("a"), BytesOf("new"), OldTail::Kept))), Left,
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(Path("a"), BytesOf("new"), Keep))), Left,
               "Permission denied");
   EXPECT_THAT(Names(), ElementsAre());
 }
@@ -285,21 +292,19 @@ TEST_F(ReplaceFileDeathTest, NewFileInAReadOnlyFolderIsRefused) {
 TEST_F(ReplaceFileDeathTest, ReadOnlyFileInAReadOnlyFolderIsRefused) {
   const QString path = WriteInClosedFolder("a", "old");
   SetMode(path, 0444);
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), OldTail::Dropped))), Left,
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Drop))), Left,
               "not writable");
   EXPECT_EQ(Read("a"), "old");
 }
 
 TEST_F(ReplaceFileDeathTest, WritableFileInAReadOnlyFolderIsWrittenInPlace) {
   const QString path = WriteInClosedFolder("a", "0123456789");
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), OldTail::Kept))), Left,
-              "done");
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left, "done");
   EXPECT_EQ(Read("a"), "new3456789");
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("newer"), OldTail::Dropped))), Left,
-              "done");
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("newer"), Drop))), Left, "done");
   EXPECT_EQ(Read("a"), "newer");
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("the newest"), OldTail::Dropped))),
-              Left, "done");
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("the newest"), Drop))), Left,
+              "done");
   EXPECT_EQ(Read("a"), "the newest");
 }
 
@@ -310,8 +315,7 @@ TEST_F(ReplaceFileDeathTest, FileThatAStickyFolderHoldsOnToIsWrittenInPlace) {
   const QString path = Write("a", "0123456789");
   SetMode(path, 0666);
   SetMode(folder_.path(), 01777);
-  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), OldTail::Kept))), Left,
-              "done");
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left, "done");
   EXPECT_EQ(Read("a"), "new3456789");
   EXPECT_THAT(Names(), ElementsAre("a"));
 }
@@ -319,8 +323,7 @@ TEST_F(ReplaceFileDeathTest, FileThatAStickyFolderHoldsOnToIsWrittenInPlace) {
 TEST_F(ReplaceFileDeathTest, FullDiskLeavesTheOldFileAndNothingElse) {
   const QString path = Write("a", "old");
   const Bytes bytes(300'000, 'n');
-  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, bytes, OldTail::Kept))), Left,
-              "File too large");
+  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, bytes, Keep))), Left, "File too large");
   EXPECT_EQ(Read("a"), "old");
   EXPECT_THAT(Names(), ElementsAre("a"));
 }
@@ -329,8 +332,7 @@ TEST_F(ReplaceFileDeathTest, FullDiskAtTheLastByteLeavesTheOldFile) {
   const QString path = Write("a", "old");
   // Few enough to stay in the buffer until the end.
   const Bytes bytes(101, 'n');
-  EXPECT_EXIT((LimitFileLength(100), LeaveWith(ReplaceFile(path, bytes, OldTail::Dropped))), Left,
-              "File too large");
+  EXPECT_EXIT((LimitFileLength(100), LeaveWith(ReplaceFile(path, bytes, Drop))), Left, "File too large");
   EXPECT_EQ(Read("a"), "old");
   EXPECT_THAT(Names(), ElementsAre("a"));
 }
@@ -338,7 +340,7 @@ TEST_F(ReplaceFileDeathTest, FullDiskAtTheLastByteLeavesTheOldFile) {
 TEST_F(ReplaceFileDeathTest, FullDiskWhileTheTailIsCopiedLeavesTheOldFile) {
   const std::string old(300'000, 'o');
   const QString path = Write("a", old);
-  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, BytesOf("new"), OldTail::Kept))), Left,
+  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left,
               "File too large");
   EXPECT_TRUE(Read("a") == old);
   EXPECT_THAT(Names(), ElementsAre("a"));
@@ -346,25 +348,175 @@ TEST_F(ReplaceFileDeathTest, FullDiskWhileTheTailIsCopiedLeavesTheOldFile) {
 
 TEST_F(ReplaceFileDeathTest, FullDiskLeavesNoNewFile) {
   const Bytes bytes(300'000, 'n');
-  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(Path("a"), bytes, OldTail::Kept))), Left,
+  EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(Path("a"), bytes, Keep))), Left,
               "File too large");
   EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ReplaceFileDeathTest, FailureHalfWayInPlaceIsSaid) {
+TEST_F(ReplaceFileDeathTest, FullDiskInPlaceIsFoundOutBeforeTheFirstByte) {
   const QString path = WriteInClosedFolder("a", std::string(200, 'o'));
   const Bytes bytes(300, 'n');
-  EXPECT_EXIT(
-      (LimitFileLength(250), BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, bytes, OldTail::Dropped))),
-      Left, "File too large.*damaged.*first 250 of 300");
+  EXPECT_EXIT((LimitFileLength(250), BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, bytes, Drop))), Left,
+              "^File too large$");
+  EXPECT_EQ(Read("a"), std::string(200, 'o'));
+}
+
+/// Exchanges the system's calls for as long as it lives.
+class ReplaceFileFaults : public ReplaceFileTest {
+ protected:
+  ReplaceFileFaults() : calls_(System()) {}
+  ~ReplaceFileFaults() override { System() = calls_; }
+
+  QString WriteWithSecondName(const QString& name, const std::string& content) const {
+    const QString path = Write(name, content);
+    EXPECT_EQ(::link(path.toLocal8Bit().constData(), Path("second name").toLocal8Bit().constData()), 0);
+    return path;
+  }
+
+ private:
+  SystemCalls calls_;
+};
+
+/// Takes 250 bytes of the first write, and then nothing.
+ssize_t WriteThatBreaks(int file, const void* bytes, std::size_t length) {
+  if (length != 300) {
+    errno = EIO;
+    return -1;
+  }
+  return ::write(file, bytes, 250);
+}
+
+TEST_F(ReplaceFileFaults, FailureHalfWayInPlaceIsSaid) {
+  const QString path = WriteWithSecondName("a", std::string(200, 'o'));
+  System().Write = WriteThatBreaks;
+  EXPECT_EQ(ReasonText(ReplaceFile(path, Bytes(300, 'n'), Drop)),
+            "Input/output error. The file could only be written in place and is now damaged: it holds the "
+            "first 250 of 300 new bytes, and behind them what was there before.");
   EXPECT_EQ(Read("a"), std::string(250, 'n'));
+}
+
+TEST_F(ReplaceFileFaults, DiskThatTakesTheBytesAndLosesThemLeavesTheOldFile) {
+  const QString path = Write("a", "old");
+  System().Sync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "Input/output error");
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(ReplaceFileFaults, WhatNeedsNoDiskDoesNotWaitForIt) {
+  System().Sync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf("new"), {.Wait = Durability::Unsynced})), "done");
+  EXPECT_EQ(Read("a"), "new");
+}
+
+TEST_F(ReplaceFileFaults, FailureToldOnlyWhenTheFileIsClosedLeavesTheOldOne) {
+  const QString path = Write("a", "old");
+  System().Close = [](int file) {
+    ::close(file);
+    errno = ENOSPC;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "No space left on device");
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(ReplaceFileFaults, SecondFileThatCannotTakeThePlaceOfANewOneIsRemoved) {
+  System().Rename = [](const char*, const char*) {
+    errno = EACCES;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf("new"))), "Permission denied");
+  EXPECT_THAT(Names(), ElementsAre());
+}
+
+TEST_F(ReplaceFileFaults, NameThatIsTakenIsNotUsed) {
+  static int opened = 0;
+  opened = 0;
+  System().Open = [](const char* path, int flags, mode_t mode) {
+    if (++opened <= 3) {
+      errno = EEXIST;
+      return -1;
+    }
+    return ::open(path, flags, mode);
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf("new"))), "done");
+  EXPECT_EQ(opened, 4);
+}
+
+TEST_F(ReplaceFileFaults, EachSecondFileHasAnotherName) {
+  static std::set<std::string> names;
+  names.clear();
+  System().Rename = [](const char* from, const char* to) {
+    names.insert(from);
+    return ::rename(from, to);
+  };
+  for (int i = 0; i < 20; ++i) {
+    ASSERT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf("new"), {.Wait = Durability::Unsynced})), "done");
+  }
+  EXPECT_EQ(names.size(), 20U);
+}
+
+TEST_F(ReplaceFileTest, NameOf255BytesIsWritten) {
+  const QString name(255, u'n');
+  ASSERT_EQ(ReasonText(ReplaceFile(Path(name), BytesOf("old"))), "done");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path(name), BytesOf("new"))), "done");
+  EXPECT_EQ(Read(name), "new");
+}
+
+TEST_F(ReplaceFileTest, LongerNameGivesTheReason) {
+  EXPECT_EQ(ReasonText(ReplaceFile(Path(QString(256, u'n')), BytesOf("new"))), "File name too long");
+}
+
+TEST_F(ReplaceFileTest, HardLinksStayOneFile) {
+  const QString path = Write("a", "0123456789");
+  ASSERT_EQ(::link(path.toLocal8Bit().constData(), Path("b").toLocal8Bit().constData()), 0);
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
+  EXPECT_EQ(Read("b"), "new3456789");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("the newest of all"), Drop)), "done");
+  EXPECT_EQ(Read("b"), "the newest of all");
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("short"), Drop)), "done");
+  EXPECT_EQ(Read("b"), "short");
+}
+
+TEST_F(ReplaceFileTest, OwnerAndGroupAreKept) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "only root may give a file away";
+  }
+  const QString path = Write("a", "old");
+  ASSERT_EQ(::chown(path.toLocal8Bit().constData(), 1234, 2345), 0);
+  SetMode(path, 04755);
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "done");
+  struct stat status {};
+  ASSERT_EQ(::stat(path.toLocal8Bit().constData(), &status), 0);
+  EXPECT_EQ(status.st_uid, 1234U);
+  EXPECT_EQ(status.st_gid, 2345U);
+  EXPECT_EQ(status.st_mode & 07777U, 04755U);
+}
+
+TEST_F(ReplaceFileDeathTest, FileOfAnotherUserIsReplacedByOnesOwn) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "needs a file of another user, which only root can make";
+  }
+  const QString path = Write("a", "old");
+  SetMode(path, 04777);
+  EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new")))), Left, "done");
+  EXPECT_EQ(Read("a"), "new");
+  // It would act in the name of another user than the one who let it.
+  EXPECT_EQ(ModeOf(path), 0777U);
 }
 
 TEST_F(ReplaceFileDeathTest, FailureAtTheFirstByteInPlaceDamagesNothing) {
   const QString path = WriteInClosedFolder("a", "old");
-  EXPECT_EXIT((LimitFileLength(0), BecomeOrdinaryUser(),
-               LeaveWith(ReplaceFile(path, BytesOf("newer"), OldTail::Dropped))),
-              Left, "^File too large$");
+  EXPECT_EXIT(
+      (LimitFileLength(0), BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("newer"), Drop))), Left,
+      "^File too large$");
   EXPECT_EQ(Read("a"), "old");
 }
 
@@ -374,7 +526,7 @@ TEST_F(ReplaceFileDeathTest, FailureAtTheFirstByteInPlaceDamagesNothing) {
 
 TEST_F(ReplaceFileTest, FullDeviceGivesTheReason) {
   ASSERT_TRUE(QFileInfo::exists("/dev/full"));
-  for (const OldTail tail : {OldTail::Kept, OldTail::Dropped}) {
+  for (const WriteOptions& tail : {Keep, Drop}) {
     EXPECT_EQ(ReasonText(ReplaceFile("/dev/full", BytesOf("new"), tail)), "No space left on device");
     EXPECT_EQ(ReasonText(ReplaceFile("/dev/full", Bytes(1'000'000), tail)), "No space left on device");
   }
@@ -382,7 +534,7 @@ TEST_F(ReplaceFileTest, FullDeviceGivesTheReason) {
 
 TEST_F(ReplaceFileTest, DeviceIsWrittenInPlace) {
   ASSERT_TRUE(QFile::link("/dev/null", Path("link")));
-  for (const OldTail tail : {OldTail::Kept, OldTail::Dropped}) {
+  for (const WriteOptions& tail : {Keep, Drop}) {
     EXPECT_EQ(ReasonText(ReplaceFile(Path("link"), BytesOf("new"), tail)), "done");
   }
   EXPECT_TRUE(QFileInfo(Path("link")).isSymbolicLink());

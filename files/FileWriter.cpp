@@ -1,0 +1,105 @@
+#include "files/FileWriter.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "base/FilePath.h"
+
+namespace quillmark {
+
+Result<FileWriter> FileWriter::Replacing(const QString& path) {
+  auto target = InspectTarget(path);
+  if (!target) {
+    return target.Why();
+  }
+  FileWriter writer(std::move(*target));
+  if (writer.target_.What == Target::Kind::Device) {
+    auto device = Descriptor::Open(writer.target_.Path, O_WRONLY);
+    if (!device) {
+      return device.Why();
+    }
+    writer.direct_ = std::move(*device);
+    return writer;
+  }
+  writer.mustStay_ = writer.target_.MustStay();
+  auto second = SecondFile::Beside(writer.target_);
+  if (!second && writer.target_.What == Target::Kind::File) {
+    second = SecondFile::Elsewhere();
+    writer.mustStay_ = true;
+  }
+  if (!second) {
+    return second.Why();
+  }
+  writer.second_.emplace(std::move(*second));
+  return writer;
+}
+
+Result<FileWriter> FileWriter::DeletingFirst(const QString& path) {
+  const std::string name = PathFromUtf8(path.toStdString()).string();
+  struct stat status {};
+  const bool exists = ::lstat(name.c_str(), &status) == 0;
+  if (exists && (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))) {
+    ::unlink(name.c_str());
+  }
+  auto target = InspectTarget(path);
+  if (!target) {
+    return target.Why();
+  }
+  auto file = Descriptor::Open(target->Path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+  if (!file) {
+    return file.Why();
+  }
+  FileWriter writer(std::move(*target));
+  writer.direct_ = std::move(*file);
+  return writer;
+}
+
+Result<void> FileWriter::Write(std::span<const std::uint8_t> bytes) {
+  return second_ ? second_->File().Write(bytes) : direct_->Write(bytes);
+}
+
+Result<void> FileWriter::Commit() {
+  if (direct_) {
+    const auto synced = direct_->Sync();
+    return synced ? direct_->Close() : synced;
+  }
+  if (mustStay_) {
+    return CopyInPlace();
+  }
+  const auto place = second_->TakePlaceOf(target_, Durability::Synced);
+  if (place.Result == SecondFile::Outcome::NotReplaced && target_.What == Target::Kind::File) {
+    return CopyInPlace();
+  }
+  return place.Result == SecondFile::Outcome::Done ? Result<void>() : Result<void>(place.Why);
+}
+
+Result<void> FileWriter::CopyInPlace() {
+  constexpr std::size_t ChunkSize = 1U << 20U;
+  const auto from = Descriptor::Open(second_->Path(), O_RDONLY);
+  if (!from) {
+    return from.Why();
+  }
+  auto to = FileInPlace::Open(target_, second_->File().Written());
+  if (!to) {
+    return to.Why();
+  }
+  std::vector<std::uint8_t> chunk(ChunkSize);
+  for (;;) {
+    const ssize_t length = ::read(from->Number(), chunk.data(), chunk.size());
+    if (length < 0) {
+      return SystemFailure(errno);
+    }
+    if (length == 0) {
+      return to->Finish(OldTail::Dropped, Durability::Synced);
+    }
+    if (auto written = to->Write(std::span(chunk).first(static_cast<std::size_t>(length))); !written) {
+      return written;
+    }
+  }
+}
+
+}  // namespace quillmark

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <sys/types.h>
+
+#include <QString>
+
+#include "base/Result.h"
+
+namespace quillmark {
+
+/// What stands where a file is to be written.
+struct Target {
+  enum class Kind {
+    New,     ///< nothing
+    File,    ///< a file that the user may write to
+    Device,  ///< written to as it is
+  };
+
+  std::string Path;    ///< as the file system has it, behind all symbolic links
+  std::string Folder;  ///< that it stands in; "." where the path names none
+  Kind What = Kind::New;
+  // Of an existing file only:
+  std::uint64_t Size = 0;
+  std::uint64_t Names = 1;  ///< hard links
+  mode_t Mode = 0;          ///< permission bits
+  uid_t Owner = 0;
+  gid_t Group = 0;
+
+  /// A device keeps its place; a file of several names would become two files if another one took the place
+  /// of one of them.
+  [[nodiscard]] bool MustStay() const { return What == Kind::Device || (What == Kind::File && Names > 1); }
+};
+
+/// Refuses, with the reason, what is no file and cannot be written to as one: a folder, a pipe, a socket, a
+/// link to itself, a file that the user may not write to.
+[[nodiscard]] Result<Target> InspectTarget(const QString& path);
+
+}  // namespace quillmark
