@@ -12,16 +12,14 @@
 #include "app/frmTestControls.h"
 #include "imaging/cGDIP.h"
 
-class QFile;
-
 namespace quillmark {
 
 struct ConvertedSubtitle;
+struct ExportFailures;
 struct LoadResult;
 struct SubtitleDescription;
 class cBitmap;
 class Document;
-class MergedStreamEncoder;
 
 /// The main window. It shows a Document and turns what the user does into calls of it. Its member functions
 /// stand in one file per group of commands.
@@ -75,11 +73,11 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   // frmTest_display.cpp
   void ShowSubtitle(const ConvertedSubtitle& subtitle);
   void ShowDetails(const SubtitleDescription& description);
-  enum class ListFailure { Told, Ignored };
-  /// These two do nothing unless pictures are to be saved; false when the list could not be written.
-  bool ExportSubtitle(const SubtitleDescription& description, ListFailure failure = ListFailure::Told);
+  /// These two do nothing unless pictures are to be saved.
+  void ExportSubtitle(const SubtitleDescription& description);
   void SavePicture(cBitmap& picture);
   void TellListFailure();
+  void TellPictureFailures(const ExportFailures& failures);
   void RenderSubtitle(std::span<const std::uint8_t> unit, bool saves);
   void RenderMergedSubtitle(const ConvertedSubtitle& subtitle);
   void DrawFrameBackground();
@@ -112,9 +110,6 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   [[nodiscard]] bool AskForOffset();
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
-  [[nodiscard]] QString SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t index, QFile& file);
-  /// The imaging status of a picture that could not be written; 0 when it was, or was not asked for.
-  [[nodiscard]] int SaveMergedPicture(const MergedStreamEncoder& encoder);
 
   cGDIP gdip_;
   Document* document_;

@@ -10,7 +10,9 @@
 #include "app/PathText.h"
 #include "app/frmTest.h"
 #include "render/Composition.h"
+#include "render/Exporter.h"
 #include "render/MergedPicture.h"
+#include "render/PictureFile.h"
 #include "render/SubtitleExport.h"
 
 namespace quillmark {
@@ -56,20 +58,19 @@ void frmTest::ShowDetails(const SubtitleDescription& description) {
   SetIfChanged(Text_Dur, description.Duration);
 }
 
-bool frmTest::ExportSubtitle(const SubtitleDescription& description, ListFailure failure) {
+void frmTest::ExportSubtitle(const SubtitleDescription& description) {
   picturePath_.clear();
   if (!Check_SavePics->isChecked()) {
-    return true;
+    return;
   }
   const ExportPaths paths = ExportPathsFor(document_->SupPath());
   const SubtitleExport exported = DescribeExport(description, paths);
-  const bool listed = AppendSpuLine(paths.List, exported.ListLine);
-  if (!listed && failure == ListFailure::Told) {
+  if (!AppendSpuLine(paths.List, exported.ListLine)) {
     TellListFailure();
   }
-  EnsurePictureFolder(paths.Folder);
+  // Where the folder is missing all the same, the picture has a reason not to be written.
+  static_cast<void>(MakeFolder(paths.Folder));
   picturePath_ = exported.PicturePath;
-  return listed;
 }
 
 void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, bool saves) {
@@ -77,10 +78,10 @@ void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, bool saves) {
   DrawFrameBackground();
   cBitmap picture(&gdip_);
   DecodePicture(unit, control, document_->Colours(), picture);
+  if (saves) {
+    SavePicture(picture);
+  }
   if (picture.Width() > 0) {
-    if (saves) {
-      SavePicture(picture);
-    }
     Picture1->Picture().Draw(picture, control.X1, control.Y1, &gdip_);
   }
   Picture1->Refresh();
@@ -123,8 +124,22 @@ void frmTest::DrawFrameBackground() {
 }
 
 void frmTest::SavePicture(cBitmap& picture) {
-  if (Check_SavePics->isChecked() && !picturePath_.isEmpty()) {
-    picture.SaveToFile(picturePath_, cBitmap::EncoderIndex(QStringLiteral("*.png")));
+  if (!Check_SavePics->isChecked() || picturePath_.isEmpty()) {
+    return;
+  }
+  ExportFailures failures;
+  if (picture.Width() < 1) {
+    failures.Add(picturePath_, NoPixelsText);
+  } else if (const auto saved = WritePicture(picturePath_, picture, Durability::Unsynced); !saved) {
+    failures.Add(picturePath_, saved.Reason());
+  }
+  TellPictureFailures(failures);
+}
+
+void frmTest::TellPictureFailures(const ExportFailures& failures) {
+  if (failures.Count > 0) {
+    ShowImagingError(QStringLiteral("cBitmap"), static_cast<int>(ImagingStatus::FileSystemError),
+                     failures.Text());
   }
 }
 

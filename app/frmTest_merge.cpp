@@ -3,8 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include <QCheckBox>
 #include <QCoreApplication>
-#include <QFile>
 
 #include "app/Dialogs.h"
 #include "app/Document.h"
@@ -12,7 +12,9 @@
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "base/LeadingNumber.h"
-#include "render/MergedStreamEncoder.h"
+#include "files/FileWriter.h"
+#include "render/Exporter.h"
+#include "render/MergeJob.h"
 #include "sup/StreamLoader.h"
 #include "sup/StreamReport.h"
 
@@ -29,21 +31,38 @@ std::optional<std::int16_t> RoundedOffset(double value) {
   return static_cast<std::int16_t>(rounded);
 }
 
+/// Why a merged file does not hold every subtitle; empty when it does.
+QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
+  const QString reason = QString::fromStdString(merged.Reason);
+  switch (merged.How) {
+    case MergeReport::Ending::SubtitleFailed:
+      return QStringLiteral("subtitle %1 cannot be merged: %2").arg(QString::number(merged.Number), reason);
+    case MergeReport::Ending::FileFailed:
+      return reason;
+    case MergeReport::Ending::Interrupted:
+    case MergeReport::Ending::Complete:
+      break;
+  }
+  return QString::fromStdString(ended.Reason());
+}
+
 }  // namespace
 
 void frmTest::Command_LoadSecond_Click() {
-  const SupStream& primary = document_->Primary();
-  if (primary.Count < 1) {
-    ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
-    return;
-  }
-  if (primary.Stats.MultipleColours || primary.Stats.MultipleOpacities) {
-    ShowMessage(this,
-                QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
+  switch (ObstacleToSecondary(document_->Primary())) {
+    case MergeObstacle::NoPrimary:
+      ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
+      return;
+    case MergeObstacle::VariedPrimary:
+      ShowMessage(
+          this, QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
                                "Loading secondary stream not possible.\r\n"
                                "Remove the multiple colors and/or multiple transparancies in the primary sup "
                                "file and retry"));
-    return;
+      return;
+    case MergeObstacle::NoSecondary:
+    case MergeObstacle::None:
+      break;
   }
   if (!document_->ReturnToFirst()) {
     TellConversionFailed();
@@ -109,13 +128,16 @@ void frmTest::ShowFirstMergedSubtitle() {
 }
 
 void frmTest::Command_SaveSecond_Click() {
-  if (document_->Primary().Count < 1) {
-    ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
-    return;
-  }
-  if (document_->Secondary().Count < 1) {
-    ShowMessage(this, QStringLiteral("Error: No secondary sup file loaded"));
-    return;
+  switch (ObstacleToMerge(document_->Primary(), document_->Secondary())) {
+    case MergeObstacle::NoPrimary:
+      ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
+      return;
+    case MergeObstacle::NoSecondary:
+      ShowMessage(this, QStringLiteral("Error: No secondary sup file loaded"));
+      return;
+    case MergeObstacle::VariedPrimary:
+    case MergeObstacle::None:
+      break;
   }
   const QString path = AskForNewSup();
   if (!path.isEmpty()) {
@@ -124,77 +146,46 @@ void frmTest::Command_SaveSecond_Click() {
 }
 
 void frmTest::SaveMerged(const QString& path) {
-  QFile::remove(path);
-  QFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) {
-    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, file.errorString()));
+  auto file = FileWriter::DeletingFirst(path);
+  if (!file) {
+    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, QString::fromStdString(file.Reason())));
     return;
   }
   const QString caption = windowTitle();
   HourglassPointer hourglass;
-  MergedStreamEncoder encoder(document_->Primary(), document_->Secondary(),
-                              {.Palette = document_->Palette(),
-                               .YOffset = document_->YOffset(),
-                               .FrameHeight = document_->FrameLines()});
-  QString failure;
-  const QString shownPicture = picturePath_;
-  bool listed = true;
-  int pictureStatus = 0;
-  for (std::int32_t index = 0; index < document_->Primary().Count && failure.isEmpty(); ++index) {
+  Exporter exporter(ExportPathsFor(document_->SupPath()), Exporter::List::Appended);
+  const auto next = [&](std::int64_t index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    failure = SaveMergedSubtitle(encoder, index, file);
-    if (encoder.Packet().empty()) {
-      continue;
+    return true;
+  };
+  const auto done = [&](std::int64_t /*index*/, MergedStreamEncoder::Outcome outcome,
+                        const MergedStreamEncoder& encoder) {
+    if (outcome == MergedStreamEncoder::Outcome::Encoded && Check_SavePics->isChecked()) {
+      cBitmap picture(&gdip_);
+      encoder.CopyPictureTo(picture);
+      exporter.Add(encoder.Description(), std::move(picture));
     }
-    // What takes neither line nor picture now will take none of the others: one message each is enough, and
-    // it can wait for the end.
-    listed = ExportSubtitle(encoder.Description(), ListFailure::Ignored) && listed;
-    if (pictureStatus == 0) {
-      pictureStatus = SaveMergedPicture(encoder);
-    }
-  }
-  picturePath_ = shownPicture;
-  if (failure.isEmpty() && !file.flush()) {
-    failure = file.errorString();
-  }
-  file.close();
+  };
+  const MergeReport merged = MergeStreams(document_->Primary(), document_->Secondary(),
+                                          {.Palette = document_->Palette(),
+                                           .YOffset = document_->YOffset(),
+                                           .FrameHeight = document_->FrameLines()},
+                                          *file, {.Next = next, .Done = done});
+  exporter.Flush();
+  const auto ended = file->Commit();
   setWindowTitle(caption);
   hourglass.Release();
-  if (!listed) {
+  if (exporter.ListFailures().Count > 0) {
     TellListFailure();
   }
-  if (pictureStatus != 0) {
-    gdip_.ReportError(pictureStatus, QStringLiteral("cBitmap"));
-  }
-  if (!failure.isEmpty()) {
+  TellPictureFailures(exporter.PictureFailures());
+  if (const QString failure = WhyIncomplete(merged, ended); !failure.isEmpty()) {
     ShowMessage(this, QStringLiteral("%1 is not complete: %2").arg(path, failure));
   }
-}
-
-QString frmTest::SaveMergedSubtitle(MergedStreamEncoder& encoder, std::int32_t index, QFile& file) {
-  const MergedStreamEncoder::Outcome outcome = encoder.Encode(index);
-  if (outcome == MergedStreamEncoder::Outcome::Skipped) {
-    return {};
+  if (!merged.TooLong.empty()) {
+    ShowMessage(this, path + QStringLiteral(": ") + QString::fromStdString(TooLongText(merged.TooLong)));
   }
-  if (outcome != MergedStreamEncoder::Outcome::Encoded) {
-    return QStringLiteral("subtitle %1 cannot be merged: %2")
-        .arg(index + 1)
-        .arg(QLatin1String(ReasonOf(outcome)));
-  }
-  const auto packet = encoder.Packet();
-  const auto length = static_cast<qint64>(packet.size());
-  return file.write(reinterpret_cast<const char*>(packet.data()), length) == length ? QString()
-                                                                                    : file.errorString();
-}
-
-int frmTest::SaveMergedPicture(const MergedStreamEncoder& encoder) {
-  cBitmap picture;
-  if (!picturePath_.isEmpty()) {
-    encoder.CopyPictureTo(picture);
-    SavePicture(picture);
-  }
-  return picture.LastStatus();
 }
 
 }  // namespace quillmark

@@ -1,1 +1,1 @@
-quillmark_bench(png SOURCES png.cpp LINK quillmark_imaging)
+quillmark_bench(png SOURCES png.cpp LINK quillmark_render)

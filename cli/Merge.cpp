@@ -1,27 +1,29 @@
 #include <cstdint>
-#include <span>
-
-#include <QSaveFile>
+#include <string>
 
 #include "base/FilePath.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/ProgressBar.h"
-#include "render/MergedStreamEncoder.h"
+#include "files/FileWriter.h"
+#include "render/MergeJob.h"
 
 namespace quillmark::cli {
 namespace {
 
 CommandResult CheckPrimary(const std::string& file, const SupStream& primary) {
-  if (primary.Count < 1) {
-    return Failed(file, "it holds no subtitle");
-  }
-  if (primary.Stats.MultipleColours || primary.Stats.MultipleOpacities) {
-    return Failed(
-        file,
-        "Error: Primary sup file uses multiple colors or multiple transparancies\n"
-        "Loading secondary stream not possible.\n"
-        "Remove the multiple colors and/or multiple transparancies in the primary sup file and retry");
+  switch (ObstacleToSecondary(primary)) {
+    case MergeObstacle::NoPrimary:
+      return Failed(file, "it holds no subtitle");
+    case MergeObstacle::VariedPrimary:
+      return Failed(
+          file,
+          "Error: Primary sup file uses multiple colors or multiple transparancies\n"
+          "Loading secondary stream not possible.\n"
+          "Remove the multiple colors and/or multiple transparancies in the primary sup file and retry");
+    case MergeObstacle::NoSecondary:
+    case MergeObstacle::None:
+      break;
   }
   return {};
 }
@@ -37,7 +39,7 @@ CommandResult LoadSecondary(const std::string& file, const SupStream& primary, S
   if (!firstValid) {
     return Failed(file, "Error converting subtitle!");
   }
-  if (secondary.Count < 1) {
+  if (ObstacleToMerge(primary, secondary) != MergeObstacle::None) {
     return Failed(file, "it holds no subtitle");
   }
   if (secondary.Stats.MultipleColours || secondary.Stats.MultipleOpacities) {
@@ -48,28 +50,30 @@ CommandResult LoadSecondary(const std::string& file, const SupStream& primary, S
   return {};
 }
 
-CommandResult WritePackets(const MergeOptions& options, std::int64_t count, MergedStreamEncoder& encoder,
-                           QSaveFile& out, const Console& console) {
-  ProgressBar progress(console, count);
-  for (std::int64_t index = 0; index < count; ++index) {
-    if (console.Interrupted()) {
+CommandResult ResultOf(const MergeReport& merged, const MergeOptions& options) {
+  switch (merged.How) {
+    case MergeReport::Ending::Interrupted:
       return Interrupted();
-    }
-    progress.Show(index);
-    const auto outcome = encoder.Encode(index);
-    if (outcome == MergedStreamEncoder::Outcome::Skipped) {
-      continue;
-    }
-    if (outcome != MergedStreamEncoder::Outcome::Encoded) {
-      return Failed(options.Primary, SubtitleText(index + 1) + ": " + ReasonOf(outcome));
-    }
-    const auto packet = encoder.Packet();
-    const auto length = static_cast<qint64>(packet.size());
-    if (out.write(reinterpret_cast<const char*>(packet.data()), length) != length) {
-      return Failed(options.Out, out.errorString().toStdString());
-    }
+    case MergeReport::Ending::SubtitleFailed:
+      return Failed(options.Primary, SubtitleText(merged.Number) + ": " + merged.Reason);
+    case MergeReport::Ending::FileFailed:
+      return Failed(options.Out, merged.Reason);
+    case MergeReport::Ending::Complete:
+      break;
   }
   return {};
+}
+
+MergeReport MergeWithProgress(const SupStream& primary, const SupStream& secondary,
+                              const MergeSettings& settings, FileWriter& out, const Console& console) {
+  ProgressBar progress(console, primary.Count);
+  return MergeStreams(primary, secondary, settings, out,
+                      {.Next =
+                           [&](std::int64_t index) {
+                             progress.Show(index);
+                             return !console.Interrupted();
+                           },
+                       .Done = {}});
 }
 
 }  // namespace
@@ -95,17 +99,19 @@ CommandResult Merge(const MergeOptions& options, const Console& console) {
   if (CommandResult named = ToText(options.Out, path); !named.IsDone()) {
     return named;
   }
-  // The second file goes away by itself unless it is told to take the target's place.
-  QSaveFile out(path);
-  if (!out.open(QIODevice::WriteOnly)) {
-    return Failed(options.Out, out.errorString().toStdString());
+  auto out = FileWriter::Replacing(path);
+  if (!out) {
+    return Failed(options.Out, out.Reason());
   }
-  MergedStreamEncoder encoder(primary, secondary, settings);
-  if (CommandResult written = WritePackets(options, primary.Count, encoder, out, console);
-      !written.IsDone()) {
-    return written;
+  const MergeReport merged = MergeWithProgress(primary, secondary, settings, *out, console);
+  if (CommandResult result = ResultOf(merged, options); !result.IsDone()) {
+    return result;
   }
-  return out.commit() ? CommandResult() : Failed(options.Out, out.errorString().toStdString());
+  if (const auto written = out->Commit(); !written) {
+    return Failed(options.Out, written.Reason());
+  }
+  // The file is kept: all its other subtitles are good.
+  return merged.TooLong.empty() ? CommandResult() : Failed(options.Out, TooLongText(merged.TooLong));
 }
 
 }  // namespace quillmark::cli

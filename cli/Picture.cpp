@@ -4,6 +4,7 @@
 #include "cli/Inputs.h"
 #include "imaging/cGraphics.h"
 #include "render/Composition.h"
+#include "render/PictureFile.h"
 #include "render/SubtitleDescription.h"
 
 namespace quillmark::cli {
@@ -59,9 +60,8 @@ CommandResult Save(const std::string& file, cBitmap& picture) {
   if (CommandResult named = ToText(file, path); !named.IsDone()) {
     return named;
   }
-  picture.SaveToFile(path, cBitmap::EncoderIndex(QStringLiteral("*.png")));
-  return picture.LastStatus() == 0 ? CommandResult()
-                                   : Failed(file, cGDIP::StatusText(picture.LastStatus()).toStdString());
+  const auto saved = WritePicture(path, picture, Durability::Synced);
+  return saved ? CommandResult() : Failed(file, saved.Reason());
 }
 
 }  // namespace

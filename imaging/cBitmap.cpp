@@ -1,12 +1,8 @@
 #include "imaging/cBitmap.h"
 
 #include <cstddef>
-#include <filesystem>
-#include <system_error>
 
 #include <QBuffer>
-#include <QByteArray>
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -70,54 +66,13 @@ ImagingStatus Load(const QString& path, QImage& image) {
   return reader.read(&image) ? ImagingStatus::Ok : WhyUndecodable(reader.error());
 }
 
-ImagingStatus Encode(const QImage& image, const QByteArray& format, QByteArray& encoded) {
+ImagingStatus EncodeAs(const QByteArray& format, const QImage& image, QByteArray& encoded) {
   QBuffer buffer(&encoded);
   QImageWriter writer(&buffer, format);
   if (format == "png") {
     writer.setCompression(PngCompression);
   }
   return writer.write(image) ? ImagingStatus::Ok : ImagingStatus::GenericError;
-}
-
-/// Writes the whole file, or leaves none. The disk is not waited for: a picture can be exported again, and
-/// the wait would cost more than the encoding.
-ImagingStatus WriteNew(QFile& file, const QByteArray& bytes) {
-  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-    const bool hasFolder = QFileInfo(QFileInfo(file).path()).isDir();
-    return hasFolder ? ImagingStatus::AccessDenied : ImagingStatus::FileNotFound;
-  }
-  const bool complete = file.write(bytes) == bytes.size();
-  file.close();
-  if (!complete) {
-    file.remove();
-    return ImagingStatus::FileSystemError;
-  }
-  return ImagingStatus::Ok;
-}
-
-/// Writes a second file beside `path`, which then takes its place, so that whatever happens there is a whole
-/// picture or none. Where a symbolic link stands there, the file that it names is replaced.
-ImagingStatus Write(const QString& path, const QByteArray& bytes) {
-  const QFileInfo existing(path);
-  if (existing.exists() && (!existing.isFile() || !existing.isWritable())) {
-    return ImagingStatus::AccessDenied;
-  }
-  const QString target = existing.exists() ? existing.canonicalFilePath() : path;
-  QFile beside(QStringLiteral("%1.%2").arg(target).arg(QCoreApplication::applicationPid()));
-  const ImagingStatus status = WriteNew(beside, bytes);
-  if (status != ImagingStatus::Ok) {
-    return status;
-  }
-  if (existing.exists()) {
-    beside.setPermissions(existing.permissions());
-  }
-  std::error_code failure;
-  std::filesystem::rename(beside.filesystemFileName(), QFileInfo(target).filesystemFilePath(), failure);
-  if (failure) {
-    beside.remove();
-    return ImagingStatus::FileSystemError;
-  }
-  return ImagingStatus::Ok;
 }
 
 }  // namespace
@@ -161,14 +116,17 @@ int cBitmap::EncoderIndex(const QString& pattern) {
   return table.value(pattern.toLower(), -1);
 }
 
-void cBitmap::SaveToFile(const QString& path, int encoderIndex) {
+QByteArray cBitmap::Encode(int encoderIndex) {
+  QByteArray encoded;
   if (image_.isNull() || encoderIndex < 0 || encoderIndex >= Encoders().size()) {
     SetStatus(ImagingStatus::InvalidParameter);
-    return;
+    return encoded;
   }
-  QByteArray encoded;
-  const ImagingStatus status = Encode(image_, Encoders()[encoderIndex], encoded);
-  SetStatus(status == ImagingStatus::Ok ? Write(path, encoded) : status);
+  SetStatus(EncodeAs(Encoders()[encoderIndex], image_, encoded));
+  if (lastStatus_ != 0) {
+    encoded.clear();
+  }
+  return encoded;
 }
 
 void cBitmap::SetStatus(ImagingStatus status) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 
+#include <QByteArray>
 #include <QImage>
 #include <QString>
 
@@ -35,9 +36,8 @@ class cBitmap {
 
   /// Index of the encoder for a file-name pattern such as "*.png", in any case; -1 when there is none.
   [[nodiscard]] static int EncoderIndex(const QString& pattern);
-  /// Writes the image with the encoder of that index, replacing an existing file. A failed write leaves an
-  /// existing file as it was.
-  void SaveToFile(const QString& path, int encoderIndex);
+  /// The image as the bytes of a file, made by the encoder of that index; empty after a failure.
+  [[nodiscard]] QByteArray Encode(int encoderIndex);
 
  private:
   void SetStatus(ImagingStatus status);

@@ -15,12 +15,12 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::int64_t index) {
   if (!description) {
     return Outcome::InvalidPrimary;
   }
+  description_ = *description;
   const SubtitleUnit secondary = UnitOf(secondary_, over, secondaryUnit_);
   const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
   if (!secondaryControl.IsValid()) {
     return Outcome::InvalidSecondary;
   }
-  description_ = *description;
   picture_.Compose({.PrimaryUnit = primary.Bytes,
                     .Primary = description_.Control,
                     .SecondaryUnit = secondary.Bytes,

@@ -40,6 +40,7 @@ class MergedStreamEncoder {
 
   /// What the last Encode made, if it was Encoded; valid until the next one.
   [[nodiscard]] std::span<const std::uint8_t> Packet() const { return packet_; }
+  /// Of the primary subtitle, if it was neither Skipped nor InvalidPrimary.
   [[nodiscard]] const SubtitleDescription& Description() const { return description_; }
   void CopyPictureTo(cBitmap& bitmap) const { picture_.CopyTo(bitmap); }
 

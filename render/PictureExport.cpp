@@ -2,8 +2,8 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QFile>
 
+#include "files/ReplaceFile.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -58,23 +58,10 @@ QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks, c
          Attribute(QStringLiteral("yoffset"), QString::number(y1)) + QStringLiteral("/>\r\n");
 }
 
-bool AppendSpuLine(const QString& listPath, const QString& line) {
-  QFile list(listPath);
-  if (!list.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-    return false;
-  }
-  const qint64 before = list.size();
+Result<void> AppendSpuLine(const QString& listPath, const QString& line) {
   const QByteArray bytes = line.toUtf8();
-  if (list.write(bytes) == bytes.size()) {
-    return true;
-  }
-  // On a full disk part of the line may be there; the next one must not be glued to it.
-  list.resize(before);
-  return false;
-}
-
-void EnsurePictureFolder(const QString& folder) {
-  QDir().mkdir(folder);
+  return AppendToFile(listPath, {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                                 static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace quillmark

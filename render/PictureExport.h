@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include "base/Result.h"
+
 namespace quillmark {
 
 /// Where the pictures of a stream go and what their list is called.
@@ -29,11 +31,7 @@ struct ExportPaths {
 [[nodiscard]] QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks,
                               const QString& picturePath, int x1, int y1);
 
-/// Appends one line, in UTF-8, to the list at `listPath`, creating it if missing; false when it cannot be
-/// opened or written.
-[[nodiscard]] bool AppendSpuLine(const QString& listPath, const QString& line);
-
-/// Creates the folder; any failure, one that is there already included, is ignored.
-void EnsurePictureFolder(const QString& folder);
+/// Appends one line, in UTF-8, to the list at `listPath`, creating it if missing.
+Result<void> AppendSpuLine(const QString& listPath, const QString& line);
 
 }  // namespace quillmark

@@ -402,12 +402,18 @@ TEST_F(MergeSaving, UnitThatFitsNoSizeFieldFailsAndIsNamed) {
   EXPECT_EQ(written.size(), std::size_t{written[10]} * 256 + written[11] + 10);
 }
 
-TEST_F(MergeSaving, NoiseThatFitsIsWritten) {
+TEST_F(MergeSaving, UnitThatFitsItsSizeFieldIsWrittenAndNamedAsTooLongToRead) {
   LoadStream(Noise(Second));
   Merge(FourCodes(PacketBuilder(), 500, 460));
+  Dialogs.ExpectSave(Path("merged.sup"));
+  Dialogs.ExpectMessage(
+      Path("merged.sup") +
+      ": subtitle 1 is longer than 32767 bytes; programs, this one included, cannot read it");
+  Click("Command_SaveSecond");
+  Dialogs.Verify();
   // 143 lines of 117 bytes, one of 8 (its first run, of 502 pixels, is written as two) and 143 of 2 bytes; as
   // many in the other field, less one blank line.
-  const Bytes merged = MergedBytes();
+  const Bytes merged = Read(Path("merged.sup"));
   const std::size_t data = (143 * 117 + 8 + 143 * 2) + (143 * 117 + 8 + 142 * 2) + 2;
   ASSERT_EQ(merged.size(), data + 35 + 10);
   EXPECT_EQ(Bytes(merged.begin() + 14, merged.begin() + 17), (Bytes{0x01, 0x90, 0x56}));

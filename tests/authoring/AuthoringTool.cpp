@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include "render/Composition.h"
+#include "render/PictureFile.h"
 #include "render/SubtitleExport.h"
 #include "sup/StreamLoader.h"
 #include "tests/authoring/ProgramStream.h"
@@ -40,8 +41,8 @@ ExportedSubtitle ExportOne(const SubtitleUnit& unit, const DvdPalette& palette, 
   cBitmap picture;
   DecodePicture(unit.Bytes, exported.Description.Control,
                 MakeCodeColours(palette, exported.Description.Control), picture);
-  picture.SaveToFile(names.PicturePath, cBitmap::EncoderIndex(QStringLiteral("*.png")));
-  if (!AppendSpuLine(paths.List, names.ListLine) || picture.LastStatus() != 0) {
+  if (!AppendSpuLine(paths.List, names.ListLine) ||
+      !WritePicture(names.PicturePath, picture, Durability::Unsynced)) {
     throw std::runtime_error("cannot export " + names.PicturePath.toStdString());
   }
   exported.Picture = picture.Image();
@@ -83,7 +84,7 @@ QString FindSpumux() {
 
 std::vector<ExportedSubtitle> ExportAll(const SupStream& stream, const DvdPalette& palette,
                                         const ExportPaths& paths) {
-  EnsurePictureFolder(paths.Folder);
+  static_cast<void>(MakeFolder(paths.Folder));
   std::vector<ExportedSubtitle> all;
   all.reserve(stream.PacketOffset.size());
   std::vector<std::uint8_t> buffer;

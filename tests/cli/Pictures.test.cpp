@@ -225,7 +225,7 @@ TEST_F(ExportCommand, FolderThatCannotBeMade) {
   WriteText("a_SubPng", "a file");
   const auto run = Run({"export", "a.sup"});
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: a_SubPng: the folder cannot be created\n");
+  EXPECT_EQ(run.Err, "quillmark-cli: a_SubPng: the folder cannot be created: File exists\n");
   EXPECT_THAT(Names(), ElementsAre("a.sup", "a_SubPng"));
 }
 

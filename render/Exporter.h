@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <QString>
+
+#include "base/Result.h"
+#include "imaging/cBitmap.h"
+#include "render/PictureExport.h"
+#include "render/SubtitleDescription.h"
+
+namespace quillmark {
+
+/// What of an export could not be written.
+struct ExportFailures {
+  std::int64_t Count = 0;
+  QString FirstPath;
+  std::string FirstReason;
+
+  void Add(const QString& path, const std::string& reason);
+  /// The first one with its reason, and how many there are where it is not alone; empty without a failure.
+  [[nodiscard]] QString Text() const;
+};
+
+/// Whether there is a picture to export: a reversed area has no pixels.
+[[nodiscard]] inline bool HasPixels(const SpuControl& control) {
+  return control.Width() > 0 && control.Height() > 0;
+}
+/// Why there is none, in words for the user.
+inline constexpr const char* NoPixelsText = "the subtitle's area is reversed, so that it has no picture";
+
+/// Exports many subtitles: their pictures, several at once on all of the processor's cores, and the lines
+/// that name them. Whatever fails, the others are tried.
+class Exporter {
+ public:
+  enum class List {
+    Appended,  ///< each line at once, behind what the list holds
+    Replaced,  ///< all lines at the end, by WriteList, in place of the old list
+  };
+  Exporter(ExportPaths paths, List list) : paths_(std::move(paths)), list_(list) {}
+
+  /// One more subtitle. Its picture is written with those that come next; of pictures with one name the last
+  /// one stays.
+  void Add(const SubtitleDescription& description, cBitmap picture);
+  /// Writes the pictures that are still held.
+  void Flush();
+  /// Starts the list afresh with the lines of all that were added. Of no use with List::Appended.
+  Result<void> WriteList() const;
+
+  /// Those that were tried, their failures included.
+  [[nodiscard]] std::int64_t Pictures() const { return pictures_; }
+  /// Without those that are still held.
+  [[nodiscard]] const ExportFailures& PictureFailures() const { return pictureFailures_; }
+  /// Of appended lines.
+  [[nodiscard]] const ExportFailures& ListFailures() const { return listFailures_; }
+
+ private:
+  struct HeldPicture {
+    QString Path;
+    cBitmap Picture;
+    Result<void> Saved = {};
+  };
+
+  void AddLine(const QString& line);
+  void Hold(const QString& path, cBitmap picture);
+
+  ExportPaths paths_;
+  List list_;
+  std::string lines_;
+  std::vector<HeldPicture> held_;
+  std::int64_t heldPixels_ = 0;
+  std::int64_t pictures_ = 0;
+  ExportFailures pictureFailures_;
+  ExportFailures listFailures_;
+};
+
+}  // namespace quillmark

@@ -1,0 +1,79 @@
+#include "render/MergeJob.h"
+
+namespace quillmark {
+namespace {
+
+using Outcome = MergedStreamEncoder::Outcome;
+
+/// Of a packet's bytes, those before its unit.
+constexpr std::size_t BeforeUnit = 10;
+
+}  // namespace
+
+MergeObstacle ObstacleToSecondary(const SupStream& primary) {
+  if (primary.Count < 1) {
+    return MergeObstacle::NoPrimary;
+  }
+  const bool varied = primary.Stats.MultipleColours || primary.Stats.MultipleOpacities;
+  return varied ? MergeObstacle::VariedPrimary : MergeObstacle::None;
+}
+
+MergeObstacle ObstacleToMerge(const SupStream& primary, const SupStream& secondary) {
+  if (primary.Count < 1) {
+    return MergeObstacle::NoPrimary;
+  }
+  return secondary.Count < 1 ? MergeObstacle::NoSecondary : MergeObstacle::None;
+}
+
+MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
+                         FileWriter& out, const MergeSteps& steps) {
+  MergeReport report;
+  MergedStreamEncoder encoder(primary, secondary, settings);
+  for (std::int64_t index = 0; index < primary.Count; ++index) {
+    if (steps.Next && !steps.Next(index)) {
+      report.How = MergeReport::Ending::Interrupted;
+      return report;
+    }
+    const Outcome outcome = encoder.Encode(index);
+    if (outcome == Outcome::Skipped) {
+      continue;
+    }
+    if (steps.Done) {
+      steps.Done(index, outcome, encoder);
+    }
+    if (outcome != Outcome::Encoded) {
+      report.How = MergeReport::Ending::SubtitleFailed;
+      report.Number = index + 1;
+      report.Reason = ReasonOf(outcome);
+      return report;
+    }
+    if (const auto written = out.Write(encoder.Packet()); !written) {
+      report.How = MergeReport::Ending::FileFailed;
+      report.Number = index + 1;
+      report.Reason = written.Reason();
+      return report;
+    }
+    if (encoder.Packet().size() - BeforeUnit > MaxReadUnit) {
+      report.TooLong.push_back(index + 1);
+    }
+  }
+  return report;
+}
+
+std::string TooLongText(const std::vector<std::int64_t>& numbers) {
+  constexpr std::size_t MostNamed = 20;
+  if (numbers.empty()) {
+    return {};
+  }
+  std::string text = numbers.size() == 1 ? "subtitle " : "subtitles ";
+  for (std::size_t i = 0; i < numbers.size() && i < MostNamed; ++i) {
+    text += (i == 0 ? "" : ", ") + std::to_string(numbers[i]);
+  }
+  if (numbers.size() > MostNamed) {
+    text += " and " + std::to_string(numbers.size() - MostNamed) + " more";
+  }
+  return text + (numbers.size() == 1 ? " is" : " are") + " longer than " + std::to_string(MaxReadUnit) +
+         " bytes; programs, this one included, cannot read " + (numbers.size() == 1 ? "it" : "them");
+}
+
+}  // namespace quillmark

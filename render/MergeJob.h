@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "files/FileWriter.h"
+#include "render/MergedStreamEncoder.h"
+#include "sup/SupStream.h"
+
+namespace quillmark {
+
+/// What stands in the way of a merge.
+enum class MergeObstacle {
+  None,
+  NoPrimary,      ///< no stream, or one without a subtitle
+  VariedPrimary,  ///< its subtitles differ in colours or opacities
+  NoSecondary,
+};
+/// Before a second stream is loaded. Never NoSecondary.
+[[nodiscard]] MergeObstacle ObstacleToSecondary(const SupStream& primary);
+/// Before the merged stream is made. Never VariedPrimary: the second stream would not have been loaded.
+[[nodiscard]] MergeObstacle ObstacleToMerge(const SupStream& primary, const SupStream& secondary);
+
+/// What the caller does as the merge goes on. Both may be empty.
+struct MergeSteps {
+  /// Before each primary subtitle, by its index; false ends the merge.
+  std::function<bool(std::int64_t index)> Next;
+  /// After each one that was not skipped, before its packet is written.
+  std::function<void(std::int64_t index, MergedStreamEncoder::Outcome outcome,
+                     const MergedStreamEncoder& encoder)>
+      Done;
+};
+
+/// How a merge ended. The packets of all subtitles before the end were handed to the file.
+struct MergeReport {
+  enum class Ending {
+    Complete,
+    Interrupted,     ///< by MergeSteps::Next
+    SubtitleFailed,  ///< one cannot be merged
+    FileFailed,      ///< its packet cannot be written
+  };
+  Ending How = Ending::Complete;
+  std::int64_t Number = 0;            ///< of the subtitle that failed, from 1
+  std::string Reason;                 ///< why, in words for the user
+  std::vector<std::int64_t> TooLong;  ///< numbers of subtitles whose units are longer than MaxReadUnit
+};
+
+/// The longest unit, in bytes, that programs read: many, this one included, take the size field as signed.
+inline constexpr std::size_t MaxReadUnit = 0x7FFF;
+
+/// Lays `secondary` over every subtitle of `primary` and writes the packets, in order, to `out`, which is
+/// left to the caller to commit.
+[[nodiscard]] MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary,
+                                       const MergeSettings& settings, FileWriter& out,
+                                       const MergeSteps& steps);
+
+/// "subtitles 3, 7 are longer than ...", naming the first ones where there are many; empty without any.
+[[nodiscard]] std::string TooLongText(const std::vector<std::int64_t>& numbers);
+
+}  // namespace quillmark

@@ -1,0 +1,181 @@
+#include "files/FileWriter.h"
+
+#include <cerrno>
+#include <gmock/gmock.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "files/SystemCalls.h"
+
+namespace quillmark {
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::uint8_t> BytesOf(const std::string& text) {
+  return {text.begin(), text.end()};
+}
+
+class FileWriterTest : public testing::Test {
+ protected:
+  FileWriterTest() : calls_(System()) {}
+  ~FileWriterTest() override { System() = calls_; }
+
+  [[nodiscard]] QString Path(const QString& name) const { return folder_.filePath(name); }
+  QString Put(const QString& name, const std::string& content) const {
+    QFile file(Path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray::fromStdString(content));
+    return file.fileName();
+  }
+  [[nodiscard]] std::string Read(const QString& name) const {
+    QFile file(Path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(cannot be read)";
+  }
+  [[nodiscard]] std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QString& name : QDir(folder_.path()).entryList(all, QDir::Name)) {
+      names.push_back(name.toStdString());
+    }
+    return names;
+  }
+  static std::string Write(Result<FileWriter>& writer, const std::string& text) {
+    return writer ? writer->Write(BytesOf(text)).Reason() : writer.Reason();
+  }
+  /// From now on every write fails as on a full disk.
+  static void FillDisk() {
+    System().Write = [](int, const void*, std::size_t) -> ssize_t {
+      errno = ENOSPC;
+      return -1;
+    };
+  }
+
+ private:
+  QTemporaryDir folder_;
+  SystemCalls calls_;
+};
+
+TEST_F(FileWriterTest, PiecesBecomeTheFileWhenTheyAreCommitted) {
+  auto writer = FileWriter::Replacing(Put("a", "an older and longer file"));
+  EXPECT_EQ(Write(writer, "first "), "");
+  EXPECT_EQ(Write(writer, "second"), "");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(Read("a"), "first second");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(FileWriterTest, WithoutACommitTheOldFileStays) {
+  Put("a", "old");
+  {
+    auto writer = FileWriter::Replacing(Path("a"));
+    EXPECT_EQ(Write(writer, "new"), "");
+  }
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(FileWriterTest, FullDiskIsToldAtTheWriteAndLeavesTheOldFile) {
+  Put("a", "old");
+  {
+    auto writer = FileWriter::Replacing(Path("a"));
+    EXPECT_EQ(Write(writer, "ne"), "");
+    FillDisk();
+    EXPECT_EQ(Write(writer, "w"), "No space left on device");
+  }
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(FileWriterTest, DiskThatLosesTheBytesAtTheEndLeavesTheOldFile) {
+  Put("a", "old");
+  {
+    auto writer = FileWriter::Replacing(Path("a"));
+    EXPECT_EQ(Write(writer, "new"), "");
+    System().Sync = [](int) {
+      errno = ENOSPC;
+      return -1;
+    };
+    EXPECT_EQ(writer->Commit().Reason(), "No space left on device");
+  }
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(FileWriterTest, HardLinksStayOneFile) {
+  const QString path = Put("a", "an older and longer file");
+  ASSERT_EQ(::link(path.toLocal8Bit().constData(), Path("b").toLocal8Bit().constData()), 0);
+  auto writer = FileWriter::Replacing(path);
+  EXPECT_EQ(Write(writer, "new"), "");
+  EXPECT_EQ(Read("b"), "an older and longer file");
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(Read("b"), "new");
+}
+
+TEST_F(FileWriterTest, FileThatItsFolderHoldsOnToIsWrittenInPlace) {
+  Put("a", "an older and longer file");
+  auto writer = FileWriter::Replacing(Path("a"));
+  EXPECT_EQ(Write(writer, "new"), "");
+  System().Rename = [](const char*, const char*) {
+    errno = EPERM;
+    return -1;
+  };
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(Read("a"), "new");
+}
+
+TEST_F(FileWriterTest, WhatIsNoFileIsRefused) {
+  ASSERT_EQ(::mkfifo(Path("pipe").toLocal8Bit().constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link("loop", Path("loop")));
+  EXPECT_EQ(FileWriter::Replacing(Path("pipe")).Reason(), "It is a pipe, not a file");
+  EXPECT_EQ(FileWriter::Replacing(Path("")).Reason(), "It is a folder");
+  EXPECT_EQ(FileWriter::Replacing(Path("loop")).Reason(), "Too many levels of symbolic links");
+  EXPECT_EQ(FileWriter::Replacing(Path("missing/a")).Reason(), "No such file or directory");
+  EXPECT_EQ(FileWriter::Replacing("").Reason(), "The name is empty");
+}
+
+TEST_F(FileWriterTest, DeviceIsWrittenToAsItIs) {
+  auto writer = FileWriter::Replacing("/dev/full");
+  EXPECT_EQ(Write(writer, "new"), "No space left on device");
+  auto first = FileWriter::DeletingFirst("/dev/full");
+  EXPECT_EQ(Write(first, "new"), "No space left on device");
+  EXPECT_TRUE(QFileInfo::exists("/dev/full"));
+}
+
+TEST_F(FileWriterTest, DeletingFirstWritesPieceByPiece) {
+  Put("a", "an older and longer file");
+  auto writer = FileWriter::DeletingFirst(Path("a"));
+  EXPECT_EQ(Read("a"), "");
+  EXPECT_EQ(Write(writer, "first "), "");
+  EXPECT_EQ(Read("a"), "first ");
+  FillDisk();
+  EXPECT_EQ(Write(writer, "second"), "No space left on device");
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(Read("a"), "first ");
+}
+
+TEST_F(FileWriterTest, DeletingFirstLeavesTheOtherNamesTheOldFile) {
+  const QString path = Put("a", "old");
+  ASSERT_EQ(::link(path.toLocal8Bit().constData(), Path("b").toLocal8Bit().constData()), 0);
+  auto writer = FileWriter::DeletingFirst(path);
+  EXPECT_EQ(Write(writer, "new"), "");
+  EXPECT_EQ(Read("b"), "old");
+}
+
+TEST_F(FileWriterTest, DeletingFirstRefusesWhatIsNoFile) {
+  ASSERT_EQ(::mkfifo(Path("pipe").toLocal8Bit().constData(), 0600), 0);
+  EXPECT_EQ(FileWriter::DeletingFirst(Path("pipe")).Reason(), "It is a pipe, not a file");
+  EXPECT_EQ(FileWriter::DeletingFirst(Path("")).Reason(), "It is a folder");
+  EXPECT_EQ(FileWriter::DeletingFirst(Path("missing/a")).Reason(), "No such file or directory");
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,185 @@
+#include "render/MergeJob.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "sup/StreamLoader.h"
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Join;
+using test::PacketBuilder;
+using testing::ElementsAre;
+using Ending = MergeReport::Ending;
+using Outcome = MergedStreamEncoder::Outcome;
+
+constexpr std::int64_t Second = 90000;
+
+SupStream Index(const Bytes& bytes) {
+  SupStream stream;
+  EXPECT_EQ(IndexPrimaryStream(
+                bytes, [](const SubtitleUnit&) { return true; }, stream)
+                .Result,
+            LoadResult::Outcome::Loaded);
+  return stream;
+}
+
+TEST(ObstacleToSecondary, StreamWithoutASubtitle) {
+  EXPECT_EQ(ObstacleToSecondary(SupStream()), MergeObstacle::NoPrimary);
+}
+
+TEST(ObstacleToSecondary, StreamOfSeveralColoursOrOpacities) {
+  const Bytes first = PacketBuilder().Build();
+  EXPECT_EQ(ObstacleToSecondary(Index(first)), MergeObstacle::None);
+  EXPECT_EQ(ObstacleToSecondary(Index(Join({first, PacketBuilder().Colour(4, 2, 1, 0).Build()}))),
+            MergeObstacle::VariedPrimary);
+  EXPECT_EQ(ObstacleToSecondary(Index(Join({first, PacketBuilder().Contrast(8, 8, 8, 0).Build()}))),
+            MergeObstacle::VariedPrimary);
+}
+
+TEST(ObstacleToMerge, PrimaryIsAskedForFirst) {
+  const SupStream stream = Index(PacketBuilder().Build());
+  EXPECT_EQ(ObstacleToMerge(SupStream(), SupStream()), MergeObstacle::NoPrimary);
+  EXPECT_EQ(ObstacleToMerge(stream, SupStream()), MergeObstacle::NoSecondary);
+  SupStream unindexed;
+  unindexed.Count = -1;
+  EXPECT_EQ(ObstacleToMerge(stream, unindexed), MergeObstacle::NoSecondary);
+  EXPECT_EQ(ObstacleToMerge(stream, stream), MergeObstacle::None);
+}
+
+class MergeStreamsTest : public testing::Test {
+ protected:
+  MergeReport Merge(const Bytes& primary, const Bytes& secondary, const MergeSteps& steps = {},
+                    const QString& name = {}) {
+    const SupStream first = Index(primary);
+    SupStream second;
+    QFile file(folder_.filePath("second.sup"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(reinterpret_cast<const char*>(secondary.data()), static_cast<qint64>(secondary.size()));
+    file.close();
+    EXPECT_EQ(LoadSecondaryStream(
+                  file.filesystemFileName(), first, [](bool) {}, second)
+                  .Result,
+              LoadResult::Outcome::Loaded);
+    auto out = FileWriter::DeletingFirst(name.isEmpty() ? folder_.filePath("merged.sup") : name);
+    EXPECT_TRUE(out);
+    return MergeStreams(first, second, {.Palette = StartUpPalette, .YOffset = 0, .FrameHeight = 576}, *out,
+                        steps);
+  }
+  [[nodiscard]] int WrittenPackets() const {
+    QFile file(folder_.filePath("merged.sup"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    return Index(Bytes(bytes.begin(), bytes.end())).Count;
+  }
+
+  static PacketBuilder Shown(std::int64_t start) { return PacketBuilder().Time(start).Delay(90); }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(MergeStreamsTest, EverySubtitleIsAskedForAndDone) {
+  std::vector<std::int64_t> asked;
+  std::vector<std::int64_t> done;
+  const MergeReport report = Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(),
+                                   {.Next =
+                                        [&](std::int64_t index) {
+                                          asked.push_back(index);
+                                          return true;
+                                        },
+                                    .Done =
+                                        [&](std::int64_t index, Outcome outcome, const MergedStreamEncoder&) {
+                                          EXPECT_EQ(outcome, Outcome::Encoded);
+                                          done.push_back(index);
+                                        }});
+  EXPECT_EQ(report.How, Ending::Complete);
+  EXPECT_THAT(asked, ElementsAre(0, 1));
+  EXPECT_THAT(done, ElementsAre(0, 1));
+  EXPECT_EQ(WrittenPackets(), 2);
+}
+
+TEST_F(MergeStreamsTest, NextCanEndIt) {
+  const MergeReport report = Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(),
+                                   {.Next = [](std::int64_t index) { return index < 1; }, .Done = {}});
+  EXPECT_EQ(report.How, Ending::Interrupted);
+  EXPECT_EQ(WrittenPackets(), 1);
+}
+
+TEST_F(MergeStreamsTest, SubtitleThatCannotBeMergedEndsItAndIsNamed) {
+  const MergeReport report =
+      Merge(Join({Shown(Second).Build(), Shown(5 * Second).WithoutArea().Build(), Shown(9 * Second).Build()}),
+            Shown(0).Build());
+  EXPECT_EQ(report.How, Ending::SubtitleFailed);
+  EXPECT_EQ(report.Number, 2);
+  EXPECT_EQ(report.Reason, "its control data is not complete");
+  EXPECT_EQ(WrittenPackets(), 1);
+}
+
+TEST_F(MergeStreamsTest, InvalidSecondaryIsToldWithThePrimarysDescription) {
+  std::string start;
+  const MergeReport report =
+      Merge(Shown(5 * Second).Build(), Shown(0).WithoutArea().Build(),
+            {.Next = {}, .Done = [&](std::int64_t, Outcome outcome, const MergedStreamEncoder& encoder) {
+               EXPECT_EQ(outcome, Outcome::InvalidSecondary);
+               start = encoder.Description().StartTime;
+             }});
+  EXPECT_EQ(report.How, Ending::SubtitleFailed);
+  EXPECT_EQ(report.Number, 1);
+  EXPECT_EQ(start, "00:00:05.00");
+}
+
+TEST_F(MergeStreamsTest, FullDiskEndsItWithItsReason) {
+  const MergeReport report = Merge(Shown(Second).Build(), Shown(0).Build(), {}, "/dev/full");
+  EXPECT_EQ(report.How, Ending::FileFailed);
+  EXPECT_EQ(report.Reason, "No space left on device");
+}
+
+/// `lines` lines of 226 pixels, codes 1 and 2 by turns, one nibble for each: 113 bytes a line. Opaque, at
+/// (100, 2). Merged, each line has 117 bytes: 100 pixels of code 0 before it, and its end.
+Bytes Noise(std::int64_t time, unsigned lines) {
+  const unsigned fieldBytes = lines / 2 * 113;
+  const unsigned control = 4 + 2 * fieldBytes;
+  const Bytes commands =
+      Join({test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
+            test::SetArea(100, 325, 2, 1 + lines), test::SetFields(4, 4 + fieldBytes), test::EndOfSequence});
+  return PacketBuilder()
+      .Time(time)
+      .ControlOffset(control)
+      .Unit(Join({Bytes(std::size_t{2} * fieldBytes, 0x56), test::Sequence(0, control + 24, {commands}),
+                  test::Sequence(10, control + 24, {test::StopDisplay, test::EndOfSequence})}))
+      .Build();
+}
+
+TEST_F(MergeStreamsTest, UnitsThatProgramsCannotReadAreWrittenAndNamed) {
+  // A clear second picture, so that the merged units hold the first ones alone.
+  const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
+  const MergeReport report = Merge(
+      Join({Noise(Second, 250), Noise(3 * Second, 280), Noise(5 * Second, 250), Noise(7 * Second, 280)}),
+      clear);
+  EXPECT_EQ(report.How, Ending::Complete);
+  EXPECT_THAT(report.TooLong, ElementsAre(2, 4));
+}
+
+TEST(TooLongText, NamesTheSubtitles) {
+  EXPECT_EQ(TooLongText({}), "");
+  EXPECT_EQ(TooLongText({3}),
+            "subtitle 3 is longer than 32767 bytes; programs, this one included, cannot read it");
+  EXPECT_EQ(TooLongText({3, 12}),
+            "subtitles 3, 12 are longer than 32767 bytes; programs, this one included, cannot read them");
+}
+
+TEST(TooLongText, OfManyTheFirstTwentyAreNamed) {
+  std::vector<std::int64_t> numbers;
+  for (std::int64_t number = 1; number <= 25; ++number) {
+    numbers.push_back(number);
+  }
+  EXPECT_THAT(TooLongText(numbers), testing::HasSubstr(" 19, 20 and 5 more are longer"));
+}
+
+}  // namespace
+}  // namespace quillmark
