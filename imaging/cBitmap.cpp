@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QImageIOHandler>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QList>
@@ -52,7 +53,18 @@ ImagingStatus WhyUndecodable(QImageReader::ImageReaderError error) {
   }
 }
 
-ImagingStatus Load(const QString& path, QImage& image) {
+/// Of a decoded picture, in MiB: what is read as it is, and what is read at all.
+constexpr int MostWhole = 128;
+constexpr int MostDecoded = 1024;
+
+/// In MiB; 0 where the format does not say it beforehand.
+qint64 DecodedSize(QSize size, QImage::Format format) {
+  constexpr qint64 BitsPerMiB = qint64{8} << 20;
+  const int bits = format == QImage::Format_Invalid ? 32 : QImage::toPixelFormat(format).bitsPerPixel();
+  return size.isValid() ? qint64{size.width()} * size.height() * bits / BitsPerMiB : 0;
+}
+
+ImagingStatus Load(const QString& path, QSize shown, QImage& image) {
   // Only regular files: opening a pipe would wait for its other end.
   const QFileInfo info(path);
   QFile file(path);
@@ -63,6 +75,17 @@ ImagingStatus Load(const QString& path, QImage& image) {
   // suffixes.
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
+  QImageReader::setAllocationLimit(MostDecoded);
+  const QImage::Format format = reader.imageFormat();
+  QSize size = reader.size();
+  if (DecodedSize(size, format) > MostWhole && shown.isValid() &&
+      reader.supportsOption(QImageIOHandler::ScaledSize)) {
+    reader.setScaledSize(shown);
+    size = shown;
+  }
+  if (DecodedSize(size, format) > MostDecoded) {
+    return ImagingStatus::OutOfMemory;
+  }
   return reader.read(&image) ? ImagingStatus::Ok : WhyUndecodable(reader.error());
 }
 
@@ -88,9 +111,9 @@ void cBitmap::Create(int width, int height) {
   SetStatus(image_.isNull() ? ImagingStatus::OutOfMemory : ImagingStatus::Ok);
 }
 
-void cBitmap::LoadFromFile(const QString& path) {
+void cBitmap::LoadFromFile(const QString& path, QSize shown) {
   QImage loaded;
-  const ImagingStatus status = Load(path, loaded);
+  const ImagingStatus status = Load(path, shown, loaded);
   image_ = status == ImagingStatus::Ok ? loaded : QImage();
   SetStatus(status);
 }

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QSize>
 #include <QString>
 
 #include "imaging/cGDIP.h"
@@ -20,8 +21,9 @@ class cBitmap {
   /// A transparent black image of width x height pixels, replacing the current one.
   void Create(int width, int height);
   /// Reads an image file (PNG, BMP, GIF, JPEG at least), replacing the current image; after a failure there
-  /// is none.
-  void LoadFromFile(const QString& path);
+  /// is none. One that is very large is read in the size of `shown`, where its format can do so and there is
+  /// such a size; what would take more than 1 GiB is "Out Of Memory".
+  void LoadFromFile(const QString& path, QSize shown = {});
 
   /// 0 without an image.
   [[nodiscard]] int Width() const { return image_.width(); }

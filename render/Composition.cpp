@@ -38,7 +38,7 @@ void CopyChecker(QImage& frame, const QRect& area) {
 
 bool DrawPictureFile(QImage& frame, int frameHeight, const QString& file, const cGDIP* instance) {
   cBitmap picture(instance);
-  picture.LoadFromFile(file);
+  picture.LoadFromFile(file, QSize(FrameWidth, frameHeight));
   if (picture.LastStatus() != 0) {
     return false;
   }
