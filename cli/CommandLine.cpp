@@ -21,13 +21,16 @@ constexpr const char* Program = "quillmark-cli";
 /// One option with one meaning in every command that writes; the first long name is the one in messages.
 constexpr const char* OutNames = "-o,--out,--output";
 
-/// Four hexadecimal digits, code 0 first.
-std::optional<CodeNibbles> ParseNibbles(const std::string& text) {
-  CodeNibbles nibbles{};
+/// Four hexadecimal digits, code 0 first; a code with a dot keeps what it has.
+std::optional<ChosenNibbles> ParseNibbles(const std::string& text) {
+  ChosenNibbles nibbles{};
   if (text.size() != nibbles.size()) {
     return std::nullopt;
   }
   for (std::size_t code = 0; code < nibbles.size(); ++code) {
+    if (text[code] == '.') {
+      continue;
+    }
     const auto digit = std::string_view("0123456789ABCDEFabcdef").find(text[code]);
     if (digit == std::string_view::npos) {
       return std::nullopt;
@@ -189,14 +192,14 @@ class CommandTable {
                           "is no range such as 3-7, 3 or 3-"));
   }
 
-  static void AddNibbles(CLI::App* command, const std::string& name, std::optional<CodeNibbles>& nibbles,
+  static void AddNibbles(CLI::App* command, const std::string& name, std::optional<ChosenNibbles>& nibbles,
                          const std::string& description) {
     command
         ->add_option_function<std::string>(
             name, [&nibbles](const std::string& text) { nibbles = ParseNibbles(text); }, description)
         ->type_name("HHHH")
         ->check(Accepting([](const std::string& text) { return ParseNibbles(text).has_value(); },
-                          "is not four hexadecimal digits"));
+                          "is not four hexadecimal digits or dots"));
   }
 
   void AddReadingCommands() {
@@ -247,12 +250,14 @@ class CommandTable {
 
   void AddWritingCommands() {
     CLI::App* assign =
-        Add("assign", "Write other colours or opacities into the stream", assign_, Assign, true);
+        Add("assign", "Write other --colours, --opacities or both into the stream", assign_, Assign, true);
     AddFile(assign, assign_.File);
-    AddNibbles(assign, "--colours", assign_.Colours,
-               "Palette entry of pixel codes 0 to 3, a hexadecimal digit each");
+    AddNibbles(
+        assign, "--colours", assign_.Colours,
+        "Palette entries, a hexadecimal digit for each pixel code: 0 background, 1 pattern, 2 emphasis 1, "
+        "3 emphasis 2; a dot leaves a code as it is");
     AddNibbles(assign, "--opacities", assign_.Opacities,
-               "Opacity of pixel codes 0 to 3, 0 clear to F opaque");
+               "Opacities in the same way, 0 invisible to F opaque");
     AddOnly(assign, assign_.Only);
     AddOut(assign, assign_.Out, "FILE.sup");
 

@@ -48,12 +48,13 @@ CommandResult Export(const ExportOptions& options, const Console& console);
 
 struct AssignOptions {
   std::string File = {};
-  std::optional<CodeNibbles> Colours = {};
-  std::optional<CodeNibbles> Opacities = {};
+  std::optional<ChosenNibbles> Colours = {};
+  std::optional<ChosenNibbles> Opacities = {};
   SubtitleRange Only = {};
   std::string Out = {};
 };
-/// A copy of the stream with other colours, opacities or both.
+/// A copy of the stream with other colours, opacities or both. A subtitle that lacks a command to write them
+/// into is left as it is and named; the others are written all the same, and it is not done.
 CommandResult Assign(const AssignOptions& options, const Console& console);
 
 struct PaletteOptions {

@@ -92,7 +92,7 @@ TEST_F(InterruptedCommand, MergeLeavesTheOldFile) {
 
 TEST_F(InterruptedCommand, OtherCommandsLeaveNothing) {
   EXPECT_EQ(Salvage({.File = Path("a.sup"), .Out = Path("b.sup")}, After(0)).Code, ExitCode::Interrupted);
-  EXPECT_EQ(Assign({.File = Path("a.sup"), .Colours = CodeNibbles{}, .Out = Path("b.sup")}, After(0)).Code,
+  EXPECT_EQ(Assign({.File = Path("a.sup"), .Colours = ChosenNibbles{}, .Out = Path("b.sup")}, After(0)).Code,
             ExitCode::Interrupted);
   EXPECT_EQ(Picture({.File = Path("a.sup"), .Out = Path("b.png")}, After(0)).Code, ExitCode::Interrupted);
   EXPECT_THAT(Names(), ElementsAre("a.sup"));
