@@ -41,7 +41,7 @@ struct ExportOptions {
   std::string File = {};
   std::string Palette = {};  ///< empty: the start-up palette
   SubtitleRange Only = {};
-  std::string Base = {};  ///< empty: the file's name without its extension
+  std::string Base = {};  ///< empty: the file's name without its last four characters
 };
 /// Pictures and their list. The list is started afresh and takes its place when all pictures are there.
 CommandResult Export(const ExportOptions& options, const Console& console);
