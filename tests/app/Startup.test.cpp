@@ -1,3 +1,7 @@
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <QProcess>
 
 #include "tests/app/Streams.h"
@@ -92,6 +96,41 @@ TEST_F(Startup, CommandLineStreamEnablesNavigationAndAssignment) {
        {"Command_Next", "Command_GoTo", "Command_Reload", "Command_SetActual", "Command_SetAll"}) {
     EXPECT_TRUE(IsEnabled(name)) << name;
   }
+}
+
+/// Tells that somebody opened a file.
+class OpenedFile {
+ public:
+  explicit OpenedFile(const QString& path)
+      : descriptor_(inotify_init1(IN_CLOEXEC)),
+        watch_(inotify_add_watch(descriptor_, path.toLocal8Bit().constData(), IN_OPEN)) {}
+  ~OpenedFile() { close(descriptor_); }
+  OpenedFile(const OpenedFile&) = delete;
+  OpenedFile& operator=(const OpenedFile&) = delete;
+
+  [[nodiscard]] bool Await() const {
+    constexpr int LongEnoughInMs = 60000;
+    pollfd opened{.fd = descriptor_, .events = POLLIN, .revents = 0};
+    return watch_ >= 0 && poll(&opened, 1, LongEnoughInMs) == 1;
+  }
+
+ private:
+  int descriptor_;
+  int watch_;
+};
+
+TEST_F(Startup, ProgramOpensAQuotedPathWithBlanksOfItsCommandLine) {
+  const QString path = Write("my first movie.sup", ThreeSubtitles());
+  const OpenedFile file(path);
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+  QProcess program;
+  program.setProcessEnvironment(environment);
+  program.start(QUILLMARK_PROGRAM, {'"' + path + '"'});
+  ASSERT_TRUE(program.waitForStarted());
+  EXPECT_TRUE(file.Await());
+  program.kill();
+  program.waitForFinished();
 }
 
 TEST_F(Startup, WithoutADisplayOneLineSaysSoAndTheStatusIsTwo) {

@@ -1,13 +1,17 @@
 #include <fstream>
 #include <regex>
 #include <sstream>
+#include <utility>
 
+#include "sup/StreamCheck.h"
 #include "tests/cli/Program.h"
 
 namespace quillmark::cli {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
 
 std::string ReadSource(const std::string& name) {
   std::ifstream file(std::string(QUILLMARK_SOURCE "/") + name);
@@ -75,6 +79,71 @@ TEST_F(DocumentTest, ExamplesOfTheReadmeWork) {
   RunAll(examples);
 }
 
+/// The names (words between backticks) in the first columns of the tables of the section with this heading,
+/// in their order, one list for each table.
+std::vector<std::vector<std::string>> TableNames(const std::string& document, const std::string& heading) {
+  std::vector<std::vector<std::string>> tables;
+  bool inSection = false;
+  bool inTable = false;
+  const std::regex name("`([^`]*)`");
+  std::istringstream lines(document);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("#")) {
+      inSection = line == heading;
+    }
+    if (!inSection || !line.starts_with("|")) {
+      inTable = false;
+      continue;
+    }
+    if (!std::exchange(inTable, true)) {
+      tables.emplace_back();
+    }
+    const std::string column = line.substr(1, line.find('|', 1) - 1);
+    for (std::sregex_iterator match(column.begin(), column.end(), name), end; match != end; ++match) {
+      tables.back().push_back((*match)[1]);
+    }
+  }
+  return tables;
+}
+
+std::vector<std::string> NamesOf(const Json& object) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : object.items()) {
+    names.push_back(name);
+  }
+  return names;
+}
+
+class JsonTables : public test::ProgramTest {
+ protected:
+  /// The document that `command` --json writes of a stream whose first subtitle cannot be shown.
+  Json Written(const char* command) {
+    Write("a.sup", test::Sound().WithoutArea().Build());
+    return Json::parse(Run({command, "a.sup", "--json"}).Out);
+  }
+
+  std::string manual_ = ReadSource("docs/cli.md");
+};
+
+TEST_F(JsonTables, OfTheReport) {
+  EXPECT_THAT(TableNames(manual_, "### report --json"), ElementsAre(NamesOf(Written("report"))));
+}
+
+TEST_F(JsonTables, OfTheList) {
+  EXPECT_THAT(TableNames(manual_, "### list --json"), ElementsAre(NamesOf(Written("list")[0])));
+}
+
+TEST_F(JsonTables, OfTheCheckAndItsCodes) {
+  auto tables = TableNames(manual_, "### check --json");
+  ASSERT_EQ(tables.size(), 2U);
+  EXPECT_EQ(tables[0], NamesOf(Written("check")[0]));
+  std::vector<std::string> codes;
+  for (int code = 0; code <= static_cast<int>(StreamProblemCode::Overlap); ++code) {
+    codes.emplace_back(ProblemName(static_cast<StreamProblemCode>(code)));
+  }
+  EXPECT_THAT(tables[1], UnorderedElementsAreArray(codes));
+}
+
 /// The long options that a text names.
 std::vector<std::string> LongOptions(const std::string& text) {
   std::vector<std::string> options;
@@ -123,6 +192,10 @@ TEST_P(CommandDocuments, ManualPageNamesItsOptions) {
   for (const std::string& option : Options()) {
     EXPECT_NE(page.find("Fl -" + option.substr(2)), std::string::npos) << option;
   }
+}
+
+TEST_P(CommandDocuments, ManualHasARowForIt) {
+  EXPECT_THAT(ReadSource("docs/cli.md"), testing::HasSubstr("\n| `" + std::string(GetParam()) + " "));
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,

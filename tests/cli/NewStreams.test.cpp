@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <fstream>
 #include <sstream>
+
+#include <QImage>
 
 #include "tests/cli/Program.h"
 
@@ -126,18 +129,70 @@ TEST_F(MergeCommand, FrameOf480Lines) {
   EXPECT_EQ(Json::parse(Run({"list", "c.sup", "--json"}).Out)[0]["height"], 477);
 }
 
+/// What the window's palette makes of codes 1 and 2 of a sound packet; the frame is clear elsewhere.
+constexpr QRgb Code1 = 0xFF03FDFB;
+constexpr QRgb Code2 = 0xFFFFFFFF;
+
 TEST_F(MergeCommand, OffsetIsTheSecondPicturesPlace) {
-  // At -400 lines the second picture is cut off by the frame's unused upper lines; at -300 it is at 100.
-  ASSERT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "c.sup", "--y-offset", "-300"}).ExitCode, 0);
-  ASSERT_EQ(RunScript("quillmark-cli picture c.sup 1 -o c.png --frame 576 --background checker\n"
-                      "quillmark-cli picture a.sup 1 -o a.png --frame 576 --background checker")
-                .ExitCode,
-            0);
-  EXPECT_NE(Read("c.png"), Read("a.png"));
-  ASSERT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "d.sup", "--y-offset=600"}).ExitCode, 0);
-  ASSERT_EQ(
-      Run({"picture", "d.sup", "1", "-o", "d.png", "--frame", "576", "--background", "checker"}).ExitCode, 0);
-  EXPECT_EQ(Read("d.png"), Read("a.png"));
+  const auto frame = [this](const char* offset) {
+    EXPECT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "c.sup", "--y-offset", offset}).ExitCode, 0);
+    EXPECT_EQ(Run({"picture", "c.sup", "1", "-o", "c.png", "--frame", "576"}).ExitCode, 0);
+    return QImage(QString::fromStdString(Path("c.png")));
+  };
+  const QImage above = frame("-300");
+  ASSERT_EQ(above.size(), QSize(720, 576));
+  for (const int y : {100, 400}) {
+    EXPECT_EQ(above.pixel(100, y - 1), 0U);
+    EXPECT_EQ(above.pixel(99, y), 0U);
+    EXPECT_EQ(above.pixel(100, y), Code1);
+    EXPECT_EQ(above.pixel(103, y + 1), Code2);
+    EXPECT_EQ(above.pixel(104, y), 0U);
+    EXPECT_EQ(above.pixel(100, y + 2), 0U);
+  }
+  // Behind the frame's last line nothing of it is left.
+  const QImage below = frame("600");
+  EXPECT_EQ(below.pixel(100, 400), Code1);
+  EXPECT_EQ(below.pixel(100, 100), 0U);
+}
+
+TEST_F(MergeCommand, PaletteSaysWhichCodesLookAlike) {
+  // Of codes with the same colour and opacity the first one stands for all: the lower line, of code 2,
+  // becomes one of code 1.
+  std::string lines;
+  for (int entry = 0; entry < 16; ++entry) {
+    lines += entry == 1 || entry == 2 ? "EB8080\r\n" : "108080\r\n";
+  }
+  WriteText("p.pal", lines);
+  ASSERT_EQ(Run({"merge", "a.sup", "a.sup", "-o", "c.sup", "--palette", "p.pal"}).ExitCode, 0);
+  const Bytes alike = Read("c.sup");
+  ASSERT_EQ(Run({"merge", "a.sup", "a.sup", "-o", "c.sup"}).ExitCode, 0);
+  const Bytes apart = Read("c.sup");
+  // A run of 100 clear cells, then 4 of the line's code, then clear ones to the line's end.
+  const Bytes lineOfCode1 = {0x01, 0x90, 0x11, 0x00, 0x00};
+  const Bytes lineOfCode2 = {0x01, 0x90, 0x12, 0x00, 0x00};
+  const auto count = [](const Bytes& bytes, const Bytes& part) {
+    int found = 0;
+    for (auto at = bytes.begin();
+         (at = std::search(at, bytes.end(), part.begin(), part.end())) != bytes.end(); ++at) {
+      ++found;
+    }
+    return found;
+  };
+  EXPECT_EQ(count(apart, lineOfCode1), 2);
+  EXPECT_EQ(count(apart, lineOfCode2), 2);
+  EXPECT_EQ(count(alike, lineOfCode1), 4);
+  EXPECT_EQ(count(alike, lineOfCode2), 0);
+}
+
+TEST_F(MergeCommand, SubtitleThatNoneCanBeLaidOverIsLeftOut) {
+  // The last subtitle starts before the others, so that the second stream ends before the second one starts.
+  Write("a.sup", Join({Sound(Second).Build(), Sound(90 * Second).Build(), Sound(5 * Second).Build()}));
+  Write("b.sup", Join({Sound(0).Build(), Sound(Second).Build()}));
+  ASSERT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "c.sup"}).ExitCode, 0);
+  const Json rows = Json::parse(Run({"list", "c.sup", "--json"}).Out);
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0]["start"], "00:00:01.00");
+  EXPECT_EQ(rows[1]["start"], "00:00:05.00");
 }
 
 TEST_F(MergeCommand, PrimaryWithSeveralColoursIsRefused) {

@@ -237,6 +237,24 @@ TEST_F(ExportCommand, PaletteThatCannotBeTaken) {
   EXPECT_FALSE(Exists("a_SubPng"));
 }
 
+TEST_F(ExportCommand, TakesThePaletteGiven) {
+  std::string lines;
+  for (int entry = 0; entry < 16; ++entry) {
+    lines += entry == 1 ? "EB8080\r\n" : "108080\r\n";
+  }
+  WriteText("p.pal", lines);
+  ASSERT_EQ(Run({"export", "a.sup", "--palette", "p.pal"}).ExitCode, 0);
+  const QImage picture(QString::fromStdString(Path("a_SubPng/00+01+05+00.png")));
+  EXPECT_EQ(picture.pixel(0, 0), 0xFFFFFFFF);
+  EXPECT_EQ(picture.pixel(0, 1), 0xFF000000);
+}
+
+TEST_F(ExportCommand, NameIsTheFilesWithoutItsLastFourCharacters) {
+  Write("film.s", Sound(Second).Build());
+  ASSERT_EQ(Run({"export", "film.s"}).ExitCode, 0);
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "fi_SubPng", "fi_spu.xml", "film.s"));
+}
+
 TEST_F(ExportCommand, OfPicturesWithOneNameTheLastStays) {
   // The start-up palette's entry 4 is yellow.
   Write("a.sup", Join({Sound(Second).Build(), Sound(Second + 1).Colour(3, 2, 4, 0).Build()}));
