@@ -234,7 +234,7 @@ QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
   const auto colourLists = ColourLists();
   for (std::size_t code = 0; code < 4; ++code) {
     const int column = static_cast<int>(code) + 1;
-    auto* heading = new QLabel(CodeName(code), group);
+    auto* heading = new QLabel(QStringLiteral("%1 %2").arg(code).arg(CodeName(code)), group);
     heading->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(heading, 1, column);
     grid->addWidget(colourLists[code], 2, column);
