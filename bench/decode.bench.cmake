@@ -1,6 +1,1 @@
-quillmark_bench(decode SOURCES decode.cpp Film.cpp LINK quillmark_render)
-if(LIBAVCODEC_FOUND)
-  target_sources(bench_decode PRIVATE Lavc.cpp)
-  target_link_libraries(bench_decode PRIVATE PkgConfig::LIBAVCODEC)
-  target_compile_definitions(bench_decode PRIVATE QUILLMARK_HAS_LIBAVCODEC)
-endif()
+quillmark_bench(decode SOURCES decode.cpp LINK quillmark_render $<TARGET_NAME_IF_EXISTS:quillmark_bench_lavc>)

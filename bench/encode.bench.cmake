@@ -1,6 +1,1 @@
-quillmark_bench(encode SOURCES encode.cpp Film.cpp LINK quillmark_render)
-if(LIBAVCODEC_FOUND)
-  target_sources(bench_encode PRIVATE Lavc.cpp LavcEncoder.cpp)
-  target_link_libraries(bench_encode PRIVATE PkgConfig::LIBAVCODEC)
-  target_compile_definitions(bench_encode PRIVATE QUILLMARK_HAS_LIBAVCODEC)
-endif()
+quillmark_bench(encode SOURCES encode.cpp LINK quillmark_render $<TARGET_NAME_IF_EXISTS:quillmark_bench_lavc>)

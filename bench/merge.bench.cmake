@@ -1,1 +1,1 @@
-quillmark_bench(merge SOURCES merge.cpp Film.cpp LINK quillmark_render)
+quillmark_bench(merge SOURCES merge.cpp LINK quillmark_render)

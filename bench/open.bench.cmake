@@ -1,1 +1,1 @@
-quillmark_bench(open SOURCES open.cpp Film.cpp LINK quillmark_sup)
+quillmark_bench(open SOURCES open.cpp LINK quillmark_sup)
