@@ -102,8 +102,9 @@ void frmTest::ConnectDocument() {
   connect(document_, &Document::FrameLinesChanged, this,
           [this] { Picture1->SetLines(document_->FrameLines()); });
   connect(document_, &Document::SubtitleShown, this, &frmTest::ShowSubtitle);
-  connect(document_, &Document::PreviewShown, this,
-          [this](std::span<const std::uint8_t> unit) { RenderSubtitle(unit, true); });
+  connect(document_, &Document::PreviewShown, this, [this](std::span<const std::uint8_t> unit) {
+    RenderSubtitle(unit, document_->Control(), document_->Colours(), true);
+  });
   connect(document_, &Document::PaletteChanged, this, &frmTest::ShowPalette);
   connect(document_, &Document::CommandsChanged, this, &frmTest::UpdateCommands);
 }

@@ -11,12 +11,14 @@
 #include "app/frmTestActions.h"
 #include "app/frmTestControls.h"
 #include "imaging/cGDIP.h"
+#include "palette/Colour.h"
 
 namespace quillmark {
 
 struct ConvertedSubtitle;
 struct ExportFailures;
 struct LoadResult;
+struct SpuControl;
 struct SubtitleDescription;
 class cBitmap;
 class Document;
@@ -78,7 +80,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void SavePicture(cBitmap& picture);
   void TellListFailure();
   void TellPictureFailures(const ExportFailures& failures);
-  void RenderSubtitle(std::span<const std::uint8_t> unit, bool saves);
+  void RenderSubtitle(std::span<const std::uint8_t> unit, const SpuControl& control,
+                      const CodeColours& colours, bool saves);
   void RenderMergedSubtitle(const ConvertedSubtitle& subtitle);
   void DrawFrameBackground();
   void Option_File_Click();
@@ -110,6 +113,9 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   [[nodiscard]] bool AskForOffset();
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
+  /// The primary subtitle without the invalid one that is chosen for it, on the display and, where pictures
+  /// are exported, in `picture`.
+  void ShowPrimaryAlone(const SpuControl& control, std::int64_t index, cBitmap& picture);
 
   cGDIP gdip_;
   Document* document_;

@@ -35,7 +35,7 @@ void frmTest::ShowSubtitle(const ConvertedSubtitle& subtitle) {
   if (subtitle.Over && subtitle.Over->Control.IsValid()) {
     RenderMergedSubtitle(subtitle);
   } else {
-    RenderSubtitle(subtitle.Unit, subtitle.IsNew);
+    RenderSubtitle(subtitle.Unit, subtitle.Description.Control, document_->Colours(), subtitle.IsNew);
   }
 }
 
@@ -73,11 +73,11 @@ void frmTest::ExportSubtitle(const SubtitleDescription& description) {
   picturePath_ = exported.PicturePath;
 }
 
-void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, bool saves) {
-  const SpuControl& control = document_->Control();
+void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, const SpuControl& control,
+                             const CodeColours& colours, bool saves) {
   DrawFrameBackground();
   cBitmap picture(&gdip_);
-  DecodePicture(unit, control, document_->Colours(), picture);
+  DecodePicture(unit, control, colours, picture);
   if (saves) {
     SavePicture(picture);
   }

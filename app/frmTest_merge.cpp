@@ -2,6 +2,7 @@
 #include <limits>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -13,6 +14,7 @@
 #include "base/FilePath.h"
 #include "base/LeadingNumber.h"
 #include "files/FileWriter.h"
+#include "render/Composition.h"
 #include "render/Exporter.h"
 #include "render/MergeJob.h"
 #include "sup/StreamLoader.h"
@@ -152,18 +154,28 @@ void frmTest::SaveMerged(const QString& path) {
     return;
   }
   const QString caption = windowTitle();
+  QWidget* const focused = focusWidget();
   HourglassPointer hourglass;
+  document_->SetBusy(true);
   Exporter exporter(ExportPathsFor(document_->SupPath()), Exporter::List::Appended);
   const auto next = [&](std::int64_t index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     return true;
   };
-  const auto done = [&](std::int64_t /*index*/, MergedStreamEncoder::Outcome outcome,
+  const auto done = [&](std::int64_t index, MergedStreamEncoder::Outcome outcome,
                         const MergedStreamEncoder& encoder) {
-    if (outcome == MergedStreamEncoder::Outcome::Encoded && Check_SavePics->isChecked()) {
-      cBitmap picture(&gdip_);
+    if (outcome == MergedStreamEncoder::Outcome::InvalidPrimary) {
+      return;
+    }
+    ShowDetails(encoder.Description());
+    cBitmap picture(&gdip_);
+    if (outcome == MergedStreamEncoder::Outcome::InvalidSecondary) {
+      ShowPrimaryAlone(encoder.Description().Control, index, picture);
+    } else if (Check_SavePics->isChecked()) {
       encoder.CopyPictureTo(picture);
+    }
+    if (Check_SavePics->isChecked()) {
       exporter.Add(encoder.Description(), std::move(picture));
     }
   };
@@ -175,6 +187,13 @@ void frmTest::SaveMerged(const QString& path) {
   exporter.Flush();
   const auto ended = file->Commit();
   setWindowTitle(caption);
+  document_->ShowAgain();
+  // Keys and clicks of the meantime find nothing enabled, and are not kept for what comes next.
+  QCoreApplication::processEvents();
+  document_->SetBusy(false);
+  if (focused != nullptr) {
+    focused->setFocus();
+  }
   hourglass.Release();
   if (exporter.ListFailures().Count > 0) {
     TellListFailure();
@@ -185,6 +204,16 @@ void frmTest::SaveMerged(const QString& path) {
   }
   if (!merged.TooLong.empty()) {
     ShowMessage(this, path + QStringLiteral(": ") + QString::fromStdString(TooLongText(merged.TooLong)));
+  }
+}
+
+void frmTest::ShowPrimaryAlone(const SpuControl& control, std::int64_t index, cBitmap& picture) {
+  std::vector<std::uint8_t> buffer;
+  const SubtitleUnit unit = UnitOf(document_->Primary(), index, buffer);
+  const CodeColours colours = MakeCodeColours(document_->Palette(), control);
+  RenderSubtitle(unit.Bytes, control, colours, false);
+  if (Check_SavePics->isChecked()) {
+    DecodePicture(unit.Bytes, control, colours, picture);
   }
 }
 

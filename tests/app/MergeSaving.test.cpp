@@ -3,6 +3,7 @@
 
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QRegularExpression>
 
 #include "tests/app/MergeTest.h"
@@ -363,6 +364,50 @@ TEST_F(MergeSaving, InvalidSecondaryEndsTheFileAndThePrimaryIsNamed) {
       Join({FourCodes(PacketBuilder(), 200, 460), PacketBuilder().Time(4 * Second).WithoutColour().Build()}),
       "-50");
   EXPECT_EQ(FailAt(2), MergedPacket(AtOneSecond, 10));
+}
+
+TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsExportedAlone) {
+  LoadStream(Join({FourCodes(PacketBuilder().Time(Second).Delay(10), 100, 400),
+                   FourCodes(PacketBuilder().Time(5 * Second).Delay(20), 100, 420)}));
+  Merge(
+      Join({FourCodes(PacketBuilder(), 200, 460), PacketBuilder().Time(4 * Second).WithoutColour().Build()}),
+      "-50");
+  const QImage before = Frame();
+  Click("Check_SavePics");
+  FailAt(2);
+  EXPECT_EQ(ReadText(Path("movie_spu.xml")).count("<spu "), 2);
+  EXPECT_EQ(QImage(Path("movie_SubPng/00+00+01+00.png")).size(), QSize(720, 576));
+  EXPECT_EQ(QImage(Path("movie_SubPng/00+00+05+00.png")).size(), QSize(8, 2));
+  // And the window shows again what it showed.
+  EXPECT_EQ(Frame(), before);
+  EXPECT_EQ(TextOf("Text_StartTime"), "00:00:01.00");
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsDrawnAlone) {
+  LoadStream(FourCodes(PacketBuilder().Time(Second).Delay(10), 100, 400));
+  Merge(FourCodes(PacketBuilder(), 200, 460), "-50");
+  EXPECT_TRUE(TextIsAt(200, 410));
+  Dialogs.ExpectOpen(Write("second.sup", PacketBuilder().Time(Second).WithoutColour().Build()));
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  ExpectSecondaryReport();
+  Dialogs.ExpectInput("0");
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  Click("Command_LoadSecond");
+  Dialogs.Verify();
+  FailAt(1);
+  EXPECT_TRUE(TextIsAt(100, 400));
+  EXPECT_FALSE(TextIsAt(200, 410));
+}
+
+TEST_F(MergeSaving, DetailsFollowTheSaveAndComeBack) {
+  MergeThree();
+  QStringList seen;
+  const auto watch = QObject::connect(&Control<QLineEdit>("Text_StartTime"), &QLineEdit::textChanged, &Window,
+                                      [&](const QString& text) { seen.append(text); });
+  MergedBytes();
+  QObject::disconnect(watch);
+  EXPECT_EQ(seen, QStringList({"00:00:05.00", "00:00:09.00", "00:00:01.00"}));
 }
 
 TEST_F(MergeSaving, InvalidFirstLeavesAnEmptyFile) {
