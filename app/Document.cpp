@@ -197,6 +197,10 @@ void Document::SetSupPath(const QString& path) {
 }
 
 void Document::BeginLoading() {
+  if (loading_) {
+    return;
+  }
+  loading_ = true;
   beforeLoading_ = {.EverLoading = everLoading_,
                     .PrimaryCount = primary_.Count,
                     .SecondaryCount = secondary_.Count,
@@ -230,11 +234,13 @@ void Document::Open(SupStream stream) {
 }
 
 void Document::EndLoading() {
+  loading_ = false;
   steps_.Change = !failed_ && number_ == 1;
   emit CommandsChanged();
 }
 
 void Document::AbandonLoading() {
+  loading_ = false;
   everLoading_ = beforeLoading_.EverLoading;
   primary_.Count = beforeLoading_.PrimaryCount;
   secondary_.Count = beforeLoading_.SecondaryCount;
@@ -243,7 +249,7 @@ void Document::AbandonLoading() {
 }
 
 void Document::KeepStream() {
-  if (!primary_.Holds(0)) {
+  if (!std::exchange(loading_, false) || !primary_.Holds(0)) {
     return;
   }
   primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
@@ -253,6 +259,7 @@ void Document::KeepStream() {
 }
 
 void Document::LoseIndex() {
+  loading_ = false;
   primary_.Count = 0;
   primary_.IndexMatchesBytes = false;
   steps_ = {};

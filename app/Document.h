@@ -123,7 +123,7 @@ class Document : public QObject {
   [[nodiscard]] bool ShowFirst(const SubtitleUnit& unit);
   /// Takes a loaded stream over. A new history begins.
   void Open(SupStream stream);
-  /// The load failed before anything of it was shown: the stream before it stays.
+  /// The load failed before anything of it was shown, perhaps before it began: the stream before it stays.
   void KeepStream();
   /// The load failed behind packets that were shown: the bytes before it stay and can be saved, but there is
   /// no subtitle of theirs to step through or to edit.
@@ -153,7 +153,7 @@ class Document : public QObject {
   // Editing
 
   [[nodiscard]] const QUndoStack& History() const { return history_; }
-  /// Does it and notes it in the history; nothing is noted of an edit that does not fit, or changes nothing.
+  /// Does it and notes it in the history; an edit that does not fit, or changes nothing, is no step.
   Result<void> Make(DocumentEdit edit);
   Result<void> SetActual();
   Result<void> SetAll();
@@ -219,6 +219,7 @@ class Document : public QObject {
   bool merging_ = false;
   bool busy_ = false;
   bool everLoading_ = false;  // Load SUP was used
+  bool loading_ = false;      // between BeginLoading() and what ends it
   StepRules steps_;
   BeforeLoading beforeLoading_;
 

@@ -1,10 +1,29 @@
 #include <algorithm>
-#include <array>
+#include <cstddef>
 #include <utility>
 
 #include "app/Document.h"
 
 namespace quillmark {
+namespace {
+
+/// Whether all that the edit puts in stands there already.
+bool ChangesNothing(const std::vector<std::uint8_t>& bytes, const StreamEdit& edit) {
+  auto inserted = edit.Bytes.begin();
+  for (const StreamEdit::Place& place : edit.Places) {
+    const std::size_t end = std::size_t{place.Offset} + place.Removed;
+    if (place.Removed != place.Inserted || end > bytes.size() ||
+        edit.Bytes.end() - inserted < place.Inserted ||
+        !std::equal(bytes.begin() + place.Offset, bytes.begin() + static_cast<std::ptrdiff_t>(end),
+                    inserted)) {
+      return false;
+    }
+    inserted += place.Inserted;
+  }
+  return true;
+}
+
+}  // namespace
 
 /// One step of the history. Doing and undoing are the same exchange.
 class Document::EditCommand : public QUndoCommand {
@@ -61,7 +80,8 @@ Result<void> Document::Assign(std::int64_t first, std::int64_t end, const QStrin
 
 Result<void> Document::Make(DocumentEdit edit) {
   const auto* bytes = std::get_if<StreamEdit>(&edit.What);
-  if (bytes != nullptr ? bytes->IsEmpty() : std::get<DvdPalette>(edit.What) == palette_) {
+  if (bytes != nullptr ? ChangesNothing(primary_.RawBytes, *bytes)
+                       : std::get<DvdPalette>(edit.What) == palette_) {
     return {};
   }
   emit AboutToEdit(edit);

@@ -93,6 +93,9 @@ void frmTest::LoadSup(const QString& path) {
   if (result.Result == LoadResult::Outcome::Unreadable) {
     TellUnreadable(path, result);
     document_->KeepStream();
+    if (isShown) {
+      Command_Reload_Click();
+    }
     return;
   }
   if (result.Result == LoadResult::Outcome::NoSignature) {

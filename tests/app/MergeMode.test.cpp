@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -102,6 +103,21 @@ TEST_F(MergeMode, DroppedStreamLeavesMergeMode) {
   EXPECT_FALSE(TextIsAt(200, 200));
   Click("Command_Next");
   EXPECT_FALSE(TextIsAt(200, 200));
+}
+
+TEST_F(MergeMode, DroppedStreamThatCannotBeReadChangesNothing) {
+  const QString path = TextOf("Text1");
+  ASSERT_TRUE(QDir().mkdir(Path("folder.sup")));
+  Dialogs.ExpectMessageWith({"folder.sup"});
+  EXPECT_TRUE(Drop(Path("folder.sup")));
+  Dialogs.Verify();
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  EXPECT_TRUE(Drop(Write("none.sup", Bytes(20, 'x'))));
+  Dialogs.Verify();
+  ExpectEditingEnabled(false);
+  EXPECT_EQ(TextOf("Text1"), path);
+  Click("Command_Next");
+  EXPECT_TRUE(TextIsAt(200, 200));
 }
 
 TEST_F(MergeMode, DroppedPaletteIsRefused) {
