@@ -1,3 +1,5 @@
+#include <QFile>
+
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -52,6 +54,24 @@ class Assignment : public WindowTest {
 const PacketBuilder Usual = PacketBuilder().Time(1 * Second);
 const PacketBuilder OtherColours = PacketBuilder().Time(2 * Second).Colour(3, 2, 9, 0);
 const PacketBuilder OtherOpacities = PacketBuilder().Time(3 * Second).Contrast(15, 15, 9, 0);
+
+TEST_F(Assignment, EntryThatAListShowsAlreadyRedrawsToo) {
+  LoadStream(FourCodes(PacketBuilder().Time(Second)));
+  Click("Check_SavePics");
+  Click("Command_Reload");
+  const QString picture = Path("movie_SubPng/00+00+01+00.png");
+  for (const char* list : {"ImageCombo2", "Combo1_1"}) {
+    ASSERT_TRUE(QFile::remove(picture)) << list;
+    Choose(list, Chosen(list));
+    EXPECT_TRUE(QFile::exists(picture)) << list;
+    ASSERT_TRUE(QFile::remove(picture)) << list;
+    Choose(list, "5");
+    EXPECT_TRUE(QFile::exists(picture)) << list;
+    ASSERT_TRUE(QFile::remove(picture)) << list;
+    Choose(list, "5");
+    EXPECT_TRUE(QFile::exists(picture)) << list;
+  }
+}
 
 TEST_F(Assignment, ColourListRedrawsAtOnce) {
   LoadStream(FourCodes(PacketBuilder()));

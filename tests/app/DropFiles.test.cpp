@@ -40,6 +40,22 @@ TEST_F(DropFiles, SupFileLoads) {
   EXPECT_EQ(FrameColour(102, 400), QColor(3, 253, 251));
 }
 
+TEST_F(DropFiles, DropIsAcceptedBeforeTheFileIsLoaded) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(Write("movie.sup", ThreeSubtitles()))});
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&Window, &enter);
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  drop.ignore();
+  QApplication::sendEvent(&Window, &drop);
+  EXPECT_TRUE(drop.isAccepted());
+  EXPECT_EQ(TextOf("Text_SubNum"), "0");
+  Dialogs.ExpectReport();
+  QCoreApplication::processEvents();
+  Dialogs.Verify();
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
 TEST_F(DropFiles, SupFileEnablesWhatLoadSupEnables) {
   Dialogs.ExpectReport();
   EXPECT_TRUE(Drop(Write("movie.sup", ThreeSubtitles())));

@@ -210,6 +210,33 @@ TEST_F(Loading, BytesOfTheStreamBeforeAreKeptAfterASignatureError) {
   EXPECT_EQ(SavedBytes(), ThreeSubtitles());
 }
 
+TEST_F(Loading, StreamBeforeAFileThatIsNoneStaysAsItWas) {
+  const QString path = LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  LoadWithoutSignature(NoPacket);
+  EXPECT_EQ(TextOf("Text1"), path);
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  Choose("Combo1_1", "0");
+  Click("Command_SetActual");
+  Bytes expected = ThreeSubtitles();
+  expected[PacketBuilder::Length + ContrastArguments + 1] = 0x00;
+  EXPECT_EQ(SavedBytes(), expected);
+  Click("Command_Reload");
+  EXPECT_EQ(Chosen("Combo1_1"), "0");
+  Click("Command_Next");
+  EXPECT_EQ(TextOf("Text_SubNum"), "3");
+}
+
+TEST_F(Loading, NothingThatNeedsAnIndexIsEnabledWithoutOne) {
+  LoadStream(ThreeSubtitles());
+  LoadWithoutSignature(Join({PacketBuilder().Time(2 * Second).Build(), NoPacket}));
+  for (const char* name : {"Command_Next", "Command_Prev", "Command_GoTo", "Command_Reload",
+                           "Command_SetActual", "Command_SetAll"}) {
+    EXPECT_FALSE(IsEnabled(name)) << name;
+  }
+  EXPECT_TRUE(IsEnabled("Command_SaveSup"));
+}
+
 TEST_F(Loading, FirstSubtitleIsShownEvenIfALaterPacketHasNoSignature) {
   LoadWithoutSignature(Join({PacketBuilder().Time(2 * Second).Build(), NoPacket}));
   EXPECT_EQ(TextOf("Text_SubNum"), "1");

@@ -182,6 +182,22 @@ TEST_F(Navigation, ResetShowsTheCurrentSubtitleAgain) {
   EXPECT_EQ(FrameColour(102, 420), QColor(3, 253, 251));
 }
 
+TEST_F(Navigation, LastByteOfAUnitCountsInEveryStep) {
+  // One sequence that points to itself; the unit ends in the argument of its last command.
+  const Bytes unit = Join({{0x11, 0x00, 0x12, 0x00},
+                           Sequence(0, 8,
+                                    {StartDisplay, SetColour(3, 2, 1, 0), SetArea(100, 103, 400, 401),
+                                     SetFields(4, 6), SetContrast(15, 15, 15, 5)})});
+  const Bytes packet = PacketBuilder().Unit(unit).Build();
+  LoadStream(Join({packet, packet}));
+  EXPECT_EQ(Chosen("Combo1_0"), "5");
+  for (const char* step : {"Command_Reload", "Command_Next", "Command_Prev"}) {
+    Click(step);
+    EXPECT_EQ(Chosen("Combo1_0"), "5") << step;
+    EXPECT_EQ(Chosen("Combo1_1"), "F") << step;
+  }
+}
+
 TEST_F(Navigation, ResetAfterAFailureOnlySetsOne) {
   LoadStream(InvalidSecond());
   GoTo("3");
