@@ -20,12 +20,14 @@ testPackages=(
   clang-tidy-14
   dvdauthor
   groff-base
+  libclang-14-dev
   libavcodec-dev
   libbenchmark-dev
   libclang-rt-14-dev
   libgmock-dev
   libgtest-dev
   llvm-14
+  llvm-14-dev
   pkg-config
   zlib1g-dev
 )

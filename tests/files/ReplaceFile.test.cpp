@@ -22,6 +22,7 @@
 #endif
 
 #include "files/SystemCalls.h"
+#include "tests/support/OrdinaryUser.h"
 
 namespace quillmark {
 namespace {
@@ -310,7 +311,7 @@ TEST_F(ReplaceFileDeathTest, WritableFileInAReadOnlyFolderIsWrittenInPlace) {
 
 TEST_F(ReplaceFileDeathTest, FileThatAStickyFolderHoldsOnToIsWrittenInPlace) {
   if (::geteuid() != 0) {
-    GTEST_SKIP() << "needs a file and a folder of another user, which only root can make";
+    GTEST_SKIP() << test::NeedsRoot;
   }
   const QString path = Write("a", "0123456789");
   SetMode(path, 0666);

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/imaging/ErrorLog.h"
+#include "tests/support/OrdinaryUser.h"
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -361,8 +362,8 @@ TEST_F(LoadFromFile, APipeIsDeniedWithoutWaiting) {
 }
 
 TEST_F(LoadFromFile, AFileWithoutReadPermissionIsDenied) {
-  if (geteuid() == 0) {
-    GTEST_SKIP() << "root may read everything";
+  if (!test::PermissionsBind()) {
+    GTEST_SKIP() << test::NeedsOrdinaryUser;
   }
   Put(Path("a.png"), Bytes(Png));
   QFile::setPermissions(Path("a.png"), QFile::WriteOwner);
@@ -371,8 +372,8 @@ TEST_F(LoadFromFile, AFileWithoutReadPermissionIsDenied) {
 }
 
 TEST_F(LoadFromFile, AFolderThatMayNotBeEnteredIsDenied) {
-  if (geteuid() == 0) {
-    GTEST_SKIP() << "root may enter everything";
+  if (!test::PermissionsBind()) {
+    GTEST_SKIP() << test::NeedsOrdinaryUser;
   }
   QDir(Path("")).mkdir("closed");
   Put(Path("closed/a.png"), Bytes(Png));

@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -49,9 +50,8 @@ class IndexStreamFileTest : public testing::Test {
     EXPECT_EQ(stream_.Stats.MultipleColours, loaded.Stats.MultipleColours);
   }
 
-  std::filesystem::path path_ =
-      std::filesystem::path(testing::TempDir()) /
-      (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".sup");
+  std::filesystem::path path_ = std::filesystem::path(testing::TempDir()) /
+                                ("quillmark-index-" + std::to_string(std::random_device{}()) + ".sup");
   bool firstShown_ = true;
   SupStream stream_;
 };

@@ -14,6 +14,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QPointer>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 namespace quillmark::test {
@@ -95,7 +96,10 @@ DialogScript::Answer PressButton(QMessageBox::StandardButton which) {
 }  // namespace
 
 bool ShownDialog::Offers(const QString& fileName) const {
-  return QDir::match(Patterns, fileName);
+  return std::any_of(Patterns.begin(), Patterns.end(), [&fileName](const QString& pattern) {
+    const QString expression = QRegularExpression::wildcardToRegularExpression(pattern);
+    return QRegularExpression(expression).match(fileName).hasMatch();
+  });
 }
 
 DialogScript::DialogScript() {

@@ -42,7 +42,7 @@ struct ShownDialog {
   QColor Colour;
   std::array<QColor, 16> CustomColours;
 
-  /// Whether the first filter lets a file of this name be seen.
+  /// Whether the first filter lets a file of this name be seen where upper and lower case differ.
   [[nodiscard]] bool Offers(const QString& fileName) const;
 };
 
