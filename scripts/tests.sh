@@ -8,7 +8,7 @@ export UBSAN_OPTIONS=print_stacktrace=1
 # RunTests PRESET: runs every test of build/PRESET and leaves a line on them in $note. Tests that the user at hand
 # cannot run are run once more as the one that they need.
 RunTests() {
-  local preset=$1 logs=build/$1/tests status=0
+  local preset=$1 logs=build/$1/test-logs status=0
   Say "running the tests of build/$preset"
   rm -rf "$logs"
   mkdir -p "$logs"
