@@ -43,7 +43,8 @@ struct ExportOptions {
   SubtitleRange Only = {};
   std::string Base = {};  ///< empty: the file's name without its last four characters
 };
-/// Pictures and their list. The list is started afresh and takes its place when all pictures are there.
+/// Pictures and their list. The list is started afresh; the old one is kept where a picture cannot be
+/// written.
 CommandResult Export(const ExportOptions& options, const Console& console);
 
 struct AssignOptions {

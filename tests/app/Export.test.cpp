@@ -226,6 +226,42 @@ TEST_F(Export, MessagesShowPathsAsTheyAre) {
   }
 }
 
+TEST_F(Export, PictureThatCannotBeWrittenIsToldWithItsPathAndReason) {
+  ASSERT_TRUE(QDir().mkpath(PicturePath(FirstPicture)));
+  Click("Check_SavePics");
+  Dialogs.ExpectOpen(Write("movie.sup", ThreeSubtitles()));
+  Dialogs.ExpectMessage("GDIP Error in: cBitmap\r\nError Number: 7\r\nError Description: " +
+                        PicturePath(FirstPicture) + ": It is a folder");
+  Dialogs.ExpectReport();
+  Click("Command_LoadSup");
+}
+
+TEST_F(Export, PercentSignsInThePathArePartsOfTheName) {
+  Click("Check_SavePics");
+  Load(Write("Movie%2C The %1.sup", ThreeSubtitles()));
+  EXPECT_EQ(QImage(Path("Movie%2C The %1_SubPng/" + FirstPicture)).size(), QSize(8, 2));
+}
+
+TEST_F(Export, PercentSignsInAPathAreShownAsTheyAre) {
+  ASSERT_TRUE(QDir().mkpath(Path("%2 %3_SubPng/" + FirstPicture)));
+  Click("Check_SavePics");
+  Dialogs.ExpectOpen(Write("%2 %3.sup", ThreeSubtitles()));
+  Dialogs.ExpectMessageWith({Path("%2 %3_SubPng/" + FirstPicture) + ": It is a folder"});
+  Dialogs.ExpectReport();
+  Click("Command_LoadSup");
+}
+
+TEST_F(Export, ReversedAreaHasALineAndThatItHasNoPictureIsSaid) {
+  Click("Check_SavePics");
+  Dialogs.ExpectOpen(Write("movie.sup", PacketBuilder().Time(1 * Second).Area(107, 100, 400, 401).Build()));
+  Dialogs.ExpectMessageWith(
+      {PicturePath(FirstPicture) + ": the subtitle's area is reversed, so that it has no picture"});
+  Dialogs.ExpectReport();
+  Click("Command_LoadSup");
+  EXPECT_TRUE(List().contains("xoffset=\"107\""));
+  EXPECT_FALSE(QFileInfo::exists(PicturePath(FirstPicture)));
+}
+
 TEST_F(Export, SupFileStaysAsItWas) {
   Click("Check_SavePics");
   const QString path = LoadStream(ThreeSubtitles());

@@ -407,10 +407,26 @@ TEST_F(MergeExport, FolderThatTakesNoPictureIsToldOnceInASave) {
   Click("Check_SavePics");
   Write("movie_SubPng", QByteArray("a file stands where the folder should be"));
   Dialogs.ExpectSave(Path("told.sup"));
-  Dialogs.ExpectMessageWith({"cBitmap"});
+  Dialogs.ExpectMessage("GDIP Error in: cBitmap\r\nError Number: 7\r\nError Description: " +
+                        Path("movie_SubPng/00+00+01+00.png") +
+                        ": Not a directory\r\n3 pictures could not be written; this is the first one");
   Click("Command_SaveSecond");
   Dialogs.Verify();
   EXPECT_EQ(Read(Path("told.sup")), silent);
+}
+
+TEST_F(MergeExport, PictureThatCannotBeWrittenStopsNoOther) {
+  LoadStream(PrimaryStream({{90, 100}, {450, 100}, {900, 100}}));
+  Merge(SecondaryStream({0}));
+  Click("Check_SavePics");
+  ASSERT_TRUE(QDir().mkpath(Path("movie_SubPng/00+00+05+00.png")));
+  Dialogs.ExpectSave(Path("merged.sup"));
+  Dialogs.ExpectMessage("GDIP Error in: cBitmap\r\nError Number: 7\r\nError Description: " +
+                        Path("movie_SubPng/00+00+05+00.png") + ": It is a folder");
+  Click("Command_SaveSecond");
+  Dialogs.Verify();
+  EXPECT_EQ(Picture("00+00+01+00.png").size(), QSize(720, 576));
+  EXPECT_EQ(Picture("00+00+10+00.png").size(), QSize(720, 576));
 }
 
 }  // namespace

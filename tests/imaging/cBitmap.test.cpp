@@ -353,6 +353,55 @@ TEST_F(Encode, ASuccessClearsTheLastFailure) {
   EXPECT_EQ(Bitmap.LastStatus(), 0);
 }
 
+/// The one grey picture, said to be larger; what its data does not say is the same grey.
+QByteArray LargeJpeg(quint16 width, quint16 height) {
+  constexpr qsizetype Height = 94;
+  QByteArray jpeg = Bytes(Jpeg);
+  jpeg[Height] = static_cast<char>(height >> 8U);
+  jpeg[Height + 1] = static_cast<char>(height & 0xFFU);
+  jpeg[Height + 2] = static_cast<char>(width >> 8U);
+  jpeg[Height + 3] = static_cast<char>(width & 0xFFU);
+  return jpeg;
+}
+
+TEST_F(LoadFromFile, AVeryLargePictureIsReadInTheSizeThatItIsShownIn) {
+  Put(Path("picture"), LargeJpeg(16000, 12000));  // 183 MiB of grey pixels
+  Bitmap.LoadFromFile(Path("picture"), QSize(720, 576));
+  EXPECT_EQ(Bitmap.LastStatus(), 0);
+  EXPECT_EQ(Bitmap.Width(), 720);
+  EXPECT_EQ(Bitmap.Height(), 576);
+  EXPECT_EQ(Bitmap.Image().pixel(719, 575), 0xFF808080U);
+}
+
+TEST_F(LoadFromFile, ALargePictureIsReadWhole) {
+  Put(Path("picture"), LargeJpeg(8000, 6000));
+  Bitmap.LoadFromFile(Path("picture"), QSize(720, 576));
+  EXPECT_EQ(Bitmap.Width(), 8000);
+  EXPECT_EQ(Bitmap.Height(), 6000);
+}
+
+TEST_F(LoadFromFile, AVeryLargePictureOfAFormatThatCannotBeScaledIsReadWhole) {
+  QByteArray bmp = Bytes(Bmp);
+  // 12000 x 12000 pixels of 8 bits, 137 MiB, run-length coded: the end of the picture at once.
+  const QByteArray header(
+      "\x28\0\0\0\xE0\x2E\0\0\xE0\x2E\0\0\1\0\x08\0\1\0\0\0\2\0\0\0"
+      "\0\0\0\0\0\0\0\0\1\0\0\0\1\0\0\0",
+      40);
+  bmp = bmp.first(10) + QByteArray("\x3A\0\0\0", 4) + header + QByteArray("\x33\x22\x11\0", 4) +
+        QByteArray("\0\1", 2);
+  Put(Path("picture"), bmp);
+  Bitmap.LoadFromFile(Path("picture"), QSize(720, 576));
+  EXPECT_EQ(Bitmap.LastStatus(), 0);
+  EXPECT_EQ(Bitmap.Width(), 12000);
+  EXPECT_EQ(Bitmap.Image().pixel(0, 0), 0xFF112233U);
+}
+
+TEST_F(LoadFromFile, APictureThatNoMemoryHoldsIsOutOfMemoryNotUnknown) {
+  Put(Path("picture"), LargeJpeg(65000, 65000));
+  Bitmap.LoadFromFile(Path("picture"));
+  ExpectError(3, "Out Of Memory");
+}
+
 #ifdef Q_OS_UNIX
 
 TEST_F(LoadFromFile, APipeIsDeniedWithoutWaiting) {
