@@ -44,6 +44,10 @@ void Exporter::Add(const SubtitleDescription& description, cBitmap picture) {
   AddLine(names.ListLine);
   // Where the folder is missing all the same, the picture has a reason not to be written.
   static_cast<void>(MakeFolder(paths_.Folder));
+  if (picture.Width() < 1) {
+    pictureFailures_.Add(names.PicturePath, NoPixelsText);
+    return;
+  }
   Hold(names.PicturePath, std::move(picture));
   if (held_.size() >= MostHeld || heldPixels_ >= MostHeldPixels) {
     Flush();

@@ -42,7 +42,7 @@ class Exporter {
   Exporter(ExportPaths paths, List list) : paths_(std::move(paths)), list_(list) {}
 
   /// One more subtitle. Its picture is written with those that come next; of pictures with one name the last
-  /// one stays.
+  /// one stays. One without an image is a failure.
   void Add(const SubtitleDescription& description, cBitmap picture);
   /// Writes the pictures that are still held.
   void Flush();

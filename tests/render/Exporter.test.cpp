@@ -112,6 +112,19 @@ TEST_F(ExporterTest, ListThatTakesNoLineStopsNoPicture) {
   EXPECT_FALSE(QImage(PicturePath(2)).isNull());
 }
 
+TEST_F(ExporterTest, SubtitleWithoutAPictureHasALineAndAFailure) {
+  Exporter exporter(Paths(), Exporter::List::Appended);
+  SubtitleDescription description;
+  description.StartTicks = Second;
+  description.Control.X1 = 7;
+  description.Control.Y1 = 9;
+  exporter.Add(description, cBitmap());
+  exporter.Flush();
+  EXPECT_EQ(List(), Line(1));
+  EXPECT_EQ(exporter.PictureFailures().Text(),
+            PicturePath(1) + ": the subtitle's area is reversed, so that it has no picture");
+}
+
 TEST_F(ExporterTest, PathsMayHoldWhatLooksLikeAPlaceholder) {
   const ExportPaths paths = ExportPathsForBase(folder_.filePath("Movie%2C The %1"));
   Exporter exporter(paths, Exporter::List::Appended);
