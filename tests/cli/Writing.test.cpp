@@ -17,7 +17,8 @@ constexpr std::int64_t Second = 90000;
 
 struct Writer {
   const char* Name;
-  const char* Command;  ///< a shell command up to the name of what it writes
+  const char* Command;    ///< a shell command up to the name of what it writes
+  const char* Extension;  ///< that the name must have
 };
 
 void PrintTo(const Writer& writer, std::ostream* out) {
@@ -36,10 +37,12 @@ class WritingCommand : public test::ProgramTest, public testing::WithParamInterf
     WriteText("p.pal", palette);
   }
 
+  [[nodiscard]] static std::string Named(const std::string& name) { return name + GetParam().Extension; }
+
   ProgramRun WriteTo(const std::string& name) { return RunScript(GetParam().Command + (" " + name)); }
 
-  /// Lets no file grow beyond `bytes` while the command runs, as on a disk that is full; what it says goes
-  /// through a pipe. `bytes` is a multiple of 512.
+  /// Lets no file grow while the command runs, as on a disk that is full; what it says goes
+  /// through a pipe.
   ProgramRun WriteToFullDisk(const std::string& name) {
     return RunScript("set +e\n(trap '' XFSZ; ulimit -f 0; exec " + std::string(GetParam().Command) + " " +
                      name + ") 2>&1 | cat >&2\nexit ${PIPESTATUS[0]}");
@@ -47,18 +50,18 @@ class WritingCommand : public test::ProgramTest, public testing::WithParamInterf
 };
 
 TEST_P(WritingCommand, FullDiskLeavesTheOldFile) {
-  WriteText("out.x", "as it was");
-  const ProgramRun run = WriteToFullDisk("out.x");
+  WriteText(Named("out"), "as it was");
+  const ProgramRun run = WriteToFullDisk(Named("out"));
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: out.x: File too large\n");
-  EXPECT_EQ(ReadText("out.x"), "as it was");
-  EXPECT_THAT(Names(), ElementsAre("a.sup", "b.sup", "out.x", "p.pal"));
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("out") + ": File too large\n");
+  EXPECT_EQ(ReadText(Named("out")), "as it was");
+  EXPECT_THAT(Names(), ElementsAre("a.sup", "b.sup", Named("out"), "p.pal"));
 }
 
 TEST_P(WritingCommand, FullDiskLeavesNoNewFile) {
-  const ProgramRun run = WriteToFullDisk("out.x");
+  const ProgramRun run = WriteToFullDisk(Named("out"));
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: out.x: File too large\n");
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("out") + ": File too large\n");
   EXPECT_THAT(Names(), ElementsAre("a.sup", "b.sup", "p.pal"));
 }
 
@@ -70,82 +73,87 @@ TEST_P(WritingCommand, SmallDiskThatIsFullLeavesTheOldFile) {
   const ProgramRun run = RunScript(
       "mkdir disk\n"
       "export COMMAND='" +
-      std::string(GetParam().Command) +
-      "'\n"
+      std::string(GetParam().Command) + "' EXTENSION=" + GetParam().Extension +
+      "\n"
       "unshare -Urm bash -c '\n"
       "mount -t tmpfs -o size=64k tmpfs disk\n"
-      "echo as it was >disk/old\n"
+      "echo as it was >disk/old$EXTENSION\n"
       "head -c 100000 /dev/zero >disk/filling 2>/dev/null\n"
-      "$COMMAND disk/old; echo $?\n"
-      "$COMMAND disk/new; echo $?\n"
-      "ls -A disk; cat disk/old'");
-  EXPECT_EQ(run.Out, "1\n1\nfilling\nold\nas it was\n");
-  EXPECT_EQ(run.Err,
-            "quillmark-cli: disk/old: No space left on device\n"
-            "quillmark-cli: disk/new: No space left on device\n");
+      "$COMMAND disk/old$EXTENSION; echo $?\n"
+      "$COMMAND disk/new$EXTENSION; echo $?\n"
+      "ls -A disk; cat disk/old$EXTENSION'");
+  EXPECT_EQ(run.Out, "1\n1\nfilling\n" + Named("old") + "\nas it was\n");
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("disk/old") + ": No space left on device\nquillmark-cli: " +
+                         Named("disk/new") + ": No space left on device\n");
 }
 
 TEST_P(WritingCommand, MissingFolder) {
-  EXPECT_EQ(WriteTo("missing/out.x").Err, "quillmark-cli: missing/out.x: No such file or directory\n");
+  EXPECT_EQ(WriteTo(Named("missing/out")).Err,
+            "quillmark-cli: " + Named("missing/out") + ": No such file or directory\n");
 }
 
 TEST_P(WritingCommand, FolderInThePlaceOfTheFile) {
-  ASSERT_EQ(RunScript("mkdir out.x").ExitCode, 0);
-  const ProgramRun run = WriteTo("out.x");
+  ASSERT_EQ(RunScript("mkdir " + Named("out")).ExitCode, 0);
+  const ProgramRun run = WriteTo(Named("out"));
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: out.x: It is a folder\n");
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("out") + ": It is a folder\n");
 }
 
 TEST_P(WritingCommand, PipeIsRefusedAndStays) {
-  ASSERT_EQ(RunScript("mkfifo out.x").ExitCode, 0);
-  const ProgramRun run = WriteTo("out.x");
+  ASSERT_EQ(RunScript("mkfifo " + Named("out")).ExitCode, 0);
+  const ProgramRun run = WriteTo(Named("out"));
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: out.x: It is a pipe, not a file\n");
-  EXPECT_EQ(RunScript("test -p out.x").ExitCode, 0);
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("out") + ": It is a pipe, not a file\n");
+  EXPECT_EQ(RunScript("test -p " + Named("out")).ExitCode, 0);
 }
 
 TEST_P(WritingCommand, LinkToItselfIsRefusedAndStays) {
-  ASSERT_EQ(RunScript("ln -s out.x out.x").ExitCode, 0);
-  const ProgramRun run = WriteTo("out.x");
+  ASSERT_EQ(RunScript("ln -s " + Named("out") + " " + Named("out")).ExitCode, 0);
+  const ProgramRun run = WriteTo(Named("out"));
   EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_EQ(run.Err, "quillmark-cli: out.x: Too many levels of symbolic links\n");
-  EXPECT_EQ(RunScript("test -L out.x").ExitCode, 0);
+  EXPECT_EQ(run.Err, "quillmark-cli: " + Named("out") + ": Too many levels of symbolic links\n");
+  EXPECT_EQ(RunScript("test -L " + Named("out")).ExitCode, 0);
 }
 
 TEST_P(WritingCommand, DeviceIsWrittenToAndStays) {
-  ASSERT_EQ(RunScript("ln -s /dev/full full; ln -s /dev/null null").ExitCode, 0);
-  EXPECT_EQ(WriteTo("full").Err, "quillmark-cli: full: No space left on device\n");
-  EXPECT_EQ(WriteTo("null").ExitCode, 0);
-  EXPECT_EQ(RunScript("test -c full && test -L full && test -c null && test -L null").ExitCode, 0);
+  const std::string full = Named("full");
+  const std::string null = Named("null");
+  ASSERT_EQ(RunScript("ln -s /dev/full " + full + "; ln -s /dev/null " + null).ExitCode, 0);
+  EXPECT_EQ(WriteTo(full).Err, "quillmark-cli: " + full + ": No space left on device\n");
+  EXPECT_EQ(WriteTo(null).Err, "");
+  for (const std::string& name : {full, null}) {
+    EXPECT_EQ(RunScript("test -c " + name + " && test -L " + name).ExitCode, 0) << name;
+  }
 }
 
 TEST_P(WritingCommand, NameThatIsNotUtf8) {
-  const ProgramRun run = WriteTo("$'\\xFF.x'");
+  const ProgramRun run = WriteTo(Named("$'\\xFF'"));
   EXPECT_EQ(run.ExitCode, 1);
   EXPECT_THAT(run.Err, HasSubstr("the name is not in UTF-8"));
   EXPECT_THAT(Names(), ElementsAre("a.sup", "b.sup", "p.pal"));
 }
 
 TEST_P(WritingCommand, NameOf250Letters) {
-  const std::string name(250, 'n');
+  const std::string name = Named(std::string(246, 'n'));
   EXPECT_EQ(WriteTo(name).Err, "");
   EXPECT_EQ(WriteTo(name).Err, "");
   EXPECT_THAT(Names(), ElementsAre("a.sup", "b.sup", name, "p.pal"));
 }
 
 TEST_P(WritingCommand, SecondNameStaysOneOfTheSameFile) {
-  ASSERT_EQ(RunScript("echo old >out.x; ln out.x second").ExitCode, 0);
-  EXPECT_EQ(WriteTo("out.x").ExitCode, 0);
+  ASSERT_EQ(RunScript("echo old >" + Named("out") + "; ln " + Named("out") + " second").ExitCode, 0);
+  EXPECT_EQ(WriteTo(Named("out")).ExitCode, 0);
   EXPECT_NE(ReadText("second"), "old\n");
-  EXPECT_EQ(Read("second"), Read("out.x"));
+  EXPECT_EQ(Read("second"), Read(Named("out")));
 }
 
 INSTANTIATE_TEST_SUITE_P(, WritingCommand,
-                         testing::Values(Writer{"Assign", "quillmark-cli assign a.sup --colours 0123 -o"},
-                                         Writer{"Merge", "quillmark-cli merge a.sup b.sup -o"},
-                                         Writer{"Picture", "quillmark-cli picture a.sup 1 -o"},
-                                         Writer{"Palette", "quillmark-cli palette p.pal -o"},
-                                         Writer{"Salvage", "quillmark-cli salvage a.sup -o"}),
+                         testing::Values(Writer{"Assign", "quillmark-cli assign a.sup --colours 0123 -o",
+                                                ".sup"},
+                                         Writer{"Merge", "quillmark-cli merge a.sup b.sup -o", ".sup"},
+                                         Writer{"Picture", "quillmark-cli picture a.sup 1 -o", ".png"},
+                                         Writer{"Palette", "quillmark-cli palette p.pal -o", ".pal"},
+                                         Writer{"Salvage", "quillmark-cli salvage a.sup -o", ".sup"}),
                          [](const auto& test) { return test.param.Name; });
 
 class ExportWriting : public test::ProgramTest {
