@@ -164,7 +164,7 @@ TEST_F(Background, PickDialogOffersPicturesFromTheProgramsFolderOn) {
   EXPECT_EQ(shown.Folder, QFileInfo(InProgramsFolder("test.bmp")).path());
   EXPECT_EQ(QFileInfo(shown.Name).fileName(), "test.bmp");
   EXPECT_EQ(shown.Filters, QStringList("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"));
-  for (const char* name : {"a.BMP", "a.gif", "a.Jpg", "a.png"}) {
+  for (const char* name : {"a.BMP", "a.bmp", "a.GIF", "a.gif", "a.JPG", "a.jpg", "a.PNG", "a.png"}) {
     EXPECT_TRUE(shown.Offers(name)) << name;
   }
   EXPECT_FALSE(shown.Offers("a.txt"));

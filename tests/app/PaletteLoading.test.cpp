@@ -152,7 +152,7 @@ TEST_F(PaletteLoading, DialogProposesTheLowerCaseIfoOfTheStream) {
   EXPECT_EQ(QFileInfo(shown.Name).fileName(), "movie.ifo");
   EXPECT_EQ(shown.Folder.toLower(), Folder.path().toLower());
   EXPECT_EQ(shown.Filters, QStringList("IFO + Palette Files (*.IFO;*.PAL;*.RGB)"));
-  for (const char* name : {"a.IFO", "a.pal", "a.Rgb"}) {
+  for (const char* name : {"a.IFO", "a.ifo", "a.PAL", "a.pal", "a.RGB", "a.rgb"}) {
     EXPECT_TRUE(shown.Offers(name)) << name;
   }
   EXPECT_FALSE(shown.Offers("a.sup"));

@@ -76,8 +76,9 @@ TEST_F(PaletteSaving, DialogProposesThePalOfTheStream) {
   EXPECT_EQ(shown.Folder, Folder.path());
   EXPECT_EQ(QFileInfo(shown.Name).fileName(), "movie.pal");
   EXPECT_EQ(shown.Filters, QStringList("Palette Files (*.PAL;*.RGB)"));
-  EXPECT_TRUE(shown.Offers("a.pal"));
-  EXPECT_TRUE(shown.Offers("a.RGB"));
+  for (const char* name : {"a.PAL", "a.pal", "a.RGB", "a.rgb"}) {
+    EXPECT_TRUE(shown.Offers(name)) << name;
+  }
   EXPECT_FALSE(shown.Offers("a.ifo"));
 }
 
