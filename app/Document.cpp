@@ -22,26 +22,6 @@ CodeChoice CodesOf(const SpuControl& control) {
   return codes;
 }
 
-/// Subtitle `index` with its last byte, as loading has it. The bytes are those of the stream; only what the
-/// file cuts short is copied, into `buffer`, with zeros behind it.
-SubtitleUnit WholeUnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
-  if (!stream.Holds(index)) {
-    return {};
-  }
-  const auto i = static_cast<std::size_t>(index);
-  const auto size = static_cast<std::size_t>(UnitBufferSize(stream.SpuSize[i]));
-  const auto file = std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength));
-  const auto start =
-      std::min(static_cast<std::size_t>(stream.PacketOffset[i]) + PacketHeaderSize, file.size());
-  std::span<const std::uint8_t> unit = file.subspan(start, std::min(size, file.size() - start));
-  if (unit.size() < size) {
-    buffer.assign(unit.begin(), unit.end());
-    buffer.resize(size, 0);
-    unit = buffer;
-  }
-  return {.Bytes = unit, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]};
-}
-
 }  // namespace
 
 Document::Document(QObject* parent) : QObject(parent) {
@@ -59,7 +39,7 @@ EnabledCommands Document::Enabled() const {
     return {};
   }
   const bool editing = !merging_;
-  const bool historyFits = editing && primary_.IndexMatchesBytes;
+  const bool historyFits = editing && primary_.Holds(0);
   return {.Load = true,
           .Save = editing && everLoading_,
           .Editing = editing,
@@ -145,10 +125,10 @@ bool Document::ShowPair(std::int64_t index, std::int64_t over, bool isNew) {
   shownIndex_ = index;
   shownOver_ = over;
   if (over < 0) {
-    return Convert(WholeUnitOf(primary_, index, unit_), nullptr, isNew);
+    return Convert(UnitOf(primary_, index, unit_), nullptr, isNew);
   }
-  const SubtitleUnit secondary = UnitOf(secondary_, over, secondaryUnit_);
-  return Convert(UnitOf(primary_, index, unit_), &secondary, isNew);
+  const SubtitleUnit secondary = UnitForMerging(secondary_, over, secondaryUnit_);
+  return Convert(UnitForMerging(primary_, index, unit_), &secondary, isNew);
 }
 
 bool Document::Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew) {
@@ -260,8 +240,7 @@ void Document::KeepStream() {
 
 void Document::LoseIndex() {
   loading_ = false;
-  primary_.Count = 0;
-  primary_.IndexMatchesBytes = false;
+  DropIndex(primary_);
   steps_ = {};
   emit CommandsChanged();
   emit StreamChanged();

@@ -17,7 +17,6 @@ namespace quillmark {
 
 struct ConvertedSubtitle;
 struct ExportFailures;
-struct LoadResult;
 struct SpuControl;
 struct SubtitleDescription;
 class cBitmap;
@@ -63,7 +62,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Command_LoadSup_Click();
   void LoadSup(const QString& path);
   void LoadDropped(const QString& path);
-  void TellUnreadable(const QString& path, const LoadResult& result);
+  void TellUnreadable(const QString& path, const std::string& reason);
 
   // frmTest_navigation.cpp
   void Command_Next_Click();

@@ -73,50 +73,48 @@ void frmTest::Command_LoadSup_Click() {
 
 void frmTest::LoadSup(const QString& path) {
   HourglassPointer hourglass;
-  SupStream loaded;
-  bool isShown = false;
-  const LoadResult result = LoadPrimaryStream(
-      PathFromUtf8(path.toStdString()),
-      [&](const SubtitleUnit& unit) {
-        document_->BeginLoading();
-        document_->SetSupPath(path);
-        isShown = document_->ShowFirst(unit);
-        if (!isShown) {
-          hourglass.Release();
-          ShowMessage(this, QStringLiteral("Error converting subtitle!"));
-        }
-        document_->SetNumber(isShown ? 1 : 0);
-        return isShown;
-      },
-      loaded);
-  hourglass.Release();
-  if (result.Result == LoadResult::Outcome::Unreadable) {
-    TellUnreadable(path, result);
+  Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(path.toStdString()));
+  if (!loaded) {
+    hourglass.Release();
+    TellUnreadable(path, loaded.Reason());
     document_->KeepStream();
     if (isShown) {
       Command_Reload_Click();
     }
     return;
   }
-  if (result.Result == LoadResult::Outcome::NoSignature) {
+  const bool hasFirst = loaded->Stream.Holds(0);
+  if (hasFirst) {
+    document_->BeginLoading();
+    document_->SetSupPath(path);
+    std::vector<std::uint8_t> unit;
+    const bool isShown = document_->ShowFirst(FirstUnit(loaded->Stream, unit));
+    if (!isShown) {
+      hourglass.Release();
+      ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+    }
+    document_->SetNumber(isShown ? 1 : 0);
+  }
+  hourglass.Release();
+  if (loaded->LostSignature) {
     ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
-    if (loaded.PacketOffset.empty()) {
-      document_->KeepStream();
-    } else {
+    if (hasFirst) {
       document_->LoseIndex();
+    } else {
+      document_->KeepStream();
     }
     return;
   }
   document_->BeginLoading();
   document_->SetSupPath(path);
-  document_->Open(std::move(loaded));
+  document_->Open(std::move(loaded->Stream));
   // The report covers part of the window; what it reports on is painted first.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   ShowMessage(this, QString::fromStdString(PrimaryReport(document_->Primary())));
 }
 
-void frmTest::TellUnreadable(const QString& path, const LoadResult& result) {
-  ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(result.Reason)));
+void frmTest::TellUnreadable(const QString& path, const std::string& reason) {
+  ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(reason)));
 }
 
 void frmTest::dragEnterEvent(QDragEnterEvent* event) {

@@ -79,32 +79,28 @@ void frmTest::Command_LoadSecond_Click() {
 
 bool frmTest::LoadSecondaryStream(const QString& path) {
   HourglassPointer hourglass;
-  SupStream loaded;
-  const LoadResult result = quillmark::LoadSecondaryStream(
-      PathFromUtf8(path.toStdString()), document_->Primary(),
-      [&](bool firstIsValid) {
-        document_->SetNumber(firstIsValid ? 1 : 0);
-        if (!firstIsValid) {
-          hourglass.Release();
-          ShowMessage(this, QStringLiteral("Error converting subtitle!"));
-        }
-        repaint();
-      },
-      loaded);
-  hourglass.Release();
-  switch (result.Result) {
-    case LoadResult::Outcome::Unreadable:
-      TellUnreadable(path, result);
-      return false;
-    case LoadResult::Outcome::NoSignature:
-      ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
-      return false;
-    case LoadResult::Outcome::Loaded:
-      break;
+  Result<LoadedStream> loaded =
+      quillmark::LoadSecondaryStream(PathFromUtf8(path.toStdString()), document_->Primary());
+  if (loaded && loaded->Stream.Holds(0)) {
+    document_->SetNumber(loaded->FirstIsInvalid ? 0 : 1);
+    if (loaded->FirstIsInvalid) {
+      hourglass.Release();
+      ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+    }
+    repaint();
   }
-  loaded.Path = path.toStdString();
-  ShowMessage(this, QString::fromStdString(SecondaryReport(loaded)));
-  document_->BeginMerging(std::move(loaded));
+  hourglass.Release();
+  if (!loaded) {
+    TellUnreadable(path, loaded.Reason());
+    return false;
+  }
+  if (loaded->LostSignature) {
+    ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
+    return false;
+  }
+  loaded->Stream.Path = path.toStdString();
+  ShowMessage(this, QString::fromStdString(SecondaryReport(loaded->Stream)));
+  document_->BeginMerging(std::move(loaded->Stream));
   return true;
 }
 

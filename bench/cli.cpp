@@ -126,11 +126,11 @@ void Export(benchmark::State& state) {
 
 /// The pictures that the export of the film writes.
 std::vector<cBitmap> FilmPictures() {
-  SupStream stream;
-  const auto shown = [](const SubtitleUnit&) { return true; };
-  if (LoadPrimaryStream(TheFilms().Path("film.sup"), shown, stream).Result != LoadResult::Outcome::Loaded) {
+  const Result<LoadedStream> loaded = LoadPrimaryStream(TheFilms().Path("film.sup"));
+  if (!loaded || loaded->LostSignature) {
     Fail("the film cannot be read");
   }
+  const SupStream& stream = loaded->Stream;
   std::vector<cBitmap> pictures(FilmSubtitles);
   std::vector<std::uint8_t> unit;
   for (std::size_t i = 0; i < pictures.size(); ++i) {

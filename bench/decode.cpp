@@ -74,12 +74,11 @@ std::vector<std::vector<KnownRun>> RowsOf(const Unit& unit) {
 
 std::vector<Unit> MakeUnits() {
   const std::vector<std::uint8_t> film = MakeFilm({});
-  SupStream stream;
-  if (IndexPrimaryStream(
-          film, [](const SubtitleUnit&) { return true; }, stream)
-          .Result != LoadResult::Outcome::Loaded) {
+  const Result<SupStream> index = IndexStream(film);
+  if (!index) {
     Fail("the film is not a stream", 0);
   }
+  const SupStream& stream = *index;
   std::vector<Unit> units;
   for (std::size_t i = 0; i < stream.PacketOffset.size(); ++i) {
     Unit unit;

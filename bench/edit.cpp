@@ -19,13 +19,11 @@ constexpr int ManySubtitles = 100000;
 constexpr std::size_t FiftyMegabytes = 50'000'000;
 
 SupStream LoadFilm(int subtitles) {
-  SupStream stream;
-  const LoadResult result = IndexPrimaryStream(
-      MakeFilm({.Subtitles = subtitles}), [](const SubtitleUnit&) { return true; }, stream);
-  if (result.Result != LoadResult::Outcome::Loaded) {
+  Result<LoadedStream> loaded = IndexPrimaryStream(MakeFilm({.Subtitles = subtitles}));
+  if (!loaded || loaded->LostSignature) {
     std::abort();
   }
-  return stream;
+  return std::move(loaded->Stream);
 }
 
 StreamEdit EveryCode(const SupStream& stream) {

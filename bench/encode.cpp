@@ -50,11 +50,11 @@ struct Unit {
 
 std::vector<Unit> MakeUnits(std::uint32_t seed) {
   const Bytes film = MakeFilm({.Subtitles = PairCount, .Seed = seed});
-  SupStream stream;
-  const auto any = [](const SubtitleUnit&) { return true; };
-  if (IndexPrimaryStream(film, any, stream).Result != LoadResult::Outcome::Loaded) {
+  const Result<SupStream> index = IndexStream(film);
+  if (!index) {
     Fail("the film is not a stream");
   }
+  const SupStream& stream = *index;
   std::vector<Unit> units;
   for (std::size_t i = 0; i < stream.PacketOffset.size(); ++i) {
     const auto start = film.begin() + stream.PacketOffset[i] + UnitStart;

@@ -38,23 +38,23 @@ struct Streams {
 
 Streams MakeStreams(int subtitles) {
   Streams streams;
-  const auto any = [](const SubtitleUnit&) { return true; };
-  if (IndexPrimaryStream(Film(subtitles, 1, 90000), any, streams.Primary).Result !=
-      LoadResult::Outcome::Loaded) {
+  Result<LoadedStream> primary = IndexPrimaryStream(Film(subtitles, 1, 90000));
+  if (!primary || primary->LostSignature) {
     Fail("the first film is not a stream");
   }
+  streams.Primary = std::move(primary->Stream);
   const auto path = std::filesystem::temp_directory_path() / "quillmark-bench-merge.sup";
   {
     const auto film = Film(subtitles, 2, 150000);
     std::ofstream file(path, std::ios::binary);
     file.write(reinterpret_cast<const char*>(film.data()), static_cast<std::streamsize>(film.size()));
   }
-  const LoadResult loaded = LoadSecondaryStream(
-      path, streams.Primary, [](bool) {}, streams.Secondary);
+  Result<LoadedStream> secondary = LoadSecondaryStream(path, streams.Primary);
   std::filesystem::remove(path);
-  if (loaded.Result != LoadResult::Outcome::Loaded) {
+  if (!secondary || secondary->LostSignature) {
     Fail("the second film is not a stream");
   }
+  streams.Secondary = std::move(secondary->Stream);
   return streams;
 }
 

@@ -75,14 +75,12 @@ BENCHMARK(ReadWholeFile)->Unit(benchmark::kMillisecond);
 
 void OpenFilm(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) {
-    SupStream stream;
-    const LoadResult result = LoadPrimaryStream(
-        Film().Path(), [](const SubtitleUnit&) { return true; }, stream);
-    if (result.Result != LoadResult::Outcome::Loaded || stream.Count != 1500 ||
-        stream.Stats.ParseErrors != 0) {
+    const Result<LoadedStream> loaded = LoadPrimaryStream(Film().Path());
+    if (!loaded || loaded->LostSignature || loaded->Stream.Count != 1500 ||
+        loaded->Stream.Stats.ParseErrors != 0) {
       Fail("the film cannot be opened");
     }
-    benchmark::DoNotOptimize(stream.RawBytes.data());
+    benchmark::DoNotOptimize(loaded->Stream.RawBytes.data());
     benchmark::ClobberMemory();
   }
   CountBytes(state);

@@ -23,19 +23,19 @@ std::string ProblemText(const StreamProblem& problem) {
 }  // namespace
 
 CommandResult Check(const CheckOptions& options, const Console& console) {
-  const FileBytes file = ReadStreamFile(PathFromUtf8(options.File));
-  if (!file.Reason.empty()) {
-    return Failed(options.File, file.Reason);
+  const Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
+  if (!file) {
+    return Failed(options.File, file.Reason());
   }
   CommandResult result;
   if (options.Json) {
     JsonArrayWriter array(console.Out);
-    CheckStream(file.Bytes, [&](const StreamProblem& problem) {
+    CheckStream(*file, [&](const StreamProblem& problem) {
       array.Add(ProblemObject(problem));
       result.Code = ExitCode::Failed;
     });
   } else {
-    CheckStream(file.Bytes, [&](const StreamProblem& problem) {
+    CheckStream(*file, [&](const StreamProblem& problem) {
       console.Out << ProblemText(problem);
       result.Code = ExitCode::Failed;
     });

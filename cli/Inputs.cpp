@@ -5,32 +5,27 @@
 #include "palette/PaletteFile.h"
 
 namespace quillmark::cli {
-CommandResult ResultOf(const LoadResult& loaded, const std::string& file) {
-  switch (loaded.Result) {
-    case LoadResult::Outcome::Unreadable:
-      return Failed(file, loaded.Reason);
-    case LoadResult::Outcome::NoSignature:
-      return Failed(file, "No SUP signature found; 'quillmark-cli check' tells where");
-    case LoadResult::Outcome::Loaded:
-      break;
+CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& file) {
+  if (!loaded) {
+    return Failed(file, loaded.Reason());
+  }
+  if (loaded->LostSignature) {
+    return Failed(file, "No SUP signature found; 'quillmark-cli check' tells where");
   }
   return {};
 }
 
 CommandResult LoadStream(const std::string& file, SupStream& stream) {
-  return ResultOf(LoadPrimaryStream(
-                      PathFromUtf8(file), [](const SubtitleUnit&) { return true; }, stream),
-                  file);
+  Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(file), InvalidFirst::IsPassed);
+  CommandResult result = ResultOf(loaded, file);
+  if (result.IsDone()) {
+    stream = std::move(loaded->Stream);
+  }
+  return result;
 }
 
 std::optional<SubtitleDescription> SubtitleReader::Read(std::int64_t index) {
-  CopyUnit(stream_, index, unit_);
-  if (!stream_.Holds(index)) {
-    return std::nullopt;
-  }
-  const auto i = static_cast<std::size_t>(index);
-  return DescribeSubtitle(
-      {.Bytes = unit_, .ControlOffset = stream_.ControlOffset[i], .StartTime = stream_.StartTime[i]});
+  return DescribeSubtitle(UnitOf(stream_, index, unit_));
 }
 
 CommandResult CheckRange(const SubtitleRange& range, const std::string& file, const SupStream& stream) {

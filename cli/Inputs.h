@@ -18,7 +18,7 @@
 namespace quillmark::cli {
 
 /// What went wrong when `file` was loaded; done when nothing did.
-CommandResult ResultOf(const LoadResult& loaded, const std::string& file);
+CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& file);
 
 /// Loads a stream with all of its subtitles, whether the first one can be shown or not.
 CommandResult LoadStream(const std::string& file, SupStream& stream);

@@ -30,15 +30,14 @@ CommandResult CheckPrimary(const std::string& file, const SupStream& primary) {
 
 CommandResult LoadSecondary(const std::string& file, const SupStream& primary, SupStream& secondary,
                             const Console& console) {
-  bool firstValid = true;
-  const LoadResult loaded = LoadSecondaryStream(
-      PathFromUtf8(file), primary, [&](bool valid) { firstValid = valid; }, secondary);
+  Result<LoadedStream> loaded = LoadSecondaryStream(PathFromUtf8(file), primary);
   if (CommandResult result = ResultOf(loaded, file); !result.IsDone()) {
     return result;
   }
-  if (!firstValid) {
+  if (loaded->FirstIsInvalid) {
     return Failed(file, "Error converting subtitle!");
   }
+  secondary = std::move(loaded->Stream);
   if (ObstacleToMerge(primary, secondary) != MergeObstacle::None) {
     return Failed(file, "it holds no subtitle");
   }

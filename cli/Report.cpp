@@ -47,18 +47,14 @@ Json ReportObject(const SupStream& stream) {
 }  // namespace
 
 CommandResult Report(const ReportOptions& options, const Console& console) {
-  bool firstShown = true;
-  SupStream stream;
-  const auto first = [&](const SubtitleUnit& unit) {
-    firstShown = DescribeSubtitle(unit).has_value();
-    return firstShown;
-  };
-  const LoadResult loaded = IndexStreamFile(PathFromUtf8(options.File), first, stream);
+  const Result<LoadedStream> loaded = IndexStreamFile(PathFromUtf8(options.File));
   if (CommandResult result = ResultOf(loaded, options.File); !result.IsDone()) {
     return result;
   }
+  const SupStream& stream = loaded->Stream;
   // The window shows its report all the same, of the one packet up to which it indexed.
-  CommandResult result = firstShown ? CommandResult() : Failed(options.File, "Error converting subtitle!");
+  CommandResult result =
+      loaded->FirstIsInvalid ? Failed(options.File, "Error converting subtitle!") : CommandResult();
   if (options.Json) {
     Json report = ReportObject(stream);
     if (!result.IsDone()) {

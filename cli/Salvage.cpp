@@ -33,11 +33,11 @@ std::vector<std::uint8_t> Joined(const SalvagedStream& salvaged) {
 }  // namespace
 
 CommandResult Salvage(const SalvageOptions& options, const Console& console) {
-  const FileBytes file = ReadStreamFile(PathFromUtf8(options.File));
-  if (!file.Reason.empty()) {
-    return Failed(options.File, file.Reason);
+  const Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
+  if (!file) {
+    return Failed(options.File, file.Reason());
   }
-  const SalvagedStream salvaged = SalvageStream(file.Bytes);
+  const SalvagedStream salvaged = SalvageStream(*file);
   if (salvaged.Packets == 0) {
     return Failed(options.File, "no good packet was found; nothing is written");
   }

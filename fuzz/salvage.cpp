@@ -65,9 +65,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   std::size_t problems = 0;
   CheckStream(file, [&](const StreamProblem&) { ++problems; });
-  SupStream stream;
-  const LoadResult loaded = IndexPrimaryStream(
-      {file.begin(), file.end()}, [](const SubtitleUnit&) { return true; }, stream);
-  Require(problems > 0 || (loaded.Result == LoadResult::Outcome::Loaded && stream.Stats.ParseErrors == 0));
+  const auto loaded = IndexPrimaryStream({file.begin(), file.end()}, InvalidFirst::IsPassed);
+  Require(loaded.IsOk());
+  Require(problems > 0 || (!loaded->LostSignature && loaded->Stream.Stats.ParseErrors == 0));
   return 0;
 }

@@ -62,13 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto rest = input.Take(input.Remaining());
   const std::vector<std::uint8_t> file(rest->begin(), rest->end());
   ApplyTwice(file, edit, [](const auto& a, const auto& b) { return a == b; });
-  Result<SupStream> stream = IndexStream(file);
-  if (!stream) {
+  Result<LoadedStream> loaded = IndexPrimaryStream(file);
+  if (!loaded || loaded->LostSignature) {
     return 0;
   }
-  stream->RawBytes = file;
-  stream->RawBytes.push_back(0);
-  ApplyTwice(std::move(*stream), edit, [](const SupStream& a, const SupStream& b) {
+  ApplyTwice(std::move(loaded->Stream), edit, [](const SupStream& a, const SupStream& b) {
     return a.RawBytes == b.RawBytes && a.FileLength == b.FileLength && a.Count == b.Count &&
            a.PacketOffset == b.PacketOffset && a.StartTime == b.StartTime && a.EndTime == b.EndTime &&
            a.ColourBytesOffset == b.ColourBytesOffset && a.ContrastBytesOffset == b.ContrastBytesOffset;

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "sup/CodeAssignment.h"
-#include "sup/SpuControl.h"
 #include "sup/StreamLoader.h"
 #include "sup/StreamReport.h"
 #include "sup/SupStream.h"
@@ -39,19 +38,11 @@ void UseEverySubtitle(SupStream& stream) {
   Require(ApplyEdit(stream, edit).IsOk() && stream.RawBytes == before);
 }
 
-void Index(const std::vector<std::uint8_t>& file, bool firstIsShown) {
-  const auto anyFirst = [](const SubtitleUnit&) { return true; };
-  const auto soundFirst = [](const SubtitleUnit& unit) {
-    return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
-  };
-  const FirstSubtitle first = firstIsShown ? FirstSubtitle(anyFirst) : FirstSubtitle(soundFirst);
-  SupStream stream;
-  const bool loaded = IndexPrimaryStream(file, first, stream).Result == LoadResult::Outcome::Loaded;
+void Index(const std::vector<std::uint8_t>& file, InvalidFirst invalidFirst) {
+  Result<LoadedStream> loaded = IndexPrimaryStream(file, invalidFirst);
+  Require(loaded.IsOk());
+  SupStream& stream = loaded->Stream;
   Require(stream.Stats.ParseErrors <= static_cast<std::int64_t>(stream.PacketOffset.size()));
-  if (!loaded) {
-    Require(stream.Count == 0 && stream.RawBytes.empty() && !stream.Holds(0));
-    return;
-  }
   Require(stream.Count == static_cast<std::int64_t>(stream.PacketOffset.size()));
   Require(stream.RawBytes.size() == file.size() + 1);
   Require(!PrimaryReport(stream).empty() && !SecondaryReport(stream).empty());
@@ -63,7 +54,7 @@ void Index(const std::vector<std::uint8_t>& file, bool firstIsShown) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> file(data, data + size);
-  Index(file, true);
-  Index(file, false);
+  Index(file, InvalidFirst::IsPassed);
+  Index(file, InvalidFirst::EndsTheWalk);
   return 0;
 }

@@ -10,13 +10,13 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::int64_t index) {
   if (over < 0) {
     return Outcome::Skipped;
   }
-  const SubtitleUnit primary = UnitOf(primary_, index, primaryUnit_);
+  const SubtitleUnit primary = UnitForMerging(primary_, index, primaryUnit_);
   const auto description = DescribeSubtitle(primary);
   if (!description) {
     return Outcome::InvalidPrimary;
   }
   description_ = *description;
-  const SubtitleUnit secondary = UnitOf(secondary_, over, secondaryUnit_);
+  const SubtitleUnit secondary = UnitForMerging(secondary_, over, secondaryUnit_);
   const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
   if (!secondaryControl.IsValid()) {
     return Outcome::InvalidSecondary;

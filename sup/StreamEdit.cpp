@@ -154,7 +154,8 @@ bool MakeRoom(std::vector<std::uint8_t>& bytes, std::size_t length, std::vector<
 
 Result<void> Reindex(SupStream& stream) {
   const auto file = std::span(std::as_const(stream.RawBytes)).first(stream.RawBytes.size() - 1);
-  Result<SupStream> index = IndexStream(file);
+  Result<SupStream> index =
+      IndexStream(file, stream.EndsAtInvalidFirst ? InvalidFirst::EndsTheWalk : InvalidFirst::IsPassed);
   if (!index) {
     return index.Why();
   }

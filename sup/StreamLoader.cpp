@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/ByteReader.h"
+#include "base/FilePath.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -96,17 +97,6 @@ std::optional<PacketHeader> ReadPacketHeader(std::span<const std::uint8_t> packe
                       .ControlOffset = static_cast<std::int16_t>(*controlOffset)};
 }
 
-void ClearIndex(SupStream& stream) {
-  stream.PacketOffset.clear();
-  stream.StartTime.clear();
-  stream.EndTime.clear();
-  stream.SpuSize.clear();
-  stream.ControlOffset.clear();
-  stream.ColourBytesOffset.clear();
-  stream.ContrastBytesOffset.clear();
-  stream.LatestEnd.clear();
-}
-
 void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& header,
                   const SpuControl& control) {
   stream.PacketOffset.push_back(offset);
@@ -131,9 +121,10 @@ std::span<const std::uint8_t> WholeUnit(std::span<const std::uint8_t> held, std:
   return padded;
 }
 
-/// Indexes a file into a cleared stream; false when a packet lacks its signature.
+/// Indexes a file into an empty stream, up to a packet that lacks its signature.
 template <typename Source>
-bool WalkPackets(Source& file, const FirstSubtitle& first, SupStream& stream) {
+void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) {
+  SupStream& stream = loaded.Stream;
   const std::int64_t length = file.Length();
   std::vector<std::uint8_t> padded;
   std::int64_t offset = 0;
@@ -141,21 +132,27 @@ bool WalkPackets(Source& file, const FirstSubtitle& first, SupStream& stream) {
   for (; offset <= length - PacketHeaderSize; ++index) {
     const auto header = ReadPacketHeader(file.At(offset, PacketHeaderSize));
     if (!header) {
-      return false;
+      loaded.LostSignature = true;
+      break;
     }
     const auto held =
         file.At(offset + PacketHeaderSize, static_cast<std::size_t>(UnitBufferSize(header->Size)));
     const auto unit = WholeUnit(held, header->Size, padded);
     const SpuControl control = DecodeControl(unit, header->ControlOffset);
     stream.Stats.Add(control, header->Size, header->Time, index);
-    if (index == 0 &&
-        !first({.Bytes = unit, .ControlOffset = header->ControlOffset, .StartTime = header->Time})) {
-      offset = length;
+    if (index == 0) {
+      loaded.FirstIsInvalid = !control.IsValid();
+      if (loaded.FirstIsInvalid && invalidFirst == InvalidFirst::EndsTheWalk) {
+        offset = length;
+      }
     }
     AppendPacket(stream, static_cast<std::int32_t>(offset), *header, control);
     offset += std::max<std::int64_t>(static_cast<std::uint16_t>(header->Size) + UnitStart, PacketHeaderSize);
   }
-  return true;
+  stream.FileLength = static_cast<std::int32_t>(length);
+  stream.Count = index;
+  stream.EndsAtInvalidFirst = invalidFirst == InvalidFirst::EndsTheWalk;
+  stream.Stats.UpdateMultipleFlags();
 }
 
 void RepairEndTimes(SupStream& stream) {
@@ -186,182 +183,132 @@ void ChainEndTimes(const SupStream& primary, SupStream& secondary) {
   }
 }
 
-LoadResult Unreadable(std::string reason) {
-  return {.Result = LoadResult::Outcome::Unreadable, .Reason = std::move(reason)};
-}
-
-/// `bytes` end in the one zero byte that belongs to no file, here and below.
-void TakeOver(std::vector<std::uint8_t> bytes, SupStream& stream) {
-  stream.FileLength = static_cast<std::int32_t>(bytes.size()) - 1;
-  stream.RawBytes = std::move(bytes);
-  stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
-  stream.IndexMatchesBytes = true;
-  stream.Stats.UpdateMultipleFlags();
-}
-
-std::span<const std::uint8_t> FilePart(const std::vector<std::uint8_t>& bytes) {
-  return std::span(bytes).first(bytes.size() - 1);
-}
-
-void StartIndexing(SupStream& stream) {
-  stream.Stats = SupStreamStats();
-  ClearIndex(stream);
-  stream.IndexMatchesBytes = false;
-}
-
-/// Runs `load`. A file of nothing but tiny packets can have an index several times its size; where that does
-/// not fit, the stream is left without one.
-template <typename Load>
-LoadResult WithinMemory(SupStream& stream, const Load& load) {
+/// Runs `index`, which gives a Result. A file of nothing but tiny packets can have an index several times its
+/// size.
+template <typename Index>
+auto WithinMemory(const Index& index) -> decltype(index()) {
   try {
-    return load();
-  } catch (const std::bad_alloc&) {
-    ClearIndex(stream);
-    stream.IndexMatchesBytes = false;
-    return Unreadable("there is not enough memory for its index");
-  }
-}
-
-LoadResult IndexInto(std::vector<std::uint8_t> bytes, const FirstSubtitle& first, SupStream& stream) {
-  StartIndexing(stream);
-  MemorySource file(FilePart(bytes));
-  if (!WalkPackets(file, first, stream)) {
-    return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
-  }
-  TakeOver(std::move(bytes), stream);
-  return {};
-}
-
-/// Opens the file and finds its length; why that cannot be done, in words for the user, or nothing.
-std::string OpenStreamFile(const std::filesystem::path& path, std::ifstream& file, std::uintmax_t& length) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    return "it is a folder";
-  }
-  length = std::filesystem::file_size(path, error);
-  if (error) {
-    return error.message();
-  }
-  if (length > MaxStreamLength) {
-    return "it is too large: a stream may have 2 GiB";
-  }
-  errno = 0;
-  file.open(path, std::ios::binary);
-  if (!file) {
-    return errno != 0 ? std::generic_category().message(errno) : "it cannot be opened";
-  }
-  return "";
-}
-
-}  // namespace
-
-FileBytes ReadStreamFile(const std::filesystem::path& path) {
-  std::ifstream file;
-  std::uintmax_t length = 0;
-  std::string reason = OpenStreamFile(path, file, length);
-  if (!reason.empty()) {
-    return {.Bytes = {}, .Reason = std::move(reason)};
-  }
-  try {
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(length) + 1);
-    bytes.pop_back();
-    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(length));
-    if (file.bad()) {
-      return {.Bytes = {}, .Reason = "it cannot be read"};
-    }
-    // A file that shrank since its size was asked for is as long as what was read.
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return {.Bytes = std::move(bytes), .Reason = {}};
-  } catch (const std::bad_alloc&) {
-    return {.Bytes = {}, .Reason = "there is not enough memory for it"};
-  }
-}
-
-LoadResult IndexStreamFile(const std::filesystem::path& path, const FirstSubtitle& first, SupStream& stream) {
-  std::ifstream opened;
-  std::uintmax_t length = 0;
-  std::string reason = OpenStreamFile(path, opened, length);
-  if (!reason.empty()) {
-    return Unreadable(std::move(reason));
-  }
-  return WithinMemory(stream, [&]() -> LoadResult {
-    StartIndexing(stream);
-    stream.RawBytes.clear();
-    BufferedSource file(opened, static_cast<std::int64_t>(length));
-    const bool walked = WalkPackets(file, first, stream);
-    if (opened.bad()) {
-      return Unreadable("it cannot be read");
-    }
-    if (!walked) {
-      return {.Result = LoadResult::Outcome::NoSignature, .Reason = {}};
-    }
-    stream.FileLength = static_cast<std::int32_t>(length);
-    stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
-    stream.Stats.UpdateMultipleFlags();
-    RepairEndTimes(stream);
-    return {};
-  });
-}
-
-Result<SupStream> IndexStream(std::span<const std::uint8_t> file) {
-  try {
-    SupStream stream;
-    MemorySource source(file);
-    const FirstSubtitle isValid = [](const SubtitleUnit& unit) {
-      return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
-    };
-    if (!WalkPackets(source, isValid, stream)) {
-      return Failure{"no \"SP\" stands where a packet should start"};
-    }
-    stream.FileLength = static_cast<std::int32_t>(file.size());
-    stream.Count = static_cast<std::int32_t>(stream.PacketOffset.size());
-    stream.Stats.UpdateMultipleFlags();
-    RepairEndTimes(stream);
-    return stream;
+    return index();
   } catch (const std::bad_alloc&) {
     return Failure{"there is not enough memory for its index"};
   }
 }
 
-LoadResult IndexPrimaryStream(std::vector<std::uint8_t> file, const FirstSubtitle& first, SupStream& stream) {
-  return WithinMemory(stream, [&] {
-    file.push_back(0);
-    LoadResult result = IndexInto(std::move(file), first, stream);
-    if (result.Result == LoadResult::Outcome::Loaded) {
-      RepairEndTimes(stream);
+/// The bytes become the stream's, with the one zero byte after them that belongs to no file.
+LoadedStream IndexOwned(std::vector<std::uint8_t> bytes, InvalidFirst invalidFirst) {
+  LoadedStream loaded;
+  MemorySource source(bytes);
+  WalkPackets(source, invalidFirst, loaded);
+  bytes.push_back(0);
+  loaded.Stream.RawBytes = std::move(bytes);
+  return loaded;
+}
+
+/// Opens the file and finds its length.
+Result<std::uintmax_t> OpenStreamFile(const std::filesystem::path& path, std::ifstream& file) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    return Failure{"it is a folder"};
+  }
+  const std::uintmax_t length = std::filesystem::file_size(path, error);
+  if (error) {
+    return Failure{error.message()};
+  }
+  if (length > MaxStreamLength) {
+    return Failure{"it is too large: a stream may have " + std::to_string(MaxStreamLength) + " bytes"};
+  }
+  errno = 0;
+  file.open(path, std::ios::binary);
+  if (!file) {
+    return Failure{errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
+  }
+  return length;
+}
+
+}  // namespace
+
+Result<std::vector<std::uint8_t>> ReadStreamFile(const std::filesystem::path& path) {
+  std::ifstream file;
+  const Result<std::uintmax_t> length = OpenStreamFile(path, file);
+  if (!length) {
+    return length.Why();
+  }
+  try {
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(*length) + 1);
+    bytes.pop_back();
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(*length));
+    if (file.bad()) {
+      return Failure{"it cannot be read"};
     }
-    return result;
+    // A file that shrank since its size was asked for is as long as what was read.
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+  } catch (const std::bad_alloc&) {
+    return Failure{"there is not enough memory for it"};
+  }
+}
+
+Result<LoadedStream> IndexStreamFile(const std::filesystem::path& path, InvalidFirst invalidFirst) {
+  std::ifstream opened;
+  const Result<std::uintmax_t> length = OpenStreamFile(path, opened);
+  if (!length) {
+    return length.Why();
+  }
+  return WithinMemory([&]() -> Result<LoadedStream> {
+    LoadedStream loaded;
+    BufferedSource file(opened, static_cast<std::int64_t>(*length));
+    WalkPackets(file, invalidFirst, loaded);
+    if (opened.bad()) {
+      return Failure{"it cannot be read"};
+    }
+    RepairEndTimes(loaded.Stream);
+    return loaded;
   });
 }
 
-LoadResult LoadPrimaryStream(const std::filesystem::path& path, const FirstSubtitle& first,
-                             SupStream& stream) {
-  FileBytes file = ReadStreamFile(path);
-  if (!file.Reason.empty()) {
-    return Unreadable(std::move(file.Reason));
-  }
-  return IndexPrimaryStream(std::move(file.Bytes), first, stream);
+Result<SupStream> IndexStream(std::span<const std::uint8_t> file, InvalidFirst invalidFirst) {
+  return WithinMemory([&]() -> Result<SupStream> {
+    LoadedStream loaded;
+    MemorySource source(file);
+    WalkPackets(source, invalidFirst, loaded);
+    if (loaded.LostSignature) {
+      return Failure{"no \"SP\" stands where a packet should start"};
+    }
+    RepairEndTimes(loaded.Stream);
+    return std::move(loaded.Stream);
+  });
 }
 
-LoadResult LoadSecondaryStream(const std::filesystem::path& path, const SupStream& primary,
-                               const std::function<void(bool)>& first, SupStream& secondary) {
-  secondary.Count = -1;
-  FileBytes file = ReadStreamFile(path);
-  if (!file.Reason.empty()) {
-    return Unreadable(std::move(file.Reason));
+Result<LoadedStream> IndexPrimaryStream(std::vector<std::uint8_t> file, InvalidFirst invalidFirst) {
+  return WithinMemory([&]() -> Result<LoadedStream> {
+    LoadedStream loaded = IndexOwned(std::move(file), invalidFirst);
+    RepairEndTimes(loaded.Stream);
+    return loaded;
+  });
+}
+
+Result<LoadedStream> LoadPrimaryStream(const std::filesystem::path& path, InvalidFirst invalidFirst) {
+  Result<std::vector<std::uint8_t>> file = ReadStreamFile(path);
+  if (!file) {
+    return file.Why();
   }
-  file.Bytes.push_back(0);
-  const FirstSubtitle tellValidity = [&](const SubtitleUnit& unit) {
-    const bool valid = DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
-    first(valid);
-    return valid;
-  };
-  return WithinMemory(secondary, [&] {
-    LoadResult result = IndexInto(std::move(file.Bytes), tellValidity, secondary);
-    if (result.Result == LoadResult::Outcome::Loaded) {
-      ChainEndTimes(primary, secondary);
-    }
-    return result;
+  Result<LoadedStream> loaded = IndexPrimaryStream(std::move(*file), invalidFirst);
+  if (loaded) {
+    loaded->Stream.Path = Utf8FromPath(path);
+  }
+  return loaded;
+}
+
+Result<LoadedStream> LoadSecondaryStream(const std::filesystem::path& path, const SupStream& primary) {
+  Result<std::vector<std::uint8_t>> file = ReadStreamFile(path);
+  if (!file) {
+    return file.Why();
+  }
+  return WithinMemory([&]() -> Result<LoadedStream> {
+    LoadedStream loaded = IndexOwned(std::move(*file), InvalidFirst::EndsTheWalk);
+    loaded.Stream.Path = Utf8FromPath(path);
+    ChainEndTimes(primary, loaded.Stream);
+    return loaded;
   });
 }
 

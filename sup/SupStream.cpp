@@ -1,19 +1,17 @@
 #include "sup/SupStream.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmark {
+namespace {
 
-void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit) {
+void CopyUnitAt(const SupStream& stream, std::int64_t packet, std::int16_t spuSize,
+                std::vector<std::uint8_t>& unit) {
+  const std::int64_t size = UnitBufferSize(spuSize);
+  const std::int64_t start = packet + PacketHeaderSize;
+  const std::int64_t held = std::clamp<std::int64_t>(stream.FileLength - start, 0, size);
   unit.clear();
-  if (!stream.Holds(index)) {
-    return;
-  }
-  const auto i = static_cast<std::size_t>(index);
-  const std::int64_t size = UnitBufferSize(stream.SpuSize[i]);
-  const std::int64_t start = std::int64_t{stream.PacketOffset[i]} + PacketHeaderSize;
-  const std::int64_t held =
-      std::clamp<std::int64_t>(stream.FileLength - start, 0, std::max<std::int64_t>(size - 1, 0));
   if (held > 0) {
     const auto first = stream.RawBytes.begin() + start;
     unit.assign(first, first + held);
@@ -21,13 +19,50 @@ void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint
   unit.resize(static_cast<std::size_t>(size), 0);
 }
 
-SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
-  CopyUnit(stream, index, buffer);
+SubtitleUnit UnitIn(const std::vector<std::uint8_t>& buffer, const SupStream& stream, std::size_t index) {
+  return {
+      .Bytes = buffer, .ControlOffset = stream.ControlOffset[index], .StartTime = stream.StartTime[index]};
+}
+
+}  // namespace
+
+void DropIndex(SupStream& stream) {
+  SupStream bytesAlone;
+  bytesAlone.Path = std::move(stream.Path);
+  bytesAlone.FileLength = stream.FileLength;
+  bytesAlone.RawBytes = std::move(stream.RawBytes);
+  stream = std::move(bytesAlone);
+}
+
+void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit) {
   if (!stream.Holds(index)) {
-    return {};
+    unit.clear();
+    return;
   }
   const auto i = static_cast<std::size_t>(index);
-  return {.Bytes = buffer, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]};
+  CopyUnitAt(stream, stream.PacketOffset[i], stream.SpuSize[i], unit);
+}
+
+SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+  CopyUnit(stream, index, buffer);
+  return stream.Holds(index) ? UnitIn(buffer, stream, static_cast<std::size_t>(index)) : SubtitleUnit();
+}
+
+SubtitleUnit UnitForMerging(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+  const SubtitleUnit unit = UnitOf(stream, index, buffer);
+  if (!buffer.empty()) {
+    buffer.back() = 0;
+  }
+  return unit;
+}
+
+SubtitleUnit FirstUnit(const SupStream& stream, std::vector<std::uint8_t>& buffer) {
+  if (!stream.Holds(0)) {
+    buffer.clear();
+    return {};
+  }
+  CopyUnitAt(stream, 0, stream.SpuSize[0], buffer);
+  return UnitIn(buffer, stream, 0);
 }
 
 }  // namespace quillmark

@@ -36,16 +36,18 @@ struct SupStream {
 
   SupStreamStats Stats;
 
-  /// False between a load that broke off and the next one that succeeds: the arrays then describe a file
-  /// whose bytes are not held.
-  bool IndexMatchesBytes = true;
+  /// The rule by which the walk dealt with a first unit that is invalid, for making the index anew.
+  bool EndsAtInvalidFirst = true;
 
   /// Whether subtitle `index` (from 0) can be read from RawBytes.
   [[nodiscard]] bool Holds(std::int64_t index) const {
-    return IndexMatchesBytes && !RawBytes.empty() && index >= 0 &&
-           index < static_cast<std::int64_t>(PacketOffset.size());
+    return !RawBytes.empty() && index >= 0 && index < static_cast<std::int64_t>(PacketOffset.size());
   }
 };
+
+/// Takes the index and the statistics away and leaves the bytes, which can still be saved: for a stream that
+/// is no longer the one that is shown.
+void DropIndex(SupStream& stream);
 
 /// Length in bytes of the buffer that holds a unit from its byte 4 on; a size field below 4 (0x8000 and more
 /// included) is that of an empty unit.
@@ -54,8 +56,8 @@ struct SupStream {
 }
 
 /// Copies the unit of subtitle `index`, from unit byte 4 on, out of the stream's raw bytes into `unit`, whose
-/// memory is reused. Kept oddity: the buffer's last byte is not copied and is 0. Bytes that the file does not
-/// have are 0; a subtitle that the stream does not hold gives an empty unit.
+/// memory is reused. Bytes that the file does not have are 0; a subtitle that the stream does not hold gives
+/// an empty unit.
 void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit);
 
 /// What a conversion is told of one subtitle.
@@ -70,5 +72,14 @@ struct SubtitleUnit {
 /// stream does not hold it.
 [[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index,
                                   std::vector<std::uint8_t>& buffer);
+
+/// The same for laying one subtitle over another. Kept oddity: the unit's last byte is 0, whatever the file
+/// has there.
+[[nodiscard]] SubtitleUnit UnitForMerging(const SupStream& stream, std::int64_t index,
+                                          std::vector<std::uint8_t>& buffer);
+
+/// The file's first subtitle as the loader saw it, also where it ended the walk and the stream's index leads
+/// past the end of the file.
+[[nodiscard]] SubtitleUnit FirstUnit(const SupStream& stream, std::vector<std::uint8_t>& buffer);
 
 }  // namespace quillmark

@@ -61,12 +61,11 @@ std::vector<AuthoredSubtitle> ReadAuthored(const QByteArray& programStream) {
   const std::vector<AuthoredUnit> units =
       ReadProgramStream({reinterpret_cast<const std::uint8_t*>(programStream.constData()),
                          static_cast<std::size_t>(programStream.size())});
-  SupStream stream;
-  const LoadResult loaded = IndexPrimaryStream(
-      MakeSup(units), [](const SubtitleUnit&) { return true; }, stream);
-  if (loaded.Result != LoadResult::Outcome::Loaded || stream.PacketOffset.size() != units.size()) {
+  const Result<LoadedStream> loaded = IndexPrimaryStream(MakeSup(units));
+  if (!loaded || loaded->LostSignature || loaded->Stream.PacketOffset.size() != units.size()) {
     throw std::runtime_error("the units cannot be loaded");
   }
+  const SupStream& stream = loaded->Stream;
   std::vector<AuthoredSubtitle> subtitles;
   subtitles.reserve(units.size());
   std::vector<std::uint8_t> buffer;

@@ -31,6 +31,7 @@
 
 #include "sup/StreamLoader.h"
 #include "tests/authoring/AuthoringTool.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -228,10 +229,7 @@ class Spumux : public testing::Test {
   }
 
   void AuthorPackets(std::initializer_list<Bytes> packets) {
-    SupStream stream;
-    const LoadResult loaded = IndexPrimaryStream(
-        Join(packets), [](const SubtitleUnit&) { return true; }, stream);
-    ASSERT_EQ(loaded.Result, LoadResult::Outcome::Loaded);
+    const SupStream stream = test::StreamOf(IndexPrimaryStream(Join(packets)));
     ExportAndAuthor(stream, QStringLiteral("film"), QStringLiteral("PAL"));
   }
 
@@ -268,11 +266,8 @@ class SpumuxFilm : public Spumux, public testing::WithParamInterface<FilmCase> {
     if (IsSkipped() || HasFatalFailure()) {
       return;
     }
-    SupStream stream;
-    const LoadResult loaded = LoadPrimaryStream(
-        std::filesystem::path(QUILLMARK_SAMPLES) / GetParam().Sample,
-        [](const SubtitleUnit&) { return true; }, stream);
-    ASSERT_EQ(loaded.Result, LoadResult::Outcome::Loaded);
+    const SupStream stream =
+        test::StreamOf(LoadPrimaryStream(std::filesystem::path(QUILLMARK_SAMPLES) / GetParam().Sample));
     ASSERT_NO_FATAL_FAILURE(
         ExportAndAuthor(stream, QString::fromUtf8(GetParam().Folder), QString::fromUtf8(GetParam().Format)));
   }

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -21,12 +22,7 @@ using Outcome = MergedStreamEncoder::Outcome;
 constexpr std::int64_t Second = 90000;
 
 SupStream Index(const Bytes& bytes) {
-  SupStream stream;
-  EXPECT_EQ(IndexPrimaryStream(
-                bytes, [](const SubtitleUnit&) { return true; }, stream)
-                .Result,
-            LoadResult::Outcome::Loaded);
-  return stream;
+  return test::StreamOf(IndexPrimaryStream(bytes, InvalidFirst::IsPassed));
 }
 
 TEST(ObstacleToSecondary, StreamWithoutASubtitle) {
@@ -57,15 +53,11 @@ class MergeStreamsTest : public testing::Test {
   MergeReport Merge(const Bytes& primary, const Bytes& secondary, const MergeSteps& steps = {},
                     const QString& name = {}) {
     const SupStream first = Index(primary);
-    SupStream second;
     QFile file(folder_.filePath("second.sup"));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(reinterpret_cast<const char*>(secondary.data()), static_cast<qint64>(secondary.size()));
     file.close();
-    EXPECT_EQ(LoadSecondaryStream(
-                  file.filesystemFileName(), first, [](bool) {}, second)
-                  .Result,
-              LoadResult::Outcome::Loaded);
+    const SupStream second = test::StreamOf(LoadSecondaryStream(file.filesystemFileName(), first));
     auto out = FileWriter::DeletingFirst(name.isEmpty() ? folder_.filePath("merged.sup") : name);
     EXPECT_TRUE(out);
     return MergeStreams(first, second, {.Palette = StartUpPalette, .YOffset = 0, .FrameHeight = 576}, *out,

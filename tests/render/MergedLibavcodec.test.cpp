@@ -19,6 +19,7 @@
 #include "sup/ChooseSecondary.h"
 #include "sup/MergedPacket.h"
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -91,13 +92,8 @@ struct StreamPair {
 
 StreamPair LoadPair(const std::filesystem::path& first, const std::filesystem::path& second) {
   StreamPair pair;
-  const auto any = [](const SubtitleUnit&) { return true; };
-  EXPECT_EQ(LoadPrimaryStream(first, any, pair.Primary).Result, LoadResult::Outcome::Loaded) << first;
-  EXPECT_EQ(LoadSecondaryStream(
-                second, pair.Primary, [](bool) {}, pair.Secondary)
-                .Result,
-            LoadResult::Outcome::Loaded)
-      << second;
+  pair.Primary = test::StreamOf(LoadPrimaryStream(first));
+  pair.Secondary = test::StreamOf(LoadSecondaryStream(second, pair.Primary));
   return pair;
 }
 

@@ -14,6 +14,7 @@
 #include "render/FieldDecoder.h"
 #include "sup/RunEncoder.h"
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 
 namespace quillmark {
 namespace {
@@ -295,10 +296,7 @@ TEST(MergedPicture, EncodedFramesLoadAndDecodeToTheirCodes) {
       const auto packet = encoder.Encode(frame, control, TimeField{90});
       ASSERT_TRUE(packet);
 
-      SupStream stream;
-      const auto any = [](const SubtitleUnit&) { return true; };
-      ASSERT_EQ(IndexPrimaryStream({packet->begin(), packet->end()}, any, stream).Result,
-                LoadResult::Outcome::Loaded);
+      const SupStream stream = test::StreamOf(IndexPrimaryStream({packet->begin(), packet->end()}));
       ASSERT_EQ(stream.Count, 1);
       EXPECT_EQ(stream.Stats.ParseErrors, 0);
       EXPECT_EQ(stream.StartTime[0], 90);

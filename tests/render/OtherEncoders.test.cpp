@@ -19,6 +19,7 @@
 #include "sup/SpuControl.h"
 #include "sup/StreamLoader.h"
 #include "sup/SupStream.h"
+#include "tests/support/LoadedStream.h"
 
 namespace quillmark {
 namespace {
@@ -88,11 +89,7 @@ class OtherEncoders : public testing::TestWithParam<NamedStream> {
  protected:
   void SetUp() override {
     facts_ = ReadFacts(GetParam().Name);
-    const auto first = [](const SubtitleUnit& unit) {
-      return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid();
-    };
-    ASSERT_EQ(LoadPrimaryStream(StreamFile(GetParam().Name + ".sup"), first, stream_).Result,
-              LoadResult::Outcome::Loaded);
+    stream_ = test::StreamOf(LoadPrimaryStream(StreamFile(GetParam().Name + ".sup")));
     ASSERT_EQ(stream_.Count, GetParam().Count);
     ASSERT_EQ(facts_.size(), static_cast<std::size_t>(GetParam().Count));
   }

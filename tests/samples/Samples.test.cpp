@@ -8,18 +8,14 @@
 #include "sup/SpuControl.h"
 #include "sup/StreamLoader.h"
 #include "sup/SupStream.h"
+#include "tests/support/LoadedStream.h"
 
 namespace quillmark {
 namespace {
 
 SupStream Load(const std::string& name) {
-  SupStream stream;
   const auto path = std::filesystem::path(QUILLMARK_SAMPLES) / (name + ".sup");
-  const LoadResult result = LoadPrimaryStream(
-      path, [](const SubtitleUnit& unit) { return DecodeControl(unit.Bytes, unit.ControlOffset).IsValid(); },
-      stream);
-  EXPECT_EQ(result.Result, LoadResult::Outcome::Loaded) << path;
-  return stream;
+  return test::StreamOf(LoadPrimaryStream(path));
 }
 
 std::vector<SpuControl> Controls(const SupStream& stream) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -16,11 +17,8 @@ using test::PacketBuilder;
 constexpr CodeNibbles Colours = {0, 1, 2, 10};
 constexpr CodeNibbles Contrasts = {0, 8, 15, 15};
 
-SupStream Index(Bytes file, bool firstIsShown = true) {
-  SupStream stream;
-  const auto first = [=](const SubtitleUnit&) { return firstIsShown; };
-  EXPECT_EQ(IndexPrimaryStream(std::move(file), first, stream).Result, LoadResult::Outcome::Loaded);
-  return stream;
+SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) {
+  return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
 }
 
 /// The file's bytes and the zero behind them, with some bytes changed.
@@ -217,8 +215,8 @@ TEST(AssignColours, EmptyStreamIsLeftAlone) {
 }
 
 TEST(AssignColours, FirstSubtitleThatWasNotConvertedStandsBehindTheFile) {
-  const Bytes file = PacketBuilder().Build();
-  SupStream stream = Index(file, false);
+  const Bytes file = PacketBuilder().WithoutArea().Build();
+  SupStream stream = Index(file, InvalidFirst::EndsTheWalk);
 
   AssignColours(stream, 0, Colours);
   AssignContrasts(stream, 0, Contrasts);
@@ -226,17 +224,15 @@ TEST(AssignColours, FirstSubtitleThatWasNotConvertedStandsBehindTheFile) {
   EXPECT_EQ(stream.RawBytes, Changed(file, {}));
 }
 
-TEST(AssignColours, IndexOfALoadThatBrokeOffWritesNothingIntoTheBytesOfTheFileBefore) {
-  const Bytes before = PacketBuilder().Build();
-  SupStream stream = Index(before);
-  const auto first = [](const SubtitleUnit&) { return true; };
-  ASSERT_EQ(IndexPrimaryStream(Join({PacketBuilder().Build(), Bytes(14, 'x')}), first, stream).Result,
-            LoadResult::Outcome::NoSignature);
+TEST(AssignColours, StreamWithoutItsIndexIsLeftAlone) {
+  const Bytes file = PacketBuilder().Build();
+  SupStream stream = Index(file);
+  DropIndex(stream);
 
   AssignColours(stream, 0, Colours);
   AssignContrasts(stream, 0, Contrasts);
 
-  EXPECT_EQ(stream.RawBytes, Changed(before, {}));
+  EXPECT_EQ(stream.RawBytes, Changed(file, {}));
 }
 
 TEST(AssignCodes, CodeWithoutANibbleKeepsItsOwn) {

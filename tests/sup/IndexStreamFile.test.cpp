@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -23,20 +24,12 @@ class IndexStreamFileTest : public testing::Test {
   }
   void TearDown() override { std::filesystem::remove(path_); }
 
-  LoadResult::Outcome Index() {
-    return IndexStreamFile(
-               path_, [this](const SubtitleUnit&) { return firstShown_; }, stream_)
-        .Result;
-  }
+  Result<LoadedStream> Index() { return IndexStreamFile(path_, invalidFirst_); }
 
   /// The index that loading the whole file makes is the measure.
   void ExpectTheLoadersIndex() {
-    SupStream loaded;
-    ASSERT_EQ(LoadPrimaryStream(
-                  path_, [this](const SubtitleUnit&) { return firstShown_; }, loaded)
-                  .Result,
-              LoadResult::Outcome::Loaded);
-    ASSERT_EQ(Index(), LoadResult::Outcome::Loaded);
+    const SupStream loaded = test::StreamOf(LoadPrimaryStream(path_, invalidFirst_));
+    stream_ = test::StreamOf(Index());
     EXPECT_EQ(stream_.Count, loaded.Count);
     EXPECT_EQ(stream_.FileLength, loaded.FileLength);
     EXPECT_EQ(stream_.PacketOffset, loaded.PacketOffset);
@@ -52,7 +45,7 @@ class IndexStreamFileTest : public testing::Test {
 
   std::filesystem::path path_ = std::filesystem::path(testing::TempDir()) /
                                 ("quillmark-index-" + std::to_string(std::random_device{}()) + ".sup");
-  bool firstShown_ = true;
+  InvalidFirst invalidFirst_ = InvalidFirst::IsPassed;
   SupStream stream_;
 };
 
@@ -93,32 +86,34 @@ TEST_F(IndexStreamFileTest, CutLastPacketReadsAsZerosBehindTheEnd) {
 }
 
 TEST_F(IndexStreamFileTest, FirstSubtitleThatCannotBeShownEndsTheWalk) {
-  firstShown_ = false;
-  Write(Join({LongPacket(1), LongPacket(2)}));
+  invalidFirst_ = InvalidFirst::EndsTheWalk;
+  Write(Join({PacketBuilder().WithoutArea().Build(), LongPacket(2)}));
   ExpectTheLoadersIndex();
   EXPECT_EQ(stream_.Count, 1);
 }
 
 TEST_F(IndexStreamFileTest, HoldsNoSubtitle) {
   Write(PacketBuilder().Build());
-  ASSERT_EQ(Index(), LoadResult::Outcome::Loaded);
+  stream_ = test::StreamOf(Index());
+  EXPECT_EQ(stream_.Count, 1);
   EXPECT_FALSE(stream_.Holds(0));
   EXPECT_TRUE(stream_.RawBytes.empty());
 }
 
 TEST_F(IndexStreamFileTest, MissingSignatureIsTold) {
   Write(Join({LongPacket(1), Bytes(14, 'x')}));
-  EXPECT_EQ(Index(), LoadResult::Outcome::NoSignature);
+  const Result<LoadedStream> loaded = Index();
+  ASSERT_TRUE(loaded);
+  EXPECT_TRUE(loaded->LostSignature);
 }
 
 TEST_F(IndexStreamFileTest, EmptyFileHasNoPacket) {
   Write({});
-  EXPECT_EQ(Index(), LoadResult::Outcome::Loaded);
-  EXPECT_EQ(stream_.Count, 0);
+  EXPECT_EQ(test::StreamOf(Index()).Count, 0);
 }
 
 TEST_F(IndexStreamFileTest, MissingFileIsUnreadable) {
-  EXPECT_EQ(Index(), LoadResult::Outcome::Unreadable);
+  EXPECT_EQ(Index().Reason(), "No such file or directory");
 }
 
 }  // namespace

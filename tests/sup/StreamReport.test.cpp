@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -13,10 +14,7 @@ using test::Join;
 using test::PacketBuilder;
 
 SupStream Index(Bytes file) {
-  SupStream stream;
-  const auto anything = [](const SubtitleUnit&) { return true; };
-  EXPECT_EQ(IndexPrimaryStream(std::move(file), anything, stream).Result, LoadResult::Outcome::Loaded);
-  return stream;
+  return test::StreamOf(IndexPrimaryStream(std::move(file), InvalidFirst::IsPassed));
 }
 
 const std::string EmptyReport =

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -12,14 +13,11 @@ using test::Bytes;
 using test::Join;
 using test::PacketBuilder;
 
-SupStream Index(Bytes file, bool firstIsShown = true) {
-  SupStream stream;
-  const auto first = [=](const SubtitleUnit&) { return firstIsShown; };
-  EXPECT_EQ(IndexPrimaryStream(std::move(file), first, stream).Result, LoadResult::Outcome::Loaded);
-  return stream;
+SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) {
+  return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
 }
 
-Bytes UnitOf(const SupStream& stream, std::int64_t index) {
+Bytes CopyOf(const SupStream& stream, std::int64_t index) {
   Bytes unit = {1, 2, 3};  // what an earlier subtitle left in the buffer
   CopyUnit(stream, index, unit);
   return unit;
@@ -38,50 +36,98 @@ TEST(UnitBufferSize, SizeBelowFourIsThatOfAnEmptyUnit) {
   EXPECT_EQ(UnitBufferSize(-32768), 0);
 }
 
-TEST(CopyUnit, LastByteIsZeroInsteadOfTheFiles) {
+TEST(CopyUnit, HasTheWholeUnitFromItsByte4On) {
   const SupStream stream = Index(
       Join({PacketBuilder().Unit({1, 2, 3, 4}).Build(), PacketBuilder().Unit({5, 6, 7, 8, 9}).Build()}));
 
-  EXPECT_EQ(UnitOf(stream, 0), (Bytes{1, 2, 3, 0}));
-  EXPECT_EQ(UnitOf(stream, 1), (Bytes{5, 6, 7, 8, 0}));
+  EXPECT_EQ(CopyOf(stream, 0), (Bytes{1, 2, 3, 4}));
+  EXPECT_EQ(CopyOf(stream, 1), (Bytes{5, 6, 7, 8, 9}));
 }
 
-TEST(CopyUnit, UnitOfOneByteIsZero) {
-  EXPECT_EQ(UnitOf(Index(PacketBuilder().Unit({9}).Build()), 0), Bytes{0});
+TEST(CopyUnit, UnitOfOneByteIsThatByte) {
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({9}).Build()), 0), Bytes{9});
 }
 
 TEST(CopyUnit, UnitWithoutBytesIsEmpty) {
-  EXPECT_EQ(UnitOf(Index(PacketBuilder().Unit({}).Build()), 0), Bytes{});
-  EXPECT_EQ(UnitOf(Index(PacketBuilder().Unit({}).Size(0).Build()), 0), Bytes{});
-  EXPECT_EQ(UnitOf(Index(PacketBuilder().Unit({}).Size(0xFFFF).Build()), 0), Bytes{});
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Build()), 0), Bytes{});
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Size(0).Build()), 0), Bytes{});
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Size(0xFFFF).Build()), 0), Bytes{});
 }
 
 TEST(CopyUnit, BytesThatTheFileLacksAreZero) {
-  EXPECT_EQ(UnitOf(Index(PacketBuilder().Unit({7, 8}).Size(4 + 6).Build()), 0), (Bytes{7, 8, 0, 0, 0, 0}));
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({7, 8}).Size(4 + 6).Build()), 0), (Bytes{7, 8, 0, 0, 0, 0}));
 }
 
 TEST(CopyUnit, SubtitleThatTheStreamDoesNotHaveIsEmpty) {
   const SupStream stream = Index(PacketBuilder().Build());
 
-  EXPECT_EQ(UnitOf(stream, -1), Bytes{});
-  EXPECT_EQ(UnitOf(stream, 1), Bytes{});
-  EXPECT_EQ(UnitOf(SupStream(), 0), Bytes{});
+  EXPECT_EQ(CopyOf(stream, -1), Bytes{});
+  EXPECT_EQ(CopyOf(stream, 1), Bytes{});
+  EXPECT_EQ(CopyOf(SupStream(), 0), Bytes{});
 }
 
 TEST(CopyUnit, FirstSubtitleThatWasNotConvertedStandsBehindTheFileAndIsZeros) {
-  const SupStream stream = Index(PacketBuilder().Unit({1, 2, 3, 4}).Build(), false);
+  const SupStream stream = Index(PacketBuilder().Unit({1, 2, 3, 4}).Build(), InvalidFirst::EndsTheWalk);
 
-  EXPECT_EQ(UnitOf(stream, 0), (Bytes{0, 0, 0, 0}));
+  EXPECT_EQ(CopyOf(stream, 0), (Bytes{0, 0, 0, 0}));
 }
 
-TEST(CopyUnit, IndexOfALoadThatBrokeOffReadsNothingFromTheBytesOfTheFileBefore) {
-  SupStream stream = Index(PacketBuilder().Build());
-  const auto first = [](const SubtitleUnit&) { return true; };
-  ASSERT_EQ(IndexPrimaryStream(Join({PacketBuilder().Build(), Bytes(14, 'x')}), first, stream).Result,
-            LoadResult::Outcome::NoSignature);
+TEST(UnitOf, HasTheSubtitlesFieldsAndItsWholeUnit) {
+  const SupStream stream = Index(Join(
+      {PacketBuilder().Time(5).Build(), PacketBuilder().Time(7).Unit({1, 2, 3}).ControlOffset(6).Build()}));
+  Bytes buffer;
 
+  const SubtitleUnit unit = UnitOf(stream, 1, buffer);
+
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 3}));
+  EXPECT_EQ(unit.ControlOffset, 6);
+  EXPECT_EQ(unit.StartTime, 7);
+  EXPECT_TRUE(UnitOf(stream, 2, buffer).Bytes.empty());
+}
+
+TEST(UnitForMerging, LastByteIsZeroInsteadOfTheFiles) {
+  const SupStream stream =
+      Index(Join({PacketBuilder().Unit({1, 2, 3}).Build(), PacketBuilder().Unit({}).Build()}));
+  Bytes buffer;
+
+  const SubtitleUnit unit = UnitForMerging(stream, 0, buffer);
+
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 0}));
+  EXPECT_TRUE(UnitForMerging(stream, 1, buffer).Bytes.empty());
+}
+
+TEST(FirstUnit, IsTheFilesFirstOneEvenWhereTheIndexLeadsPastTheEnd) {
+  const SupStream stream =
+      Index(PacketBuilder().Time(9).Unit({1, 2, 3}).ControlOffset(5).Build(), InvalidFirst::EndsTheWalk);
+  Bytes buffer;
+
+  const SubtitleUnit unit = FirstUnit(stream, buffer);
+
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 3}));
+  EXPECT_EQ(unit.ControlOffset, 5);
+  EXPECT_EQ(unit.StartTime, 9);
+}
+
+TEST(FirstUnit, StreamWithoutSubtitlesHasNone) {
+  Bytes buffer = {1};
+
+  EXPECT_TRUE(FirstUnit(Index({}), buffer).Bytes.empty());
+  EXPECT_TRUE(FirstUnit(SupStream(), buffer).Bytes.empty());
+}
+
+TEST(DropIndex, LeavesTheBytesAndNoSubtitle) {
+  const Bytes file = Join({PacketBuilder().Build(), PacketBuilder().Colour(9, 9, 9, 9).Build()});
+  SupStream stream = Index(file);
+  stream.Path = "film.sup";
+
+  DropIndex(stream);
+
+  EXPECT_EQ(stream.RawBytes, Join({file, {0}}));
+  EXPECT_EQ(stream.FileLength, 96);
+  EXPECT_EQ(stream.Path, "film.sup");
   EXPECT_FALSE(stream.Holds(0));
-  EXPECT_EQ(UnitOf(stream, 0), Bytes{});
+  EXPECT_EQ(stream.Count, 0);
+  EXPECT_FALSE(stream.Stats.MultipleColours);
 }
 
 }  // namespace

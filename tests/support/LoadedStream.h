@@ -1,0 +1,21 @@
+#pragma once
+
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "sup/StreamLoader.h"
+
+namespace quillmark::test {
+
+/// The stream of a load that is expected to succeed.
+inline SupStream StreamOf(Result<LoadedStream> loaded) {
+  EXPECT_TRUE(loaded) << loaded.Reason();
+  if (!loaded) {
+    return {};
+  }
+  EXPECT_FALSE(loaded->LostSignature);
+  return std::move(loaded->Stream);
+}
+
+}  // namespace quillmark::test
