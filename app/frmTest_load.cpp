@@ -78,9 +78,6 @@ void frmTest::LoadSup(const QString& path) {
     hourglass.Release();
     TellUnreadable(path, loaded.Reason());
     document_->KeepStream();
-    if (isShown) {
-      Command_Reload_Click();
-    }
     return;
   }
   const bool hasFirst = loaded->Stream.Holds(0);

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "sup/StreamLoader.h"
 #include "tests/app/Streams.h"
+#include "tests/support/LoadedStream.h"
 
 namespace quillmark::test {
 namespace {
@@ -14,12 +14,7 @@ namespace {
 class DocumentTest : public testing::Test {
  protected:
   static SupStream Loaded(const Bytes& bytes) {
-    SupStream stream;
-    EXPECT_EQ(IndexPrimaryStream(
-                  bytes, [](const SubtitleUnit&) { return true; }, stream)
-                  .Result,
-              LoadResult::Outcome::Loaded);
-    return stream;
+    return StreamOf(IndexPrimaryStream(bytes, InvalidFirst::IsPassed));
   }
   static SupStream Second(const Bytes& bytes) {
     SupStream stream = Loaded(bytes);

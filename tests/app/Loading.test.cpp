@@ -243,6 +243,28 @@ TEST_F(Loading, FirstSubtitleIsShownEvenIfALaterPacketHasNoSignature) {
   EXPECT_EQ(TextOf("Text_StartTime"), "00:00:02.00");
 }
 
+TEST_F(Loading, StreamBeforeStaysUsableWhereTheFileDoesNotStartWithASignature) {
+  const QString path = LoadStream(ThreeSubtitles());
+  LoadWithoutSignature(NoPacket);
+  EXPECT_EQ(TextOf("Text1"), path);
+  Click("Command_Reload");
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  Click("Command_Next");
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  Choose("ImageCombo4", "A");
+  Click("Command_SetActual");
+  EXPECT_NE(SavedBytes(), ThreeSubtitles());
+}
+
+TEST_F(Loading, CommandsThatCanDoNothingAreDisabledWhereALaterSignatureIsMissing) {
+  LoadStream(ThreeSubtitles());
+  LoadWithoutSignature(Join({PacketBuilder().Time(2 * Second).Build(), NoPacket}));
+  for (const char* name : {"Command_Next", "Command_Prev", "Command_GoTo", "Command_Reload",
+                           "Command_SetActual", "Command_SetAll"}) {
+    EXPECT_FALSE(IsEnabled(name)) << name;
+  }
+}
+
 TEST_F(Loading, ShortTailIsIgnored) {
   LoadStream(Join({ThreeSubtitles(), Bytes(13, 'x')}));
   EXPECT_TRUE(Dialogs.Last().Text.startsWith("Found Subtitles: 3\r\n"));

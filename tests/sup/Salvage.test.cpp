@@ -37,6 +37,20 @@ Bytes Kept(const SalvagedStream& salvaged) {
   return kept;
 }
 
+TEST(FaultText, SaysWhatIsWrongWithAPlace) {
+  EXPECT_EQ(FaultText(PacketFault::None), "a whole packet");
+  EXPECT_EQ(FaultText(PacketFault::TooShort), "too short for a packet");
+  EXPECT_EQ(FaultText(PacketFault::NoSignature), "no \"SP\" where a packet should start");
+  EXPECT_EQ(FaultText(PacketFault::UnitTooSmall), "the unit's size leaves no room for control sequences");
+  EXPECT_EQ(FaultText(PacketFault::UnitTooLarge), "the unit's size is 0x8000 or more");
+  EXPECT_EQ(FaultText(PacketFault::PastEnd), "the packet runs past the end of the file");
+  EXPECT_EQ(FaultText(PacketFault::ControlOffsetOutside), "the control offset leads out of the unit");
+  EXPECT_EQ(FaultText(PacketFault::ControlUnfinished),
+            "the control sequences do not come to an end in the unit");
+  EXPECT_EQ(FaultText(PacketFault::HoldsAnotherPacket),
+            "another packet starts inside the packet, and none behind it");
+}
+
 TEST(SalvageStream, SoundStreamIsKeptWhole) {
   const Bytes file = Join({Packet(1), Packet(2), Packet(3)});
   const SalvagedStream salvaged = SalvageStream(file);
