@@ -32,9 +32,10 @@ using Lanes = std::array<std::uint64_t, 4>;
 
 /// Four hashes that do not wait for each other, of every fourth word each.
 void AddBlock(Lanes& lanes, const std::uint8_t* block) {
-  for (std::size_t i = 0; i < lanes.size(); ++i) {
-    lanes[i] = Mixed(lanes[i], LittleEndian(block + 8 * i));
-  }
+  lanes[0] = Mixed(lanes[0], LittleEndian(block));
+  lanes[1] = Mixed(lanes[1], LittleEndian(block + 8));
+  lanes[2] = Mixed(lanes[2], LittleEndian(block + 16));
+  lanes[3] = Mixed(lanes[3], LittleEndian(block + 24));
 }
 
 }  // namespace

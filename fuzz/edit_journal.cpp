@@ -18,8 +18,8 @@ using namespace quillmark;
 using Bytes = std::vector<std::uint8_t>;
 
 void Number(std::uint64_t number, Bytes& out) {
-  for (int shift = 56; shift >= 0; shift -= 8) {
-    out.push_back(static_cast<std::uint8_t>(number >> static_cast<unsigned>(shift)));
+  for (unsigned shift = 0; shift < 64; shift += 8) {
+    out.push_back(static_cast<std::uint8_t>(number >> shift));
   }
 }
 

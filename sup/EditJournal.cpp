@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "base/ByteReader.h"
@@ -23,64 +26,98 @@ constexpr std::size_t HeadSize = 28;         // tag, payload length, payload has
 constexpr std::size_t CheckedHeadSize = 20;  // these three
 constexpr std::size_t MaxNameLength = 0xFFFF;
 constexpr std::size_t PlaceSize = 12;
+static_assert(sizeof(StreamEdit::Place) == PlaceSize && std::is_trivially_copyable_v<StreamEdit::Place>);
 constexpr std::uint8_t ReindexesFlag = 1;
 
-/// Writes big-endian numbers into bytes that have room for them.
-class Pen {
- public:
-  explicit Pen(std::span<std::uint8_t> bytes) : at_(bytes.data()) {}
+/// A number in little-endian order, in which most machines hold it and lists of places are copied as they
+/// are.
+template <typename Integer>
+std::array<std::uint8_t, sizeof(Integer)> LittleEndian(Integer number) {
+  std::array<std::uint8_t, sizeof(Integer)> bytes{};
+  for (std::uint8_t& byte : bytes) {
+    byte = static_cast<std::uint8_t>(number);
+    number = static_cast<Integer>(std::uint64_t{number} >> 8U);
+  }
+  return bytes;
+}
 
-  void U8(std::uint8_t value) { *at_++ = value; }
-  void U16(std::uint16_t value) {
-    U8(static_cast<std::uint8_t>(value >> 8U));
-    U8(static_cast<std::uint8_t>(value));
+/// Appends one record. Its payload is hashed while it is copied, so that memory is read once.
+class RecordWriter {
+ public:
+  RecordWriter(Kind kind, std::size_t payloadLength, Bytes& out)
+      : kind_(kind), out_(out), start_(out.size()), hashed_(start_ + HeadSize) {
+    out_.reserve(hashed_ + payloadLength);
+    out_.resize(hashed_);
   }
-  void U32(std::uint32_t value) {
-    U16(static_cast<std::uint16_t>(value >> 16U));
-    U16(static_cast<std::uint16_t>(value));
+  RecordWriter(const RecordWriter&) = delete;
+  RecordWriter& operator=(const RecordWriter&) = delete;
+  ~RecordWriter() {
+    hasher_.Add(std::span(out_).subspan(hashed_));
+    const std::span head = std::span(out_).subspan(start_, HeadSize);
+    auto at = std::copy(Form.begin(), Form.end(), head.begin());
+    *at++ = static_cast<std::uint8_t>(kind_);
+    for (const std::uint64_t number : {std::uint64_t{out_.size() - start_ - HeadSize}, hasher_.Hash()}) {
+      at = std::ranges::copy(LittleEndian(number), at).out;
+    }
+    std::ranges::copy(LittleEndian(ContentHash(head.first(CheckedHeadSize))), at);
   }
-  void U64(std::uint64_t value) {
-    U32(static_cast<std::uint32_t>(value >> 32U));
-    U32(static_cast<std::uint32_t>(value));
+
+  void Add(BytesView bytes) {
+    while (!bytes.empty()) {
+      const BytesView part = bytes.first(std::min(bytes.size(), CopiedAtATime));
+      out_.insert(out_.end(), part.begin(), part.end());
+      bytes = bytes.subspan(part.size());
+      const std::size_t whole = (out_.size() - hashed_) / ContentHasher::BlockSize * ContentHasher::BlockSize;
+      hasher_.Add(std::span(out_).subspan(hashed_, whole));
+      hashed_ += whole;
+    }
   }
-  template <typename Container>
-  void Copy(const Container& bytes) {
-    at_ = std::copy(bytes.begin(), bytes.end(), at_);
+  template <typename Integer>
+  void Number(Integer number) {
+    Add(LittleEndian(number));
+  }
+  void Text(std::string_view text) { Add({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}); }
+  void Name(std::string_view name) {
+    Number(static_cast<std::uint16_t>(name.size()));
+    Text(name);
+  }
+  void Places(std::span<const StreamEdit::Place> places) {
+    if constexpr (std::endian::native == std::endian::little) {
+      Add({reinterpret_cast<const std::uint8_t*>(places.data()), places.size_bytes()});
+    } else {
+      for (const StreamEdit::Place& place : places) {
+        Number(place.Offset);
+        Number(place.Removed);
+        Number(place.Inserted);
+      }
+    }
   }
 
  private:
-  std::uint8_t* at_;
-};
+  static constexpr std::size_t CopiedAtATime = 16384;
 
-/// Appends a record whose payload of `length` bytes `fill` writes.
-template <typename Fill>
-void WriteRecord(Kind kind, std::size_t length, Bytes& out, const Fill& fill) {
-  const std::size_t start = out.size();
-  out.resize(start + HeadSize + length);
-  const auto head = std::span(out).subspan(start, HeadSize);
-  const auto payload = std::span(out).subspan(start + HeadSize);
-  fill(Pen(payload));
-  Pen pen(head);
-  pen.Copy(Form);
-  pen.U8(static_cast<std::uint8_t>(kind));
-  pen.U64(length);
-  pen.U64(ContentHash(payload));
-  pen.U64(ContentHash(head.first(CheckedHeadSize)));
-}
+  Kind kind_;
+  Bytes& out_;
+  std::size_t start_;
+  std::size_t hashed_;  // where what is not hashed yet starts
+  ContentHasher hasher_;
+};
 
 std::string_view Cut(std::string_view name) {
   return name.substr(0, MaxNameLength);
 }
 
-void WriteName(Pen& pen, std::string_view name) {
-  pen.U16(static_cast<std::uint16_t>(name.size()));
-  pen.Copy(name);
-}
-
-std::optional<std::uint64_t> U64be(ByteReader& reader) {
-  const auto high = reader.U32be();
-  const auto low = reader.U32be();
-  return high && low ? std::optional(std::uint64_t{*high} << 32U | *low) : std::nullopt;
+template <typename Integer>
+std::optional<Integer> Number(ByteReader& reader) {
+  const auto bytes = reader.Take(sizeof(Integer));
+  if (!bytes) {
+    return std::nullopt;
+  }
+  std::uint64_t number = 0;
+  for (std::size_t i = sizeof(Integer); i-- > 0;) {
+    number = number << 8U | (*bytes)[i];
+  }
+  return static_cast<Integer>(number);
 }
 
 std::string TextOf(BytesView bytes) {
@@ -88,15 +125,15 @@ std::string TextOf(BytesView bytes) {
 }
 
 std::optional<std::string> ReadName(ByteReader& reader) {
-  const auto length = reader.U16be();
+  const auto length = Number<std::uint16_t>(reader);
   const auto name = length ? reader.Take(*length) : std::nullopt;
   return name ? std::optional(TextOf(*name)) : std::nullopt;
 }
 
 std::optional<JournalBase> ReadBase(BytesView payload) {
   ByteReader reader(payload);
-  const auto length = U64be(reader);
-  const auto hash = U64be(reader);
+  const auto length = Number<std::uint64_t>(reader);
+  const auto hash = Number<std::uint64_t>(reader);
   const auto path = reader.Take(reader.Remaining());
   if (!length || !hash || !path) {
     return std::nullopt;
@@ -104,26 +141,39 @@ std::optional<JournalBase> ReadBase(BytesView payload) {
   return JournalBase{.Length = *length, .Hash = *hash, .Path = TextOf(*path)};
 }
 
+std::optional<std::vector<StreamEdit::Place>> ReadPlaces(ByteReader& reader, std::uint32_t count) {
+  const auto bytes = reader.Take(PlaceSize * count);
+  if (!bytes) {
+    return std::nullopt;
+  }
+  std::vector<StreamEdit::Place> places(count);
+  if constexpr (std::endian::native == std::endian::little) {
+    if (count > 0) {
+      std::memcpy(places.data(), bytes->data(), bytes->size());
+    }
+  } else {
+    ByteReader numbers(*bytes);
+    for (StreamEdit::Place& place : places) {
+      place.Offset = *Number<std::uint32_t>(numbers);
+      place.Removed = *Number<std::uint32_t>(numbers);
+      place.Inserted = *Number<std::uint32_t>(numbers);
+    }
+  }
+  return places;
+}
+
 std::optional<JournalChange> ReadEdit(BytesView payload) {
   ByteReader reader(payload);
   auto name = ReadName(reader);
   const auto flags = reader.U8();
-  const auto count = reader.U32be();
-  if (!name || !flags || *flags > ReindexesFlag || !count || *count > reader.Remaining() / PlaceSize) {
+  const auto count = Number<std::uint32_t>(reader);
+  auto places = count ? ReadPlaces(reader, *count) : std::nullopt;
+  if (!name || !flags || *flags > ReindexesFlag || !places) {
     return std::nullopt;
   }
   StreamEdit edit;
   edit.Reindexes = *flags == ReindexesFlag;
-  edit.Places.reserve(*count);
-  for (std::uint32_t i = 0; i < *count; ++i) {
-    const auto offset = reader.U32be();
-    const auto removed = reader.U32be();
-    const auto inserted = reader.U32be();
-    if (!offset || !removed || !inserted) {
-      return std::nullopt;
-    }
-    edit.Places.push_back({.Offset = *offset, .Removed = *removed, .Inserted = *inserted});
-  }
+  edit.Places = std::move(*places);
   const auto bytes = reader.Take(reader.Remaining());
   edit.Bytes.assign(bytes->begin(), bytes->end());
   return JournalChange{.Name = std::move(*name), .What = std::move(edit)};
@@ -159,9 +209,9 @@ Result<std::optional<Record>> ReadRecord(ByteReader& reader) {
     return Next();
   }
   ByteReader fields(head->subspan(TagSize));
-  const auto length = U64be(fields);
-  const auto payloadHash = U64be(fields);
-  const auto headHash = U64be(fields);
+  const auto length = Number<std::uint64_t>(fields);
+  const auto payloadHash = Number<std::uint64_t>(fields);
+  const auto headHash = Number<std::uint64_t>(fields);
   if (!std::ranges::equal(head->first(Form.size()), Form) ||
       headHash != ContentHash(head->first(CheckedHeadSize))) {
     return damaged();
@@ -222,47 +272,38 @@ bool SetBase(Journal& journal, const Record& record) {
 }  // namespace
 
 void WriteJournalBase(const JournalBase& base, Bytes& out) {
-  WriteRecord(Kind::Base, 16 + base.Path.size(), out, [&](Pen pen) {
-    pen.U64(base.Length);
-    pen.U64(base.Hash);
-    pen.Copy(base.Path);
-  });
+  RecordWriter record(Kind::Base, 16 + base.Path.size(), out);
+  record.Number(base.Length);
+  record.Number(base.Hash);
+  record.Text(base.Path);
 }
 
 void WriteJournalEdit(std::string_view name, const StreamEdit& edit, Bytes& out) {
   name = Cut(name);
-  const std::size_t length = 2 + name.size() + 1 + 4 + PlaceSize * edit.Places.size() + edit.Bytes.size();
-  WriteRecord(Kind::Edit, length, out, [&](Pen pen) {
-    WriteName(pen, name);
-    pen.U8(edit.Reindexes ? ReindexesFlag : 0);
-    pen.U32(static_cast<std::uint32_t>(edit.Places.size()));
-    for (const StreamEdit::Place& place : edit.Places) {
-      pen.U32(place.Offset);
-      pen.U32(place.Removed);
-      pen.U32(place.Inserted);
-    }
-    pen.Copy(edit.Bytes);
-  });
+  RecordWriter record(Kind::Edit,
+                      2 + name.size() + 1 + 4 + PlaceSize * edit.Places.size() + edit.Bytes.size(), out);
+  record.Name(name);
+  record.Number(edit.Reindexes ? ReindexesFlag : std::uint8_t{0});
+  record.Number(static_cast<std::uint32_t>(edit.Places.size()));
+  record.Places(edit.Places);
+  record.Add(edit.Bytes);
 }
 
 void WriteJournalPalette(std::string_view name, const DvdPalette& colours, Bytes& out) {
   name = Cut(name);
-  WriteRecord(Kind::Palette, 2 + name.size() + 3 * colours.size(), out, [&](Pen pen) {
-    WriteName(pen, name);
-    for (const Rgb colour : colours) {
-      pen.U8(static_cast<std::uint8_t>(colour));
-      pen.U8(static_cast<std::uint8_t>(colour >> 8U));
-      pen.U8(static_cast<std::uint8_t>(colour >> 16U));
-    }
-  });
+  RecordWriter record(Kind::Palette, 2 + name.size() + 3 * colours.size(), out);
+  record.Name(name);
+  for (const Rgb colour : colours) {
+    record.Add(BytesView(LittleEndian(colour)).first(3));
+  }
 }
 
 void WriteJournalUndo(Bytes& out) {
-  WriteRecord(Kind::Undo, 0, out, [](Pen) {});
+  const RecordWriter record(Kind::Undo, 0, out);
 }
 
 void WriteJournalRedo(Bytes& out) {
-  WriteRecord(Kind::Redo, 0, out, [](Pen) {});
+  const RecordWriter record(Kind::Redo, 0, out);
 }
 
 Result<Journal> ReadJournal(BytesView bytes) {

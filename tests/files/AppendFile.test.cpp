@@ -31,7 +31,7 @@ class AppendFileTest : public testing::Test {
   [[nodiscard]] AppendFile Created(const QString& name) const {
     auto file = AppendFile::Create(Path(name));
     EXPECT_TRUE(file.IsOk() && file->has_value()) << file.Reason();
-    return *std::move(*file);
+    return std::move(**file);
   }
 
   [[nodiscard]] bool CanOpen(const QString& name) const {
