@@ -160,6 +160,9 @@ class Document : public QObject {
   Result<void> SetPalette(const DvdPalette& palette, const QString& name);
   void Undo();
   void Redo();
+  /// Makes the edits once more that a record says were made of this stream, the first `done` of them in force
+  /// and the others undone. Only for a stream that was just opened; one of them that does not fit undoes all.
+  Result<void> Restore(std::vector<DocumentEdit> edits, std::size_t done);
   /// The stream was written as it is.
   void MarkSaved();
 
@@ -168,8 +171,11 @@ class Document : public QObject {
   void Opened();
   /// Before the edit is applied: it says what is put in.
   void AboutToEdit(const quillmark::DocumentEdit& edit);
-  void AboutToUndo();
-  void AboutToRedo();
+  /// The edit does not fit: nothing of it was done.
+  void Refused();
+  /// As AboutToEdit(), each.
+  void AboutToUndo(const quillmark::DocumentEdit& edit);
+  void AboutToRedo(const quillmark::DocumentEdit& edit);
   void Saved();
 
   // For whoever shows the document.
@@ -208,6 +214,8 @@ class Document : public QObject {
   [[nodiscard]] bool Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew);
   [[nodiscard]] bool ShowPair(std::int64_t index, std::int64_t over, bool isNew);
   Result<void> Apply(std::variant<StreamEdit, DvdPalette>& what);
+  Result<void> Push(DocumentEdit edit);
+  [[nodiscard]] const DocumentEdit& EditAt(int step) const;
   Result<void> Assign(std::int64_t first, std::int64_t end, const QString& name);
 
   SupStream primary_;

@@ -29,10 +29,13 @@ bool ChangesNothing(const std::vector<std::uint8_t>& bytes, const StreamEdit& ed
 class Document::EditCommand : public QUndoCommand {
  public:
   EditCommand(Document& document, DocumentEdit edit, Result<void>& outcome)
-      : QUndoCommand(edit.Name), document_(document), what_(std::move(edit.What)), outcome_(&outcome) {}
+      : QUndoCommand(edit.Name), document_(document), edit_(std::move(edit)), outcome_(&outcome) {}
+
+  /// What the next exchange puts in.
+  [[nodiscard]] const DocumentEdit& Edit() const { return edit_; }
 
   void redo() override {
-    const Result<void> applied = document_.Apply(what_);
+    const Result<void> applied = document_.Apply(edit_.What);
     if (!applied) {
       setObsolete(true);
     }
@@ -41,14 +44,14 @@ class Document::EditCommand : public QUndoCommand {
     }
   }
   void undo() override {
-    if (!document_.Apply(what_)) {
+    if (!document_.Apply(edit_.What)) {
       setObsolete(true);
     }
   }
 
  private:
   Document& document_;
-  std::variant<StreamEdit, DvdPalette> what_;
+  DocumentEdit edit_;
   Result<void>* outcome_;  // of the first time
 };
 
@@ -85,9 +88,33 @@ Result<void> Document::Make(DocumentEdit edit) {
     return {};
   }
   emit AboutToEdit(edit);
+  const Result<void> outcome = Push(std::move(edit));
+  if (!outcome) {
+    emit Refused();
+  }
+  return outcome;
+}
+
+Result<void> Document::Push(DocumentEdit edit) {
   Result<void> outcome;
   history_.push(new EditCommand(*this, std::move(edit), outcome));
   return outcome;
+}
+
+const DocumentEdit& Document::EditAt(int step) const {
+  return static_cast<const EditCommand*>(history_.command(step))->Edit();
+}
+
+Result<void> Document::Restore(std::vector<DocumentEdit> edits, std::size_t done) {
+  for (DocumentEdit& edit : edits) {
+    if (const Result<void> outcome = Push(std::move(edit)); !outcome) {
+      history_.setIndex(0);
+      history_.clear();
+      return outcome;
+    }
+  }
+  history_.setIndex(static_cast<int>(done));
+  return {};
 }
 
 Result<void> Document::SetActual() {
@@ -104,14 +131,14 @@ Result<void> Document::SetPalette(const DvdPalette& palette, const QString& name
 
 void Document::Undo() {
   if (Enabled().Undo) {
-    emit AboutToUndo();
+    emit AboutToUndo(EditAt(history_.index() - 1));
     history_.undo();
   }
 }
 
 void Document::Redo() {
   if (Enabled().Redo) {
-    emit AboutToRedo();
+    emit AboutToRedo(EditAt(history_.index()));
     history_.redo();
   }
 }

@@ -16,6 +16,7 @@
 #include "app/Document.h"
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
+#include "app/RecoveryJournal.h"
 
 namespace quillmark {
 
@@ -24,7 +25,9 @@ frmTest::frmTest(QWidget* parent)
       gdip_([this](const QString& source, int status, const QString& text) {
         ShowImagingError(source, status, text);
       }),
-      document_(new Document(this)) {
+      document_(new Document(this)),
+      // Before anything that shows the document, so that an edit is written down before it is shown.
+      recovery_(new RecoveryJournal(*document_, this)) {
   setObjectName(QStringLiteral("frmTest"));
   setWindowTitle(QStringLiteral("Quillmark"));
   setAcceptDrops(true);
@@ -39,6 +42,7 @@ frmTest::frmTest(QWidget* parent)
   DrawFrameBackground();
   ConnectActions();
   ConnectControls();
+  ConnectRecovery();
   UpdateCommands();
   Command_LoadSup->setFocus();
 }

@@ -21,6 +21,7 @@ struct SpuControl;
 struct SubtitleDescription;
 class cBitmap;
 class Document;
+class RecoveryJournal;
 
 /// The main window. It shows a Document and turns what the user does into calls of it. Its member functions
 /// stand in one file per group of commands.
@@ -105,6 +106,10 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Command_SaveSup_Click();
   [[nodiscard]] QString AskForNewSup();
 
+  // frmTest_recovery.cpp
+  void ConnectRecovery();
+  void Command_Recover_Click();
+
   // frmTest_merge.cpp
   void Command_LoadSecond_Click();
   void Command_SaveSecond_Click();
@@ -118,6 +123,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   cGDIP gdip_;
   Document* document_;
+  RecoveryJournal* recovery_;
   bool running_ = false;            // a command runs
   bool listChangeIsDrawn_ = false;  // of the choice that a list is about to tell
   QString picturePath_;             // where the shown picture is saved; empty unless pictures are

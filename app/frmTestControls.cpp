@@ -15,6 +15,7 @@
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
+#include "app/Strip.h"
 
 namespace quillmark {
 namespace {
@@ -80,7 +81,14 @@ void frmTestControls::Build(QMainWindow* window) {
   Picture1 = new DisplayFrame(central);
   Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));
 
+  Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), central);
+  Command_Recover = Strip_Recover->AddCommand(QStringLiteral("Command_Recover"), QStringLiteral("Restore"));
+  Command_Recover->setToolTip(QStringLiteral("Make the edits of this stream again that were not saved"));
+  Command_Forget = Strip_Recover->AddCommand(QStringLiteral("Command_Forget"), QStringLiteral("Discard"));
+  Command_Forget->setToolTip(QStringLiteral("Forget the edits that were not saved"));
+
   auto* frameColumn = new QVBoxLayout;
+  frameColumn->addWidget(Strip_Recover);
   frameColumn->addWidget(Picture1);
   frameColumn->addStretch();
 

@@ -18,6 +18,7 @@ namespace quillmark {
 class DisplayFrame;
 class ImageList;
 class PaletteSwatch;
+class Strip;
 
 /// The main window's controls. Each one's objectName is its name here; element i of an array is "Name_i".
 struct frmTestControls {
@@ -53,6 +54,9 @@ struct frmTestControls {
   std::array<PaletteSwatch*, 16> Label1{};
   std::array<QLabel*, 16> Picture2{};  ///< not shown: where the list pictures are kept
   DisplayFrame* Picture1 = nullptr;
+  Strip* Strip_Recover = nullptr;
+  QPushButton* Command_Recover = nullptr;
+  QPushButton* Command_Forget = nullptr;
   QGroupBox* Frame1 = nullptr;
   QGroupBox* Frame2 = nullptr;
   QGroupBox* Frame3 = nullptr;

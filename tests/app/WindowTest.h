@@ -18,6 +18,18 @@ class QComboBox;
 
 namespace quillmark::test {
 
+/// A folder of the test's own for what windows leave behind, made known to those that come after it: neither
+/// does a test touch the user's, nor does it find what another one left.
+class StateHome {
+ public:
+  StateHome() { qputenv("XDG_STATE_HOME", folder_.path().toUtf8()); }
+
+  [[nodiscard]] QString Path() const { return folder_.path(); }
+
+ private:
+  QTemporaryDir folder_;
+};
+
 /// Drives a real, shown main window through its controls, found by their names as an assistive tool would.
 class WindowTest : public testing::Test {
  protected:
@@ -70,6 +82,7 @@ class WindowTest : public testing::Test {
   [[nodiscard]] QColor SwatchColour(int entry) const;
 
   QTemporaryDir Folder;
+  StateHome State;
   DialogScript Dialogs;
   frmTest Window;
 };

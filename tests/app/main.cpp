@@ -47,6 +47,9 @@ QByteArray DescribeScreens() {
 int main(int argc, char** argv) {
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
+  qputenv("XDG_STATE_HOME", settings.path().toUtf8());
+  // Threads that a test which forks cannot end; later Qt than 6.4 has such.
+  qputenv("QT_NO_GUI_THREADPOOL", "1");
   QFile screens(settings.filePath("screens.json"));
   if (!screens.open(QIODevice::WriteOnly) || screens.write(DescribeScreens()) < 0 || !screens.flush()) {
     return EXIT_FAILURE;
