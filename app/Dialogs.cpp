@@ -117,9 +117,10 @@ bool FileExists(const QString& path) {
   return QFileInfo(path).isFile();
 }
 
-void ShowMessage(QWidget* owner, const QString& text) {
+void ShowMessage(QWidget* owner, const QString& text, const QString& remark) {
   QMessageBox box(QMessageBox::NoIcon, owner->windowTitle(), text, QMessageBox::Ok, owner);
   box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(remark);
   box.exec();
 }
 

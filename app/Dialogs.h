@@ -41,8 +41,8 @@ inline constexpr int LongestDialogPath = 256;
 /// Whether a file of that name exists.
 [[nodiscard]] bool FileExists(const QString& path);
 
-/// A message with an OK button.
-void ShowMessage(QWidget* owner, const QString& text);
+/// A message with an OK button; `remark` stands below it in smaller type.
+void ShowMessage(QWidget* owner, const QString& text, const QString& remark = {});
 /// A warning with OK and Cancel; true for OK.
 [[nodiscard]] bool ConfirmWarning(QWidget* owner, const QString& text);
 /// Asks for one line of text; the empty text when cancelled.

@@ -48,7 +48,12 @@ EnabledCommands Document::Enabled() const {
           .Next = steps_.Next,
           .GoTo = steps_.GoTo,
           .Undo = historyFits && history_.canUndo(),
-          .Redo = historyFits && history_.canRedo()};
+          .Redo = historyFits && history_.canRedo(),
+          .Revert = editing && IsPreview(),
+          .Reopen = primary_.Count == 0 && primary_.Holds(0),
+          .Merging = merging_,
+          .Report = primary_.Count > 0,
+          .Help = true};
 }
 
 QString Document::NumberText() const {
@@ -228,6 +233,23 @@ void Document::AbandonLoading() {
   emit CommandsChanged();
 }
 
+bool Document::Reopen() {
+  primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
+  SetSupPath(QString::fromStdString(primary_.Path));
+  const bool shown = GoTo(std::clamp<std::int64_t>(Number(), 1, primary_.Count));
+  AllowSteps();
+  return shown;
+}
+
+void Document::AllowSteps() {
+  const bool isCounted = failed_ || number_ != 0;
+  steps_ = {.Prev = Number() > 1,
+            .Next = isCounted && Number() < primary_.Count,
+            .GoTo = primary_.Count >= 2,
+            .Change = isCounted};
+  emit CommandsChanged();
+}
+
 void Document::KeepStream() {
   if (!std::exchange(loading_, false) || !primary_.Holds(0)) {
     return;
@@ -265,6 +287,14 @@ void Document::BeginMerging(SupStream secondary) {
   merging_ = true;
   steps_.Change = false;
   emit CommandsChanged();
+}
+
+bool Document::LeaveMerging() {
+  secondary_ = {};
+  shownOver_ = -1;
+  merging_ = false;
+  AllowSteps();
+  return Reset();
 }
 
 bool Document::ShowFirstMerged() {

@@ -57,6 +57,11 @@ struct EnabledCommands {
   bool GoTo = false;
   bool Undo = false;
   bool Redo = false;
+  bool Revert = false;  ///< RevertPreview
+  bool Reopen = false;
+  bool Merging = false;  ///< Offset, LeaveMerge
+  bool Report = false;
+  bool Help = false;  ///< Keys, About, AboutQt
 };
 
 /// What is open: the two streams, the palette, the frame, which subtitle is current, and the history of
@@ -128,10 +133,14 @@ class Document : public QObject {
   /// The load failed behind packets that were shown: the bytes before it stay and can be saved, but there is
   /// no subtitle of theirs to step through or to edit.
   void LoseIndex();
-  /// Load SUP was cancelled: nothing more happens than what it began with.
+  /// Load SUP was cancelled: nothing more happens than what it began with, and no stream is open.
   void EndLoading();
   /// Load SUP could not even ask: everything is as it was before it began.
   void AbandonLoading();
+
+  /// After a cancelled Load SUP: the stream before it, which is still held with its edits, is open again, at
+  /// the subtitle shown.
+  [[nodiscard]] bool Reopen();
 
   void SetFrameLines(int lines);
 
@@ -141,6 +150,8 @@ class Document : public QObject {
   [[nodiscard]] bool ReturnToFirst();
   void DropSecondary();
   void BeginMerging(SupStream secondary);
+  /// The primary stream stays open, at the subtitle shown, and can be edited again.
+  [[nodiscard]] bool LeaveMerging();
   void SetYOffset(std::int16_t lines) { yOffset_ = lines; }
   /// Both streams' first subtitles, whatever their times. Kept oddity: where that succeeds the number is 17
   /// until SetNumber(), and a stream of 17 subtitles leaves Next disabled.
@@ -210,6 +221,8 @@ class Document : public QObject {
     bool Merging = false;
   };
 
+  /// The commands of a stream that is open at whatever subtitle.
+  void AllowSteps();
   [[nodiscard]] bool Show(std::int64_t number);
   [[nodiscard]] bool Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew);
   [[nodiscard]] bool ShowPair(std::int64_t index, std::int64_t over, bool isNew);

@@ -1,6 +1,5 @@
 #include "app/frmTest.h"
 
-#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -9,7 +8,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
-#include <QStatusBar>
 
 #include "app/Dialogs.h"
 #include "app/DisplayFrame.h"
@@ -17,6 +15,7 @@
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
 #include "app/RecoveryJournal.h"
+#include "app/StatusLine.h"
 
 namespace quillmark {
 
@@ -33,7 +32,9 @@ frmTest::frmTest(QWidget* parent)
   setAcceptDrops(true);
   Build(this);
   BuildActions(this);
-  statusBar()->setObjectName(QStringLiteral("StatusBar"));
+  status_ = new StatusLine(this);
+  setStatusBar(status_);
+  BuildMenus();
   ConnectDocument();
   document_->SetSupPath(InProgramFolder(QStringLiteral("test.sup")));
   document_->SetFrameLines(Option_720x480->isChecked() ? FrameHeight480 : FrameHeight576);
@@ -70,8 +71,17 @@ void frmTest::ConnectActions() {
   connectTo(Action_LoadSecond, Command_LoadSecond, &frmTest::Command_LoadSecond_Click);
   connectTo(Action_SaveSecond, Command_SaveSecond, &frmTest::Command_SaveSecond_Click);
   connectTo(Action_GetGraphics, Command_GetGraphics, &frmTest::Command_GetGraphics_Click);
+  connectTo(Action_Reopen, nullptr, &frmTest::Command_Reopen_Click);
   connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
   connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
+  connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
+  connectTo(Action_PictureBehind, nullptr, &frmTest::Command_PictureBehind_Click);
+  connectTo(Action_Offset, nullptr, &frmTest::Command_Offset_Click);
+  connectTo(Action_LeaveMerge, nullptr, &frmTest::Command_LeaveMerge_Click);
+  connectTo(Action_Report, nullptr, &frmTest::Command_Report_Click);
+  connectTo(Action_Keys, nullptr, &frmTest::Command_Keys_Click);
+  connectTo(Action_About, nullptr, &frmTest::Command_About_Click);
+  connectTo(Action_AboutQt, nullptr, &frmTest::Command_AboutQt_Click);
   connect(Action_Quit, &QAction::triggered, this, &QWidget::close);
 }
 
@@ -111,6 +121,8 @@ void frmTest::ConnectDocument() {
   });
   connect(document_, &Document::PaletteChanged, this, &frmTest::ShowPalette);
   connect(document_, &Document::CommandsChanged, this, &frmTest::UpdateCommands);
+  connect(document_, &Document::ChoiceChanged, this, &frmTest::UpdateCommands);
+  ConnectStatus();
 }
 
 void frmTest::RunCommand(const std::function<void()>& command) {
@@ -160,12 +172,20 @@ void frmTest::UpdateCommands() {
   };
   nameStep(Action_Undo, QStringLiteral("&Undo"), enabled.Undo, document_->History().undoText());
   nameStep(Action_Redo, QStringLiteral("&Redo"), enabled.Redo, document_->History().redoText());
-}
-
-void frmTest::Tell(const QString& text) {
-  statusBar()->showMessage(text);
-  QAccessibleEvent said(statusBar(), QAccessible::Alert);
-  QAccessible::updateAccessibility(&said);
+  for (QAction* action :
+       {Action_720x480, Action_720x576, Action_Checker, Action_File, Action_PictureBehind}) {
+    action->setEnabled(enabled.Editing);
+  }
+  for (QAction* action : {Action_Offset, Action_LeaveMerge}) {
+    action->setEnabled(enabled.Merging);
+  }
+  Action_Reopen->setEnabled(enabled.Reopen);
+  Action_RevertPreview->setEnabled(enabled.Revert);
+  ShowPreviewMark();
+  Action_Report->setEnabled(enabled.Report);
+  for (QAction* action : {Action_Keys, Action_About, Action_AboutQt}) {
+    action->setEnabled(enabled.Help);
+  }
 }
 
 void frmTest::ShowImagingError(const QString& source, int status, const QString& text) {

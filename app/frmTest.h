@@ -22,6 +22,7 @@ struct SubtitleDescription;
 class cBitmap;
 class Document;
 class RecoveryJournal;
+class StatusLine;
 
 /// The main window. It shows a Document and turns what the user does into calls of it. Its member functions
 /// stand in one file per group of commands.
@@ -85,6 +86,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void RenderMergedSubtitle(const ConvertedSubtitle& subtitle);
   void DrawFrameBackground();
   void Option_File_Click();
+  [[nodiscard]] QString AskForBackground();
   void Command_GetGraphics_Click();
 
   // frmTest_palette.cpp
@@ -101,6 +103,26 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Command_Redo_Click();
   void CodeListChanged();
   void CodeListActivated();
+
+  // frmTest_menus.cpp
+  void BuildMenus();
+  void Command_Reopen_Click();
+  void Command_PictureBehind_Click();
+  void ShowPictureBehind(const QString& path);
+  void Command_Offset_Click();
+  void Command_LeaveMerge_Click();
+
+  // frmTest_help.cpp
+  void Command_Report_Click();
+  void Command_Keys_Click();
+  void Command_About_Click();
+  void Command_AboutQt_Click();
+
+  // frmTest_status.cpp
+  void ConnectStatus();
+  void ShowPlace();
+  void ShowPreviewMark();
+  void TellSaved(const QString& path, std::int64_t subtitles, std::int64_t bytes);
 
   // frmTest_save.cpp
   void Command_SaveSup_Click();
@@ -122,6 +144,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void ShowPrimaryAlone(const SpuControl& control, std::int64_t index, cBitmap& picture);
 
   cGDIP gdip_;
+  StatusLine* status_ = nullptr;
   Document* document_;
   RecoveryJournal* recovery_;
   bool running_ = false;            // a command runs

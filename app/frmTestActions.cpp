@@ -35,6 +35,19 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_GetGraphics, "Action_GetGraphics", QStringLiteral("&Load Background graphic form file..."));
   make(Action_Undo, "Action_Undo", QStringLiteral("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
   make(Action_Redo, "Action_Redo", QStringLiteral("&Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+  make(Action_Reopen, "Action_Reopen", QStringLiteral("Open last stream a&gain"));
+  make(Action_RevertPreview, "Action_RevertPreview", QStringLiteral("Revert &preview"));
+  make(Action_720x480, "Action_720x480", QStringLiteral("720x&480"));
+  make(Action_720x576, "Action_720x576", QStringLiteral("720x&576"));
+  make(Action_Checker, "Action_Checker", QStringLiteral("&Checker"));
+  make(Action_File, "Action_File", QStringLiteral("&Graph. File"));
+  make(Action_PictureBehind, "Action_PictureBehind", QStringLiteral("&Picture behind..."));
+  make(Action_Offset, "Action_Offset", QStringLiteral("&Offset..."));
+  make(Action_LeaveMerge, "Action_LeaveMerge", QStringLiteral("Leave &merge mode"));
+  make(Action_Report, "Action_Report", QStringLiteral("&Report again"));
+  make(Action_Keys, "Action_Keys", QStringLiteral("&Keys"), {QKeySequence(Qt::Key_F1)});
+  make(Action_About, "Action_About", QStringLiteral("&About Quillmark"));
+  make(Action_AboutQt, "Action_AboutQt", QStringLiteral("About &Qt"));
   make(Action_Quit, "Action_Quit", QStringLiteral("&Quit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)});
 }
 

@@ -21,8 +21,21 @@ struct frmTestActions {
   QAction* Action_LoadSecond = nullptr;
   QAction* Action_SaveSecond = nullptr;
   QAction* Action_GetGraphics = nullptr;
+  QAction* Action_Reopen = nullptr;
   QAction* Action_Undo = nullptr;
   QAction* Action_Redo = nullptr;
+  QAction* Action_RevertPreview = nullptr;
+  QAction* Action_720x480 = nullptr;
+  QAction* Action_720x576 = nullptr;
+  QAction* Action_Checker = nullptr;
+  QAction* Action_File = nullptr;
+  QAction* Action_PictureBehind = nullptr;
+  QAction* Action_Offset = nullptr;
+  QAction* Action_LeaveMerge = nullptr;
+  QAction* Action_Report = nullptr;
+  QAction* Action_Keys = nullptr;
+  QAction* Action_About = nullptr;
+  QAction* Action_AboutQt = nullptr;
   QAction* Action_Quit = nullptr;
 
   /// Creates all actions with their texts and keys, as children of `window`; connects nothing.

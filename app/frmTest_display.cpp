@@ -156,11 +156,15 @@ void frmTest::Option_File_Click() {
   document_->Preview();
 }
 
-void frmTest::Command_GetGraphics_Click() {
+QString frmTest::AskForBackground() {
   const QString start =
       Text_GraphFile->text().isEmpty() ? InProgramFolder(QStringLiteral("test.bmp")) : Text_GraphFile->text();
-  const QString path = AskToOpen(start, QStringLiteral("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
-                                 QStringLiteral("*.BMP;*.GIF;*.JPG;*.PNG"));
+  return AskToOpen(start, QStringLiteral("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
+                   QStringLiteral("*.BMP;*.GIF;*.JPG;*.PNG"));
+}
+
+void frmTest::Command_GetGraphics_Click() {
+  const QString path = AskForBackground();
   if (path.isEmpty()) {
     return;
   }

@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include "app/Dialogs.h"
 #include "app/Document.h"
@@ -57,10 +58,13 @@ void frmTest::Command_LoadSecond_Click() {
       return;
     case MergeObstacle::VariedPrimary:
       ShowMessage(
-          this, QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
-                               "Loading secondary stream not possible.\r\n"
-                               "Remove the multiple colors and/or multiple transparancies in the primary sup "
-                               "file and retry"));
+          this,
+          QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
+                         "Loading secondary stream not possible.\r\n"
+                         "Remove the multiple colors and/or multiple transparancies in the primary sup "
+                         "file and retry"),
+          QStringLiteral("Colours that are set here count once the stream is saved and loaded again: use Set "
+                         "for all, save the stream, and load the saved one."));
       return;
     case MergeObstacle::NoSecondary:
     case MergeObstacle::None:
@@ -159,8 +163,10 @@ void frmTest::SaveMerged(const QString& path) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     return true;
   };
+  std::int64_t encoded = 0;
   const auto done = [&](std::int64_t index, MergedStreamEncoder::Outcome outcome,
                         const MergedStreamEncoder& encoder) {
+    encoded += outcome == MergedStreamEncoder::Outcome::Encoded ? 1 : 0;
     if (outcome == MergedStreamEncoder::Outcome::InvalidPrimary) {
       return;
     }
@@ -197,6 +203,8 @@ void frmTest::SaveMerged(const QString& path) {
   TellPictureFailures(exporter.PictureFailures());
   if (const QString failure = WhyIncomplete(merged, ended); !failure.isEmpty()) {
     ShowMessage(this, QStringLiteral("%1 is not complete: %2").arg(path, failure));
+  } else {
+    TellSaved(path, encoded, QFileInfo(path).size());
   }
   if (!merged.TooLong.empty()) {
     ShowMessage(this, path + QStringLiteral(": ") + QString::fromStdString(TooLongText(merged.TooLong)));

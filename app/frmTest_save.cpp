@@ -23,6 +23,7 @@ void frmTest::Command_SaveSup_Click() {
     return;
   }
   document_->MarkSaved();
+  TellSaved(path, stream.Count, stream.FileLength);
 }
 
 }  // namespace quillmark

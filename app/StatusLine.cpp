@@ -1,0 +1,79 @@
+#include "app/StatusLine.h"
+
+#include <QAccessible>
+#include <QLabel>
+
+namespace quillmark {
+namespace {
+
+void Announce(QWidget* widget) {
+  QAccessibleEvent said(widget, QAccessible::Alert);
+  QAccessible::updateAccessibility(&said);
+}
+
+}  // namespace
+
+StatusLine::StatusLine(QWidget* parent)
+    : QStatusBar(parent),
+      preview_(new QLabel(QStringLiteral("Preview, not set"), this)),
+      place_(new QLabel(this)) {
+  setObjectName(QStringLiteral("StatusBar"));
+  preview_->setObjectName(QStringLiteral("Status_Preview"));
+  preview_->setAutoFillBackground(true);
+  preview_->setBackgroundRole(QPalette::Highlight);
+  preview_->setForegroundRole(QPalette::HighlightedText);
+  preview_->setMargin(fontMetrics().height() / 6);
+  place_->setObjectName(QStringLiteral("Status_Place"));
+  addPermanentWidget(preview_);
+  addPermanentWidget(place_);
+  preview_->hide();
+  // What a menu says of its entries takes the place of what was told only while the menu is open.
+  connect(this, &QStatusBar::messageChanged, this, [this](const QString& text) {
+    if (text.isEmpty() && !told_.isEmpty()) {
+      showMessage(told_);
+    }
+  });
+}
+
+void StatusLine::Tell(const QString& text) {
+  told_ = text;
+  showMessage(text);
+  setAccessibleName(text);
+  // What is too long for the line. Its text may hold a path, which is no markup.
+  setToolTip(text.isEmpty() ? QString() : QStringLiteral("<qt>") + text.toHtmlEscaped());
+  if (!text.isEmpty()) {
+    Announce(this);
+  }
+}
+
+void StatusLine::ShowPlace(const QString& text) {
+  if (place_->text() == text) {
+    return;
+  }
+  place_->setText(text);
+  if (!announcing_) {
+    // A command may pass several subtitles; only the one where it ends is said.
+    announcing_ = true;
+    QMetaObject::invokeMethod(this, &StatusLine::AnnouncePlace, Qt::QueuedConnection);
+  }
+}
+
+void StatusLine::AnnouncePlace() {
+  announcing_ = false;
+  if (!place_->text().isEmpty()) {
+    Announce(place_);
+  }
+}
+
+bool StatusLine::ShowPreviewMark(bool isPreview) {
+  if (isPreview != preview_->isHidden()) {
+    return false;
+  }
+  preview_->setVisible(isPreview);
+  if (isPreview) {
+    Announce(preview_);
+  }
+  return true;
+}
+
+}  // namespace quillmark

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStatusBar>
+#include <QString>
+
+class QLabel;
+
+namespace quillmark {
+
+/// The window's status bar: at the left what was told last, at the right where one is and whether what is
+/// shown is written. Assistive tools say all three.
+class StatusLine : public QStatusBar {
+ public:
+  explicit StatusLine(QWidget* parent);
+
+  /// Stays until something else is told.
+  void Tell(const QString& text);
+  void ShowPlace(const QString& text);
+  /// Whether colours and opacities are shown that are not written; false when that was so before.
+  bool ShowPreviewMark(bool isPreview);
+
+ private:
+  void AnnouncePlace();
+
+  QString told_;
+  QLabel* preview_;
+  QLabel* place_;
+  bool announcing_ = false;
+};
+
+}  // namespace quillmark

@@ -1,0 +1,99 @@
+#include <initializer_list>
+
+#include <QAction>
+#include <QActionGroup>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRadioButton>
+
+#include "app/Document.h"
+#include "app/PathText.h"
+#include "app/frmTest.h"
+
+namespace quillmark {
+namespace {
+
+/// nullptr stands for a separating line.
+void Fill(QMenu* menu, std::initializer_list<QAction*> actions) {
+  for (QAction* action : actions) {
+    if (action == nullptr) {
+      menu->addSeparator();
+    } else {
+      menu->addAction(action);
+    }
+  }
+}
+
+/// The entries are chosen with their option buttons, and press them.
+void Pair(QObject* parent, std::initializer_list<std::pair<QAction*, QRadioButton*>> options) {
+  auto* group = new QActionGroup(parent);
+  for (const auto& [action, option] : options) {
+    action->setCheckable(true);
+    action->setChecked(option->isChecked());
+    group->addAction(action);
+    QObject::connect(action, &QAction::triggered, option, &QAbstractButton::click);
+    QObject::connect(option, &QAbstractButton::toggled, action, &QAction::setChecked);
+  }
+}
+
+}  // namespace
+
+void frmTest::BuildMenus() {
+  const auto add = [this](const char* name, const QString& title, std::initializer_list<QAction*> actions) {
+    QMenu* menu = menuBar()->addMenu(title);
+    menu->setObjectName(QLatin1String(name));
+    Fill(menu, actions);
+    return menu;
+  };
+  menuBar()->setObjectName(QStringLiteral("MenuBar"));
+  add("Menu_File", QStringLiteral("&File"),
+      {Action_LoadSup, Action_Reopen, nullptr, Action_SaveSup, nullptr, Action_LoadPalette,
+       Action_SavePalette, nullptr, Action_Quit});
+  add("Menu_Edit", QStringLiteral("&Edit"), {Action_Undo, Action_Redo, nullptr, Action_RevertPreview});
+  add("Menu_Subtitle", QStringLiteral("&Subtitle"),
+      {Action_Prev, Action_Next, Action_GoTo, nullptr, Action_Reload});
+  add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetAll});
+  add("Menu_View", QStringLiteral("&View"),
+      {Action_720x480, Action_720x576, nullptr, Action_Checker, Action_File, nullptr, Action_PictureBehind,
+       Action_GetGraphics});
+  add("Menu_Merge", QStringLiteral("&Merge"),
+      {Action_LoadSecond, Action_Offset, Action_SaveSecond, nullptr, Action_LeaveMerge});
+  add("Menu_Help", QStringLiteral("&Help"),
+      {Action_Report, Action_Keys, nullptr, Action_About, Action_AboutQt});
+  Pair(this, {{Action_720x480, Option_720x480}, {Action_720x576, Option_720x576}});
+  Pair(this, {{Action_Checker, Option_Checker}, {Action_File, Option_File}});
+}
+
+void frmTest::Command_Reopen_Click() {
+  if (!document_->Reopen()) {
+    TellConversionFailed();
+  }
+}
+
+void frmTest::Command_PictureBehind_Click() {
+  const QString path = AskForBackground();
+  if (!path.isEmpty()) {
+    ShowPictureBehind(path);
+  }
+}
+
+void frmTest::ShowPictureBehind(const QString& path) {
+  Text_GraphFile->setText(path);
+  Option_File->setChecked(true);
+  Option_File_Click();
+}
+
+void frmTest::Command_Offset_Click() {
+  if (AskForOffset()) {
+    Command_Reload_Click();
+  }
+}
+
+void frmTest::Command_LeaveMerge_Click() {
+  if (!document_->LeaveMerging()) {
+    TellConversionFailed();
+  }
+}
+
+}  // namespace quillmark

@@ -1,0 +1,78 @@
+#include <variant>
+
+#include <QFileInfo>
+#include <QLocale>
+#include <QPushButton>
+
+#include "app/Document.h"
+#include "app/StatusLine.h"
+#include "app/frmTest.h"
+
+namespace quillmark {
+namespace {
+
+/// The language of the program's texts.
+const QLocale& TextLocale() {
+  static const QLocale locale(QLocale::English, QLocale::UnitedStates);
+  return locale;
+}
+
+QString SubtitlesText(std::int64_t count) {
+  return TextLocale().toString(static_cast<qlonglong>(count)) +
+         (count == 1 ? QStringLiteral(" subtitle") : QStringLiteral(" subtitles"));
+}
+
+}  // namespace
+
+void frmTest::ConnectStatus() {
+  connect(document_, &Document::NumberChanged, this, &frmTest::ShowPlace);
+  connect(document_, &Document::CommandsChanged, this, &frmTest::ShowPlace);
+  connect(document_, &Document::SubtitleShown, this, &frmTest::UpdateCommands);
+  connect(document_, &Document::NumberChanged, this, &frmTest::UpdateCommands);
+  connect(document_, &Document::AboutToEdit, this, [this](const DocumentEdit& edit) {
+    if (std::holds_alternative<DvdPalette>(edit.What)) {
+      Tell(QStringLiteral("A SUP file holds no palette: Save Palette keeps this one"));
+    }
+  });
+}
+
+void frmTest::Tell(const QString& text) {
+  status_->Tell(text);
+}
+
+void frmTest::ShowPlace() {
+  const std::int64_t count = document_->Primary().Count;
+  if (count < 1) {
+    status_->ShowPlace({});
+    return;
+  }
+  const QString number = document_->HasSubtitle()
+                             ? TextLocale().toString(static_cast<qlonglong>(document_->Number()))
+                             : document_->NumberText();
+  status_->ShowPlace(number + QStringLiteral(" of ") + TextLocale().toString(static_cast<qlonglong>(count)));
+}
+
+void frmTest::ShowPreviewMark() {
+  const bool isPreview = document_->IsPreview();
+  if (!status_->ShowPreviewMark(isPreview)) {
+    return;
+  }
+  for (QPushButton* button : {Command_SetActual, Command_SetAll}) {
+    QPalette colours;
+    if (isPreview) {
+      for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        colours.setBrush(group, QPalette::Button, palette().brush(group, QPalette::Highlight));
+        colours.setBrush(group, QPalette::ButtonText, palette().brush(group, QPalette::HighlightedText));
+      }
+    }
+    button->setPalette(colours);
+  }
+}
+
+void frmTest::TellSaved(const QString& path, std::int64_t subtitles, std::int64_t bytes) {
+  Tell(QStringLiteral("Saved ") + QFileInfo(path).fileName() + QStringLiteral(", ") +
+       (subtitles > 0 ? SubtitlesText(subtitles) + QStringLiteral(", ") : QString()) +
+       TextLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat));
+}
+
+}  // namespace quillmark
