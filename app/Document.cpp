@@ -39,7 +39,7 @@ EnabledCommands Document::Enabled() const {
     return {};
   }
   const bool editing = !merging_;
-  const bool historyFits = editing && primary_.Holds(0);
+  const bool historyFits = editing && !lostIndex_;
   return {.Load = true,
           .Save = editing && everLoading_,
           .Editing = editing,
@@ -205,6 +205,7 @@ bool Document::ShowFirst(const SubtitleUnit& unit) {
 
 void Document::Open(SupStream stream) {
   primary_ = std::move(stream);
+  lostIndex_ = false;
   primary_.Path = supPath_.toStdString();
   if (primary_.PacketOffset.empty()) {
     SetNumber(0);
@@ -263,6 +264,7 @@ void Document::KeepStream() {
 void Document::LoseIndex() {
   loading_ = false;
   DropIndex(primary_);
+  lostIndex_ = true;
   steps_ = {};
   emit CommandsChanged();
   emit StreamChanged();

@@ -241,6 +241,7 @@ class Document : public QObject {
   bool busy_ = false;
   bool everLoading_ = false;  // Load SUP was used
   bool loading_ = false;      // between BeginLoading() and what ends it
+  bool lostIndex_ = false;    // what the history is of can no longer be shown
   StepRules steps_;
   BeforeLoading beforeLoading_;
 
