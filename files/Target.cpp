@@ -50,10 +50,8 @@ Result<Target> InspectTarget(const QString& path) {
   if (!place) {
     return SystemFailure(ELOOP);
   }
-  Target target{.Path = place->string(), .Folder = place->parent_path().string()};
-  if (target.Folder.empty()) {
-    target.Folder = ".";
-  }
+  Target target{.Path = place->string(),
+                .Folder = (place->has_parent_path() ? place->parent_path() : fs::path(".")).string()};
   struct stat status {};
   if (::stat(target.Path.c_str(), &status) != 0) {
     if (errno == ENOENT && place->has_filename()) {
