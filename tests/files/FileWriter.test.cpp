@@ -1,6 +1,7 @@
 #include "files/FileWriter.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <string>
 #include <sys/stat.h>
@@ -160,6 +161,49 @@ TEST_F(FileWriterTest, DeletingFirstWritesPieceByPiece) {
   EXPECT_EQ(Write(writer, "second"), "No space left on device");
   EXPECT_EQ(writer->Commit().Reason(), "");
   EXPECT_EQ(Read("a"), "first ");
+}
+
+TEST_F(FileWriterTest, DeletingFirstTellsInTheEndWhatTheDiskLost) {
+  auto unsynced = FileWriter::DeletingFirst(Path("a"));
+  EXPECT_EQ(Write(unsynced, "new"), "");
+  System().Sync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  EXPECT_EQ(unsynced->Commit().Reason(), "Input/output error");
+  System().Sync = [](int) { return 0; };
+  auto unclosed = FileWriter::DeletingFirst(Path("b"));
+  EXPECT_EQ(Write(unclosed, "new"), "");
+  System().Close = [](int file) {
+    ::close(file);
+    errno = ENOSPC;
+    return -1;
+  };
+  EXPECT_EQ(unclosed->Commit().Reason(), "No space left on device");
+}
+
+TEST_F(FileWriterTest, InterruptedCallsAreMadeAgain) {
+  static int interruptions = 0;
+  interruptions = 0;
+  System().Open = [](const char* path, int flags, mode_t mode) {
+    errno = EINTR;
+    return ++interruptions % 2 == 1 ? -1 : ::open(path, flags, mode);
+  };
+  System().Write = [](int file, const void* bytes, std::size_t length) -> ssize_t {
+    errno = EINTR;
+    return ++interruptions % 2 == 1 ? -1 : ::write(file, bytes, length);
+  };
+  // This one is not: whatever it answers, the file is closed.
+  System().Close = [](int file) {
+    ::close(file);
+    errno = EINTR;
+    return -1;
+  };
+  auto writer = FileWriter::Replacing(Path("a"));
+  EXPECT_EQ(Write(writer, "new"), "");
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(interruptions, 4);
+  EXPECT_EQ(Read("a"), "new");
 }
 
 TEST_F(FileWriterTest, DeletingFirstLeavesTheOtherNamesTheOldFile) {
