@@ -125,6 +125,17 @@ TEST_F(Assignment, ListsKeepNumberAndDetails) {
   EXPECT_EQ(FrameColour(102, 420), QColor(2, 252, 2));
 }
 
+TEST_F(Assignment, ListsWithoutAStreamDrawNothing) {
+  Click("Check_SavePics");
+  const QImage before = Frame();
+  ChooseNewAssignment();
+  EXPECT_EQ(Frame(), before);
+  EXPECT_EQ(TextOf("Text_SubNum"), "0");
+  EXPECT_EQ(Chosen("ImageCombo4"), "A");
+  EXPECT_FALSE(IsEnabled("Command_SetActual"));
+  EXPECT_FALSE(IsEnabled("Command_SetAll"));
+}
+
 TEST_F(Assignment, SetForActualWritesFourBytesOfTheSubtitleShown) {
   LoadStream(ThreeSubtitles());
   Click("Command_Next");

@@ -64,6 +64,20 @@ TEST_F(DocumentTest, StartsWithoutASubtitle) {
                enabled.Undo || enabled.Redo);
 }
 
+TEST_F(DocumentTest, SettingWithoutAStreamDoesNothing) {
+  bool edited = false;
+  const auto watch = QObject::connect(&Opened, &Document::AboutToEdit, &Opened, [&edited] { edited = true; });
+  const auto shown =
+      QObject::connect(&Opened, &Document::PreviewShown, &Opened, [&edited] { edited = true; });
+  Opened.Choose(Choice(7, 8));
+  EXPECT_TRUE(Opened.SetActual());
+  EXPECT_TRUE(Opened.SetAll());
+  QObject::disconnect(watch);
+  QObject::disconnect(shown);
+  EXPECT_FALSE(edited);
+  EXPECT_EQ(Opened.History().count(), 0);
+}
+
 TEST_F(DocumentTest, StepsEndAtTheFirstAndTheLast) {
   Open(Packets(3));
   EXPECT_TRUE(Opened.Enabled().Next);

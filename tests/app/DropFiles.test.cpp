@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -13,18 +14,29 @@ namespace {
 
 class DropFiles : public WindowTest {
  protected:
-  /// Drags files over a control and lets them go there; whether anybody took them.
-  bool Drop(QWidget& target, const QList<QUrl>& files) {
+  /// Drags files over a control; whether anybody takes them.
+  static bool Drag(QWidget& target, const QList<QUrl>& files) {
     QMimeData data;
     data.setUrls(files);
-    const QPoint where = target.rect().center();
-    QDragEnterEvent enter(where, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDragEnterEvent enter(target.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&target, &enter);
-    if (!enter.isAccepted()) {
+    return enter.isAccepted();
+  }
+  /// Lets them go where they were dragged to; whether they were taken. Nothing is loaded yet.
+  static bool LetGo(QWidget& target, const QList<QUrl>& files) {
+    QMimeData data;
+    data.setUrls(files);
+    QDropEvent drop(QPointF(target.rect().center()), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    drop.ignore();
+    QApplication::sendEvent(&target, &drop);
+    return drop.isAccepted();
+  }
+  /// Drags files over a control and lets them go there; whether anybody took them.
+  static bool Drop(QWidget& target, const QList<QUrl>& files) {
+    if (!Drag(target, files)) {
       return false;
     }
-    QDropEvent drop(QPointF(where), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&target, &drop);
+    LetGo(target, files);
     QCoreApplication::processEvents();
     return true;
   }
@@ -41,14 +53,9 @@ TEST_F(DropFiles, SupFileLoads) {
 }
 
 TEST_F(DropFiles, DropIsAcceptedBeforeTheFileIsLoaded) {
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(Write("movie.sup", ThreeSubtitles()))});
-  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&Window, &enter);
-  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  drop.ignore();
-  QApplication::sendEvent(&Window, &drop);
-  EXPECT_TRUE(drop.isAccepted());
+  const QList<QUrl> files = {QUrl::fromLocalFile(Write("movie.sup", ThreeSubtitles()))};
+  ASSERT_TRUE(Drag(Window, files));
+  EXPECT_TRUE(LetGo(Window, files));
   EXPECT_EQ(TextOf("Text_SubNum"), "0");
   Dialogs.ExpectReport();
   QCoreApplication::processEvents();
@@ -110,6 +117,58 @@ TEST_F(DropFiles, BrokenPaletteIsToldAsLoadPaletteDoes) {
   Dialogs.ExpectMessage("Illegal file");
   EXPECT_TRUE(Drop(Write("p.pal", QByteArray("nothing"))));
   EXPECT_EQ(SwatchColour(1), QColor(1, 1, 1));
+}
+
+TEST_F(DropFiles, FilesOfOtherKindsAreNotTaken) {
+  LoadStream(ThreeSubtitles());
+  const auto dialogs = Dialogs.Shown().size();
+  for (const char* name : {"movie.txt", "movie.xml", "movie.sup.zip", "sup", "movie"}) {
+    EXPECT_FALSE(Drop(Write(name, ThreeSubtitles()))) << name;
+  }
+  EXPECT_EQ(Dialogs.Shown().size(), dialogs);
+  EXPECT_EQ(TextOf("Text1"), Path("movie.sup"));
+}
+
+TEST_F(DropFiles, TwoPalettesAreNotTaken) {
+  const QString path = Write("p.pal", PalWithRed());
+  EXPECT_FALSE(Drop(Window, {QUrl::fromLocalFile(path), QUrl::fromLocalFile(path)}));
+  EXPECT_EQ(SwatchColour(1), QColor(3, 253, 251));
+}
+
+TEST_F(DropFiles, NothingIsTakenWhileADialogIsOpen) {
+  LoadStream(ThreeSubtitles());
+  const QString stream = Write("other.sup", PacketBuilder().Time(7 * Second).Build());
+  for (const QString& path : {stream, Write("p.pal", PalWithRed())}) {
+    Dialogs.Expect(DialogKind::Input, [&](QDialog& dialog) {
+      EXPECT_FALSE(Drag(Window, {QUrl::fromLocalFile(path)})) << path.toStdString();
+      dialog.reject();
+    });
+    Click("Command_GoTo");
+    Dialogs.Verify();
+    // And what was over the window already when the dialog came.
+    ASSERT_TRUE(Drag(Window, {QUrl::fromLocalFile(path)})) << path.toStdString();
+    Dialogs.Expect(DialogKind::Input, [&](QDialog& dialog) {
+      EXPECT_FALSE(LetGo(Window, {QUrl::fromLocalFile(path)})) << path.toStdString();
+      dialog.reject();
+    });
+    Click("Command_GoTo");
+    Dialogs.Verify();
+  }
+  EXPECT_EQ(TextOf("Text1"), Path("movie.sup"));
+  EXPECT_EQ(SwatchColour(1), QColor(3, 253, 251));
+}
+
+TEST_F(DropFiles, FileThatWaitsWhenADialogComesIsNotLoaded) {
+  LoadStream(ThreeSubtitles());
+  const QList<QUrl> files = {QUrl::fromLocalFile(Write("other.sup", PacketBuilder().Build()))};
+  ASSERT_TRUE(Drag(Window, files));
+  EXPECT_TRUE(LetGo(Window, files));
+  Dialogs.ExpectCancelled(DialogKind::Input);
+  // Not by the mouse, whose events would let the file be loaded first.
+  Window.findChild<QAction*>("Action_GoTo")->trigger();
+  QCoreApplication::processEvents();
+  Dialogs.Verify();
+  EXPECT_EQ(TextOf("Text1"), Path("movie.sup"));
 }
 
 TEST_F(DropFiles, WhatIsNoLocalFileIsNotTaken) {

@@ -1,5 +1,8 @@
 #include <QComboBox>
+#include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QLineEdit>
 
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
@@ -68,6 +71,19 @@ TEST_F(Loading, ReportIsAMessageWithOneOkButton) {
   EXPECT_EQ(report.Buttons, QMessageBox::Ok);
   EXPECT_TRUE(report.IsModal);
   EXPECT_EQ(report.Owner, &Window);
+}
+
+TEST_F(Loading, HourglassStandsWhileTheFirstSubtitleIsShown) {
+  bool stood = false;
+  const auto watch =
+      QObject::connect(&Control<QLineEdit>("Text_StartTime"), &QLineEdit::textChanged, &Window, [&stood] {
+        const QCursor* pointer = QGuiApplication::overrideCursor();
+        stood = pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+      });
+  LoadStream(ThreeSubtitles());
+  QObject::disconnect(watch);
+  EXPECT_TRUE(stood);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(Loading, HourglassIsGoneWhenTheReportComes) {
@@ -194,6 +210,33 @@ TEST_F(Loading, CancelAfterAStreamKeepsItsPathButCountsNoSubtitles) {
   Choose("ImageCombo2", "7");
   Click("Command_SetAll");
   EXPECT_EQ(SavedBytes(), ThreeSubtitles());
+}
+
+TEST_F(Loading, SetForActualAfterACancelledLoadStillWritesTheSubtitleShown) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  Choose("ImageCombo2", "7");
+  Click("Command_SetActual");
+  Bytes expected = ThreeSubtitles();
+  expected[ColourArguments + 1] = 0x70;
+  EXPECT_EQ(SavedBytes(), expected);
+}
+
+TEST_F(Loading, FileThatIsGoneWhenItIsReadIsToldAndTheStreamStays) {
+  const QString path = LoadStream(ThreeSubtitles());
+  const QString gone = Write("%1 %2.sup", ThreeSubtitles());
+  Dialogs.Expect(DialogKind::OpenFile, [&gone](QDialog& dialog) {
+    DialogScript::ConfirmFile(gone)(dialog);
+    QFile::remove(gone);
+  });
+  Dialogs.ExpectMessage("Cannot read " + gone + ": No such file or directory");
+  Click("Command_LoadSup");
+  Dialogs.Verify();
+  EXPECT_TRUE(Dialogs.Last().PointerIsNormal);
+  EXPECT_EQ(TextOf("Text1"), path);
+  Click("Command_Next");
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
 }
 
 TEST_F(Loading, FileWithoutSignatureShowsOnlyTheError) {

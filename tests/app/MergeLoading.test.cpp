@@ -117,13 +117,14 @@ TEST_F(MergeLoading, CancelledSecondLoadDropsTheSecondaryStream) {
   Click("Command_SaveSecond");
 }
 
-TEST_F(MergeLoading, SteppingAfterACancelledSecondLoadIsHarmless) {
+TEST_F(MergeLoading, SteppingAfterACancelledSecondLoadShowsThePrimaryAlone) {
   LoadStream(ThreeSubtitles());
   Merge(SecondaryStream({0}));
   CancelOpening();
-  Dialogs.AllowMessages();
   Click("Command_Next");
-  EXPECT_TRUE(TextOf("Text_SubNum") == "2" || TextOf("Text_SubNum") == "?");
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_TRUE(TextIsAt(100, 420));
+  EXPECT_EQ(ShownSecondaries(), std::vector<int>{});
 }
 
 TEST_F(MergeLoading, DialogAsksForSupFilesFromThePrimaryOn) {
@@ -159,6 +160,67 @@ TEST_F(MergeLoading, ReportIsExact) {
             "Color 2 uses palette color: 1  and opacity: F\r\n"
             "Color 3 uses palette color: 2  and opacity: F\r\n"
             "Color 4 uses palette color: 3  and opacity: F\r\n");
+}
+
+/// The pointer at each painting of a widget.
+class PointerAtPaint : public QObject {
+ public:
+  explicit PointerAtPaint(QWidget& widget) : widget_(widget) { widget.installEventFilter(this); }
+
+  int Hourglasses = 0;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const QCursor* pointer = QGuiApplication::overrideCursor();
+    if (watched == &widget_ && event->type() == QEvent::Paint && pointer != nullptr &&
+        pointer->shape() == Qt::WaitCursor) {
+      ++Hourglasses;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QWidget& widget_;
+};
+
+TEST_F(MergeLoading, HourglassStandsWhileTheStreamIsRead) {
+  LoadStream(ThreeSubtitles());
+  const PointerAtPaint painted(Window);
+  Merge(ThreeSubtitles());
+  EXPECT_EQ(painted.Hourglasses, 1);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(MergeLoading, FileThatIsGoneWhenItIsReadIsTold) {
+  LoadStream(ThreeSubtitles());
+  Merge(SecondaryStream({0}));
+  const QString gone = Write("%1 %2.sup", ThreeSubtitles());
+  Dialogs.Expect(DialogKind::OpenFile, [&gone](QDialog& dialog) {
+    DialogScript::ConfirmFile(gone)(dialog);
+    QFile::remove(gone);
+  });
+  Dialogs.ExpectMessage("Cannot read " + gone + ": No such file or directory");
+  Click("Command_LoadSecond");
+  Dialogs.Verify();
+  EXPECT_TRUE(Dialogs.Last().PointerIsNormal);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  EXPECT_EQ(TextOf("Text1"), Path("movie.sup"));
+  Dialogs.ExpectMessage("Error: No secondary sup file loaded");
+  Click("Command_SaveSecond");
+}
+
+TEST_F(MergeLoading, FileThatIsGoneWhenItIsReadLeavesEditingEnabled) {
+  LoadStream(ThreeSubtitles());
+  const QString gone = Write("gone.sup", ThreeSubtitles());
+  Dialogs.Expect(DialogKind::OpenFile, [&gone](QDialog& dialog) {
+    DialogScript::ConfirmFile(gone)(dialog);
+    QFile::remove(gone);
+  });
+  Dialogs.ExpectMessageWith({"Cannot read "});
+  Click("Command_LoadSecond");
+  Dialogs.Verify();
+  ExpectEditingEnabled(true);
 }
 
 TEST_F(MergeLoading, HourglassIsGoneWhenTheReportComes) {
@@ -293,12 +355,13 @@ TEST_F(MergeLoading, InvalidFirstSecondaryLeavesNumberOneAndMergeMode) {
 TEST_F(MergeLoading, InvalidFirstSecondaryLeavesThePrimaryShownAlone) {
   LoadStream(ThreeSubtitles());
   const QImage alone = Frame();
-  Dialogs.AllowMessages();
   Dialogs.ExpectOpen(Write("second.sup", PacketBuilder().WithoutColour().Build()));
-  Dialogs.Expect(DialogKind::Message, [](QDialog& dialog) { dialog.accept(); });
-  Dialogs.Expect(DialogKind::Message, [](QDialog& dialog) { dialog.accept(); });
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  ExpectSecondaryReport();
   Dialogs.ExpectInput("0");
+  Dialogs.ExpectMessage("Error converting subtitle!");
   Click("Command_LoadSecond");
+  Dialogs.Verify();
   EXPECT_EQ(Frame(), alone);
 }
 
@@ -441,6 +504,12 @@ TEST_F(MergeOffset, BeyondSixteenBitsIsTold) {
   }
 }
 
+TEST_F(MergeOffset, BeyondSixteenBitsIsToldAsItWasTyped) {
+  Merge(SecondaryStream({0}), "50");
+  ExpectOutOfRange("40000 %1 %2");
+  EXPECT_EQ(Dialogs.Last().Text, "The offset 40000 %1 %2 is not between -32768 and 32767; it stays 50");
+}
+
 TEST_F(MergeOffset, BeyondSixteenBitsLeavesTheFrameAndTheNumber) {
   const QImage alone = Frame();
   ExpectOutOfRange("40000");
@@ -574,14 +643,16 @@ TEST_F(MergeFirst, PrevAtTheFirstDoesNothing) {
   EXPECT_EQ(Frame(), before);
 }
 
-TEST_F(MergeFirst, NextBehindAnOnlySubtitleIsHarmless) {
+TEST_F(MergeFirst, NextBehindAnOnlySubtitleFails) {
+  // Returning to the first subtitle has enabled Next, as every Prev does.
   LoadStream(Subtitles(1));
   Merge(SecondaryStream({0}));
-  if (IsEnabled("Command_Next")) {
-    Dialogs.AllowMessages();
-    Click("Command_Next");
-  }
-  EXPECT_NE(TextOf("Text_SubNum"), "2");
+  const QImage before = Frame();
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  Click("Command_Next");
+  Dialogs.Verify();
+  EXPECT_EQ(TextOf("Text_SubNum"), "?");
+  EXPECT_EQ(Frame(), before);
 }
 
 TEST_F(MergeFirst, SecondLoadReplacesTheSecondary) {

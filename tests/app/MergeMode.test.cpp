@@ -217,12 +217,13 @@ TEST_F(MergeNavigation, PrimaryWithoutAnEndLastsUntilTheNext) {
   EXPECT_EQ(ShownSecondaries(), std::vector{2});
 }
 
-TEST_F(MergeNavigation, PrimaryOfNoLengthAndAnOnlySecondaryAreSurvived) {
+TEST_F(MergeNavigation, PrimaryOfNoLengthIsShownWithAnOnlySecondary) {
   LoadStream(PrimaryStream({{0, 10}, {100, 0}, {100, 10}}));
   Merge(SecondaryStream({0}));
-  Dialogs.AllowMessages();
   Click("Command_Next");
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
   EXPECT_TRUE(TextIsAt(100, 100));
+  EXPECT_EQ(ShownSecondaries(), std::vector{0});
 }
 
 TEST_F(MergeNavigation, PrevShowsTheMergedPicture) {

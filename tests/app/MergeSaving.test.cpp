@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 
+#include "app/DisplayFrame.h"
 #include "tests/app/MergeTest.h"
 
 namespace quillmark::test {
@@ -331,8 +332,8 @@ TEST_F(MergeSaving, HourglassStandsDuringTheSave) {
 
 TEST_F(MergeSaving, UnwritableTargetIsTold) {
   MergeThree();
-  Dialogs.ExpectSave(Path("missing/new.sup"));
-  Dialogs.ExpectMessageWith({"new.sup"});
+  Dialogs.ExpectSave(Path("missing/%1 %2.sup"));
+  Dialogs.ExpectMessage("Cannot save " + Path("missing/%1 %2.sup") + ": No such file or directory");
   Click("Command_SaveSecond");
   Dialogs.Verify();
   EXPECT_TRUE(Dialogs.Last().PointerIsNormal);
@@ -382,6 +383,43 @@ TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsExportedAlone) {
   EXPECT_EQ(Frame(), before);
   EXPECT_EQ(TextOf("Text_StartTime"), "00:00:01.00");
   EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+/// The frames that stand on the display while the hourglass does.
+class FrameRecorder : public QObject {
+ public:
+  explicit FrameRecorder(DisplayFrame& display) : display_(display) { display.installEventFilter(this); }
+
+  std::vector<QImage> Frames;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == &display_ && event->type() == QEvent::Paint &&
+        QGuiApplication::overrideCursor() != nullptr) {
+      Frames.push_back(display_.Picture().Image().copy());
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  DisplayFrame& display_;
+};
+
+TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsDrawnAloneDuringTheSave) {
+  LoadStream(Join({FourCodes(PacketBuilder().Time(Second).Delay(10), 100, 400),
+                   FourCodes(PacketBuilder().Time(5 * Second).Delay(20), 100, 420)}));
+  Merge(
+      Join({FourCodes(PacketBuilder(), 200, 460), PacketBuilder().Time(4 * Second).WithoutColour().Build()}),
+      "-50");
+  const FrameRecorder recorder(Control<DisplayFrame>("Picture1"));
+  FailAt(2);
+  // The second subtitle, and in the end the first one with its secondary again.
+  ASSERT_EQ(recorder.Frames.size(), 2U);
+  EXPECT_EQ(recorder.Frames[0].pixelColor(102, 420), TextColour);
+  EXPECT_NE(recorder.Frames[0].pixelColor(102, 400), TextColour);
+  EXPECT_NE(recorder.Frames[0].pixelColor(202, 410), TextColour);
+  EXPECT_EQ(recorder.Frames[1].pixelColor(102, 400), TextColour);
+  EXPECT_EQ(recorder.Frames[1].pixelColor(202, 410), TextColour);
 }
 
 TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsDrawnAlone) {

@@ -1,3 +1,7 @@
+#include <algorithm>
+
+#include "app/Document.h"
+#include "tests/app/PaletteFiles.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -180,6 +184,39 @@ TEST_F(Navigation, ResetShowsTheCurrentSubtitleAgain) {
   ExpectNumber("2");
   EXPECT_EQ(Chosen("ImageCombo2"), "1");
   EXPECT_EQ(FrameColour(102, 420), QColor(3, 253, 251));
+}
+
+TEST_F(Navigation, ResetWithoutASubtitleDoesNothing) {
+  // A new palette ends in a Reset, also while the number is 0.
+  LoadPalette(Write("p.pal", PalWithRed()));
+  ExpectNumber("0");
+  EXPECT_EQ(SwatchColour(1), QColor(255, 1, 0));
+  Dialogs.ExpectOpen(Write("broken.sup", PacketBuilder().WithoutColour().Build()));
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  Dialogs.ExpectReport();
+  Click("Command_LoadSup");
+  Dialogs.Verify();
+  const QImage before = Frame();
+  LoadPalette(Write("p.rgb", QByteArray("FFFFFF\r\n").repeated(16)));
+  ExpectNumber("0");
+  EXPECT_EQ(Frame(), before);
+}
+
+TEST_F(Navigation, ResetOfASubtitleThatIsNoLongerValidIsToldAndShowsTheQuestionMark) {
+  LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  // The control offset leads into the header: no command is found any more.
+  StreamEdit edit;
+  const Bytes offset = {0x00, 0x00};
+  edit.Replace(PacketBuilder::Length + 12, 2, offset);
+  edit.Reindexes = true;
+  ASSERT_TRUE(Window.Content().Make({.Name = {}, .What = edit}));
+  const QImage before = Frame();
+  Fail("Command_Reload");
+  ExpectNumber("?");
+  EXPECT_EQ(Dialogs.Last().Title, "Quillmark");
+  EXPECT_EQ(Dialogs.Last().Buttons, QMessageBox::Ok);
+  EXPECT_EQ(Frame(), before);
 }
 
 TEST_F(Navigation, LastByteOfAUnitCountsInEveryStep) {

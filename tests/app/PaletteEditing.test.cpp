@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QIcon>
+#include <QLabel>
 
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
@@ -69,6 +70,26 @@ TEST_F(PaletteEditing, ListPictureIsAFieldInABlackFrame) {
   EXPECT_EQ(picture.pixelColor(2, 13), QColor(255, 255, 255));
   EXPECT_EQ(picture.pixelColor(13, 13), QColor(255, 255, 255));
   EXPECT_EQ(picture.pixelColor(14, 7), QColor(0, 0, 0));
+}
+
+TEST_F(PaletteEditing, SwatchPicturesAreFieldsInABlackFrame) {
+  Edit(9, QColor(10, 20, 30));
+  static const QColor Fields[] = {
+      {0, 0, 0},       {3, 253, 251},  {255, 255, 255}, {2, 252, 2},  {253, 255, 4},   {252, 94, 252},
+      {148, 150, 240}, {251, 99, 251}, {252, 150, 150}, {10, 20, 30}, {148, 150, 251}, {251, 150, 253},
+      {130, 130, 130}, {0, 0, 0},      {0, 0, 0},       {0, 0, 0},
+  };
+  for (int i = 0; i < 16; ++i) {
+    const QImage picture = Control<QLabel>(Element("Picture2", i)).pixmap().toImage();
+    ASSERT_EQ(picture.size(), QSize(16, 16)) << i;
+    for (int y = 1; y <= 14; ++y) {
+      for (int x = 1; x <= 14; ++x) {
+        const bool inside = x > 1 && x < 14 && y > 1 && y < 14;
+        ASSERT_EQ(picture.pixelColor(x, y), inside ? Fields[i] : QColor(0, 0, 0))
+            << i << ": " << x << ',' << y;
+      }
+    }
+  }
 }
 
 TEST_F(PaletteEditing, KeysAndTextsStayAfterManyEdits) {

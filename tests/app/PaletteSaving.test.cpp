@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 
@@ -88,6 +89,20 @@ TEST_F(PaletteSaving, ProposalForAPathBelowFourCharactersIsTestPalInTheProgramsF
   Click("Command_SavePalette");
   EXPECT_EQ(Dialogs.Last().Folder, QFileInfo(InProgramsFolder("test.sup")).path());
   EXPECT_EQ(QFileInfo(Dialogs.Last().Name).fileName(), "test.pal");
+}
+
+TEST_F(PaletteSaving, NameWithoutAPointKeepsItAllInTheProposal) {
+  QDir().mkdir(Path("films.new"));
+  Control<QLineEdit>("Text1").setText(Path("films.new/movie"));
+  Dialogs.ExpectCancelled(DialogKind::SaveFile);
+  Click("Command_SavePalette");
+  EXPECT_EQ(Dialogs.Last().Folder, Path("films.new"));
+  EXPECT_EQ(QFileInfo(Dialogs.Last().Name).fileName(), "movie.pal");
+}
+
+TEST_F(PaletteSaving, NameWithoutAPointIsWrittenAsItIs) {
+  EXPECT_EQ(SavePalette("palette"), StartUpPal);
+  EXPECT_EQ(SavePalette("paletteRGB"), StartUpRgb);
 }
 
 TEST_F(PaletteSaving, CancelWritesNothing) {

@@ -75,6 +75,22 @@ TEST_F(Saving, ProposedNameIsCutAtTheLastPoint) {
   EXPECT_EQ(QFileInfo(Dialogs.Last().Name).fileName(), "movie.2.part_new.sup");
 }
 
+TEST_F(Saving, NameWithoutAPointKeepsItAllInTheProposal) {
+  LoadStream(ThreeSubtitles());
+  QDir().mkdir(Path("films.new"));
+  Control<QLineEdit>("Text1").setText(Path("films.new/movie"));
+  Dialogs.ExpectCancelled(DialogKind::SaveFile);
+  Click("Command_SaveSup");
+  EXPECT_EQ(Dialogs.Last().Folder, Path("films.new"));
+  EXPECT_EQ(QFileInfo(Dialogs.Last().Name).fileName(), "movie_new.sup");
+}
+
+TEST_F(Saving, NameWithoutAPointIsWrittenAsItIs) {
+  LoadStream(ThreeSubtitles());
+  SaveTo(Path("movie"));
+  EXPECT_EQ(Read(Path("movie")), ThreeSubtitles());
+}
+
 TEST_F(Saving, ProposalForAPathBelowFourCharactersIsTestNewInTheProgramsFolder) {
   LoadStream(ThreeSubtitles());
   Control<QLineEdit>("Text1").setText("abc");

@@ -119,14 +119,14 @@ class OpenedFile {
   int watch_;
 };
 
-TEST_F(Startup, ProgramOpensAQuotedPathWithBlanksOfItsCommandLine) {
+TEST_F(Startup, ProgramJoinsTheWordsOfAQuotedPathOfItsCommandLine) {
   const QString path = Write("my first movie.sup", ThreeSubtitles());
   const OpenedFile file(path);
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
   QProcess program;
   program.setProcessEnvironment(environment);
-  program.start(QUILLMARK_PROGRAM, {'"' + path + '"'});
+  program.start(QUILLMARK_PROGRAM, ('"' + path + '"').split(' '));
   ASSERT_TRUE(program.waitForStarted());
   EXPECT_TRUE(file.Await());
   program.kill();
