@@ -27,22 +27,27 @@ StatusLine::StatusLine(QWidget* parent)
   addPermanentWidget(preview_);
   addPermanentWidget(place_);
   preview_->hide();
-  // What a menu says of its entries takes the place of what was told only while the menu is open.
-  connect(this, &QStatusBar::messageChanged, this, [this](const QString& text) {
-    if (text.isEmpty() && !told_.isEmpty()) {
-      showMessage(told_);
-    }
-  });
 }
 
 void StatusLine::Tell(const QString& text) {
-  told_ = text;
+  isShowingTip_ = false;
   showMessage(text);
   setAccessibleName(text);
   // What is too long for the line. Its text may hold a path, which is no markup.
   setToolTip(text.isEmpty() ? QString() : QStringLiteral("<qt>") + text.toHtmlEscaped());
   if (!text.isEmpty()) {
     Announce(this);
+  }
+}
+
+void StatusLine::ShowTip(const QString& tip) {
+  if (!tip.isEmpty()) {
+    told_ = isShowingTip_ ? told_ : currentMessage();
+    isShowingTip_ = true;
+    showMessage(tip);
+  } else if (isShowingTip_) {
+    isShowingTip_ = false;
+    showMessage(told_);
   }
 }
 

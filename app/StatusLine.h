@@ -15,6 +15,8 @@ class StatusLine : public QStatusBar {
 
   /// Stays until something else is told.
   void Tell(const QString& text);
+  /// Takes the place of what was told until it is empty.
+  void ShowTip(const QString& tip);
   void ShowPlace(const QString& text);
   /// Whether colours and opacities are shown that are not written; false when that was so before.
   bool ShowPreviewMark(bool isPreview);
@@ -25,6 +27,7 @@ class StatusLine : public QStatusBar {
   QString told_;
   QLabel* preview_;
   QLabel* place_;
+  bool isShowingTip_ = false;
   bool announcing_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
@@ -16,6 +17,7 @@
 #include "app/PathText.h"
 #include "app/RecoveryJournal.h"
 #include "app/StatusLine.h"
+#include "app/Strip.h"
 
 namespace quillmark {
 
@@ -71,7 +73,10 @@ void frmTest::ConnectActions() {
   connectTo(Action_LoadSecond, Command_LoadSecond, &frmTest::Command_LoadSecond_Click);
   connectTo(Action_SaveSecond, Command_SaveSecond, &frmTest::Command_SaveSecond_Click);
   connectTo(Action_GetGraphics, Command_GetGraphics, &frmTest::Command_GetGraphics_Click);
-  connectTo(Action_Reopen, nullptr, &frmTest::Command_Reopen_Click);
+  connectTo(Action_ForgetRecent, nullptr, &frmTest::Command_ForgetRecent_Click);
+  connectTo(Action_Recover, Command_Recover, &frmTest::Command_Recover_Click);
+  connectTo(Action_Forget, Command_Forget, &frmTest::Command_Forget_Click);
+  connectTo(Action_Reopen, Command_Reopen, &frmTest::Command_Reopen_Click);
   connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
   connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
   connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
@@ -179,7 +184,14 @@ void frmTest::UpdateCommands() {
   for (QAction* action : {Action_Offset, Action_LeaveMerge}) {
     action->setEnabled(enabled.Merging);
   }
+  Menu_Recent->setEnabled(enabled.Load && !memory_.RecentFiles().isEmpty());
+  Action_ForgetRecent->setEnabled(Menu_Recent->isEnabled());
   Action_Reopen->setEnabled(enabled.Reopen);
+  if (!enabled.Reopen) {
+    Strip_Closed->Say({});
+  }
+  Action_Recover->setEnabled(enabled.Load && recovery_->CanRestore());
+  Action_Forget->setEnabled(enabled.Load && !recovery_->OfferText().isEmpty());
   Action_RevertPreview->setEnabled(enabled.Revert);
   ShowPreviewMark();
   Action_Report->setEnabled(enabled.Report);
@@ -195,14 +207,14 @@ void frmTest::ShowImagingError(const QString& source, int status, const QString&
 
 QString frmTest::AskToOpen(const QString& initialName, const QString& description, const QString& pattern) {
   QString tooLong;
-  const QString path = OpenFileName(this, initialName, description, pattern, &tooLong);
-  return TellTooLong(tooLong) ? QString() : path;
+  const QString path = OpenFileName(this, StartOf(initialName), description, pattern, &tooLong);
+  return TellTooLong(tooLong) ? QString() : Remembered(path);
 }
 
 QString frmTest::AskToSave(const QString& initialName, const QString& description, const QString& pattern) {
   QString tooLong;
   const QString path = SaveFileName(this, FolderOf(initialName), initialName, description, pattern, &tooLong);
-  return TellTooLong(tooLong) ? QString() : path;
+  return TellTooLong(tooLong) ? QString() : Remembered(path);
 }
 
 bool frmTest::TellTooLong(const QString& path) {

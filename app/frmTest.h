@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QString>
 
+#include "app/UserMemory.h"
 #include "app/frmTestActions.h"
 #include "app/frmTestControls.h"
 #include "imaging/cGDIP.h"
@@ -16,6 +17,7 @@
 namespace quillmark {
 
 struct ConvertedSubtitle;
+struct DroppedFiles;
 struct ExportFailures;
 struct SpuControl;
 struct SubtitleDescription;
@@ -37,11 +39,16 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void OpenCommandLine(const QString& commandLine);
   /// Shows the text in the status bar and has assistive tools say it.
   void Tell(const QString& text);
+  /// From now on recent files, folders and the window's place last beyond this run; the window goes to its
+  /// place. To be called before it is shown.
+  void RememberUser();
   [[nodiscard]] Document& Content() { return *document_; }
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   // frmTest.cpp
@@ -62,9 +69,23 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   // frmTest_load.cpp
   void Command_LoadSup_Click();
-  void LoadSup(const QString& path);
-  void LoadDropped(const QString& path);
+  /// Whether a stream was opened.
+  bool LoadSup(const QString& path);
   void TellUnreadable(const QString& path, const std::string& reason);
+
+  // frmTest_drop.cpp
+  [[nodiscard]] bool Takes(const DroppedFiles& files) const;
+  void LoadDropped(const DroppedFiles& files);
+
+  // frmTest_memory.cpp
+  /// Where a dialog starts: at the proposed file, or, before the user chose a stream or picture, in the
+  /// folder where one of that kind was chosen last.
+  [[nodiscard]] QString StartOf(const QString& proposed) const;
+  /// The path, after its folder was remembered.
+  [[nodiscard]] QString Remembered(const QString& path);
+  void RememberStream(const QString& path);
+  void FillRecent();
+  void Command_ForgetRecent_Click();
 
   // frmTest_navigation.cpp
   void Command_Next_Click();
@@ -106,6 +127,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   // frmTest_menus.cpp
   void BuildMenus();
+  /// Load SUP was cancelled.
+  void TellClosed();
   void Command_Reopen_Click();
   void Command_PictureBehind_Click();
   void ShowPictureBehind(const QString& path);
@@ -131,9 +154,13 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   // frmTest_recovery.cpp
   void ConnectRecovery();
   void Command_Recover_Click();
+  void Command_Forget_Click();
 
   // frmTest_merge.cpp
   void Command_LoadSecond_Click();
+  /// What comes before a second stream is chosen; false when there can be none.
+  [[nodiscard]] bool BeginSecond();
+  void MergeWith(const QString& path);
   void Command_SaveSecond_Click();
   [[nodiscard]] bool LoadSecondaryStream(const QString& path);
   [[nodiscard]] bool AskForOffset();
@@ -145,6 +172,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   cGDIP gdip_;
   StatusLine* status_ = nullptr;
+  QMenu* Menu_Recent = nullptr;
+  UserMemory memory_;
   Document* document_;
   RecoveryJournal* recovery_;
   bool running_ = false;            // a command runs

@@ -36,7 +36,10 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_Undo, "Action_Undo", QStringLiteral("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
   make(Action_Redo, "Action_Redo", QStringLiteral("&Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
   make(Action_Reopen, "Action_Reopen", QStringLiteral("Open last stream a&gain"));
+  make(Action_ForgetRecent, "Action_ForgetRecent", QStringLiteral("&Forget these files"));
   make(Action_RevertPreview, "Action_RevertPreview", QStringLiteral("Revert &preview"));
+  make(Action_Recover, "Action_Recover", QStringLiteral("Re&store unsaved edits"));
+  make(Action_Forget, "Action_Forget", QStringLiteral("&Discard unsaved edits"));
   make(Action_720x480, "Action_720x480", QStringLiteral("720x&480"));
   make(Action_720x576, "Action_720x576", QStringLiteral("720x&576"));
   make(Action_Checker, "Action_Checker", QStringLiteral("&Checker"));

@@ -22,9 +22,12 @@ struct frmTestActions {
   QAction* Action_SaveSecond = nullptr;
   QAction* Action_GetGraphics = nullptr;
   QAction* Action_Reopen = nullptr;
+  QAction* Action_ForgetRecent = nullptr;
   QAction* Action_Undo = nullptr;
   QAction* Action_Redo = nullptr;
   QAction* Action_RevertPreview = nullptr;
+  QAction* Action_Recover = nullptr;
+  QAction* Action_Forget = nullptr;
   QAction* Action_720x480 = nullptr;
   QAction* Action_720x576 = nullptr;
   QAction* Action_Checker = nullptr;

@@ -86,9 +86,14 @@ void frmTestControls::Build(QMainWindow* window) {
   Command_Recover->setToolTip(QStringLiteral("Make the edits of this stream again that were not saved"));
   Command_Forget = Strip_Recover->AddCommand(QStringLiteral("Command_Forget"), QStringLiteral("Discard"));
   Command_Forget->setToolTip(QStringLiteral("Forget the edits that were not saved"));
+  Strip_Closed = new Strip(QStringLiteral("Strip_Closed"), central);
+  Command_Reopen =
+      Strip_Closed->AddCommand(QStringLiteral("Command_Reopen"), QStringLiteral("Open it again"));
+  Command_Reopen->setToolTip(QStringLiteral("Go on with the stream that was open, as it was left"));
 
   auto* frameColumn = new QVBoxLayout;
   frameColumn->addWidget(Strip_Recover);
+  frameColumn->addWidget(Strip_Closed);
   frameColumn->addWidget(Picture1);
   frameColumn->addStretch();
 

@@ -57,6 +57,8 @@ struct frmTestControls {
   Strip* Strip_Recover = nullptr;
   QPushButton* Command_Recover = nullptr;
   QPushButton* Command_Forget = nullptr;
+  Strip* Strip_Closed = nullptr;
+  QPushButton* Command_Reopen = nullptr;
   QGroupBox* Frame1 = nullptr;
   QGroupBox* Frame2 = nullptr;
   QGroupBox* Frame3 = nullptr;

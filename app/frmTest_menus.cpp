@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -9,6 +10,7 @@
 
 #include "app/Document.h"
 #include "app/PathText.h"
+#include "app/Strip.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -47,10 +49,15 @@ void frmTest::BuildMenus() {
     return menu;
   };
   menuBar()->setObjectName(QStringLiteral("MenuBar"));
-  add("Menu_File", QStringLiteral("&File"),
-      {Action_LoadSup, Action_Reopen, nullptr, Action_SaveSup, nullptr, Action_LoadPalette,
-       Action_SavePalette, nullptr, Action_Quit});
-  add("Menu_Edit", QStringLiteral("&Edit"), {Action_Undo, Action_Redo, nullptr, Action_RevertPreview});
+  QMenu* file = add("Menu_File", QStringLiteral("&File"),
+                    {Action_LoadSup, Action_Reopen, nullptr, Action_SaveSup, nullptr, Action_LoadPalette,
+                     Action_SavePalette, nullptr, Action_Quit});
+  Menu_Recent = new QMenu(QStringLiteral("Open &recent"), file);
+  Menu_Recent->setObjectName(QStringLiteral("Menu_Recent"));
+  file->insertMenu(Action_Reopen, Menu_Recent);
+  connect(Menu_Recent, &QMenu::aboutToShow, this, &frmTest::FillRecent);
+  add("Menu_Edit", QStringLiteral("&Edit"),
+      {Action_Undo, Action_Redo, nullptr, Action_RevertPreview, nullptr, Action_Recover, Action_Forget});
   add("Menu_Subtitle", QStringLiteral("&Subtitle"),
       {Action_Prev, Action_Next, Action_GoTo, nullptr, Action_Reload});
   add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetAll});
@@ -63,6 +70,13 @@ void frmTest::BuildMenus() {
       {Action_Report, Action_Keys, nullptr, Action_About, Action_AboutQt});
   Pair(this, {{Action_720x480, Option_720x480}, {Action_720x576, Option_720x576}});
   Pair(this, {{Action_Checker, Option_Checker}, {Action_File, Option_File}});
+}
+
+void frmTest::TellClosed() {
+  if (Action_Reopen->isEnabled()) {
+    Strip_Closed->Say(QStringLiteral("No stream is open. %1 is still held, with all that was set in it.")
+                          .arg(QFileInfo(QString::fromStdString(document_->Primary().Path)).fileName()));
+  }
 }
 
 void frmTest::Command_Reopen_Click() {

@@ -51,11 +51,11 @@ QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
 
 }  // namespace
 
-void frmTest::Command_LoadSecond_Click() {
+bool frmTest::BeginSecond() {
   switch (ObstacleToSecondary(document_->Primary())) {
     case MergeObstacle::NoPrimary:
       ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
-      return;
+      return false;
     case MergeObstacle::VariedPrimary:
       ShowMessage(
           this,
@@ -65,7 +65,7 @@ void frmTest::Command_LoadSecond_Click() {
                          "file and retry"),
           QStringLiteral("Colours that are set here count once the stream is saved and loaded again: use Set "
                          "for all, save the stream, and load the saved one."));
-      return;
+      return false;
     case MergeObstacle::NoSecondary:
     case MergeObstacle::None:
       break;
@@ -74,9 +74,22 @@ void frmTest::Command_LoadSecond_Click() {
     TellConversionFailed();
   }
   document_->DropSecondary();
+  return true;
+}
+
+void frmTest::Command_LoadSecond_Click() {
+  if (!BeginSecond()) {
+    return;
+  }
   const QString path =
       AskToOpen(document_->SupPath(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
-  if (!path.isEmpty() && LoadSecondaryStream(path) && AskForOffset()) {
+  if (!path.isEmpty()) {
+    MergeWith(path);
+  }
+}
+
+void frmTest::MergeWith(const QString& path) {
+  if (LoadSecondaryStream(path) && AskForOffset()) {
     ShowFirstMergedSubtitle();
   }
 }

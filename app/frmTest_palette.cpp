@@ -26,9 +26,11 @@ void frmTest::LoadPalette(const QString& path) {
   const auto packed = LoadPaletteFile(path.toStdString());
   if (!packed) {
     ShowMessage(this, QStringLiteral("Illegal file"));
-    Tell(path + QStringLiteral(": ") + QString::fromStdString(packed.Reason()));
   }
   (void)document_->SetPalette(ToRgb(packed ? *packed : DefaultPackedPalette), QStringLiteral("Load Palette"));
+  if (!packed) {
+    Tell(path + QStringLiteral(": ") + QString::fromStdString(packed.Reason()));
+  }
   Command_Reload_Click();
 }
 

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QPushButton>
+#include <QStatusTipEvent>
 
 #include "app/Document.h"
 #include "app/StatusLine.h"
@@ -38,6 +39,15 @@ void frmTest::ConnectStatus() {
 
 void frmTest::Tell(const QString& text) {
   status_->Tell(text);
+}
+
+bool frmTest::event(QEvent* event) {
+  if (event->type() == QEvent::StatusTip) {
+    // An empty one comes from every menu entry that has none, and is no reason to take away what was told.
+    status_->ShowTip(static_cast<QStatusTipEvent*>(event)->tip());
+    return true;
+  }
+  return QMainWindow::event(event);
 }
 
 void frmTest::ShowPlace() {

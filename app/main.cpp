@@ -4,6 +4,7 @@
 
 #include <QApplication>
 
+#include "app/CommandLine.h"
 #include "app/frmTest.h"
 
 namespace {
@@ -22,19 +23,22 @@ void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const 
   Q_UNUSED(text)
 }
 
-/// Answers --version and --help, which need no display; false for anything else.
+/// Answers -h, --help and --version, which need no display; false without one of them.
 bool AnswerAboutProgram(int argc, char** argv) {
-  const std::string_view argument = argc == 2 ? argv[1] : "";
-  if (argument == "--version") {
-    std::puts("quillmark " QUILLMARK_VERSION);
-  } else if (argument == "--help") {
-    std::puts(
-        "Usage: quillmark [FILE.sup]\n"
-        "Opens a window to view and edit the DVD subtitles of FILE.sup. See also quillmark-cli --help.");
-  } else {
-    return false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view argument = argv[i];
+    if (argument == "--version") {
+      std::puts("quillmark " QUILLMARK_VERSION);
+      return true;
+    }
+    if (argument == "-h" || argument == "--help") {
+      std::puts(
+          "Usage: quillmark [FILE.sup]\n"
+          "Opens a window to view and edit the DVD subtitles of FILE.sup. See also quillmark-cli --help.");
+      return true;
+    }
   }
-  return true;
+  return false;
 }
 
 }  // namespace
@@ -46,8 +50,15 @@ int main(int argc, char** argv) {
   const QtMessageHandler usual = qInstallMessageHandler(EndWithoutDisplay);
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
+  QApplication::setApplicationVersion(QStringLiteral(QUILLMARK_VERSION));
+  const quillmark::CommandLine line = quillmark::ReadCommandLine(QApplication::arguments().mid(1));
+  if (!line.Complaint.isEmpty()) {
+    std::fputs(qPrintable(QStringLiteral("quillmark: ") + line.Complaint + u'\n'), stderr);
+  }
   quillmark::frmTest window;
+  window.RememberUser();
   window.show();
-  window.OpenCommandLine(QApplication::arguments().mid(1).join(u' '));
+  window.Tell(line.Complaint);
+  window.OpenCommandLine(line.File);
   return QApplication::exec();
 }

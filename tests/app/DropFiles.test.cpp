@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QImage>
 #include <QMimeData>
 #include <QUrl>
 
@@ -169,6 +170,45 @@ TEST_F(DropFiles, FileThatWaitsWhenADialogComesIsNotLoaded) {
   QCoreApplication::processEvents();
   Dialogs.Verify();
   EXPECT_EQ(TextOf("Text1"), Path("movie.sup"));
+}
+
+TEST_F(DropFiles, TwoSupFilesBecomePrimaryAndSecond) {
+  const QString first = Write("first.sup", FourCodes(PacketBuilder(), 100, 100));
+  const QString second = Write("second.sup", FourCodes(PacketBuilder(), 200, 200));
+  Dialogs.ExpectReport();
+  Dialogs.ExpectMessageWith({"Found secondary Subtitles: 1"});
+  Dialogs.ExpectInput("10");
+  EXPECT_TRUE(Drop(Window, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(second)}));
+  EXPECT_EQ(TextOf("Text1"), first);
+  EXPECT_EQ(FrameColour(102, 100), QColor(3, 253, 251));
+  EXPECT_EQ(FrameColour(202, 210), QColor(3, 253, 251));
+  EXPECT_FALSE(IsEnabled("Command_SaveSup"));
+}
+
+TEST_F(DropFiles, SecondIsNotLoadedWhereTheFirstFails) {
+  const QString first = Write("first.sup", Bytes(20, 'x'));
+  const QString second = Write("second.sup", FourCodes(PacketBuilder()));
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  EXPECT_TRUE(Drop(Window, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(second)}));
+}
+
+TEST_F(DropFiles, PictureBecomesTheBackground) {
+  LoadStream(FourCodes(PacketBuilder()));
+  QImage picture(8, 8, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(Path("Behind.PNG")));
+  EXPECT_TRUE(Drop(Path("Behind.PNG")));
+  EXPECT_EQ(TextOf("Text_GraphFile"), Path("Behind.PNG"));
+  EXPECT_TRUE(IsChecked("Option_File"));
+  EXPECT_EQ(FrameColour(10, 10), QColor(Qt::red));
+}
+
+TEST_F(DropFiles, OtherFilesAndOtherPairsAreNotTaken) {
+  const QUrl sup = QUrl::fromLocalFile(Write("movie.sup", ThreeSubtitles()));
+  const QUrl palette = QUrl::fromLocalFile(Write("p.pal", PalWithRed()));
+  EXPECT_FALSE(Drop(Window, {QUrl::fromLocalFile(Write("movie.txt", ThreeSubtitles()))}));
+  EXPECT_FALSE(Drop(Window, {sup, palette}));
+  EXPECT_FALSE(Drop(Window, {sup, sup, sup}));
 }
 
 TEST_F(DropFiles, WhatIsNoLocalFileIsNotTaken) {

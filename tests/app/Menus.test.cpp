@@ -50,14 +50,15 @@ class Menus : public MergeTest {
 using Names = QStringList;
 
 TEST_F(Menus, HoldTheCommands) {
-  EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "RevertPreview"}));
+  EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "RevertPreview", "Recover", "Forget"}));
   EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "Reload"}));
   EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetAll"}));
   EXPECT_EQ(EntriesOf("View"),
             (Names{"720x480", "720x576", "Checker", "File", "PictureBehind", "GetGraphics"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
-  EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Reopen", "SaveSup", "LoadPalette", "SavePalette", "Quit"}));
+  EXPECT_EQ(EntriesOf("File"),
+            (Names{"LoadSup", "Menu_Recent", "Reopen", "SaveSup", "LoadPalette", "SavePalette", "Quit"}));
 }
 
 TEST_F(Menus, MnemonicsDifferInEachMenu) {
@@ -204,6 +205,46 @@ TEST_F(Menus, LeaveMergeModeKeepsTheHistory) {
   Pick("LeaveMerge");
   Pick("Undo");
   EXPECT_EQ(SavedBytes(), PrimaryStream({{0, 100}}));
+}
+
+TEST_F(Menus, CancelledLoadSupOffersTheStreamThatWasOpen) {
+  LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  Choose("ImageCombo2", "4");
+  Click("Command_SetActual");
+  EXPECT_FALSE(Control<QWidget>("Strip_Closed").isVisible());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  auto& strip = Control<QWidget>("Strip_Closed");
+  EXPECT_TRUE(strip.isVisible());
+  EXPECT_TRUE(strip.accessibleName().startsWith("No stream is open. movie.sup "))
+      << strip.accessibleName().toStdString();
+  Click("Command_Reopen");
+  EXPECT_FALSE(strip.isVisible());
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_EQ(FrameColour(102, 420), QColor(253, 255, 4));
+  for (const char* name :
+       {"Command_Prev", "Command_Next", "Command_GoTo", "Command_Reload", "Command_SetActual"}) {
+    EXPECT_TRUE(IsEnabled(name)) << name;
+  }
+  Pick("Undo");
+  EXPECT_EQ(SavedBytes(), ThreeSubtitles());
+}
+
+TEST_F(Menus, StripGoesWhenAnotherStreamIsOpened) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  LoadStream(ThreeSubtitles());
+  EXPECT_FALSE(Control<QWidget>("Strip_Closed").isVisible());
+  EXPECT_FALSE(Action("Reopen").isEnabled());
+}
+
+TEST_F(Menus, CancelledLoadSupWithoutAStreamOffersNone) {
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  EXPECT_FALSE(Control<QWidget>("Strip_Closed").isVisible());
+  EXPECT_FALSE(Action("Reopen").isEnabled());
 }
 
 TEST_F(Menus, ReportAgainIsTheReportOfLoading) {
