@@ -195,7 +195,7 @@ void RecoveryJournal::GiveUp(const std::string& reason) {
 
 bool RecoveryJournal::CanRestore() const {
   return offer_ && document_.History().index() == 0 && document_.Enabled().Editing &&
-         document_.Primary().Holds(0);
+         document_.Primary().Count > 0;
 }
 
 QString RecoveryJournal::OfferText() const {

@@ -9,7 +9,8 @@ void frmTest::ConnectRecovery() {
     Strip_Recover->Say(recovery_->OfferText());
     UpdateCommands();
   });
-  connect(recovery_, &RecoveryJournal::Told, this, &frmTest::Tell);
+  // Behind what the command that it comes from tells of itself, which it would be lost under.
+  connect(recovery_, &RecoveryJournal::Told, this, &frmTest::Tell, Qt::QueuedConnection);
 }
 
 void frmTest::Command_Recover_Click() {

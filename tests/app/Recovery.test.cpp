@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -474,16 +475,35 @@ TEST_F(Recovery, FolderThatCannotBeWrittenIsToldOnceAndCostsNothingElse) {
   ASSERT_TRUE(QFile(State.Path() + "/quillmark").open(QIODevice::WriteOnly));
   const QString path = LoadStream(ThreeSubtitles());
   SetAll(Window, 7);
+  QCoreApplication::processEvents();
   EXPECT_TRUE(Window.statusBar()->currentMessage().startsWith("Unsaved edits cannot be kept"))
       << Window.statusBar()->currentMessage().toStdString();
   EXPECT_EQ(Stream(), Recoloured(7));
-  Window.statusBar()->clearMessage();
+  Window.Tell("something else");
   SetAll(Window, 9);
   Trigger(Window, "Action_Undo");
   LoadInto(Window, path);
   SetAll(Window, 8);
-  EXPECT_EQ(Window.statusBar()->currentMessage(), "");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Window.statusBar()->currentMessage(), "something else");
   EXPECT_EQ(SavedBytes(), Recoloured(8));
+}
+
+// A palette edit has something to tell itself.
+TEST_F(Recovery, FolderThatCannotBeWrittenIsToldOfAPaletteEditToo) {
+  ASSERT_TRUE(QFile(State.Path() + "/quillmark").open(QIODevice::WriteOnly));
+  LoadStream(ThreeSubtitles());
+  ASSERT_TRUE(Window.Content().SetPalette(DvdPalette{}, "Load Palette"));
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(Window.statusBar()->currentMessage().startsWith("Unsaved edits cannot be kept"))
+      << Window.statusBar()->currentMessage().toStdString();
+}
+
+TEST_F(Recovery, NothingIsRestoredWhileNoStreamIsOpen) {
+  LoadInto(Window, LeaveAnEdit());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  EXPECT_FALSE(IsEnabled("Command_Recover"));
 }
 
 TEST_F(Recovery, StripIsReachedByKeyAndNamed) {
