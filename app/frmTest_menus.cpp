@@ -74,8 +74,9 @@ void frmTest::BuildMenus() {
 
 void frmTest::TellClosed() {
   if (Action_Reopen->isEnabled()) {
-    Strip_Closed->Say(QStringLiteral("No stream is open. %1 is still held, with all that was set in it.")
-                          .arg(QFileInfo(QString::fromStdString(document_->Primary().Path)).fileName()));
+    Strip_Closed->Say(
+        QStringLiteral("No stream is open. %1 can be opened again, with all that was set in it.")
+            .arg(QFileInfo(QString::fromStdString(document_->Primary().Path)).fileName()));
   }
 }
 

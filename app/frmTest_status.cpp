@@ -18,6 +18,11 @@ const QLocale& TextLocale() {
   return locale;
 }
 
+/// Black or white, whichever is read better on a button of this colour; styles make the upper half lighter.
+QColor TextOn(const QColor& ground) {
+  return qGray(ground.lighter(120).rgb()) > 127 ? Qt::black : Qt::white;
+}
+
 QString SubtitlesText(std::int64_t count) {
   return TextLocale().toString(static_cast<qlonglong>(count)) +
          (count == 1 ? QStringLiteral(" subtitle") : QStringLiteral(" subtitles"));
@@ -71,8 +76,9 @@ void frmTest::ShowPreviewMark() {
     QPalette colours;
     if (isPreview) {
       for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        colours.setBrush(group, QPalette::Button, palette().brush(group, QPalette::Highlight));
-        colours.setBrush(group, QPalette::ButtonText, palette().brush(group, QPalette::HighlightedText));
+        const QColor ground = palette().color(group, QPalette::Highlight);
+        colours.setColor(group, QPalette::Button, ground);
+        colours.setColor(group, QPalette::ButtonText, TextOn(ground));
       }
     }
     button->setPalette(colours);
