@@ -113,6 +113,13 @@ TEST_F(Commands, ChosenPathTooLongForTheDialogIsToldAndKeepsAll) {
   ExpectThreeAreCounted();
 }
 
+TEST_F(Commands, ChosenPathTooLongForTheDialogLeavesSavingDisabledBeforeAnyLoad) {
+  Dialogs.ExpectOpen(WriteLong(ThreeSubtitles()));
+  Click("Command_LoadSup");
+  EXPECT_FALSE(IsEnabled("Command_SaveSup"));
+  EXPECT_FALSE(IsEnabled("Command_SavePalette"));
+}
+
 TEST_F(Commands, NoneIsEnabledWhileMergedIsSaved) {
   LoadStream(ThreeSubtitles());
   Merge(SecondaryStream({0}));

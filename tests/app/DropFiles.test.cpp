@@ -98,6 +98,17 @@ TEST_F(DropFiles, BrokenSupFileIsToldAsLoadSupDoes) {
   EXPECT_EQ(TextOf("Text_SubNum"), "0");
 }
 
+TEST_F(DropFiles, FileThatCannotBeReadLeavesACancelledLoadAsItIs) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  EXPECT_TRUE(Drop(Write("none.sup", Bytes(20, 'x'))));
+  Dialogs.Verify();
+  Dialogs.ExpectMessage("Error: No primary sup file loaded");
+  Click("Command_LoadSecond");
+}
+
 TEST_F(DropFiles, PaletteFilesLoadAsPalettes) {
   LoadStream(FourCodes(PacketBuilder()));
   QByteArray rgb;

@@ -120,6 +120,20 @@ TEST_F(MergeMode, DroppedStreamThatCannotBeReadChangesNothing) {
   EXPECT_TRUE(TextIsAt(200, 200));
 }
 
+TEST_F(MergeMode, LoadSupOfAFileThatIsNoneLeavesThePrimaryAloneToEdit) {
+  Dialogs.ExpectOpen(Write("none.sup", Bytes(20, 'x')));
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  Click("Command_LoadSup");
+  Dialogs.Verify();
+  ExpectEditingEnabled(true);
+  Dialogs.ExpectCancelled(DialogKind::Input);
+  Click("Command_GoTo");
+  EXPECT_EQ(Dialogs.Last().Text, "Jump to subtitle Nr. (1..3):");
+  Click("Command_Next");
+  EXPECT_TRUE(TextIsAt(100, 420));
+  EXPECT_FALSE(TextIsAt(200, 200));
+}
+
 TEST_F(MergeMode, DroppedPaletteIsRefused) {
   const QColor before = SwatchColour(1);
   EXPECT_FALSE(Drop(Write("red.pal", PalWithRed())));
