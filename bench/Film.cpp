@@ -4,6 +4,11 @@
 #include <array>
 #include <cstddef>
 #include <random>
+#include <utility>
+
+#include "sup/PacketWriter.h"
+#include "sup/SpuCommand.h"
+#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
@@ -32,11 +37,6 @@ class Random {
  private:
   std::mt19937 engine_;
 };
-
-void AppendU16be(Bytes& bytes, std::size_t value) {
-  bytes.push_back(static_cast<std::uint8_t>(value >> 8U));
-  bytes.push_back(static_cast<std::uint8_t>(value));
-}
 
 /// Writes the runs of one line, which starts and ends on a byte.
 class LineWriter {
@@ -68,7 +68,7 @@ class LineWriter {
       if (half_) {
         bytes_.back() = static_cast<std::uint8_t>(bytes_.back() | nibble);
       } else {
-        bytes_.push_back(static_cast<std::uint8_t>(nibble << 4U));
+        bytes_.push_back(PackNibbles(nibble, 0));
       }
       half_ = !half_;
     }
@@ -129,72 +129,61 @@ Picture DrawPicture(Random& random) {
   return picture;
 }
 
-void AppendArea(Bytes& unit, int x1, int x2, int y1, int y2) {
-  for (const auto& [low, high] : {std::array{x1, x2}, std::array{y1, y2}}) {
-    unit.push_back(static_cast<std::uint8_t>(low >> 4U));
-    unit.push_back(static_cast<std::uint8_t>((low & 0x0F) << 4U | high >> 8U));
-    unit.push_back(static_cast<std::uint8_t>(high));
-  }
+AreaArguments Range(int first, int length) {
+  return PackRange(static_cast<unsigned>(first), static_cast<unsigned>(first + length - 1));
 }
 
-/// The unit of one picture, shown for `delay` units of 1000 ticks.
-Bytes MakeUnit(const Picture& picture, std::size_t delay) {
-  constexpr std::size_t headerSize = 4;
-  constexpr std::size_t firstSequenceSize = 24;
-  constexpr std::size_t secondSequenceSize = 6;
-  const std::size_t bottomOffset = headerSize + picture.Top.size();
+/// A picture that is shown for `Delay` units of 1000 ticks.
+struct Subtitle {
+  Picture Shown;
+  std::size_t Delay = 0;
+};
+
+void AppendPacket(Bytes& film, std::int64_t start, const Subtitle& subtitle) {
+  constexpr std::size_t firstSequenceSize =
+      SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
+      CommandSize(SetDisplayArea) + CommandSize(SetFieldOffsets) + CommandSize(EndOfSequence);
+  constexpr std::size_t secondSequenceSize =
+      SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence);
+  const Picture& picture = subtitle.Shown;
+  const std::size_t bottomOffset = UnitHeaderSize + picture.Top.size();
   const std::size_t control = bottomOffset + picture.Bottom.size();
   const std::size_t stop = control + firstSequenceSize;
-  Bytes unit;
-  unit.reserve(stop + secondSequenceSize);
-  AppendU16be(unit, stop + secondSequenceSize);
-  AppendU16be(unit, control);
-  unit.insert(unit.end(), picture.Top.begin(), picture.Top.end());
-  unit.insert(unit.end(), picture.Bottom.begin(), picture.Bottom.end());
+  PacketWriter writer(film);
+  WritePacketHeader(writer, PackTime(start), stop + secondSequenceSize, control);
+  writer.Bytes(picture.Top);
+  writer.Bytes(picture.Bottom);
 
-  AppendU16be(unit, 0);
-  AppendU16be(unit, stop);
-  unit.push_back(0x01);  // start of display
-  unit.insert(unit.end(), {0x03, 0x32, 0x10});
-  unit.insert(unit.end(), {0x04, 0xFF, 0xF0});
-  unit.push_back(0x05);
-  const int x = (720 - picture.Width) / 2;
-  const int y = 560 - picture.Height;
-  AppendArea(unit, x, x + picture.Width - 1, y, y + picture.Height - 1);
-  unit.push_back(0x06);
-  AppendU16be(unit, headerSize);
-  AppendU16be(unit, bottomOffset);
-  unit.push_back(0xFF);
+  WriteSequenceHeader(writer, 0, stop);
+  writer.U8(StartDisplay);
+  WriteCodes(writer, SetColour, PackCodes({0, 1, 2, 3}));
+  WriteCodes(writer, SetContrast, PackCodes({0, 15, 15, 15}));
+  WriteArea(writer, Range((720 - picture.Width) / 2, picture.Width),
+            Range(560 - picture.Height, picture.Height));
+  WriteFieldOffsets(writer, UnitHeaderSize, bottomOffset);
+  writer.U8(EndOfSequence);
 
-  AppendU16be(unit, delay);
-  AppendU16be(unit, stop);
-  unit.insert(unit.end(), {0x02, 0xFF});  // stop of display
-  return unit;
-}
-
-void AppendPacket(Bytes& film, std::int64_t start, const Bytes& unit) {
-  film.insert(film.end(), {'S', 'P'});
-  for (unsigned shift = 0; shift < 64; shift += 8) {
-    film.push_back(static_cast<std::uint8_t>(start >> shift));
-  }
-  film.insert(film.end(), unit.begin(), unit.end());
+  WriteSequenceHeader(writer, subtitle.Delay, stop);
+  writer.U8(StopDisplay);
+  writer.U8(EndOfSequence);
 }
 
 }  // namespace
 
 std::vector<std::uint8_t> MakeFilm(const FilmOptions& options) {
   Random random(options.Seed);
-  std::vector<Bytes> units;
+  std::vector<Subtitle> subtitles;
   const int distinct = std::clamp(options.DistinctPictures, 1, std::max(options.Subtitles, 1));
   for (int i = 0; i < distinct; ++i) {
-    const Picture picture = DrawPicture(random);
-    units.push_back(MakeUnit(picture, static_cast<std::size_t>(random.Between(100, 350))));
+    Picture picture = DrawPicture(random);
+    subtitles.push_back(
+        {.Shown = std::move(picture), .Delay = static_cast<std::size_t>(random.Between(100, 350))});
   }
   Bytes film;
   film.reserve(static_cast<std::size_t>(std::max(options.Subtitles, 0)) * 3000);
   std::int64_t start = options.FirstStart;
   for (int i = 0; i < options.Subtitles; ++i) {
-    AppendPacket(film, start, units[static_cast<std::size_t>(i % distinct)]);
+    AppendPacket(film, start, subtitles[static_cast<std::size_t>(i % distinct)]);
     start += std::int64_t{random.Between(360, 500)} * 1000;
   }
   return film;

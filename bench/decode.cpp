@@ -15,6 +15,7 @@
 #include "render/RunPainter.h"
 #include "sup/SpuControl.h"
 #include "sup/StreamLoader.h"
+#include "sup/SupFormat.h"
 #ifdef QUILLMARK_HAS_LIBAVCODEC
 #include "bench/Lavc.h"
 #endif
@@ -43,7 +44,9 @@ struct Unit {
   std::vector<std::vector<KnownRun>> Rows;  ///< of every picture line
 
   /// The unit from its byte 4 on.
-  [[nodiscard]] std::span<const std::uint8_t> Buffer() const { return std::span(Whole).subspan(4, Size - 4); }
+  [[nodiscard]] std::span<const std::uint8_t> Buffer() const {
+    return std::span(Whole).subspan(UnitHeaderSize, Size - UnitHeaderSize);
+  }
   [[nodiscard]] std::size_t Cells() const {
     return static_cast<std::size_t>(Control.Width()) * static_cast<std::size_t>(Control.Height());
   }

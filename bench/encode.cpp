@@ -17,6 +17,7 @@
 #include "render/MergedPicture.h"
 #include "sup/MergedPacket.h"
 #include "sup/StreamLoader.h"
+#include "sup/SupFormat.h"
 #ifdef QUILLMARK_HAS_LIBAVCODEC
 #include "bench/Lavc.h"
 #include "bench/LavcEncoder.h"
@@ -45,7 +46,9 @@ struct Unit {
   std::size_t Size = 0;
   std::int16_t ControlOffset = 0;
 
-  [[nodiscard]] std::span<const std::uint8_t> Buffer() const { return std::span(Whole).subspan(4, Size - 4); }
+  [[nodiscard]] std::span<const std::uint8_t> Buffer() const {
+    return std::span(Whole).subspan(UnitHeaderSize, Size - UnitHeaderSize);
+  }
 };
 
 std::vector<Unit> MakeUnits(std::uint32_t seed) {

@@ -5,9 +5,6 @@ namespace {
 
 using Outcome = MergedStreamEncoder::Outcome;
 
-/// Of a packet's bytes, those before its unit.
-constexpr std::size_t BeforeUnit = 10;
-
 }  // namespace
 
 MergeObstacle ObstacleToSecondary(const SupStream& primary) {
@@ -53,7 +50,7 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
       report.Reason = written.Reason();
       return report;
     }
-    if (encoder.Packet().size() - BeforeUnit > MaxReadUnit) {
+    if (encoder.Packet().size() - UnitStart > MaxReadUnit) {
       report.TooLong.push_back(index + 1);
     }
   }

@@ -8,6 +8,7 @@
 
 #include "files/FileWriter.h"
 #include "render/MergedStreamEncoder.h"
+#include "sup/SupFormat.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
@@ -47,9 +48,6 @@ struct MergeReport {
   std::string Reason;                 ///< why, in words for the user
   std::vector<std::int64_t> TooLong;  ///< numbers of subtitles whose units are longer than MaxReadUnit
 };
-
-/// The longest unit, in bytes, that programs read: many, this one included, take the size field as signed.
-inline constexpr std::size_t MaxReadUnit = 0x7FFF;
 
 /// Lays `secondary` over every subtitle of `primary` and writes the packets, in order, to `out`, which is
 /// left to the caller to commit.

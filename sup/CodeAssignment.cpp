@@ -15,21 +15,27 @@ struct ByteChange {
   }
 };
 
-ByteChange NibbleChange(std::optional<std::uint8_t> high, std::optional<std::uint8_t> low) {
-  return {.Kept = static_cast<std::uint8_t>((high ? 0x00 : 0xF0) | (low ? 0x00 : 0x0F)),
-          .Set = static_cast<std::uint8_t>((high.value_or(0) & 0x0FU) << 4U | (low.value_or(0) & 0x0FU))};
-}
-
 /// What becomes of a command's two argument bytes.
 struct ArgumentChange {
   explicit ArgumentChange(const ChosenNibbles& nibbles)
       : IsNeeded(std::ranges::any_of(nibbles, [](const auto& nibble) { return nibble.has_value(); })),
-        ReadsOld(!std::ranges::all_of(nibbles, [](const auto& nibble) { return nibble.has_value(); })),
-        Bytes{NibbleChange(nibbles[3], nibbles[2]), NibbleChange(nibbles[1], nibbles[0])} {}
+        ReadsOld(!std::ranges::all_of(nibbles, [](const auto& nibble) { return nibble.has_value(); })) {
+    CodeNibbles kept = {};
+    CodeNibbles set = {};
+    for (std::size_t code = 0; code < nibbles.size(); ++code) {
+      kept[code] = nibbles[code] ? 0x00 : 0x0F;
+      set[code] = nibbles[code].value_or(0);
+    }
+    const CodeArguments keptBytes = PackCodes(kept);
+    const CodeArguments setBytes = PackCodes(set);
+    for (std::size_t i = 0; i < Bytes.size(); ++i) {
+      Bytes[i] = {.Kept = keptBytes[i], .Set = setBytes[i]};
+    }
+  }
 
   bool IsNeeded;
   bool ReadsOld;
-  std::array<ByteChange, 2> Bytes;
+  std::array<ByteChange, 2> Bytes = {};
 };
 
 /// Where a subtitle's own bytes lie in the file, and with them what may be written for it.

@@ -5,14 +5,13 @@
 #include <cstdint>
 #include <optional>
 
+#include "sup/SpuCommand.h"
 #include "sup/StreamEdit.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
 
-/// Four nibbles, one per pixel code: [0] background, [1] pattern, [2] and [3] emphasis.
-using CodeNibbles = std::array<std::uint8_t, 4>;
-/// The same of some codes only; one without a nibble keeps what it has.
+/// A nibble for some of the codes; one without a nibble keeps what it has.
 using ChosenNibbles = std::array<std::optional<std::uint8_t>, 4>;
 
 [[nodiscard]] constexpr ChosenNibbles AllFour(const CodeNibbles& nibbles) {

@@ -1,5 +1,6 @@
 #include "sup/ControlSurvey.h"
 
+#include <cstddef>
 #include <optional>
 
 #include "base/ByteReader.h"
@@ -21,19 +22,8 @@ bool SkipSizedArguments(ByteReader& reader) {
 }
 
 bool SkipArguments(ByteReader& reader, std::uint8_t command) {
-  switch (command) {
-    case SetColour:
-    case SetContrast:
-      return reader.Take(2).has_value();
-    case SetDisplayArea:
-      return reader.Take(6).has_value();
-    case SetFieldOffsets:
-      return reader.Take(4).has_value();
-    case ChangeColours:
-      return SkipSizedArguments(reader);
-    default:
-      return true;
-  }
+  return command == ChangeColours ? SkipSizedArguments(reader)
+                                  : reader.Take(static_cast<std::size_t>(ArgumentSize(command))).has_value();
 }
 
 void CountIfUnknown(std::uint8_t command, std::int32_t position, ControlSurvey& survey) {
@@ -95,16 +85,15 @@ ControlSurvey SurveyControl(std::span<const std::uint8_t> unit, std::uint16_t co
   }
   while (!end) {
     survey.EndPosition = PositionOf(reader);
-    const auto delay = reader.U16be();
-    const auto next = reader.U16be();
-    if (!delay || !next) {
+    const auto header = ReadSequenceHeader(reader);
+    if (!header) {
       end = Ending::PointsOutside;
       break;
     }
     ++survey.Sequences;
     end = SkipCommands(reader, commandsLeft, survey);
     if (!end) {
-      end = FollowPointer(reader, survey.EndPosition, *next, survey);
+      end = FollowPointer(reader, survey.EndPosition, header->Next, survey);
     }
   }
   survey.End = *end;

@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "sup/PacketWriter.h"
-#include "sup/SpuCommand.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -13,12 +12,15 @@ namespace {
 
 /// A field that has grown past this many bytes takes no further line.
 constexpr std::size_t FieldCut = 65216;
-/// Where the top field's data starts in the unit: behind the size and the control offset.
-constexpr std::size_t TopFieldStart = 4;
+/// Where the top field's data starts in the unit.
+constexpr std::size_t TopFieldStart = UnitHeaderSize;
 /// Bytes from the first control sequence to the second.
-constexpr std::size_t FirstSequenceLength = 24;
-/// Bytes of both control sequences with the padding behind them.
-constexpr std::size_t ControlLength = 31;
+constexpr std::size_t FirstSequenceLength =
+    SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
+    CommandSize(SetFieldOffsets) + CommandSize(SetDisplayArea) + CommandSize(EndOfSequence);
+/// Bytes of both control sequences with the one byte of padding after them.
+constexpr std::size_t ControlLength =
+    FirstSequenceLength + SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence) + 1;
 /// Delay of a last subtitle that has none of its own.
 constexpr std::uint16_t LastSubtitleDelay = 1000;
 constexpr int NtscHeight = 480;
@@ -36,40 +38,33 @@ void EncodeField(const FrameCells& frame, int firstRow, int lastRow, FieldBuffer
   }
 }
 
-/// Area arguments: x 0 to 719 and y 2 to the frame's last row but one, two 12-bit numbers in three bytes.
+/// The unit's picture has the frame's rows 2 to its last one but one, in full width.
 void AppendArea(PacketWriter& writer, int frameHeight) {
-  constexpr std::array<std::uint8_t, 3> FullWidth = {0x00, 0x02, 0xCF};
-  constexpr std::array<std::uint8_t, 3> Rows2To478 = {0x00, 0x21, 0xDE};
-  constexpr std::array<std::uint8_t, 3> Rows2To574 = {0x00, 0x22, 0x3E};
-  writer.Bytes(FullWidth);
-  writer.Bytes(frameHeight == NtscHeight ? Rows2To478 : Rows2To574);
+  WriteArea(writer, PackRange(0, MergedWidth - 1), PackRange(2, frameHeight == NtscHeight ? 478 : 574));
 }
 
 void AppendControl(PacketWriter& writer, const MergedControl& control, std::size_t controlOffset,
                    std::size_t bottomFieldStart, int frameHeight) {
   const std::size_t stopSequence = controlOffset + FirstSequenceLength;
-  writer.U16be(0);  // delay of the start sequence
-  writer.U16be(stopSequence);
+  WriteSequenceHeader(writer, 0, stopSequence);
   writer.U8(StartDisplay);
-  writer.U8(SetColour);
-  writer.Bytes(control.ColourBytes);
-  writer.U8(SetContrast);
-  writer.Bytes(control.ContrastBytes);
-  writer.U8(SetFieldOffsets);
-  writer.U16be(TopFieldStart);
-  writer.U16be(bottomFieldStart);
-  writer.U8(SetDisplayArea);
+  WriteCodes(writer, SetColour, control.ColourBytes);
+  WriteCodes(writer, SetContrast, control.ContrastBytes);
+  WriteFieldOffsets(writer, TopFieldStart, bottomFieldStart);
   AppendArea(writer, frameHeight);
   writer.U8(EndOfSequence);
-  writer.U16be(control.Delay);
-  writer.U16be(stopSequence);  // points to itself: the last one
+  WriteSequenceHeader(writer, control.Delay, stopSequence);  // points to itself: the last one
   writer.U8(StopDisplay);
   writer.U8(EndOfSequence);
   writer.U8(0xFF);  // padding
 }
 
-std::uint8_t NibblePair(int high, int low) {
-  return static_cast<std::uint8_t>(high << 4 | (low & 0x0F));
+/// The nibbles of a valid unit's control data.
+CodeArguments ArgumentsOf(const std::array<int, 4>& nibbles) {
+  CodeNibbles codes = {};
+  std::ranges::transform(nibbles, codes.begin(),
+                         [](int nibble) { return static_cast<std::uint8_t>(nibble); });
+  return PackCodes(codes);
 }
 
 }  // namespace
@@ -96,12 +91,10 @@ MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stre
   const auto i = static_cast<std::size_t>(index);
   const bool isLast = index == static_cast<std::int64_t>(stream.Count) - 1;
   const bool timed = index >= 0 && i < stream.StartTime.size() && i < stream.EndTime.size();
-  const auto& colour = primary.Colour;
-  const auto& contrast = primary.Contrast;
   return {
       .Delay = MergedDelay(primary, timed ? stream.StartTime[i] : 0, timed ? stream.EndTime[i] : 0, isLast),
-      .ColourBytes = {NibblePair(colour[3], colour[2]), NibblePair(colour[1], colour[0])},
-      .ContrastBytes = {NibblePair(contrast[3], contrast[2]), NibblePair(contrast[1], contrast[0])}};
+      .ColourBytes = ArgumentsOf(primary.Colour),
+      .ContrastBytes = ArgumentsOf(primary.Contrast)};
 }
 
 TimeField StoredTime(const SupStream& stream, std::int64_t index) {
@@ -110,7 +103,7 @@ TimeField StoredTime(const SupStream& stream, std::int64_t index) {
     return time;
   }
   const std::size_t start =
-      static_cast<std::size_t>(stream.PacketOffset[static_cast<std::size_t>(index)]) + 2;
+      static_cast<std::size_t>(stream.PacketOffset[static_cast<std::size_t>(index)]) + TimeStart;
   for (std::size_t i = 0; i < time.size() && start + i < stream.RawBytes.size(); ++i) {
     time[i] = stream.RawBytes[start + i];
   }
@@ -130,11 +123,7 @@ std::optional<std::span<const std::uint8_t>> MergedPacketEncoder::Encode(const F
   }
   packet_.clear();
   PacketWriter writer(packet_);
-  writer.U8('S');
-  writer.U8('P');
-  writer.Bytes(time);
-  writer.U16be(unitSize);
-  writer.U16be(controlOffset);
+  WritePacketHeader(writer, time, unitSize, controlOffset);
   writer.Bytes(top_.Bytes());
   writer.Bytes(bottom_.Bytes());
   writer.U16be(0);

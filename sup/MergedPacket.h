@@ -1,13 +1,14 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
 
 #include "sup/RunEncoder.h"
+#include "sup/SpuCommand.h"
 #include "sup/SpuControl.h"
+#include "sup/SupFormat.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
@@ -17,9 +18,9 @@ inline constexpr int MergedWidth = 720;
 
 /// What a merged unit takes over from the primary unit's control sequences.
 struct MergedControl {
-  std::uint16_t Delay = 0;                       ///< until the display stops, in units of 1000 ticks
-  std::array<std::uint8_t, 2> ColourBytes = {};  ///< the arguments of the colour command
-  std::array<std::uint8_t, 2> ContrastBytes = {};
+  std::uint16_t Delay = 0;         ///< until the display stops, in units of 1000 ticks
+  CodeArguments ColourBytes = {};  ///< the arguments of the colour command
+  CodeArguments ContrastBytes = {};
 
   bool operator==(const MergedControl&) const = default;
 };
@@ -33,9 +34,7 @@ struct MergedControl {
 [[nodiscard]] MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream,
                                               std::int64_t index);
 
-/// The eight bytes of a packet's time as they are stored.
-using TimeField = std::array<std::uint8_t, 8>;
-/// Those of subtitle `index`; 0 in place of what the stream does not hold.
+/// The time bytes of subtitle `index` as its packet has them; 0 in place of what the stream does not hold.
 [[nodiscard]] TimeField StoredTime(const SupStream& stream, std::int64_t index);
 
 /// A composed frame as the encoder reads it: small numbers that stand for colours.

@@ -1,26 +1,20 @@
 #include "sup/Salvage.h"
 
 #include <algorithm>
-#include <array>
 
-#include "base/ByteReader.h"
 #include "sup/ControlSurvey.h"
-#include "sup/SupStream.h"
+#include "sup/SpuCommand.h"
+#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
 
-constexpr std::array<std::uint8_t, 2> Signature = {'S', 'P'};
-/// A unit's own header: its size and control offset.
-constexpr std::size_t UnitHeaderSize = 4;
-/// The smallest sequence: delay, pointer, end mark.
-constexpr std::size_t SmallestSequence = 5;
-constexpr std::size_t LargestUnit = 0x7FFF;
+/// The smallest sequence: its header and its end mark.
+constexpr std::size_t SmallestSequence = SequenceHeaderSize + CommandSize(EndOfSequence);
+constexpr std::size_t SmallestUnit = UnitHeaderSize + SmallestSequence;
 
 bool HasSignature(std::span<const std::uint8_t> file, std::size_t offset) {
-  return offset <= file.size() && std::ranges::equal(file.subspan(offset).first(std::min<std::size_t>(
-                                                         file.size() - offset, Signature.size())),
-                                                     Signature);
+  return offset <= file.size() && StartsWithSignature(file.subspan(offset));
 }
 
 PacketFault InspectUnit(std::span<const std::uint8_t> unit, std::uint16_t controlOffset) {
@@ -117,36 +111,30 @@ std::string_view FaultText(PacketFault fault) {
 }
 
 PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset) {
-  ByteReader reader(file);
-  if (!reader.Seek(offset) || reader.Remaining() < PacketHeaderSize) {
+  if (offset > file.size() || file.size() - offset < PacketHeaderSize) {
     return PacketFault::TooShort;
   }
-  if (!HasSignature(file, offset)) {
+  const auto header = ReadPacketHeader(file.subspan(offset));
+  if (!header) {
     return PacketFault::NoSignature;
   }
-  const bool atUnit = reader.Seek(offset + UnitStart);
-  const auto size = reader.U16be();
-  const auto controlOffset = reader.U16be();
-  if (!atUnit || !size || !controlOffset) {
-    return PacketFault::TooShort;
-  }
-  if (*size > LargestUnit) {
+  if (header->UnitSize > MaxReadUnit) {
     return PacketFault::UnitTooLarge;
   }
-  if (*size < UnitHeaderSize + SmallestSequence) {
+  if (header->UnitSize < SmallestUnit) {
     return PacketFault::UnitTooSmall;
   }
-  if (*size > file.size() - offset - UnitStart) {
+  if (header->UnitSize > file.size() - offset - UnitStart) {
     return PacketFault::PastEnd;
   }
-  return InspectUnit(file.subspan(offset + UnitStart, *size), *controlOffset);
+  return InspectUnit(file.subspan(offset + UnitStart, header->UnitSize), header->ControlOffset);
 }
 
 std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from) {
   std::size_t offset = std::min(from, file.size());
   while (true) {
     const auto rest = file.subspan(offset);
-    const auto found = std::search(rest.begin(), rest.end(), Signature.begin(), Signature.end());
+    const auto found = std::search(rest.begin(), rest.end(), PacketSignature.begin(), PacketSignature.end());
     offset += static_cast<std::size_t>(found - rest.begin());
     if (offset == file.size() || InspectPacket(file, offset) == PacketFault::None) {
       return offset;
@@ -156,8 +144,8 @@ std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from) {
 }
 
 std::size_t PacketEnd(std::span<const std::uint8_t> file, std::size_t offset) {
-  const std::size_t unit = offset + UnitStart;
-  return unit + std::size_t{file[unit]} * 256 + file[unit + 1];
+  const auto header = ReadPacketHeader(file.subspan(std::min(offset, file.size())));
+  return header ? offset + UnitStart + header->UnitSize : file.size();
 }
 
 SalvagedStream SalvageStream(std::span<const std::uint8_t> file) {

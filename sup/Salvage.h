@@ -32,8 +32,8 @@ enum class PacketFault {
 /// Offset of the first plausible packet at or behind `from`; the file's size when there is none.
 [[nodiscard]] std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from);
 
-/// Bytes behind the packet that starts at `offset`, where the next one should. At least 14 bytes are left
-/// there.
+/// Where the packet that starts at `offset` ends and the next one should start, which may lie past the file's
+/// end; the file's size when no header of a packet stands at `offset`.
 [[nodiscard]] std::size_t PacketEnd(std::span<const std::uint8_t> file, std::size_t offset);
 
 struct LeftOutRange {

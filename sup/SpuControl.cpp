@@ -4,49 +4,54 @@
 
 #include "base/ZeroExtended.h"
 #include "sup/SpuCommand.h"
+#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
 
-/// Both nibble commands name code 3 first: high nibble before low nibble, codes 3, 2, 1, 0.
-std::array<int, 4> CodeNibbles(const ZeroExtended& unit, std::int64_t position) {
-  return {unit[position + 1] & 0x0F, unit[position + 1] >> 4, unit[position] & 0x0F, unit[position] >> 4};
+std::array<int, 4> CodesAt(const ZeroExtended& unit, std::int64_t position) {
+  const CodeNibbles codes = UnpackCodes({unit[position], unit[position + 1]});
+  return {codes[0], codes[1], codes[2], codes[3]};
 }
 
-/// Three bytes hold two 12-bit numbers; this is the first of them.
-std::int16_t First12Bits(const ZeroExtended& unit, std::int64_t position) {
-  return static_cast<std::int16_t>(unit[position] * 16 + (unit[position + 1] >> 4));
+AreaRange RangeAt(const ZeroExtended& unit, std::int64_t position) {
+  return UnpackRange({unit[position], unit[position + 1], unit[position + 2]});
 }
 
-std::int16_t Second12Bits(const ZeroExtended& unit, std::int64_t position) {
-  return static_cast<std::int16_t>((unit[position + 1] & 0x0F) * 256 + unit[position + 2]);
+void ReadArea(const ZeroExtended& unit, std::int64_t position, SpuControl& control) {
+  const AreaRange x = RangeAt(unit, position);
+  const AreaRange y = RangeAt(unit, position + static_cast<std::int64_t>(AreaArguments().size()));
+  control.X1 = static_cast<std::int16_t>(x.First);
+  control.X2 = static_cast<std::int16_t>(x.Last);
+  control.Y1 = static_cast<std::int16_t>(y.First);
+  control.Y2 = static_cast<std::int16_t>(y.Last);
 }
 
-/// Takes over the command at `position`; the answer is its length in bytes with its arguments.
+/// Takes over the command at `position`; the answer is its length in bytes with its arguments. One that is
+/// not known has none, the change of colours included.
 int ReadCommand(const ZeroExtended& unit, std::int64_t position, SpuControl& control) {
+  const std::uint8_t command = unit[position];
   const std::int64_t arguments = position + 1;
-  switch (unit[position]) {
+  switch (command) {
     case SetColour:
       control.ColourPos = static_cast<std::int32_t>(arguments);
-      control.Colour = CodeNibbles(unit, arguments);
-      return 3;
+      control.Colour = CodesAt(unit, arguments);
+      break;
     case SetContrast:
       control.ContrastPos = static_cast<std::int32_t>(arguments);
-      control.Contrast = CodeNibbles(unit, arguments);
-      return 3;
+      control.Contrast = CodesAt(unit, arguments);
+      break;
     case SetDisplayArea:
-      control.X1 = First12Bits(unit, arguments);
-      control.X2 = Second12Bits(unit, arguments);
-      control.Y1 = First12Bits(unit, arguments + 3);
-      control.Y2 = Second12Bits(unit, arguments + 3);
-      return 7;
+      ReadArea(unit, arguments, control);
+      break;
     case SetFieldOffsets:
       control.TopFieldOffset = unit.U16be(arguments);
       control.BottomFieldOffset = unit.U16be(arguments + 2);
-      return 5;
+      break;
     default:
-      return 1;
+      break;
   }
+  return CommandSize(command);
 }
 
 /// The zeros before the buffer's start read as commands of one byte; stepping over them all at once keeps a
@@ -67,13 +72,14 @@ SpuControl DecodeControl(std::span<const std::uint8_t> unitBytes, std::int16_t c
   const ZeroExtended unit(unitBytes);
   const std::int64_t last = unit.LastIndex();
   SpuControl control;
-  std::int64_t position = std::int64_t{controlOffset} - 4;
+  std::int64_t position = std::int64_t{controlOffset} - UnitHeaderSize;
   std::int16_t currentSequence = controlOffset;
-  while (position < last - 4 && currentSequence != control.NextSequence) {
-    control.Delay = static_cast<std::int16_t>(unit.U16be(position));
+  while (position < last - SequenceHeaderSize && currentSequence != control.NextSequence) {
+    const SequenceHeader sequence = ReadSequenceHeader(unit, position);
+    control.Delay = static_cast<std::int16_t>(sequence.Delay);
     currentSequence = control.NextSequence != 0 ? control.NextSequence : controlOffset;
-    control.NextSequence = static_cast<std::int16_t>(unit.U16be(position + 2));
-    position = SkipBeforeStart(position + 4, last);
+    control.NextSequence = static_cast<std::int16_t>(sequence.Next);
+    position = SkipBeforeStart(position + SequenceHeaderSize, last);
     std::uint8_t command = 0;
     while (position < last && command != EndOfSequence) {
       command = unit[position];

@@ -14,8 +14,9 @@ inline constexpr int NibbleNotSet = 100;
 struct SpuControl {
   /// Delay field of the last sequence read; one unit counts as 1000 ticks of 90 kHz.
   std::int16_t Delay = 0;
-  /// Index, in the buffer that starts at unit byte 4, of the first argument byte of the colour command (3)
-  /// and of the contrast command (4); -1 when the unit has none.
+  /// Where the first argument byte of the colour command (3) and of the contrast command (4) stands, counted
+  /// from unit byte 4 (UnitHeaderSize), as the buffer does that DecodeControl reads; -1 when the unit has
+  /// none.
   std::int32_t ColourPos = -1;
   std::int32_t ContrastPos = -1;
   /// Palette entry (0-15) and contrast (0-15) per pixel code.

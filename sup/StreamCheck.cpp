@@ -1,17 +1,16 @@
 #include "sup/StreamCheck.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
-#include "base/ByteReader.h"
 #include "sup/ControlSurvey.h"
 #include "sup/Salvage.h"
+#include "sup/SpuCommand.h"
 #include "sup/SpuControl.h"
-#include "sup/SupStream.h"
+#include "sup/SupFormat.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -19,14 +18,6 @@ namespace {
 
 using Code = StreamProblemCode;
 
-// Places inside a packet.
-constexpr std::int64_t TimeField = 2;
-constexpr std::int64_t SizeField = 10;
-constexpr std::int64_t ControlOffsetField = 12;
-
-/// A unit's own header: its size and control offset.
-constexpr std::size_t UnitHeaderSize = 4;
-constexpr std::size_t LargestUnit = 0x7FFF;
 constexpr std::int32_t UsualSequences = 2;
 /// The larger of the two frames: a stream does not say which one it is made for.
 constexpr int LargestX = 719;
@@ -38,7 +29,7 @@ std::string Number(std::int64_t value) {
 
 std::string Hex(std::uint8_t byte) {
   constexpr std::string_view Digits = "0123456789ABCDEF";
-  return {'0', 'x', Digits[byte >> 4U], Digits[byte & 0x0FU]};
+  return {'0', 'x', Digits[HighNibble(byte)], Digits[LowNibble(byte)]};
 }
 
 /// A packet as the file holds it.
@@ -60,21 +51,17 @@ struct Packet {
 /// nullopt when no "SP" stands at `offset`, where at least 14 bytes are left.
 std::optional<Packet> ReadPacket(std::span<const std::uint8_t> file, std::size_t offset,
                                  std::int64_t number) {
-  ByteReader reader(file.subspan(offset));
-  const auto signature = reader.U16be();
-  const auto time = reader.I64le();
-  const auto size = reader.U16be();
-  const auto controlOffset = reader.U16be();
-  if (signature != 0x5350 || !time || !size || !controlOffset) {  // 'S' 'P'
+  const auto header = ReadPacketHeader(file.subspan(offset));
+  if (!header) {
     return std::nullopt;
   }
   const auto rest = file.subspan(offset + UnitStart);
   return Packet{.Number = number,
                 .Offset = offset,
-                .Time = *time,
-                .Size = *size,
-                .ControlOffset = *controlOffset,
-                .Unit = rest.first(std::min<std::size_t>(rest.size(), *size))};
+                .Time = header->Time,
+                .Size = header->UnitSize,
+                .ControlOffset = header->ControlOffset,
+                .Unit = rest.first(std::min<std::size_t>(rest.size(), header->UnitSize))};
 }
 
 /// Looks at one packet by itself.
@@ -85,7 +72,7 @@ class PacketCheck {
   /// What the unit's control sequences say, for a unit that has some.
   std::optional<SpuControl> Run() {
     if (packet_.Time < 0) {
-      Report(TimeField, Code::NegativeTime, "the start time is negative");
+      Report(TimeStart, Code::NegativeTime, "the start time is negative");
     }
     if (!CheckSize() || !CheckControlOffset()) {
       return std::nullopt;
@@ -123,8 +110,8 @@ class PacketCheck {
 
   /// Whether there is a unit to look into.
   [[nodiscard]] bool CheckSize() const {
-    if (packet_.Size > LargestUnit) {
-      Report(SizeField, Code::UnitTooLarge,
+    if (packet_.Size > MaxReadUnit) {
+      Report(UnitStart, Code::UnitTooLarge,
              "the unit's size is " + Number(packet_.Size) + ", and 32768 or more reads as negative");
       return false;
     }
@@ -134,7 +121,7 @@ class PacketCheck {
                  " bytes past the end of the file");
     }
     if (packet_.Size < UnitHeaderSize) {
-      Report(SizeField, Code::UnitTooSmall,
+      Report(UnitStart, Code::UnitTooSmall,
              "the unit's size is " + Number(packet_.Size) + ", less than its header");
       return false;
     }
@@ -144,12 +131,12 @@ class PacketCheck {
   /// Whether there are control sequences to look at.
   [[nodiscard]] bool CheckControlOffset() const {
     if (packet_.ControlOffset == 0) {
-      Report(ControlOffsetField, Code::ControlOffsetZero,
+      Report(ControlOffsetStart, Code::ControlOffsetZero,
              "the control offset is 0, so no control sequence is read");
       return false;
     }
     if (packet_.ControlOffset < UnitHeaderSize || packet_.ControlOffset >= packet_.Size) {
-      Report(ControlOffsetField, Code::ControlOffsetOutside,
+      Report(ControlOffsetStart, Code::ControlOffsetOutside,
              "the control offset " + Number(packet_.ControlOffset) + " leads out of the unit of " +
                  Number(packet_.Size) + " bytes");
       return false;
@@ -283,7 +270,7 @@ class TimeCheck {
 
  private:
   void Report(const Packet& packet, Code code, std::string message) const {
-    report_({.Offset = static_cast<std::int64_t>(packet.Offset) + TimeField,
+    report_({.Offset = static_cast<std::int64_t>(packet.Offset) + TimeStart,
              .Packet = packet.Number,
              .Code = code,
              .Message = std::move(message)});

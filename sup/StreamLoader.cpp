@@ -1,6 +1,7 @@
 #include "sup/StreamLoader.h"
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <fstream>
 #include <new>
@@ -8,18 +9,12 @@
 #include <system_error>
 #include <utility>
 
-#include "base/ByteReader.h"
 #include "base/FilePath.h"
+#include "sup/SupFormat.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
-
-struct PacketHeader {
-  std::int64_t Time = 0;
-  std::int16_t Size = 0;
-  std::int16_t ControlOffset = 0;
-};
 
 /// A file in memory.
 class MemorySource {
@@ -82,28 +77,13 @@ class BufferedSource {
   std::size_t held_ = 0;    // invariant: held_ <= buffer_.size()
 };
 
-/// The header at the start of `packet`; nullopt when no "SP" stands there.
-std::optional<PacketHeader> ReadPacketHeader(std::span<const std::uint8_t> packet) {
-  ByteReader reader(packet);
-  const auto signature = reader.U16be();
-  const auto time = reader.I64le();
-  const auto size = reader.U16be();
-  const auto controlOffset = reader.U16be();
-  if (signature != 0x5350 || !time || !size || !controlOffset) {  // 'S' 'P'
-    return std::nullopt;
-  }
-  return PacketHeader{.Time = *time,
-                      .Size = static_cast<std::int16_t>(*size),
-                      .ControlOffset = static_cast<std::int16_t>(*controlOffset)};
-}
-
 void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& header,
                   const SpuControl& control) {
   stream.PacketOffset.push_back(offset);
   stream.StartTime.push_back(header.Time);
   stream.EndTime.push_back(control.Delay != 0 ? EndOfDisplay(header.Time, control.Delay) : 0);
-  stream.SpuSize.push_back(header.Size);
-  stream.ControlOffset.push_back(header.ControlOffset);
+  stream.SpuSize.push_back(std::bit_cast<std::int16_t>(header.UnitSize));
+  stream.ControlOffset.push_back(std::bit_cast<std::int16_t>(header.ControlOffset));
   stream.ColourBytesOffset.push_back(control.ColourPos + offset + PacketHeaderSize);
   stream.ContrastBytesOffset.push_back(control.ContrastPos + offset + PacketHeaderSize);
 }
@@ -135,11 +115,11 @@ void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) 
       loaded.LostSignature = true;
       break;
     }
-    const auto held =
-        file.At(offset + PacketHeaderSize, static_cast<std::size_t>(UnitBufferSize(header->Size)));
-    const auto unit = WholeUnit(held, header->Size, padded);
-    const SpuControl control = DecodeControl(unit, header->ControlOffset);
-    stream.Stats.Add(control, header->Size, header->Time, index);
+    const auto size = std::bit_cast<std::int16_t>(header->UnitSize);
+    const auto held = file.At(offset + PacketHeaderSize, static_cast<std::size_t>(UnitBufferSize(size)));
+    const auto unit = WholeUnit(held, size, padded);
+    const SpuControl control = DecodeControl(unit, std::bit_cast<std::int16_t>(header->ControlOffset));
+    stream.Stats.Add(control, size, header->Time, index);
     if (index == 0) {
       loaded.FirstIsInvalid = !control.IsValid();
       if (loaded.FirstIsInvalid && invalidFirst == InvalidFirst::EndsTheWalk) {
@@ -147,7 +127,7 @@ void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) 
       }
     }
     AppendPacket(stream, static_cast<std::int32_t>(offset), *header, control);
-    offset += std::max<std::int64_t>(static_cast<std::uint16_t>(header->Size) + UnitStart, PacketHeaderSize);
+    offset += std::max<std::int64_t>(header->UnitSize + UnitStart, PacketHeaderSize);
   }
   stream.FileLength = static_cast<std::int32_t>(length);
   stream.Count = index;

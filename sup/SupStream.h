@@ -5,14 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "sup/SupFormat.h"
 #include "sup/SupStreamStats.h"
 
 namespace quillmark {
-
-/// A packet's bytes before its unit's run-length data: "SP", 8 time bytes, unit size, control offset.
-inline constexpr std::int32_t PacketHeaderSize = 14;
-/// Where the unit starts inside its packet; unit offsets count from here.
-inline constexpr std::int32_t UnitStart = 10;
 
 /// One loaded SUP file. Subtitle k (from 1) stands at index k - 1 of the seven arrays.
 struct SupStream {
@@ -48,12 +44,6 @@ struct SupStream {
 /// Takes the index and the statistics away and leaves the bytes, which can still be saved: for a stream that
 /// is no longer the one that is shown.
 void DropIndex(SupStream& stream);
-
-/// Length in bytes of the buffer that holds a unit from its byte 4 on; a size field below 4 (0x8000 and more
-/// included) is that of an empty unit.
-[[nodiscard]] constexpr std::int32_t UnitBufferSize(std::int16_t spuSize) {
-  return spuSize < 4 ? 0 : spuSize - 4;
-}
 
 /// Copies the unit of subtitle `index`, from unit byte 4 on, out of the stream's raw bytes into `unit`, whose
 /// memory is reused. Bytes that the file does not have are 0; a subtitle that the stream does not hold gives
