@@ -214,6 +214,35 @@ TEST_F(FileWriterTest, DeletingFirstLeavesTheOtherNamesTheOldFile) {
   EXPECT_EQ(Read("b"), "old");
 }
 
+TEST_F(FileWriterTest, DeletingFirstLeavesALinksTarget) {
+  Put("target", "old");
+  ASSERT_TRUE(QFile::link("target", Path("link")));
+  auto writer = FileWriter::DeletingFirst(Path("link"));
+  EXPECT_EQ(Write(writer, "new"), "");
+  EXPECT_EQ(Read("target"), "old");
+  EXPECT_EQ(Read("link"), "new");
+}
+
+TEST_F(FileWriterTest, FileInAFolderThatTakesNoOtherIsWrittenInPlace) {
+  static std::string folder;
+  folder = Path("").toStdString();
+  Put("a", "an older and longer file");
+  struct stat before {};
+  struct stat after {};
+  ASSERT_EQ(::stat(Path("a").toLocal8Bit().constData(), &before), 0);
+  System().Open = [](const char* path, int flags, mode_t mode) {
+    errno = EACCES;
+    return (flags & O_EXCL) != 0 && std::string(path).starts_with(folder) ? -1 : ::open(path, flags, mode);
+  };
+  auto writer = FileWriter::Replacing(Path("a"));
+  EXPECT_EQ(Write(writer, "new"), "");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+  EXPECT_EQ(writer->Commit().Reason(), "");
+  EXPECT_EQ(Read("a"), "new");
+  ASSERT_EQ(::stat(Path("a").toLocal8Bit().constData(), &after), 0);
+  EXPECT_EQ(after.st_ino, before.st_ino);
+}
+
 TEST_F(FileWriterTest, DeletingFirstRefusesWhatIsNoFile) {
   ASSERT_EQ(::mkfifo(Path("pipe").toLocal8Bit().constData(), 0600), 0);
   EXPECT_EQ(FileWriter::DeletingFirst(Path("pipe")).Reason(), "It is a pipe, not a file");

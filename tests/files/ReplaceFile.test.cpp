@@ -396,6 +396,76 @@ TEST_F(ReplaceFileFaults, FailureHalfWayInPlaceIsSaid) {
   EXPECT_EQ(Read("a"), std::string(250, 'n'));
 }
 
+int FailingSync(int /*file*/) {
+  errno = EIO;
+  return -1;
+}
+
+ssize_t FailingWrite(int /*file*/, const void* /*bytes*/, std::size_t /*length*/) {
+  errno = EIO;
+  return -1;
+}
+
+TEST_F(ReplaceFileFaults, FailureAtTheFirstByteInPlaceIsNoDamage) {
+  const QString path = WriteWithSecondName("a", "old");
+  System().Write = FailingWrite;
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("newer"), Drop)), "Input/output error");
+  EXPECT_EQ(Read("a"), "old");
+}
+
+TEST_F(ReplaceFileFaults, DiskThatLosesWhatWasWrittenInPlaceIsSaid) {
+  const QString path = WriteWithSecondName("a", "old");
+  System().Sync = FailingSync;
+  EXPECT_THAT(ReasonText(ReplaceFile(path, BytesOf("newer"), Drop)),
+              HasSubstr("Input/output error. The file could only be written in place and is now damaged"));
+}
+
+TEST_F(ReplaceFileFaults, SecondFileOfAPrivateOneIsPrivateFromItsStart) {
+  static mode_t made = 0;
+  made = 0;
+  const QString path = Write("a", "old");
+  System().Open = [](const char* name, int flags, mode_t mode) {
+    if ((flags & O_EXCL) != 0) {
+      made = mode;
+    }
+    return ::open(name, flags, mode);
+  };
+  ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "done");
+  EXPECT_EQ(made, 0600U);
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("b"), BytesOf("new"))), "done");
+  EXPECT_EQ(made, 0666U);
+}
+
+TEST_F(ReplaceFileFaults, FolderWhereEveryNameIsTakenGivesAReason) {
+  System().Open = [](const char* /*path*/, int /*flags*/, mode_t /*mode*/) {
+    errno = EEXIST;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(Path("a"), BytesOf("new"))), "File exists");
+}
+
+TEST_F(ReplaceFileFaults, PartOfAnAppendedLineIsCutOffAgain) {
+  const QString path = Write("a", "old");
+  System().Write = WriteThatBreaks;
+  EXPECT_EQ(ReasonText(AppendToFile(path, Bytes(300, 'n'))), "Input/output error");
+  EXPECT_EQ(Read("a"), "old");
+}
+
+TEST_F(ReplaceFileFaults, AppendThatFailsWhenTheFileIsClosedIsTold) {
+  System().Close = [](int file) {
+    ::close(file);
+    errno = ENOSPC;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(AppendToFile(Path("a"), BytesOf("new"))), "No space left on device");
+}
+
+TEST_F(ReplaceFileTest, FolderIsMadeOnceAndAFileInItsPlaceIsTheReason) {
+  EXPECT_EQ(ReasonText(MakeFolder(Path("folder"))), "done");
+  EXPECT_EQ(ReasonText(MakeFolder(Path("folder"))), "done");
+  EXPECT_EQ(ReasonText(MakeFolder(Write("a", "old"))), "File exists");
+}
+
 TEST_F(ReplaceFileFaults, DiskThatTakesTheBytesAndLosesThemLeavesTheOldFile) {
   const QString path = Write("a", "old");
   System().Sync = [](int) {

@@ -93,6 +93,16 @@ TEST_F(ExporterTest, PictureThatCannotBeWrittenStopsNoOther) {
             PicturePath(2) + ": It is a folder\r\n2 pictures could not be written; this is the first one");
 }
 
+TEST_F(ExporterTest, NoMoreThan64PicturesAreHeld) {
+  Exporter exporter(Paths(), Exporter::List::Replaced);
+  for (int minute = 0; minute < 63; ++minute) {
+    Add(exporter, 60 * minute);
+  }
+  EXPECT_FALSE(QFile::exists(PicturePath(0)));
+  Add(exporter, 60 * 63);
+  EXPECT_FALSE(QImage(PicturePath(0)).isNull());
+}
+
 TEST_F(ExporterTest, OneFailureIsToldByItself) {
   Block(1);
   Exporter exporter(Paths(), Exporter::List::Appended);

@@ -126,8 +126,10 @@ TEST_F(MergeStreamsTest, InvalidSecondaryIsToldWithThePrimarysDescription) {
 }
 
 TEST_F(MergeStreamsTest, FullDiskEndsItWithItsReason) {
-  const MergeReport report = Merge(Shown(Second).Build(), Shown(0).Build(), {}, "/dev/full");
+  const MergeReport report =
+      Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(), {}, "/dev/full");
   EXPECT_EQ(report.How, Ending::FileFailed);
+  EXPECT_EQ(report.Number, 1);
   EXPECT_EQ(report.Reason, "No space left on device");
 }
 
