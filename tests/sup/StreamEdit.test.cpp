@@ -151,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {10, 13, 14, 15, 1, 2, 16, 17},
                   {{1, 0, 2}, {4, 2, 0}},
                   {11, 12}}),
-    [](const auto& info) { return info.param.What; });
+    [](const auto& test) { return test.param.What; });
 
 struct Refusal {
   const char* What;
@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Refusal{"StartsAtTheEndOfNumbers", {{0xFFFFFFFF, 0xFFFFFFFF, 1}}, {1}},
                     Refusal{"TooFewBytes", {{2, 2, 2}}, {1}}, Refusal{"TooManyBytes", {{2, 2, 2}}, {1, 2, 3}},
                     Refusal{"BytesWithoutPlaces", {}, {1}}),
-    [](const auto& info) { return info.param.What; });
+    [](const auto& test) { return test.param.What; });
 
 TEST(ApplyEditToStream, BytesThatKeepTheirPlaceLeaveTheIndexAlone) {
   SupStream stream = Load(PacketBuilder().Time(90000).Build());
@@ -202,7 +202,7 @@ TEST(ApplyEditToStream, BytesThatKeepTheirPlaceLeaveTheIndexAlone) {
 
 TEST(ApplyEditToStream, EditThatAsksForItIsIndexedAnew) {
   SupStream stream = Load(PacketBuilder().Time(0x15F90).Build());
-  StreamEdit edit{.Reindexes = true};
+  StreamEdit edit{.Places = {}, .Bytes = {}, .Reindexes = true};
   edit.Replace(2, 1, Bytes{0x77});
 
   ASSERT_TRUE(ApplyEdit(stream, edit));
@@ -263,7 +263,7 @@ TEST(ApplyEditToStream, EditThatLeavesNoStreamChangesNothing) {
   cut.Replace(40, 1, {});
   StreamEdit grown;
   grown.Replace(40, 0, Bytes{1});
-  StreamEdit swapped{.Reindexes = true};
+  StreamEdit swapped{.Places = {}, .Bytes = {}, .Reindexes = true};
   swapped.Replace(0, 1, Bytes{'T'});
 
   for (StreamEdit* edit : {&cut, &grown, &swapped}) {
