@@ -12,22 +12,27 @@ runPackages=(
   qt6-wayland
 )
 
-# To build and run the tests, benchmarks, fuzz targets and checks as well.
-testPackages=(
+# To build the tests and benchmarks as well.
+buildPackages=(
   "${runPackages[@]}"
+  libavcodec-dev
+  libbenchmark-dev
+  libgmock-dev
+  libgtest-dev
+  pkg-config
+  zlib1g-dev
+)
+
+# To run them all, with the fuzz targets and checks.
+testPackages=(
+  "${buildPackages[@]}"
   clang-14
   clang-format-14
   clang-tidy-14
   dvdauthor
   groff-base
   libclang-14-dev
-  libavcodec-dev
-  libbenchmark-dev
   libclang-rt-14-dev
-  libgmock-dev
-  libgtest-dev
   llvm-14
   llvm-14-dev
-  pkg-config
-  zlib1g-dev
 )

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# scripts/tidy.sh: clang-tidy on every source that ships, with the compile commands of build/release, which must
-# be built. clang-tidy takes longer than the compiler, so a source that passed is left alone until it, a header
+# scripts/tidy.sh: clang-tidy on every source that ships, with the compile commands and the precompiled headers
+# of build/dev, which must be built. clang-tidy takes longer than the compiler, so a source that passed is left alone until it, a header
 # of ours that it includes, or .clang-tidy changes: build/tidy holds an empty file for each state that passed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -8,7 +8,7 @@ cd "$root"
 
 # IncludedFiles: lines "source TAB file of ours that it reads", from the dependencies that ninja recorded.
 IncludedFiles() {
-  ninja -C build/release -t deps | awk -v root="$root/" '
+  ninja -C build/dev -t deps | awk -v root="$root/" '
     /^[^ ]/ { source = ""; next }
     sub(/^ +/, "") {
       if (source == "") source = $0
@@ -26,7 +26,7 @@ BuildOwnCode() {
 }
 
 CheckOne() {
-  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code -p build/tidy "$1" 2> >(grep -v 'warnings\? generated' >&2); then
+  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code -p build/dev "$1" 2> >(grep -v 'warnings\? generated' >&2); then
     touch "build/tidy/$2"
   else
     return 1
@@ -34,9 +34,7 @@ CheckOne() {
 }
 export -f CheckOne
 
-mkdir -p build/tidy
-# Without the precompiled headers, which are the compiler's own.
-sed -E 's| -Winvalid-pch -include [^ ]*/cmake_pch[.]hxx||' build/release/compile_commands.json >build/tidy/compile_commands.json
+mkdir -p build/dev
 included=$(IncludedFiles | sort -u)
 declare -A digest state
 while read -r sum file; do
