@@ -14,6 +14,7 @@
 #include "render/MergedPicture.h"
 #include "render/PictureFile.h"
 #include "render/SubtitleExport.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -50,12 +51,12 @@ void frmTest::ShowDetails(const SubtitleDescription& description) {
     select(colourLists[code], control.Colour[code]);
     select(Combo1[code], control.Contrast[code]);
   }
-  SetIfChanged(Text_XPos, description.XPos);
-  SetIfChanged(Text_YPos, description.YPos);
-  SetIfChanged(Text_Width, description.Width);
-  SetIfChanged(Text_Height, description.Height);
-  SetIfChanged(Text_StartTime, description.StartTime);
-  SetIfChanged(Text_Dur, description.Duration);
+  SetIfChanged(Text_XPos, std::to_string(control.X1));
+  SetIfChanged(Text_YPos, std::to_string(control.Y1));
+  SetIfChanged(Text_Width, std::to_string(control.Width()));
+  SetIfChanged(Text_Height, std::to_string(control.Height()));
+  SetIfChanged(Text_StartTime, FormatTimecode(description.StartTicks));
+  SetIfChanged(Text_Dur, description.DurationMs ? FormatSeconds(*description.DurationMs) : "???");
 }
 
 void frmTest::ExportSubtitle(const SubtitleDescription& description) {

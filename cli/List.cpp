@@ -33,10 +33,11 @@ Row ReadRow(const SupStream& stream, std::int64_t index, SubtitleReader& reader)
           .Description = reader.Read(index)};
 }
 
-/// The duration that the window shows; none for its "???".
+/// Seconds as the window shows them.
 std::optional<std::string> Duration(const Row& row) {
-  return row.Description && row.Description->EndTicks ? std::optional(row.Description->Duration)
-                                                      : std::nullopt;
+  return row.Description && row.Description->DurationMs
+             ? std::optional(FormatSeconds(*row.Description->DurationMs))
+             : std::nullopt;
 }
 
 std::optional<std::string> EndText(const Row& row) {
@@ -90,10 +91,11 @@ std::string RowText(const Row& row) {
   if (!row.Description) {
     return text + "cannot be shown, packet at " + std::to_string(row.Offset);
   }
-  const SubtitleDescription& shown = *row.Description;
-  return text + Duration(row).value_or("?") + " s  " + shown.Width + "x" + shown.Height + " at (" +
-         shown.XPos + "," + shown.YPos + ")  colours " + Digits(shown.Control.Colour) + "  opacities " +
-         Digits(shown.Control.Contrast);
+  const SpuControl& control = row.Description->Control;
+  return text + Duration(row).value_or("?") + " s  " + std::to_string(control.Width()) + "x" +
+         std::to_string(control.Height()) + " at (" + std::to_string(control.X1) + "," +
+         std::to_string(control.Y1) + ")  colours " + Digits(control.Colour) + "  opacities " +
+         Digits(control.Contrast);
 }
 
 }  // namespace

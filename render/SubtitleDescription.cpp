@@ -9,18 +9,11 @@ std::optional<SubtitleDescription> DescribeSubtitle(const SubtitleUnit& unit) {
   if (!control.IsValid()) {
     return std::nullopt;
   }
-  SubtitleDescription description{.Control = control,
-                                  .StartTicks = unit.StartTime,
-                                  .EndTicks = std::nullopt,
-                                  .XPos = std::to_string(control.X1),
-                                  .YPos = std::to_string(control.Y1),
-                                  .Width = std::to_string(control.Width()),
-                                  .Height = std::to_string(control.Height()),
-                                  .StartTime = FormatTimecode(unit.StartTime),
-                                  .Duration = "???"};
+  SubtitleDescription description{
+      .Control = control, .StartTicks = unit.StartTime, .EndTicks = std::nullopt, .DurationMs = std::nullopt};
   if (control.Delay != 0) {
     description.EndTicks = EndOfDisplay(unit.StartTime, control.Delay);
-    description.Duration = FormatSeconds(DurationMs(control.Delay));
+    description.DurationMs = DurationMs(control.Delay);
   }
   return description;
 }

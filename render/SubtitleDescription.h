@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 #include "palette/Colour.h"
 #include "sup/SpuControl.h"
@@ -10,18 +9,12 @@
 
 namespace quillmark {
 
-/// One subtitle as its details are shown.
+/// What a valid unit says of its subtitle: its area, colours and contrasts in `Control`, and its times.
 struct SubtitleDescription {
   SpuControl Control;
-  std::int64_t StartTicks = 0;
-  std::optional<std::int64_t> EndTicks;  ///< start + last delay; none when that delay is 0
-
-  std::string XPos;  ///< decimal pixels, as are the next three
-  std::string YPos;
-  std::string Width;
-  std::string Height;
-  std::string StartTime;  ///< hh:mm:ss.cc
-  std::string Duration;   ///< seconds with two decimals; "???" without a delay
+  std::int64_t StartTicks = 0;             ///< 90 kHz ticks
+  std::optional<std::int64_t> EndTicks;    ///< start + last delay; none when that delay is 0
+  std::optional<std::int32_t> DurationMs;  ///< of the last delay, rounded; none when that delay is 0
 };
 
 /// Reads and checks a unit's control data; nullopt when the unit is invalid and cannot be shown.

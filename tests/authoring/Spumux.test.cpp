@@ -277,7 +277,7 @@ TEST_P(SpumuxFilm, ComesBackAsItWasExported) {
   const std::vector<ExportedSubtitle> expected = Taken(Exported);
   ASSERT_EQ(Run.Subtitles.size(), expected.size()) << Run.Log.toStdString();
   for (std::size_t i = 0; i < expected.size(); ++i) {
-    SCOPED_TRACE("subtitle at " + expected[i].Description.StartTime);
+    SCOPED_TRACE("subtitle at tick " + std::to_string(expected[i].Description.StartTicks));
     ExpectSameTimes(expected[i].Description, Run.Subtitles[i].Description);
     EXPECT_EQ(AreaText(Run.Subtitles[i]), AreaText(AuthoredArea(expected[i])));
     ExpectSamePixels(expected[i], Run.Subtitles[i]);
@@ -309,7 +309,7 @@ TEST_F(Spumux, TheLastSubtitleMayBeUntimed) {
   AuthorPackets({PacketBuilder().Time(90000).Delay(90).Build(), PacketBuilder().Time(270000).Build()});
   ASSERT_EQ(Run.Subtitles.size(), 2U);
   EXPECT_EQ(Run.Subtitles[1].Description.StartTicks, 270000);
-  EXPECT_EQ(Run.Subtitles[1].Description.Duration, "???");
+  EXPECT_EQ(Run.Subtitles[1].Description.DurationMs, std::nullopt);
   ExpectSamePixels(Exported[1], Run.Subtitles[1]);
 }
 

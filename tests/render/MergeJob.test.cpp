@@ -113,16 +113,16 @@ TEST_F(MergeStreamsTest, SubtitleThatCannotBeMergedEndsItAndIsNamed) {
 }
 
 TEST_F(MergeStreamsTest, InvalidSecondaryIsToldWithThePrimarysDescription) {
-  std::string start;
+  std::int64_t start = 0;
   const MergeReport report =
       Merge(Shown(5 * Second).Build(), Shown(0).WithoutArea().Build(),
             {.Next = {}, .Done = [&](std::int64_t, Outcome outcome, const MergedStreamEncoder& encoder) {
                EXPECT_EQ(outcome, Outcome::InvalidSecondary);
-               start = encoder.Description().StartTime;
+               start = encoder.Description().StartTicks;
              }});
   EXPECT_EQ(report.How, Ending::SubtitleFailed);
   EXPECT_EQ(report.Number, 1);
-  EXPECT_EQ(start, "00:00:05.00");
+  EXPECT_EQ(start, 5 * Second);
 }
 
 TEST_F(MergeStreamsTest, FullDiskEndsItWithItsReason) {
