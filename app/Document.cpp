@@ -116,23 +116,23 @@ bool Document::Reset() {
 }
 
 bool Document::Show(std::int64_t number) {
-  const std::int64_t index = number - 1;
-  const std::int64_t over = primary_.Holds(index) && merging_ && secondary_.Count >= 1
-                                ? ChooseSecondary(primary_, index, secondary_)
-                                : -1;
+  const auto index = static_cast<std::size_t>(number - 1);
+  const auto over = primary_.Holds(index) && merging_ && secondary_.Count >= 1
+                        ? ChooseSecondary(primary_, index, secondary_)
+                        : std::nullopt;
   return ShowPair(index, over, true);
 }
 
-bool Document::ShowPair(std::int64_t index, std::int64_t over, bool isNew) {
+bool Document::ShowPair(std::size_t index, std::optional<std::size_t> over, bool isNew) {
   if (!primary_.Holds(index)) {
     return false;
   }
   shownIndex_ = index;
   shownOver_ = over;
-  if (over < 0) {
+  if (!over) {
     return Convert(UnitOf(primary_, index, unit_), nullptr, isNew);
   }
-  const SubtitleUnit secondary = UnitForMerging(secondary_, over, secondaryUnit_);
+  const SubtitleUnit secondary = UnitForMerging(secondary_, *over, secondaryUnit_);
   return Convert(UnitForMerging(primary_, index, unit_), &secondary, isNew);
 }
 
@@ -164,7 +164,7 @@ void Document::Choose(const CodeChoice& choice) {
 }
 
 void Document::Preview() {
-  const std::int64_t index = Number() - 1;
+  const auto index = static_cast<std::size_t>(Number() - 1);
   if (!primary_.Holds(index)) {
     return;
   }
@@ -198,8 +198,8 @@ void Document::BeginLoading() {
 }
 
 bool Document::ShowFirst(const SubtitleUnit& unit) {
-  shownIndex_ = -1;
-  shownOver_ = -1;
+  shownIndex_.reset();
+  shownOver_.reset();
   return Convert(unit, nullptr, true);
 }
 
@@ -210,7 +210,7 @@ void Document::Open(SupStream stream) {
   if (primary_.PacketOffset.empty()) {
     SetNumber(0);
   }
-  shownIndex_ = number_ == 1 ? 0 : -1;
+  shownIndex_ = number_ == 1 ? std::optional<std::size_t>(0) : std::nullopt;
   history_.clear();
   steps_.Next = steps_.GoTo = number_ == 1 && primary_.Count >= 2;
   steps_.Prev = false;
@@ -293,7 +293,7 @@ void Document::BeginMerging(SupStream secondary) {
 
 bool Document::LeaveMerging() {
   secondary_ = {};
-  shownOver_ = -1;
+  shownOver_.reset();
   merging_ = false;
   AllowSteps();
   return Reset();
@@ -316,8 +316,8 @@ void Document::SetBusy(bool busy) {
 }
 
 void Document::ShowAgain() {
-  if (shownIndex_ >= 0) {
-    (void)ShowPair(shownIndex_, shownOver_, false);
+  if (shownIndex_) {
+    (void)ShowPair(*shownIndex_, shownOver_, false);
   }
 }
 

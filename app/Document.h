@@ -225,7 +225,7 @@ class Document : public QObject {
   void AllowSteps();
   [[nodiscard]] bool Show(std::int64_t number);
   [[nodiscard]] bool Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew);
-  [[nodiscard]] bool ShowPair(std::int64_t index, std::int64_t over, bool isNew);
+  [[nodiscard]] bool ShowPair(std::size_t index, std::optional<std::size_t> over, bool isNew);
   Result<void> Apply(std::variant<StreamEdit, DvdPalette>& what);
   Result<void> Push(DocumentEdit edit);
   [[nodiscard]] const DocumentEdit& EditAt(int step) const;
@@ -252,8 +252,8 @@ class Document : public QObject {
   CodeChoice written_;
   CodeColours colours_{};
   SpuControl control_;
-  std::int64_t shownIndex_ = -1;  // of the primary subtitle shown; -1 when it is none of primary_
-  std::int64_t shownOver_ = -1;   // of the secondary subtitle over it; -1 without one
+  std::optional<std::size_t> shownIndex_;  // of the primary subtitle shown, where it is one of primary_
+  std::optional<std::size_t> shownOver_;   // of the secondary subtitle over it
 
   QUndoStack history_;
   std::vector<std::uint8_t> unit_;           // memory reused

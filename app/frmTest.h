@@ -168,7 +168,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void SaveMerged(const QString& path);
   /// The primary subtitle without the invalid one that is chosen for it, on the display and, where pictures
   /// are exported, in `picture`.
-  void ShowPrimaryAlone(const SpuControl& control, std::int64_t index, cBitmap& picture);
+  void ShowPrimaryAlone(const SpuControl& control, std::size_t index, cBitmap& picture);
 
   cGDIP gdip_;
   StatusLine* status_ = nullptr;

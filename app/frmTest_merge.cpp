@@ -171,13 +171,13 @@ void frmTest::SaveMerged(const QString& path) {
   HourglassPointer hourglass;
   document_->SetBusy(true);
   Exporter exporter(ExportPathsFor(document_->SupPath()), Exporter::List::Appended);
-  const auto next = [&](std::int64_t index) {
+  const auto next = [&](std::size_t index) {
     setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     return true;
   };
   std::int64_t encoded = 0;
-  const auto done = [&](std::int64_t index, MergedStreamEncoder::Outcome outcome,
+  const auto done = [&](std::size_t index, MergedStreamEncoder::Outcome outcome,
                         const MergedStreamEncoder& encoder) {
     encoded += outcome == MergedStreamEncoder::Outcome::Encoded ? 1 : 0;
     if (outcome == MergedStreamEncoder::Outcome::InvalidPrimary) {
@@ -224,7 +224,7 @@ void frmTest::SaveMerged(const QString& path) {
   }
 }
 
-void frmTest::ShowPrimaryAlone(const SpuControl& control, std::int64_t index, cBitmap& picture) {
+void frmTest::ShowPrimaryAlone(const SpuControl& control, std::size_t index, cBitmap& picture) {
   std::vector<std::uint8_t> buffer;
   const SubtitleUnit unit = UnitOf(document_->Primary(), index, buffer);
   const CodeColours colours = MakeCodeColours(document_->Palette(), control);

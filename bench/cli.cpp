@@ -134,7 +134,7 @@ std::vector<cBitmap> FilmPictures() {
   std::vector<cBitmap> pictures(FilmSubtitles);
   std::vector<std::uint8_t> unit;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    CopyUnit(stream, static_cast<std::int64_t>(i), unit);
+    CopyUnit(stream, i, unit);
     const auto description = DescribeSubtitle(
         {.Bytes = unit, .ControlOffset = stream.ControlOffset[i], .StartTime = stream.StartTime[i]});
     if (!description) {

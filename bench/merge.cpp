@@ -63,7 +63,7 @@ void MergeStreams(benchmark::State& state) {
   MergedStreamEncoder encoder(streams.Primary, streams.Secondary,
                               {.Palette = StartUpPalette, .YOffset = -400, .FrameHeight = 576});
   for ([[maybe_unused]] auto _ : state) {
-    for (std::int64_t i = 0; i < streams.Primary.Count; ++i) {
+    for (std::size_t i = 0; i < streams.Primary.PacketOffset.size(); ++i) {
       if (encoder.Encode(i) != MergedStreamEncoder::Outcome::Encoded) {
         Fail("a subtitle is not encoded");
       }
@@ -78,7 +78,7 @@ BENCHMARK(MergeStreams)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMi
 void ChooseForAll(benchmark::State& state) {
   const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
   for ([[maybe_unused]] auto _ : state) {
-    for (std::int64_t i = 0; i < streams.Primary.Count; ++i) {
+    for (std::size_t i = 0; i < streams.Primary.PacketOffset.size(); ++i) {
       benchmark::DoNotOptimize(ChooseSecondary(streams.Primary, i, streams.Secondary));
     }
   }

@@ -44,7 +44,7 @@ Tally ExportAll(const ExportOptions& options, const SupStream& stream, const Dvd
       break;
     }
     progress.Show(number - options.Only.First);
-    const auto description = reader.Read(number - 1);
+    const auto description = reader.Read(static_cast<std::size_t>(number - 1));
     if (!description) {
       leaveOut(number, " cannot be converted", tally.Unconverted);
     } else if (!HasPixels(description->Control)) {

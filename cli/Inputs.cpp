@@ -24,7 +24,7 @@ CommandResult LoadStream(const std::string& file, SupStream& stream) {
   return result;
 }
 
-std::optional<SubtitleDescription> SubtitleReader::Read(std::int64_t index) {
+std::optional<SubtitleDescription> SubtitleReader::Read(std::size_t index) {
   return DescribeSubtitle(UnitOf(stream_, index, unit_));
 }
 

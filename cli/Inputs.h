@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -29,7 +30,7 @@ class SubtitleReader {
   explicit SubtitleReader(const SupStream& stream) : stream_(stream) {}
 
   /// Subtitle `index`, from 0; nullopt when it cannot be shown.
-  [[nodiscard]] std::optional<SubtitleDescription> Read(std::int64_t index);
+  [[nodiscard]] std::optional<SubtitleDescription> Read(std::size_t index);
   /// The unit read last, from its byte 4 on.
   [[nodiscard]] std::span<const std::uint8_t> Unit() const { return unit_; }
 

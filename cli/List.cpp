@@ -22,14 +22,13 @@ struct Row {
   std::optional<SubtitleDescription> Description;
 };
 
-Row ReadRow(const SupStream& stream, std::int64_t index, SubtitleReader& reader) {
-  const auto i = static_cast<std::size_t>(index);
-  return {.Number = index + 1,
-          .Offset = stream.PacketOffset[i],
-          .Size = static_cast<std::uint16_t>(stream.SpuSize[i]),
-          .ControlOffset = static_cast<std::uint16_t>(stream.ControlOffset[i]),
-          .Start = stream.StartTime[i],
-          .End = stream.EndTime[i],
+Row ReadRow(const SupStream& stream, std::size_t index, SubtitleReader& reader) {
+  return {.Number = static_cast<std::int64_t>(index) + 1,
+          .Offset = stream.PacketOffset[index],
+          .Size = static_cast<std::uint16_t>(stream.SpuSize[index]),
+          .ControlOffset = static_cast<std::uint16_t>(stream.ControlOffset[index]),
+          .Start = stream.StartTime[index],
+          .End = stream.EndTime[index],
           .Description = reader.Read(index)};
 }
 
@@ -108,11 +107,11 @@ CommandResult List(const ListOptions& options, const Console& console) {
   SubtitleReader reader(stream);
   if (options.Json) {
     JsonArrayWriter array(console.Out);
-    for (std::int64_t index = 0; index < stream.Count; ++index) {
+    for (std::size_t index = 0; index < stream.PacketOffset.size(); ++index) {
       array.Add(RowObject(ReadRow(stream, index, reader)));
     }
   } else {
-    for (std::int64_t index = 0; index < stream.Count; ++index) {
+    for (std::size_t index = 0; index < stream.PacketOffset.size(); ++index) {
       console.Out << RowText(ReadRow(stream, index, reader)) << '\n';
     }
   }

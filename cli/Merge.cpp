@@ -68,8 +68,8 @@ MergeReport MergeWithProgress(const SupStream& primary, const SupStream& seconda
   ProgressBar progress(console, primary.Count);
   return MergeStreams(primary, secondary, settings, out,
                       {.Next =
-                           [&](std::int64_t index) {
-                             progress.Show(index);
+                           [&](std::size_t index) {
+                             progress.Show(static_cast<std::int64_t>(index));
                              return !console.Interrupted();
                            },
                        .Done = {}});

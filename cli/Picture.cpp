@@ -80,7 +80,7 @@ CommandResult Picture(const PictureOptions& options, const Console& console) {
     return loaded;
   }
   SubtitleReader reader(stream);
-  const auto description = reader.Read(options.Number - 1);
+  const auto description = reader.Read(static_cast<std::size_t>(options.Number - 1));
   if (!description) {
     return Failed(options.File, SubtitleText(options.Number) + " cannot be converted");
   }

@@ -25,9 +25,9 @@ void Require(bool rule) {
 
 void UseEverySubtitle(SupStream& stream) {
   std::vector<std::uint8_t> unit;
-  for (std::int64_t i = 0; i < stream.Count; ++i) {
+  for (std::size_t i = 0; i < stream.SpuSize.size(); ++i) {
     CopyUnit(stream, i, unit);
-    const std::int16_t size = stream.SpuSize[static_cast<std::size_t>(i)];
+    const std::int16_t size = stream.SpuSize[i];
     Require(unit.size() == static_cast<std::size_t>(UnitBufferSize(size)));
   }
   const std::vector<std::uint8_t> before = stream.RawBytes;

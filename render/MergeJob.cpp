@@ -1,5 +1,7 @@
 #include "render/MergeJob.h"
 
+#include <algorithm>
+
 namespace quillmark {
 namespace {
 
@@ -26,7 +28,9 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
                          FileWriter& out, const MergeSteps& steps) {
   MergeReport report;
   MergedStreamEncoder encoder(primary, secondary, settings);
-  for (std::int64_t index = 0; index < primary.Count; ++index) {
+  const auto count = static_cast<std::size_t>(std::max(primary.Count, 0));
+  for (std::size_t index = 0; index < count; ++index) {
+    const std::int64_t number = static_cast<std::int64_t>(index) + 1;
     if (steps.Next && !steps.Next(index)) {
       report.How = MergeReport::Ending::Interrupted;
       return report;
@@ -40,18 +44,18 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
     }
     if (outcome != Outcome::Encoded) {
       report.How = MergeReport::Ending::SubtitleFailed;
-      report.Number = index + 1;
+      report.Number = number;
       report.Reason = ReasonOf(outcome);
       return report;
     }
     if (const auto written = out.Write(encoder.Packet()); !written) {
       report.How = MergeReport::Ending::FileFailed;
-      report.Number = index + 1;
+      report.Number = number;
       report.Reason = written.Reason();
       return report;
     }
     if (encoder.Packet().size() - UnitStart > MaxReadUnit) {
-      report.TooLong.push_back(index + 1);
+      report.TooLong.push_back(number);
     }
   }
   return report;

@@ -28,9 +28,9 @@ enum class MergeObstacle {
 /// What the caller does as the merge goes on. Both may be empty.
 struct MergeSteps {
   /// Before each primary subtitle, by its index; false ends the merge.
-  std::function<bool(std::int64_t index)> Next;
+  std::function<bool(std::size_t index)> Next;
   /// After each one that was not skipped, before its packet is written.
-  std::function<void(std::int64_t index, MergedStreamEncoder::Outcome outcome,
+  std::function<void(std::size_t index, MergedStreamEncoder::Outcome outcome,
                      const MergedStreamEncoder& encoder)>
       Done;
 };

@@ -4,10 +4,10 @@
 
 namespace quillmark {
 
-MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::int64_t index) {
+MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index) {
   packet_ = {};
-  const std::int64_t over = ChooseSecondary(primary_, index, secondary_);
-  if (over < 0) {
+  const auto over = ChooseSecondary(primary_, index, secondary_);
+  if (!over) {
     return Outcome::Skipped;
   }
   const SubtitleUnit primary = UnitForMerging(primary_, index, primaryUnit_);
@@ -16,7 +16,7 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::int64_t index) {
     return Outcome::InvalidPrimary;
   }
   description_ = *description;
-  const SubtitleUnit secondary = UnitForMerging(secondary_, over, secondaryUnit_);
+  const SubtitleUnit secondary = UnitForMerging(secondary_, *over, secondaryUnit_);
   const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
   if (!secondaryControl.IsValid()) {
     return Outcome::InvalidSecondary;

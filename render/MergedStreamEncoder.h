@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -36,7 +37,7 @@ class MergedStreamEncoder {
       : primary_(primary), secondary_(secondary), settings_(settings) {}
 
   /// Composes and encodes primary subtitle `index` (from 0).
-  [[nodiscard]] Outcome Encode(std::int64_t index);
+  [[nodiscard]] Outcome Encode(std::size_t index);
 
   /// What the last Encode made, if it was Encoded; valid until the next one.
   [[nodiscard]] std::span<const std::uint8_t> Packet() const { return packet_; }

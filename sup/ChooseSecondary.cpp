@@ -35,23 +35,23 @@ class TimeTable {
       : stream_(stream),
         size_(std::min({stream.StartTime.size(), stream.EndTime.size(), stream.LatestEnd.size()})) {}
 
-  [[nodiscard]] std::int64_t Size() const { return static_cast<std::int64_t>(size_); }
+  [[nodiscard]] std::size_t Size() const { return size_; }
 
-  /// The first subtitle that ends behind `time`, 0 when none does. The first end that is larger is where the
+  /// The first subtitle that ends after `time`, 0 when none does. The first end that is larger is where the
   /// largest end so far becomes larger.
-  [[nodiscard]] std::int64_t FirstEndingAfter(std::int64_t time) const {
+  [[nodiscard]] std::size_t FirstEndingAfter(std::int64_t time) const {
     const auto ends = std::span(stream_.LatestEnd).first(size_);
     const auto found = std::ranges::upper_bound(ends, time);
-    return found == ends.end() ? 0 : found - ends.begin();
+    return found == ends.end() ? 0 : static_cast<std::size_t>(found - ends.begin());
   }
 
-  [[nodiscard]] std::int64_t OverlapWith(const Interval& primary, std::int64_t index) const {
-    return index >= 0 && index < Size() ? Overlap(At(index), primary) : 0;
+  /// 0 where there is no such subtitle, which the one before the first is not either.
+  [[nodiscard]] std::int64_t OverlapWith(const Interval& primary, std::optional<std::size_t> index) const {
+    return index && *index < size_ ? Overlap(At(*index), primary) : 0;
   }
 
-  [[nodiscard]] Interval At(std::int64_t index) const {
-    const auto i = static_cast<std::size_t>(index);
-    return {.Start = stream_.StartTime[i], .End = stream_.EndTime[i]};
+  [[nodiscard]] Interval At(std::size_t index) const {
+    return {.Start = stream_.StartTime[index], .End = stream_.EndTime[index]};
   }
 
  private:
@@ -59,38 +59,39 @@ class TimeTable {
   std::size_t size_;
 };
 
+std::optional<std::size_t> Before(std::size_t index) {
+  return index > 0 ? std::optional(index - 1) : std::nullopt;
+}
+
 /// The last test that holds decides, so equal overlaps go to the next one, then to the previous one.
-std::int64_t LongestOverlap(std::int64_t candidate, std::int64_t previous, std::int64_t current,
-                            std::int64_t next) {
+std::optional<std::size_t> LongestOverlap(std::size_t candidate, std::int64_t previous, std::int64_t current,
+                                          std::int64_t next) {
   if (next >= current && next >= previous) {
     return candidate + 1;
   }
   if (previous >= current && previous >= next) {
-    return candidate - 1;
+    return Before(candidate);
   }
   return candidate;
 }
 
 }  // namespace
 
-std::int64_t ChooseSecondary(const SupStream& primary, std::int64_t index, const SupStream& secondary) {
-  const auto i = static_cast<std::size_t>(index);
-  if (index < 0 || i >= primary.StartTime.size() || i >= primary.EndTime.size()) {
-    return -1;
-  }
+std::optional<std::size_t> ChooseSecondary(const SupStream& primary, std::size_t index,
+                                           const SupStream& secondary) {
   const TimeTable others(secondary);
-  if (others.Size() == 0) {
-    return -1;
+  if (index >= primary.StartTime.size() || index >= primary.EndTime.size() || others.Size() == 0) {
+    return std::nullopt;
   }
-  const Interval shown = {.Start = primary.StartTime[i], .End = primary.EndTime[i]};
-  const std::int64_t candidate = others.FirstEndingAfter(shown.Start);
+  const Interval shown = {.Start = primary.StartTime[index], .End = primary.EndTime[index]};
+  const std::size_t candidate = others.FirstEndingAfter(shown.Start);
   if (others.At(candidate).Start >= shown.End) {
     return 0;
   }
-  const std::int64_t chosen =
-      LongestOverlap(candidate, others.OverlapWith(shown, candidate - 1),
+  const auto chosen =
+      LongestOverlap(candidate, others.OverlapWith(shown, Before(candidate)),
                      others.OverlapWith(shown, candidate), others.OverlapWith(shown, candidate + 1));
-  return std::min(chosen, others.Size() - 1);
+  return chosen ? std::optional(std::min(*chosen, others.Size() - 1)) : std::nullopt;
 }
 
 }  // namespace quillmark

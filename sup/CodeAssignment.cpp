@@ -141,8 +141,7 @@ bool AppendSound(StreamEdit& edit, const SupStream& stream, std::size_t index, c
 
 /// A unit without the command is indexed as if its arguments stood one byte before the unit's byte 4.
 bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<std::int32_t>& offsets) {
-  return stream.Holds(static_cast<std::int64_t>(index)) &&
-         offsets[index] >= stream.PacketOffset[index] + PacketHeaderSize;
+  return stream.Holds(index) && offsets[index] >= stream.PacketOffset[index] + PacketHeaderSize;
 }
 
 }  // namespace
@@ -163,7 +162,7 @@ bool HasCommandsFor(const SupStream& stream, std::size_t index, const CodeAssign
 StreamEdit AssignCodes(const SupStream& stream, std::size_t first, std::size_t end,
                        const CodeAssignment& codes) {
   StreamEdit edit;
-  if (first >= end || !stream.Holds(static_cast<std::int64_t>(end) - 1)) {
+  if (first >= end || !stream.Holds(end - 1)) {
     return edit;
   }
   const ArgumentChange colours(codes.Colours);

@@ -87,23 +87,21 @@ std::uint16_t MergedDelay(const SpuControl& primary, std::int64_t start, std::in
       std::min<std::uint64_t>(delay, std::numeric_limits<std::uint16_t>::max()));
 }
 
-MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream, std::int64_t index) {
-  const auto i = static_cast<std::size_t>(index);
-  const bool isLast = index == static_cast<std::int64_t>(stream.Count) - 1;
-  const bool timed = index >= 0 && i < stream.StartTime.size() && i < stream.EndTime.size();
-  return {
-      .Delay = MergedDelay(primary, timed ? stream.StartTime[i] : 0, timed ? stream.EndTime[i] : 0, isLast),
-      .ColourBytes = ArgumentsOf(primary.Colour),
-      .ContrastBytes = ArgumentsOf(primary.Contrast)};
+MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream, std::size_t index) {
+  const bool isLast = static_cast<std::int64_t>(index) == std::int64_t{stream.Count} - 1;
+  const bool timed = index < stream.StartTime.size() && index < stream.EndTime.size();
+  return {.Delay = MergedDelay(primary, timed ? stream.StartTime[index] : 0,
+                               timed ? stream.EndTime[index] : 0, isLast),
+          .ColourBytes = ArgumentsOf(primary.Colour),
+          .ContrastBytes = ArgumentsOf(primary.Contrast)};
 }
 
-TimeField StoredTime(const SupStream& stream, std::int64_t index) {
+TimeField StoredTime(const SupStream& stream, std::size_t index) {
   TimeField time = {};
   if (!stream.Holds(index)) {
     return time;
   }
-  const std::size_t start =
-      static_cast<std::size_t>(stream.PacketOffset[static_cast<std::size_t>(index)]) + TimeStart;
+  const std::size_t start = static_cast<std::size_t>(stream.PacketOffset[index]) + TimeStart;
   for (std::size_t i = 0; i < time.size() && start + i < stream.RawBytes.size(); ++i) {
     time[i] = stream.RawBytes[start + i];
   }

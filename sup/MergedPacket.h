@@ -32,10 +32,10 @@ struct MergedControl {
 
 /// `primary` is the valid control data of subtitle `index` of `stream`.
 [[nodiscard]] MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream,
-                                              std::int64_t index);
+                                              std::size_t index);
 
 /// The time bytes of subtitle `index` as its packet has them; 0 in place of what the stream does not hold.
-[[nodiscard]] TimeField StoredTime(const SupStream& stream, std::int64_t index);
+[[nodiscard]] TimeField StoredTime(const SupStream& stream, std::size_t index);
 
 /// A composed frame as the encoder reads it: small numbers that stand for colours.
 struct FrameCells {

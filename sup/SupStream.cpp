@@ -34,21 +34,20 @@ void DropIndex(SupStream& stream) {
   stream = std::move(bytesAlone);
 }
 
-void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit) {
+void CopyUnit(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& unit) {
   if (!stream.Holds(index)) {
     unit.clear();
     return;
   }
-  const auto i = static_cast<std::size_t>(index);
-  CopyUnitAt(stream, stream.PacketOffset[i], stream.SpuSize[i], unit);
+  CopyUnitAt(stream, stream.PacketOffset[index], stream.SpuSize[index], unit);
 }
 
-SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+SubtitleUnit UnitOf(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& buffer) {
   CopyUnit(stream, index, buffer);
-  return stream.Holds(index) ? UnitIn(buffer, stream, static_cast<std::size_t>(index)) : SubtitleUnit();
+  return stream.Holds(index) ? UnitIn(buffer, stream, index) : SubtitleUnit();
 }
 
-SubtitleUnit UnitForMerging(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& buffer) {
+SubtitleUnit UnitForMerging(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& buffer) {
   const SubtitleUnit unit = UnitOf(stream, index, buffer);
   if (!buffer.empty()) {
     buffer.back() = 0;

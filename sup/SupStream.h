@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -36,8 +37,8 @@ struct SupStream {
   bool EndsAtInvalidFirst = true;
 
   /// Whether subtitle `index` (from 0) can be read from RawBytes.
-  [[nodiscard]] bool Holds(std::int64_t index) const {
-    return !RawBytes.empty() && index >= 0 && index < static_cast<std::int64_t>(PacketOffset.size());
+  [[nodiscard]] bool Holds(std::size_t index) const {
+    return !RawBytes.empty() && index < PacketOffset.size();
   }
 };
 
@@ -48,7 +49,7 @@ void DropIndex(SupStream& stream);
 /// Copies the unit of subtitle `index`, from unit byte 4 on, out of the stream's raw bytes into `unit`, whose
 /// memory is reused. Bytes that the file does not have are 0; a subtitle that the stream does not hold gives
 /// an empty unit.
-void CopyUnit(const SupStream& stream, std::int64_t index, std::vector<std::uint8_t>& unit);
+void CopyUnit(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& unit);
 
 /// What a conversion is told of one subtitle.
 struct SubtitleUnit {
@@ -60,12 +61,12 @@ struct SubtitleUnit {
 
 /// Subtitle `index` with its unit copied into `buffer` as CopyUnit does; an empty, invalid one when the
 /// stream does not hold it.
-[[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::int64_t index,
+[[nodiscard]] SubtitleUnit UnitOf(const SupStream& stream, std::size_t index,
                                   std::vector<std::uint8_t>& buffer);
 
 /// The same for laying one subtitle over another. Kept oddity: the unit's last byte is 0, whatever the file
 /// has there.
-[[nodiscard]] SubtitleUnit UnitForMerging(const SupStream& stream, std::int64_t index,
+[[nodiscard]] SubtitleUnit UnitForMerging(const SupStream& stream, std::size_t index,
                                           std::vector<std::uint8_t>& buffer);
 
 /// The file's first subtitle as the loader saw it, also where it ended the walk and the stream's index leads

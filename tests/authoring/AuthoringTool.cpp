@@ -70,7 +70,7 @@ std::vector<AuthoredSubtitle> ReadAuthored(const QByteArray& programStream) {
   subtitles.reserve(units.size());
   std::vector<std::uint8_t> buffer;
   for (std::size_t i = 0; i < units.size(); ++i) {
-    subtitles.push_back(ReadOne(UnitOf(stream, static_cast<std::int64_t>(i), buffer), units[i].Palette));
+    subtitles.push_back(ReadOne(UnitOf(stream, i, buffer), units[i].Palette));
   }
   return subtitles;
 }
@@ -87,7 +87,7 @@ std::vector<ExportedSubtitle> ExportAll(const SupStream& stream, const DvdPalett
   std::vector<ExportedSubtitle> all;
   all.reserve(stream.PacketOffset.size());
   std::vector<std::uint8_t> buffer;
-  for (std::int32_t i = 0; i < stream.Count; ++i) {
+  for (std::size_t i = 0; i < stream.PacketOffset.size(); ++i) {
     all.push_back(ExportOne(UnitOf(stream, i, buffer), palette, paths));
   }
   return all;

@@ -76,16 +76,16 @@ class MergeStreamsTest : public testing::Test {
 };
 
 TEST_F(MergeStreamsTest, EverySubtitleIsAskedForAndDone) {
-  std::vector<std::int64_t> asked;
-  std::vector<std::int64_t> done;
+  std::vector<std::size_t> asked;
+  std::vector<std::size_t> done;
   const MergeReport report = Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(),
                                    {.Next =
-                                        [&](std::int64_t index) {
+                                        [&](std::size_t index) {
                                           asked.push_back(index);
                                           return true;
                                         },
                                     .Done =
-                                        [&](std::int64_t index, Outcome outcome, const MergedStreamEncoder&) {
+                                        [&](std::size_t index, Outcome outcome, const MergedStreamEncoder&) {
                                           EXPECT_EQ(outcome, Outcome::Encoded);
                                           done.push_back(index);
                                         }});
@@ -97,7 +97,7 @@ TEST_F(MergeStreamsTest, EverySubtitleIsAskedForAndDone) {
 
 TEST_F(MergeStreamsTest, NextCanEndIt) {
   const MergeReport report = Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(),
-                                   {.Next = [](std::int64_t index) { return index < 1; }, .Done = {}});
+                                   {.Next = [](std::size_t index) { return index < 1; }, .Done = {}});
   EXPECT_EQ(report.How, Ending::Interrupted);
   EXPECT_EQ(WrittenPackets(), 1);
 }
@@ -116,7 +116,7 @@ TEST_F(MergeStreamsTest, InvalidSecondaryIsToldWithThePrimarysDescription) {
   std::int64_t start = 0;
   const MergeReport report =
       Merge(Shown(5 * Second).Build(), Shown(0).WithoutArea().Build(),
-            {.Next = {}, .Done = [&](std::int64_t, Outcome outcome, const MergedStreamEncoder& encoder) {
+            {.Next = {}, .Done = [&](std::size_t, Outcome outcome, const MergedStreamEncoder& encoder) {
                EXPECT_EQ(outcome, Outcome::InvalidSecondary);
                start = encoder.Description().StartTicks;
              }});

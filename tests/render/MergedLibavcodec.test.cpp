@@ -171,12 +171,11 @@ TEST_P(MergedLibavcodec, ReadsEveryPixelAndTheArea) {
   Bytes primaryUnit;
   Bytes secondaryUnit;
   for (std::size_t i = 0; i < pair.Primary.StartTime.size(); ++i) {
-    const auto index = static_cast<std::int64_t>(i);
-    const std::int64_t chosen = ChooseSecondary(pair.Primary, index, pair.Secondary);
-    ASSERT_GE(chosen, 0);
-    const auto k = static_cast<std::size_t>(chosen);
-    CopyUnit(pair.Primary, index, primaryUnit);
-    CopyUnit(pair.Secondary, chosen, secondaryUnit);
+    const auto chosen = ChooseSecondary(pair.Primary, i, pair.Secondary);
+    ASSERT_TRUE(chosen);
+    const std::size_t k = *chosen;
+    CopyUnit(pair.Primary, i, primaryUnit);
+    CopyUnit(pair.Secondary, k, secondaryUnit);
     MergedInput input;
     input.PrimaryUnit = primaryUnit;
     input.Primary = DecodeControl(primaryUnit, pair.Primary.ControlOffset[i]);
@@ -186,8 +185,8 @@ TEST_P(MergedLibavcodec, ReadsEveryPixelAndTheArea) {
     input.Colours = ColoursOf(input.Primary);
     input.FrameHeight = GetParam().FrameHeight;
     merged.Compose(input);
-    const auto packet = encoder.Encode(merged.Cells(), MakeMergedControl(input.Primary, pair.Primary, index),
-                                       StoredTime(pair.Primary, index));
+    const auto packet = encoder.Encode(merged.Cells(), MakeMergedControl(input.Primary, pair.Primary, i),
+                                       StoredTime(pair.Primary, i));
     ASSERT_TRUE(packet) << i;
 
     const auto contrastIn = [](const SpuControl& control) {

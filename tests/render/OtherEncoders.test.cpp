@@ -101,7 +101,7 @@ class OtherEncoders : public testing::TestWithParam<NamedStream> {
   };
   [[nodiscard]] Unit UnitOf(std::size_t index) const {
     Unit unit;
-    CopyUnit(stream_, static_cast<std::int64_t>(index), unit.Bytes);
+    CopyUnit(stream_, index, unit.Bytes);
     unit.Control = DecodeControl(unit.Bytes, stream_.ControlOffset[index]);
     return unit;
   }

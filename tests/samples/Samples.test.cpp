@@ -21,9 +21,9 @@ SupStream Load(const std::string& name) {
 std::vector<SpuControl> Controls(const SupStream& stream) {
   std::vector<SpuControl> controls;
   std::vector<std::uint8_t> unit;
-  for (std::int32_t i = 0; i < stream.Count; ++i) {
+  for (std::size_t i = 0; i < stream.ControlOffset.size(); ++i) {
     CopyUnit(stream, i, unit);
-    controls.push_back(DecodeControl(unit, stream.ControlOffset[static_cast<std::size_t>(i)]));
+    controls.push_back(DecodeControl(unit, stream.ControlOffset[i]));
   }
   return controls;
 }

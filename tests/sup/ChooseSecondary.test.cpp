@@ -32,7 +32,7 @@ SupStream Stream(const std::vector<Times>& subtitles) {
   return stream;
 }
 
-std::int64_t Choose(const Times& primary, const std::vector<Times>& secondary) {
+std::optional<std::size_t> Choose(const Times& primary, const std::vector<Times>& secondary) {
   return ChooseSecondary(Stream({primary}), 0, Stream(secondary));
 }
 
@@ -40,81 +40,81 @@ std::int64_t Choose(const Times& primary, const std::vector<Times>& secondary) {
 const std::vector<Times> Chain = {{0, 100}, {100, 200}, {200, 300}};
 
 TEST(ChooseSecondary, TakesTheOneThatCoversThePrimary) {
-  EXPECT_EQ(Choose({110, 190}, Chain), 1);
+  EXPECT_EQ(Choose({110, 190}, Chain), 1U);
 }
 
 TEST(ChooseSecondary, TakesTheNextWhenItOverlapsLonger) {
-  EXPECT_EQ(Choose({190, 260}, Chain), 2);
+  EXPECT_EQ(Choose({190, 260}, Chain), 2U);
 }
 
 TEST(ChooseSecondary, KeepsTheFirstWhenTheNextOverlapsShorter) {
-  EXPECT_EQ(Choose({140, 210}, Chain), 1);
+  EXPECT_EQ(Choose({140, 210}, Chain), 1U);
 }
 
 TEST(ChooseSecondary, EqualOverlapsTakeTheLaterOne) {
-  EXPECT_EQ(Choose({50, 150}, Chain), 1);
+  EXPECT_EQ(Choose({50, 150}, Chain), 1U);
 }
 
 TEST(ChooseSecondary, OnlyDirectNeighboursAreCompared) {
-  EXPECT_EQ(Choose({90, 1000}, {{0, 100}, {100, 200}, {200, 990}}), 1);
+  EXPECT_EQ(Choose({90, 1000}, {{0, 100}, {100, 200}, {200, 990}}), 1U);
 }
 
 TEST(ChooseSecondary, PreviousWinsOverCurrentOnEqualOverlaps) {
   // The previous one ended before the start and overlaps by -5, the current one by -5 too, as it ends before
   // it starts, the next one by less.
-  EXPECT_EQ(Choose({105, 200}, {{0, 100}, {111, 106}, {300, 400}}), 0);
+  EXPECT_EQ(Choose({105, 200}, {{0, 100}, {111, 106}, {300, 400}}), 0U);
 }
 
 TEST(ChooseSecondary, NothingOverlapsTakesTheFirst) {
-  EXPECT_EQ(Choose({10, 20}, {{20, 30}, {30, 40}}), 0);
-  EXPECT_EQ(Choose({150, 160}, {{0, 100}, {160, 200}, {200, 300}}), 0);
+  EXPECT_EQ(Choose({10, 20}, {{20, 30}, {30, 40}}), 0U);
+  EXPECT_EQ(Choose({150, 160}, {{0, 100}, {160, 200}, {200, 300}}), 0U);
 }
 
 TEST(ChooseSecondary, EndAtPrimaryStartIsNoOverlap) {
-  EXPECT_EQ(Choose({100, 150}, Chain), 1);
+  EXPECT_EQ(Choose({100, 150}, Chain), 1U);
 }
 
 TEST(ChooseSecondary, SingleOneIsTakenForEveryTime) {
   for (const Times& primary : {Times{0, 10}, Times{50, 60}, Times{95, 300}, Times{500, 600}, Times{20, 0}}) {
-    EXPECT_EQ(Choose(primary, {{30, 100}}), 0) << primary.Start;
+    EXPECT_EQ(Choose(primary, {{30, 100}}), 0U) << primary.Start;
   }
 }
 
 TEST(ChooseSecondary, EarlierLongSubtitleIsFoundBehindShorterOnes) {
   // The first end behind 400 is that of subtitle 1, though 2 and 3 end before it.
-  EXPECT_EQ(Choose({400, 450}, {{0, 10}, {10, 500}, {20, 30}, {30, 40}}), 1);
+  EXPECT_EQ(Choose({400, 450}, {{0, 10}, {10, 500}, {20, 30}, {30, 40}}), 1U);
 }
 
 TEST(ChooseSecondary, PrimaryThatEndsBeforeItStartsMayHaveNone) {
   // Current and next overlap by less than nothing, the missing previous one by 0.
-  EXPECT_EQ(Choose({50, 40}, {{0, 100}, {100, 200}}), -1);
+  EXPECT_EQ(Choose({50, 40}, {{0, 100}, {100, 200}}), std::nullopt);
 }
 
 TEST(ChooseSecondary, WinnerBehindTheLastIsTheLast) {
-  EXPECT_EQ(Choose({150, 140}, {{0, 100}, {100, 200}}), 1);
+  EXPECT_EQ(Choose({150, 140}, {{0, 100}, {100, 200}}), 1U);
 }
 
 TEST(ChooseSecondary, EmptySecondaryHasNone) {
-  EXPECT_EQ(Choose({0, 10}, {}), -1);
+  EXPECT_EQ(Choose({0, 10}, {}), std::nullopt);
 }
 
 TEST(ChooseSecondary, UnknownPrimaryHasNone) {
   const SupStream primary = Stream({{0, 10}});
   const SupStream secondary = Stream(Chain);
-  EXPECT_EQ(ChooseSecondary(primary, -1, secondary), -1);
-  EXPECT_EQ(ChooseSecondary(primary, 1, secondary), -1);
+  EXPECT_EQ(ChooseSecondary(primary, static_cast<std::size_t>(-1), secondary), std::nullopt);
+  EXPECT_EQ(ChooseSecondary(primary, 1, secondary), std::nullopt);
 }
 
 TEST(ChooseSecondary, TimesAtTheEndsOfTheirRangeDoNotWrap) {
   // The overlaps are as long as numbers go; the chain keeps its order.
-  EXPECT_EQ(Choose({Lowest, Highest}, {{Lowest, -1}, {-1, Highest}}), 1);
-  EXPECT_EQ(Choose({Lowest, Highest}, {{Lowest, Highest}, {Highest, Lowest}}), 0);
-  EXPECT_EQ(Choose({0, Highest}, {{Lowest, 10}, {10, Highest}}), 1);
-  EXPECT_EQ(Choose({Highest, Lowest}, {{0, 10}}), 0);
+  EXPECT_EQ(Choose({Lowest, Highest}, {{Lowest, -1}, {-1, Highest}}), 1U);
+  EXPECT_EQ(Choose({Lowest, Highest}, {{Lowest, Highest}, {Highest, Lowest}}), 0U);
+  EXPECT_EQ(Choose({0, Highest}, {{Lowest, 10}, {10, Highest}}), 1U);
+  EXPECT_EQ(Choose({Highest, Lowest}, {{0, 10}}), 0U);
 }
 
 /// The rule word by word, by a walk from the start.
-std::int64_t ByTheWalk(const Times& primary, const std::vector<Times>& secondary) {
+std::optional<std::size_t> ByTheWalk(const Times& primary, const std::vector<Times>& secondary) {
   const auto count = static_cast<std::int64_t>(secondary.size());
   const auto at = [&](std::int64_t i) { return secondary[static_cast<std::size_t>(i)]; };
   const auto overlap = [&](std::int64_t i) {
@@ -147,7 +147,7 @@ std::int64_t ByTheWalk(const Times& primary, const std::vector<Times>& secondary
   if (next >= current && next >= previous) {
     result = candidate + 1;
   }
-  return std::min(result, count - 1);
+  return result < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(std::min(result, count - 1)));
 }
 
 TEST(ChooseSecondary, SearchAgreesWithAWalkFromTheStart) {

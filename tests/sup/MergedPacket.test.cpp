@@ -242,7 +242,7 @@ TEST(StoredTime, MissingBytesAre0) {
   EXPECT_EQ(StoredTime(stream, 0), (TimeField{9, 8, 0, 0, 0, 0, 0, 0}));
   EXPECT_EQ(StoredTime(stream, 1), TimeField{});
   EXPECT_EQ(StoredTime(stream, 2), TimeField{});
-  EXPECT_EQ(StoredTime(stream, -1), TimeField{});
+  EXPECT_EQ(StoredTime(stream, static_cast<std::size_t>(-1)), TimeField{});
 }
 
 }  // namespace

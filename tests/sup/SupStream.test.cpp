@@ -17,7 +17,7 @@ SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) 
   return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
 }
 
-Bytes CopyOf(const SupStream& stream, std::int64_t index) {
+Bytes CopyOf(const SupStream& stream, std::size_t index) {
   Bytes unit = {1, 2, 3};  // what an earlier subtitle left in the buffer
   CopyUnit(stream, index, unit);
   return unit;
@@ -61,7 +61,7 @@ TEST(CopyUnit, BytesThatTheFileLacksAreZero) {
 TEST(CopyUnit, SubtitleThatTheStreamDoesNotHaveIsEmpty) {
   const SupStream stream = Index(PacketBuilder().Build());
 
-  EXPECT_EQ(CopyOf(stream, -1), Bytes{});
+  EXPECT_EQ(CopyOf(stream, static_cast<std::size_t>(-1)), Bytes{});
   EXPECT_EQ(CopyOf(stream, 1), Bytes{});
   EXPECT_EQ(CopyOf(SupStream(), 0), Bytes{});
 }
