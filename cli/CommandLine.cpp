@@ -319,7 +319,7 @@ class CommandTable {
            (nearest.empty() ? "" : "; did you mean '" + Dashes(nearest, isOption) + nearest + "'?");
   }
 
-  /// The word without dashes in front and a value behind.
+  /// The word without dashes in front and a value after.
   static std::string Bare(const std::string& word) {
     const auto start = std::min(word.find_first_not_of('-'), word.size());
     return word.substr(start, word[0] == '-' ? word.find('=') - start : std::string::npos);

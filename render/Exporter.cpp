@@ -17,8 +17,8 @@ namespace quillmark {
 namespace {
 
 /// Enough to keep every core busy, few enough that an interruption is not waited for.
-constexpr std::size_t MostHeld = 64;
-constexpr std::int64_t MostHeldPixels = std::int64_t{16} * FrameWidth * FrameHeight576;
+constexpr std::size_t MaxHeld = 64;
+constexpr std::int64_t MaxHeldPixels = std::int64_t{16} * FrameWidth * FrameHeight576;
 
 }  // namespace
 
@@ -49,7 +49,7 @@ void Exporter::Add(const SubtitleDescription& description, cBitmap picture) {
     return;
   }
   Hold(names.PicturePath, std::move(picture));
-  if (held_.size() >= MostHeld || heldPixels_ >= MostHeldPixels) {
+  if (held_.size() >= MaxHeld || heldPixels_ >= MaxHeldPixels) {
     Flush();
   }
 }

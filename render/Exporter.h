@@ -36,7 +36,7 @@ inline constexpr const char* NoPixelsText = "the subtitle's area is reversed, so
 class Exporter {
  public:
   enum class List {
-    Appended,  ///< each line at once, behind what the list holds
+    Appended,  ///< each line at once, after what the list holds
     Replaced,  ///< all lines at the end, by WriteList, in place of the old list
   };
   Exporter(ExportPaths paths, List list) : paths_(std::move(paths)), list_(list) {}

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "render/RunPainter.h"
+#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
@@ -63,7 +64,7 @@ void DecodeRowAnywhere(std::span<const std::uint8_t> buffer, std::span<Cell> row
 }
 
 /// The codes that stand in twelve bits, at most three, as far as one block and two small ones paint them: any
-/// code of one or two nibbles, or three of code 0, and codes of one nibble behind it. Places that are left
+/// code of one or two nibbles, or three of code 0, and codes of one nibble after it. Places that are left
 /// over repeat the last code, so that painting needs no decision.
 struct alignas(8) ShortCodes {
   std::uint8_t Bits = 0;    ///< that the codes take; 0 where another code starts
@@ -306,9 +307,9 @@ void DecodeFields(std::span<const std::uint8_t> buffer, std::span<Cell> cells, i
   if (width < 1 || height < 1 || !HasRow(cells.size(), height - 1, width)) {
     return;
   }
-  // 4 for the unit bytes that the buffer does not have, 1 because a position names the byte before.
-  std::int32_t top = topOffset - 5;
-  std::int32_t bottom = bottomOffset - 5;
+  // The buffer lacks the unit's header, and a position names the byte before.
+  std::int32_t top = topOffset - UnitHeaderSize - 1;
+  std::int32_t bottom = bottomOffset - UnitHeaderSize - 1;
   const std::int32_t bottomStart = bottom;
   const std::int32_t last = LastIndex(buffer);
   const RunPainter<Cell> painter(table);

@@ -22,7 +22,7 @@ template <typename Cell>
 using CodeTable = std::array<Cell, 4>;
 
 /// Decodes one line of one field into row `line` of `cells` (row-major, `width` cells a row) and moves
-/// `position` (as NibbleCursor::Position) behind the line's last byte: lines start on byte boundaries. Runs
+/// `position` (as NibbleCursor::Position) after the line's last byte: lines start on byte boundaries. Runs
 /// are clipped at the line's end. The table says what each pixel code becomes.
 template <typename Cell>
 void DecodeLine(std::span<const std::uint8_t> buffer, std::span<Cell> cells, std::int32_t& position, int line,

@@ -62,16 +62,16 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
 }
 
 std::string TooLongText(const std::vector<std::int64_t>& numbers) {
-  constexpr std::size_t MostNamed = 20;
+  constexpr std::size_t MaxNamed = 20;
   if (numbers.empty()) {
     return {};
   }
   std::string text = numbers.size() == 1 ? "subtitle " : "subtitles ";
-  for (std::size_t i = 0; i < numbers.size() && i < MostNamed; ++i) {
+  for (std::size_t i = 0; i < numbers.size() && i < MaxNamed; ++i) {
     text += (i == 0 ? "" : ", ") + std::to_string(numbers[i]);
   }
-  if (numbers.size() > MostNamed) {
-    text += " and " + std::to_string(numbers.size() - MostNamed) + " more";
+  if (numbers.size() > MaxNamed) {
+    text += " and " + std::to_string(numbers.size() - MaxNamed) + " more";
   }
   return text + (numbers.size() == 1 ? " is" : " are") + " longer than " + std::to_string(MaxReadUnit) +
          " bytes; programs, this one included, cannot read " + (numbers.size() == 1 ? "it" : "them");

@@ -64,8 +64,8 @@ class MergedPicture {
   static constexpr std::size_t StateCount = 5;
   static constexpr std::uint8_t NotReached = 0;
   /// The clear frame, or one of four primary colours, below each state.
-  static constexpr std::size_t MostBelow = 5;
-  static constexpr std::size_t MostColours = MostBelow + MostBelow * StateCount;
+  static constexpr std::size_t MaxBelow = 5;
+  static constexpr std::size_t MaxColours = MaxBelow + MaxBelow * StateCount;
 
   [[nodiscard]] Placement Place(const SpuControl& control, int yOffset) const;
   void ClearFrame(int height);
@@ -84,13 +84,13 @@ class MergedPicture {
   std::vector<std::uint8_t> picture_;   // the picture decoded last
 
   bool prepared_ = false;
-  CodeColours colours_{};                          // what the tables below were made for
-  std::size_t colourCount_ = 0;                    // invariant: at most MostColours
-  std::array<Argb, MostColours> composed_{};       // per cell value
-  std::array<std::uint8_t, MostColours> codes_{};  // per cell value
-  CellTable primaryCells_{};                       // per pixel code
-  CellTable aloneCells_{};                         // the secondary's, over the clear frame
-  std::array<std::array<std::uint8_t, StateCount>, MostBelow> over_{};  // [cell below][state]
+  CodeColours colours_{};                         // what the tables below were made for
+  std::size_t colourCount_ = 0;                   // invariant: at most MaxColours
+  std::array<Argb, MaxColours> composed_{};       // per cell value
+  std::array<std::uint8_t, MaxColours> codes_{};  // per cell value
+  CellTable primaryCells_{};                      // per pixel code
+  CellTable aloneCells_{};                        // the secondary's, over the clear frame
+  std::array<std::array<std::uint8_t, StateCount>, MaxBelow> over_{};  // [cell below][state]
 };
 
 }  // namespace quillmark

@@ -23,7 +23,7 @@ class RunPainter {
     }
   }
 
-  /// Paints at most 16 cells by writing 16: the caller knows that what stands behind the run is his to
+  /// Paints at most 16 cells by writing 16: the caller knows that what stands after the run is his to
   /// overwrite.
   void PaintFreely(Cell* first, unsigned code) const {
     std::memcpy(first, blocks_[code].data(), BlockCells * sizeof(Cell));

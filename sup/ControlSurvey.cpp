@@ -51,23 +51,23 @@ std::optional<Ending> SkipCommands(ByteReader& reader, std::int32_t& commandsLef
   return Ending::TooLong;
 }
 
-/// Moves to the sequence that `next` points to, behind the one at `sequence`; how the survey ends otherwise.
+/// Moves to the sequence that `next` points to, after the one at `sequence`; how the survey ends otherwise.
 std::optional<Ending> FollowPointer(ByteReader& reader, std::int32_t sequence, std::uint16_t next,
                                     ControlSurvey& survey) {
-  const std::int32_t behind = PositionOf(reader);
+  const std::int32_t after = PositionOf(reader);
   if (next == sequence) {
     return Ending::PointsToItself;
   }
   if (next == 0) {
     return Ending::PointsNowhere;
   }
-  if (next < behind) {
+  if (next < after) {
     return Ending::PointsBackwards;
   }
   if (!reader.Seek(next)) {
     return Ending::PointsOutside;
   }
-  if (next > behind && survey.FirstGap == 0) {
+  if (next > after && survey.FirstGap == 0) {
     survey.FirstGap = next;
   }
   return std::nullopt;

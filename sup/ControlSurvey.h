@@ -23,7 +23,7 @@ struct ControlSurvey {
   /// colours within the picture, is one of them; it is stepped over with its arguments.
   std::int32_t UnknownCommands = 0;
   std::int32_t FirstUnknown = 0;
-  /// The first sequence that does not stand right behind the one before it; 0 when there is none.
+  /// The first sequence that does not stand right after the one before it; 0 when there is none.
   std::int32_t FirstGap = 0;
 };
 

@@ -50,7 +50,7 @@ class MergedPacketEncoder {
  public:
   /// One whole packet: "SP", the time, and a unit that shows the frame's rows 2 to height - 2 in full width
   /// with a fresh pair of control sequences. Rows 2, 4, ... are the top field, rows 3, 5, ... to height - 3
-  /// the bottom field; a field ends early behind the row that takes it past 65216 bytes. nullopt when the
+  /// the bottom field; a field ends early after the row that takes it past 65216 bytes. nullopt when the
   /// unit's size does not fit its 16-bit field. The bytes are valid until the next call.
   [[nodiscard]] std::optional<std::span<const std::uint8_t>> Encode(const FrameCells& frame,
                                                                     const MergedControl& control,

@@ -12,7 +12,7 @@
 namespace quillmark {
 
 /// Writes nibbles, the high one of a byte first, to memory that its user has reserved. It writes up to
-/// `Overhang` bytes behind the last nibble, and the low nibble that is still free is 0.
+/// `Overhang` bytes after the last nibble, and the low nibble that is still free is 0.
 class NibbleWriter {
  public:
   static constexpr std::size_t Overhang = 4;
@@ -64,10 +64,10 @@ class FieldBuffer {
     return std::span(bytes_).first((nibbles_ + 1) / 2);
   }
 
-  /// Has `write(NibbleWriter&)` append at most `mostNibbles`.
+  /// Has `write(NibbleWriter&)` append at most `maxNibbles`.
   template <typename Write>
-  void Append(std::size_t mostNibbles, const Write& write) {
-    const std::size_t needed = Position() + mostNibbles / 2 + 1 + NibbleWriter::Overhang;
+  void Append(std::size_t maxNibbles, const Write& write) {
+    const std::size_t needed = Position() + maxNibbles / 2 + 1 + NibbleWriter::Overhang;
     if (bytes_.size() < needed) {
       bytes_.resize(std::max(needed, 2 * bytes_.size()));
     }
@@ -82,7 +82,7 @@ class FieldBuffer {
 };
 
 /// Longest run that one code can hold.
-inline constexpr std::size_t LongestRun = 255;
+inline constexpr std::size_t MaxRun = 255;
 
 /// Writes the code of one run: `run` 0-255 cells of pixel code `code` 0-3. The value run x 4 + code takes 1
 /// nibble for runs below 4, 2 below 16, 3 below 64, else 4; leading zero nibbles tell the decoder which.
@@ -166,8 +166,8 @@ void EncodeLine(FieldBuffer& field, std::span<const Cell> line, const CodeOf& co
       ForEachRunStart(line, [&](std::size_t end) {
         const std::uint32_t code = codeOf(line[start]);
         std::size_t run = end - start;
-        for (; run > LongestRun; run -= LongestRun) {
-          EncodeRun(writer, code, LongestRun);
+        for (; run > MaxRun; run -= MaxRun) {
+          EncodeRun(writer, code, MaxRun);
         }
         EncodeRun(writer, code, run);
         start = end;

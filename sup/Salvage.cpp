@@ -26,7 +26,7 @@ PacketFault InspectUnit(std::span<const std::uint8_t> unit, std::uint16_t contro
              : PacketFault::ControlUnfinished;
 }
 
-/// What stands behind a whole packet: the next one, or no more than a scrap.
+/// What stands after a whole packet: the next one, or no more than a scrap.
 bool StreamGoesOnAt(std::span<const std::uint8_t> file, std::size_t offset) {
   return file.size() - offset < PacketHeaderSize || HasSignature(file, offset);
 }

@@ -16,9 +16,9 @@ enum class PacketFault {
   UnitTooSmall,          ///< a size that leaves no room for the header and one control sequence
   UnitTooLarge,          ///< a size of 0x8000 or more
   PastEnd,               ///< the packet is longer than the rest of the file
-  ControlOffsetOutside,  ///< 0, inside the unit's header, or behind its end
+  ControlOffsetOutside,  ///< 0, inside the unit's header, or after its end
   ControlUnfinished,     ///< the walk through its control sequences does not end in the unit
-  HoldsAnotherPacket,    ///< whole by itself, but a packet starts inside it and none behind it: its size lies
+  HoldsAnotherPacket,    ///< whole by itself, but a packet starts inside it and none after it: its size lies
 };
 
 /// In words for the user.
@@ -29,7 +29,7 @@ enum class PacketFault {
 /// looked at. Never HoldsAnotherPacket.
 [[nodiscard]] PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset);
 
-/// Offset of the first plausible packet at or behind `from`; the file's size when there is none.
+/// Offset of the first plausible packet at or after `from`; the file's size when there is none.
 [[nodiscard]] std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from);
 
 /// Where the packet that starts at `offset` ends and the next one should start, which may lie past the file's

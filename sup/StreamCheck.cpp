@@ -20,8 +20,8 @@ using Code = StreamProblemCode;
 
 constexpr std::int32_t UsualSequences = 2;
 /// The larger of the two frames: a stream does not say which one it is made for.
-constexpr int LargestX = 719;
-constexpr int LargestY = 575;
+constexpr int MaxX = 719;
+constexpr int MaxY = 575;
 
 std::string Number(std::int64_t value) {
   return std::to_string(value);
@@ -226,7 +226,7 @@ class PacketCheck {
       ReportInUnit(packet_.ControlOffset, Code::ReversedArea, area + "ends before it starts");
       return;
     }
-    if (control.X2 > LargestX || control.Y2 > LargestY) {
+    if (control.X2 > MaxX || control.Y2 > MaxY) {
       ReportInUnit(packet_.ControlOffset, Code::AreaOutsideFrame, area + "leaves the frame of 720x576");
     }
     if (control.Height() % 2 != 0) {
@@ -305,7 +305,7 @@ class StreamChecker {
       }
       ++packets_;
       times_.Run(*packet, PacketCheck(*packet, report_).Run());
-      offset = Behind(*packet);
+      offset = After(*packet);
     }
     if (offset < file_.size()) {
       Report(offset, Code::TrailingBytes,
@@ -319,9 +319,9 @@ class StreamChecker {
     return offset <= file_.size() && file_.size() - offset >= PacketHeaderSize;
   }
 
-  /// Where to go on behind a packet. A size that leads to no further packet may be what is damaged, so the
+  /// Where to go on after a packet. A size that leads to no further packet may be what is damaged, so the
   /// next one is then looked for inside this one too.
-  [[nodiscard]] std::size_t Behind(const Packet& packet) const {
+  [[nodiscard]] std::size_t After(const Packet& packet) const {
     const std::size_t end = packet.End();
     if (HasRoomAt(end) ? ReadPacket(file_, end, 0).has_value() : end <= file_.size()) {
       return end;

@@ -16,7 +16,7 @@ enum class StreamProblemCode {
   UnitTooLarge,          ///< a size of 0x8000 or more
   UnitTooSmall,          ///< a size that not even the unit's header fits
   ControlOffsetZero,     ///< no control sequence is read
-  ControlOffsetOutside,  ///< the control offset leads into the unit's header or behind its end
+  ControlOffsetOutside,  ///< the control offset leads into the unit's header or after its end
   ControlUnfinished,     ///< the sequences' pointers do not lead to a last sequence within the unit
   ControlGap,            ///< bytes between two sequences, which are read as the second one
   ManySequences,         ///< more than two control sequences
@@ -49,7 +49,7 @@ struct StreamProblem {
 using ProblemReporter = std::function<void(const StreamProblem&)>;
 
 /// Walks the file packet by packet and reports whatever is wrong, in file order but for a subtitle's overlap,
-/// which is known when the next one was read. Behind a lost signature the walk goes on at the next plausible
+/// which is known when the next one was read. After a lost signature the walk goes on at the next plausible
 /// packet, inside the packet before it if that one's own size cannot be believed. A unit that cannot be shown
 /// has at least one problem. Takes time in proportion to the file's size.
 void CheckStream(std::span<const std::uint8_t> file, const ProblemReporter& report);

@@ -75,7 +75,7 @@ void CopyRemoved(std::span<const std::uint8_t> bytes, const std::vector<Place>& 
   }
 }
 
-std::size_t Behind(const Place& place) {
+std::size_t EndOf(const Place& place) {
   return std::size_t{place.Offset} + place.Removed;
 }
 
@@ -92,13 +92,13 @@ void MoveStretches(std::span<std::uint8_t> bytes, const std::vector<Place>& plac
   for (std::size_t i = 0; i < places.size(); ++i) {
     shift += growth(places[i]);
     if (shift < 0) {
-      move(Behind(places[i]), i + 1 < places.size() ? places[i + 1].Offset : length, shift);
+      move(EndOf(places[i]), i + 1 < places.size() ? places[i + 1].Offset : length, shift);
     }
   }
   std::size_t end = length;
   for (std::size_t i = places.size(); i-- > 0;) {
     if (shift > 0) {
-      move(Behind(places[i]), end, shift);
+      move(EndOf(places[i]), end, shift);
     }
     shift -= growth(places[i]);
     end = places[i].Offset;
@@ -120,7 +120,7 @@ void PutIn(std::span<std::uint8_t> bytes, StreamEdit& edit) {
 
 /// Applies a fitting edit. `removed` is as long as all that the edit takes out, and `bytes` has the capacity
 /// for the new length, so that nothing here can fail. Afterwards `removed` is the buffer that the inverse
-/// needs. Bytes behind the stream's, if there are any, move with its end.
+/// needs. Bytes after the stream's, if there are any, move with its end.
 void Splice(std::vector<std::uint8_t>& bytes, StreamEdit& edit, std::vector<std::uint8_t>& removed) {
   const std::size_t length = bytes.size();
   const std::size_t newLength = length - removed.size() + edit.Bytes.size();
@@ -169,7 +169,7 @@ Result<void> Reindex(SupStream& stream) {
 
 void StreamEdit::Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted) {
   Bytes.insert(Bytes.end(), inserted.begin(), inserted.end());
-  if (!Places.empty() && Behind(Places.back()) == offset) {
+  if (!Places.empty() && EndOf(Places.back()) == offset) {
     Place& last = Places.back();
     if (removed <= MaxPlaceNumber - last.Removed && inserted.size() <= MaxPlaceNumber - last.Inserted) {
       last.Removed += static_cast<std::uint32_t>(removed);

@@ -89,7 +89,7 @@ void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& he
 }
 
 /// The unit from its byte 4 on, of which the file has `held`. That is not copied; only a unit that the file
-/// cuts short is, into `padded`, with zeros behind it.
+/// cuts short is, into `padded`, with zeros after it.
 std::span<const std::uint8_t> WholeUnit(std::span<const std::uint8_t> held, std::int16_t size,
                                         std::vector<std::uint8_t>& padded) {
   const auto length = static_cast<std::size_t>(UnitBufferSize(size));

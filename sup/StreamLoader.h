@@ -11,7 +11,7 @@
 namespace quillmark {
 
 /// Largest file that is read, in bytes: 2 GiB less room for one packet, so that every offset of a file, and
-/// those that a cut-off last packet names behind its end, fit the index's signed 32-bit numbers.
+/// those that a cut-off last packet names after its end, fit the index's signed 32-bit numbers.
 inline constexpr std::uintmax_t MaxStreamLength = 0x7FFE0000;
 
 /// A whole file, with room for the zero byte that follows it in RawBytes.
@@ -39,7 +39,7 @@ struct LoadedStream {
 /// 90 kHz ticks, the unit's big-endian 16-bit size and control offset, and size - 4 bytes. The next packet
 /// follows size + 10 bytes on, but never inside the 14 header bytes. A packet longer than the file has zeros
 /// in place of what is missing; a size of 0x8000 or more makes an empty, invalid unit, and the walk goes on
-/// behind it as far as the unsigned size says.
+/// after it as far as the unsigned size says.
 ///
 /// A subtitle without a delay ends where the next one starts; the last one keeps 0.
 ///
