@@ -24,6 +24,19 @@ void DisplayFrame::SetLines(int lines) {
   }
 }
 
+void DisplayFrame::SetHint(const QString& hint) {
+  if (hint != hint_) {
+    hint_ = hint;
+    update();
+  }
+}
+
+void DisplayFrame::SetDescription(const QString& description) {
+  if (description != accessibleDescription()) {
+    setAccessibleDescription(description);
+  }
+}
+
 void DisplayFrame::FitScreen() {
   const qreal ratio = devicePixelRatioF();
   devicePixels_ = std::max(1, static_cast<int>(ratio));
@@ -71,6 +84,22 @@ void DisplayFrame::paintEvent(QPaintEvent* event) {
   // What is rounded outwards the painter clips to the repainted part.
   const QRect part = exact.toAlignedRect() & QRect(0, 0, FrameWidth, lines_);
   painter.drawImage(part.topLeft(), picture_.Image(), part);
+  if (!hint_.isEmpty()) {
+    painter.resetTransform();
+    PaintHint(painter);
+  }
+}
+
+void DisplayFrame::PaintHint(QPainter& painter) const {
+  const int margin = fontMetrics().height();
+  QRect plate = fontMetrics().boundingRect(hint_).adjusted(-margin, -margin / 2, margin, margin / 2);
+  plate.moveCenter(rect().center());
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0, 0, 0, 208));
+  painter.drawRoundedRect(plate, margin / 3.0, margin / 3.0);
+  painter.setPen(Qt::white);
+  painter.drawText(plate, Qt::AlignCenter, hint_);
 }
 
 }  // namespace quillmark

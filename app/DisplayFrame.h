@@ -24,6 +24,11 @@ class DisplayFrame : public QWidget {
   void SetLines(int lines);
   [[nodiscard]] int Lines() const { return lines_; }
 
+  /// Shown over the frame until it is set to nothing; never part of the picture.
+  void SetHint(const QString& hint);
+  /// What the picture shows, for assistive tools.
+  void SetDescription(const QString& description);
+
   /// The side of a frame pixel on the screen: the screen's scale rounded down, at least 1.
   [[nodiscard]] int DevicePixels() const { return devicePixels_; }
 
@@ -33,10 +38,12 @@ class DisplayFrame : public QWidget {
 
  private:
   void FitScreen();
+  void PaintHint(QPainter& painter) const;
   /// The logical pixels that frame pixels lie in, even if only with a part.
   [[nodiscard]] QRect Covering(const QRect& framePixels) const;
 
   FramePicture picture_;
+  QString hint_;
   int lines_ = FrameHeight576;
   int devicePixels_ = 1;
   qreal pixelSide_ = 1;  ///< of a frame pixel, in logical pixels

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "app/ColourName.h"
 #include "app/QtColour.h"
 
 namespace quillmark {
@@ -18,6 +19,14 @@ ImageList::ImageList(QObject* parent) : QStandardItemModel(parent) {
 void ImageList::SetPictures(const std::array<QPixmap, 16>& pictures) {
   for (int entry = 0; entry < 16; ++entry) {
     item(entry)->setIcon(QIcon(pictures[static_cast<std::size_t>(entry)]));
+  }
+}
+
+void ImageList::SetColours(const DvdPalette& colours) {
+  for (int entry = 0; entry < 16; ++entry) {
+    item(entry)->setData(QStringLiteral("%1, %2").arg(item(entry)->text(),
+                                                      ColourName(colours[static_cast<std::size_t>(entry)])),
+                         Qt::AccessibleTextRole);
   }
 }
 

@@ -20,6 +20,8 @@ class ImageList : public QStandardItemModel {
 
   /// Gives every item the picture of its entry; texts and keys stay.
   void SetPictures(const std::array<QPixmap, 16>& pictures);
+  /// Gives every item its text and the colour's name as what assistive tools hear: "4, yellow".
+  void SetColours(const DvdPalette& colours);
 };
 
 /// A one-pixel black frame around 12x12 pixels of `colour`, in a 16x16 picture whose outermost pixels are

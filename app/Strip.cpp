@@ -25,6 +25,7 @@ Strip::Strip(const QString& name, QWidget* parent) : QFrame(parent), text_(new Q
 QPushButton* Strip::AddCommand(const QString& name, const QString& caption) {
   auto* command = new QPushButton(caption, this);
   command->setObjectName(name);
+  command->setAutoDefault(true);
   layout()->addWidget(command);
   return command;
 }

@@ -10,46 +10,63 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
+#include "app/Accessible.h"
+#include "app/CodeList.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
+#include "app/ShownField.h"
+#include "app/StepButton.h"
 #include "app/Strip.h"
+#include "app/WindowBody.h"
 
 namespace quillmark {
 namespace {
 
-constexpr int SwatchPitch = 24;
-constexpr int NarrowFieldWidth = 64;
-constexpr int WideFieldWidth = 104;
-
-QPushButton* MakeButton(QWidget* parent, const QString& caption, const QString& toolTip) {
-  auto* button = new QPushButton(caption, parent);
+template <class Button = QPushButton>
+Button* MakeButton(QWidget* parent, const QString& caption, const QString& toolTip) {
+  auto* button = new Button(caption, parent);
   button->setToolTip(toolTip);
+  button->setAutoDefault(true);  // Return presses it, as Space does
   return button;
 }
 
-/// A field that the program fills: readable and copyable, not editable.
-QLineEdit* MakeShownField(QWidget* parent, const QString& accessibleName, const QString& toolTip, int width) {
-  auto* field = new QLineEdit(parent);
-  field->setReadOnly(true);
+QLineEdit* MakeShownField(QWidget* parent, const QString& accessibleName, const QString& toolTip,
+                          const QString& widest) {
+  auto* field = new ShownField(widest, parent);
   field->setAccessibleName(accessibleName);
   field->setToolTip(toolTip);
-  if (width > 0) {
-    field->setFixedWidth(width);
-  }
   return field;
 }
 
 QRadioButton* MakeOption(QWidget* parent, const QString& caption, const QString& toolTip) {
   auto* option = new QRadioButton(caption, parent);
   option->setToolTip(toolTip);
+  // Tab enters a group at the option that is chosen.
+  option->setFocusPolicy(Qt::ClickFocus);
+  QObject::connect(option, &QRadioButton::toggled, option, [option](bool chosen) {
+    option->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  });
   return option;
 }
 
 QGroupBox* MakeGroup(QWidget* parent, const QString& title) {
-  return new QGroupBox(title, parent);
+  auto* group = new QGroupBox(title, parent);
+  group->setAccessibleName(title);
+  return group;
+}
+
+/// A group's grid, close enough for the whole window to fit a small screen.
+QGridLayout* MakeGrid(QWidget* group) {
+  auto* grid = new QGridLayout(group);
+  const int gap = group->fontMetrics().height() / 3;
+  grid->setContentsMargins(gap, gap, gap, gap);
+  grid->setSpacing(gap);
+  return grid;
 }
 
 /// The label of a field, which also carries the keyboard focus to it for assistive tools.
@@ -76,55 +93,62 @@ QString CodeName(std::size_t code) {
 }  // namespace
 
 void frmTestControls::Build(QMainWindow* window) {
-  auto* central = new QWidget(window);
-  window->setCentralWidget(central);
-  Picture1 = new DisplayFrame(central);
+  InstallAccessibility();
+  Picture1 = new DisplayFrame(window);
   Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));
-
-  Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), central);
+  Picture1->SetHint(QStringLiteral("Open a SUP file with Ctrl+O, or drop one here"));
+  auto* body = new WindowBody(Picture1, window);
+  FrameColumn = body->FrameColumn();
+  CommandColumn = body->CommandColumn();
+  Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), body);
   Command_Recover = Strip_Recover->AddCommand(QStringLiteral("Command_Recover"), QStringLiteral("Restore"));
   Command_Recover->setToolTip(QStringLiteral("Make the edits of this stream again that were not saved"));
   Command_Forget = Strip_Recover->AddCommand(QStringLiteral("Command_Forget"), QStringLiteral("Discard"));
   Command_Forget->setToolTip(QStringLiteral("Forget the edits that were not saved"));
-  Strip_Closed = new Strip(QStringLiteral("Strip_Closed"), central);
+  Strip_Closed = new Strip(QStringLiteral("Strip_Closed"), body);
   Command_Reopen =
       Strip_Closed->AddCommand(QStringLiteral("Command_Reopen"), QStringLiteral("Open it again"));
   Command_Reopen->setToolTip(QStringLiteral("Go on with the stream that was open, as it was left"));
-
-  auto* frameColumn = new QVBoxLayout;
-  frameColumn->addWidget(Strip_Recover);
-  frameColumn->addWidget(Strip_Closed);
-  frameColumn->addWidget(Picture1);
-  frameColumn->addStretch();
-
-  auto* lastRow = new QHBoxLayout;
-  QWidget* fileGroup = BuildFileGroup(central);
-  QWidget* subtitleGroup = BuildSubtitleGroup(central);
-  QWidget* paletteGroup = BuildPaletteGroup(central);
-  QWidget* backgroundFrame = BuildBackgroundFrame(central);
-  lastRow->addWidget(BuildSizeFrame(central));
-  lastRow->addWidget(BuildSecondFrame(central), 1);
-
-  auto* commandColumn = new QVBoxLayout;
-  commandColumn->addWidget(fileGroup);
-  commandColumn->addWidget(subtitleGroup);
-  commandColumn->addWidget(paletteGroup);
-  commandColumn->addWidget(backgroundFrame);
-  commandColumn->addLayout(lastRow);
-  commandColumn->addStretch();
-
-  auto* columns = new QHBoxLayout(central);
-  columns->addLayout(frameColumn);
-  columns->addLayout(commandColumn, 1);
+  FrameColumn->insertWidget(0, Strip_Recover);
+  FrameColumn->insertWidget(1, Strip_Closed);
+  QWidget* commands = body->Commands();
+  CommandColumn->addWidget(BuildFileGroup(commands));
+  CommandColumn->addWidget(BuildSubtitleGroup(commands));
+  CommandColumn->addWidget(BuildPaletteGroup(commands));
+  QWidget* backgroundFrame = BuildBackgroundFrame(commands);
+  QWidget* sizeFrame = BuildSizeFrame(commands);
+  body->SetGroups(backgroundFrame, sizeFrame, BuildSecondFrame(commands));
+  window->setCentralWidget(body);
+  // Everything in sight, with some lines for the menu and the bars, as far as the screen has room.
+  const QSize wanted = body->sizeHint() + QSize(0, 4 * window->fontMetrics().lineSpacing());
+  const int titleBar = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  window->resize(wanted.boundedTo(window->screen()->availableSize() - QSize(0, titleBar)));
 
   NameControls();
   SetTabOrder();
+  DescribePicture();
+  for (QLineEdit* field : {Text_StartTime, Text_Dur, Text_SubNum}) {
+    QObject::connect(field, &QLineEdit::textChanged, Picture1, [this] { DescribePicture(); });
+  }
+}
+
+void frmTestControls::DescribePicture() const {
+  const QString number = Text_SubNum->text();
+  if (number.isEmpty() || number == QLatin1String("0")) {
+    Picture1->SetDescription(QStringLiteral("No subtitle is shown"));
+    return;
+  }
+  Picture1->SetHint({});
+  Picture1->SetDescription(number == QLatin1String("?")
+                               ? QStringLiteral("The subtitle cannot be shown")
+                               : QStringLiteral("Subtitle %1, start %2, duration %3 seconds")
+                                     .arg(number, Text_StartTime->text(), Text_Dur->text()));
 }
 
 QWidget* frmTestControls::BuildFileGroup(QWidget* parent) {
-  QGroupBox* group = MakeGroup(parent, QStringLiteral("File"));
+  auto* group = new QWidget(parent);
   Text1 = MakeShownField(group, QStringLiteral("SUP file"),
-                         QStringLiteral("Path of the loaded subtitle stream"), 0);
+                         QStringLiteral("Path of the loaded subtitle stream"), {});
   Command_LoadSup = MakeButton(group, QStringLiteral("Load SUP"),
                                QStringLiteral("Load a subtitle stream, or drop one on the window (Ctrl+O)"));
   Command_SaveSup = MakeButton(group, QStringLiteral("Save SUP"),
@@ -133,7 +157,7 @@ QWidget* frmTestControls::BuildFileGroup(QWidget* parent) {
                                    QStringLiteral("Read the palette from an IFO, PAL or RGB file"));
   Command_SavePalette = MakeButton(group, QStringLiteral("Save Palette"),
                                    QStringLiteral("Write the palette as a PAL or RGB file"));
-  auto* grid = new QGridLayout(group);
+  QGridLayout* grid = MakeGrid(group);
   grid->addWidget(MakeLabel(group, QStringLiteral("Sup File:"), Text1), 0, 0);
   auto* buttons = new QHBoxLayout;
   for (QPushButton* button : {Command_LoadSup, Command_SaveSup, Command_LoadPalette, Command_SavePalette}) {
@@ -145,14 +169,18 @@ QWidget* frmTestControls::BuildFileGroup(QWidget* parent) {
 }
 
 QWidget* frmTestControls::BuildSubtitleGroup(QWidget* parent) {
-  QGroupBox* group = MakeGroup(parent, QStringLiteral("Subtitle"));
+  auto* group = new QWidget(parent);
   Text_SubNum = MakeShownField(group, QStringLiteral("Subtitle number"),
                                QStringLiteral("Number of the subtitle shown; 0: none, ?: it cannot be shown"),
-                               NarrowFieldWidth);
-  Command_Prev =
-      MakeButton(group, QStringLiteral("Prev"), QStringLiteral("Previous subtitle (PageUp, Alt+Left)"));
-  Command_Next =
-      MakeButton(group, QStringLiteral("Next"), QStringLiteral("Next subtitle (PageDown, Alt+Right)"));
+                               QStringLiteral("00000"));
+  auto* prev = MakeButton<StepButton>(group, QStringLiteral("Prev"),
+                                      QStringLiteral("Previous subtitle (PageUp, Alt+Left)"));
+  auto* next = MakeButton<StepButton>(group, QStringLiteral("Next"),
+                                      QStringLiteral("Next subtitle (PageDown, Alt+Right)"));
+  prev->SetPartner(next);
+  next->SetPartner(prev);
+  Command_Prev = prev;
+  Command_Next = next;
   Command_GoTo =
       MakeButton(group, QStringLiteral("GoTo"), QStringLiteral("Jump to a subtitle by its number (Ctrl+G)"));
   Command_Reload = MakeButton(group, QStringLiteral("Reset"),
@@ -160,22 +188,22 @@ QWidget* frmTestControls::BuildSubtitleGroup(QWidget* parent) {
   Check_SavePics = new QCheckBox(QStringLiteral("SavePics"), group);
   Check_SavePics->setToolTip(
       QStringLiteral("Write every subtitle shown as a PNG picture, with a line in the list for authoring"));
-  Text_StartTime =
-      MakeShownField(group, QStringLiteral("Start time"),
-                     QStringLiteral("Start as hours:minutes:seconds.hundredths"), WideFieldWidth);
-  Text_Dur =
-      MakeShownField(group, QStringLiteral("Duration in seconds"),
-                     QStringLiteral("Duration in seconds; ??? when the subtitle has no end"), WideFieldWidth);
+  Text_StartTime = MakeShownField(group, QStringLiteral("Start time"),
+                                  QStringLiteral("Start as hours:minutes:seconds.hundredths"),
+                                  QStringLiteral("000:00:00.00"));
+  Text_Dur = MakeShownField(group, QStringLiteral("Duration in seconds"),
+                            QStringLiteral("Duration in seconds; ??? when the subtitle has no end"),
+                            QStringLiteral("000.00"));
   Text_XPos = MakeShownField(group, QStringLiteral("X position"), QStringLiteral("Left edge in pixels"),
-                             NarrowFieldWidth);
+                             QStringLiteral("0000"));
   Text_YPos = MakeShownField(group, QStringLiteral("Y position"), QStringLiteral("Top edge in pixels"),
-                             NarrowFieldWidth);
-  Text_Width =
-      MakeShownField(group, QStringLiteral("Width"), QStringLiteral("Width in pixels"), NarrowFieldWidth);
-  Text_Height =
-      MakeShownField(group, QStringLiteral("Height"), QStringLiteral("Height in pixels"), NarrowFieldWidth);
+                             QStringLiteral("0000"));
+  Text_Width = MakeShownField(group, QStringLiteral("Width"), QStringLiteral("Width in pixels"),
+                              QStringLiteral("0000"));
+  Text_Height = MakeShownField(group, QStringLiteral("Height"), QStringLiteral("Height in pixels"),
+                               QStringLiteral("0000"));
 
-  auto* grid = new QGridLayout(group);
+  QGridLayout* grid = MakeGrid(group);
   auto* steps = new QHBoxLayout;
   steps->addWidget(Text_SubNum);
   for (QPushButton* button : {Command_Prev, Command_Next, Command_GoTo, Command_Reload}) {
@@ -187,7 +215,7 @@ QWidget* frmTestControls::BuildSubtitleGroup(QWidget* parent) {
   grid->addWidget(Text_StartTime, 1, 1);
   grid->addWidget(MakeLabel(group, QStringLiteral("Duration (sec)"), Text_Dur), 2, 0);
   grid->addWidget(Text_Dur, 2, 1);
-  grid->setColumnMinimumWidth(2, 12);
+  grid->setColumnMinimumWidth(2, group->fontMetrics().height());
   grid->addWidget(MakeLabel(group, QStringLiteral("Position (X,Y)"), Text_XPos), 1, 3);
   grid->addLayout(Pair(Text_XPos, Text_YPos), 1, 4);
   grid->addWidget(MakeLabel(group, QStringLiteral("Size (W,H)"), Text_Width), 2, 3);
@@ -202,14 +230,14 @@ void frmTestControls::BuildColourLists(QWidget* parent) {
   ImageList1 = new ImageList(parent);
   const std::array<QComboBox**, 4> colourLists = {&ImageCombo1, &ImageCombo2, &ImageCombo3, &ImageCombo4};
   for (std::size_t code = 0; code < 4; ++code) {
-    auto* colours = new QComboBox(parent);
+    auto* colours = new CodeList(parent);
     colours->setModel(ImageList1);
     colours->setIconSize(QSize(16, 16));
     colours->setAccessibleName(QStringLiteral("Colour of the %1").arg(CodeName(code)));
     colours->setToolTip(
         QStringLiteral("Palette entry of the %1 (pixel code %2)").arg(CodeName(code)).arg(code));
     *colourLists[code] = colours;
-    auto* opacities = new QComboBox(parent);
+    auto* opacities = new CodeList(parent);
     for (int contrast = 0; contrast < 16; ++contrast) {
       opacities->addItem(QString::number(contrast, 16).toUpper());
     }
@@ -224,7 +252,7 @@ void frmTestControls::BuildColourLists(QWidget* parent) {
 QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
   QGroupBox* group = MakeGroup(parent, QStringLiteral("Palette"));
   auto* swatches = new QHBoxLayout;
-  swatches->setSpacing(SwatchPitch - 17);
+  swatches->setSpacing(group->fontMetrics().height() * 2 / 5);
   for (int entry = 0; entry < 16; ++entry) {
     const auto i = static_cast<std::size_t>(entry);
     Label1[i] = new PaletteSwatch(entry, StartUpPalette[i], group);
@@ -240,7 +268,7 @@ QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
   Command_SetAll = MakeButton(group, QStringLiteral("Set for all"),
                               QStringLiteral("Write the chosen colours and opacities into every subtitle"));
 
-  auto* grid = new QGridLayout(group);
+  QGridLayout* grid = MakeGrid(group);
   grid->addLayout(swatches, 0, 0, 1, 6);
   grid->addWidget(MakeLabel(group, QStringLiteral("Colors"), ImageCombo1), 2, 0);
   grid->addWidget(MakeLabel(group, QStringLiteral("Opacities"), Combo1[0]), 3, 0);
@@ -248,7 +276,6 @@ QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
   for (std::size_t code = 0; code < 4; ++code) {
     const int column = static_cast<int>(code) + 1;
     auto* heading = new QLabel(QStringLiteral("%1 %2").arg(code).arg(CodeName(code)), group);
-    heading->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(heading, 1, column);
     grid->addWidget(colourLists[code], 2, column);
     grid->addWidget(Combo1[code], 3, column);
@@ -271,7 +298,7 @@ QWidget* frmTestControls::BuildBackgroundFrame(QWidget* parent) {
   Text_GraphFile->setToolTip(QStringLiteral("Path of the background picture (BMP, GIF, JPEG or PNG)"));
   Command_GetGraphics = MakeButton(Frame1, QStringLiteral("Load Background graphic form file"),
                                    QStringLiteral("Choose the background picture file"));
-  auto* grid = new QGridLayout(Frame1);
+  QGridLayout* grid = MakeGrid(Frame1);
   grid->addWidget(Option_Checker, 0, 0);
   grid->addWidget(Option_File, 1, 0);
   grid->addWidget(Command_GetGraphics, 0, 1);
@@ -287,9 +314,9 @@ QWidget* frmTestControls::BuildSizeFrame(QWidget* parent) {
   Option_720x576 =
       MakeOption(Frame2, QStringLiteral("720x576"), QStringLiteral("Frame of 625-line (PAL) discs"));
   Option_720x576->setChecked(true);
-  auto* column = new QVBoxLayout(Frame2);
-  column->addWidget(Option_720x480);
-  column->addWidget(Option_720x576);
+  QGridLayout* column = MakeGrid(Frame2);
+  column->addWidget(Option_720x480, 0, 0);
+  column->addWidget(Option_720x576, 1, 0);
   return Frame2;
 }
 
@@ -299,9 +326,9 @@ QWidget* frmTestControls::BuildSecondFrame(QWidget* parent) {
                                   QStringLiteral("Load a second stream and lay it over the first"));
   Command_SaveSecond = MakeButton(Frame3, QStringLiteral("Save merged (prim. + sec.) SUP"),
                                   QStringLiteral("Write both streams as one, encoded anew"));
-  auto* column = new QVBoxLayout(Frame3);
-  column->addWidget(Command_LoadSecond);
-  column->addWidget(Command_SaveSecond);
+  QGridLayout* column = MakeGrid(Frame3);
+  column->addWidget(Command_LoadSecond, 0, 0);
+  column->addWidget(Command_SaveSecond, 1, 0);
   return Frame3;
 }
 
@@ -357,6 +384,9 @@ void frmTestControls::NameControls() const {
 #undef QUILLMARK_NAME_ARRAY
 
 void frmTestControls::SetTabOrder() const {
+  QWidget::setTabOrder(Command_Recover, Command_Forget);
+  QWidget::setTabOrder(Command_Forget, Command_Reopen);
+  QWidget::setTabOrder(Command_Reopen, Command_LoadSup);
   QWidget* previous = Command_LoadSup;
   const auto next = [&previous](QWidget* widget) {
     QWidget::setTabOrder(previous, widget);

@@ -11,6 +11,7 @@ class QLineEdit;
 class QMainWindow;
 class QPushButton;
 class QRadioButton;
+class QVBoxLayout;
 class QWidget;
 
 namespace quillmark {
@@ -67,7 +68,11 @@ struct frmTestControls {
   QRadioButton* Option_720x480 = nullptr;
   QRadioButton* Option_720x576 = nullptr;
 
-  /// Creates all controls inside `window` and lays them out; connects nothing.
+  /// The window's two columns: what is inserted first stands above the frame, or above the commands.
+  QVBoxLayout* FrameColumn = nullptr;
+  QVBoxLayout* CommandColumn = nullptr;
+
+  /// Creates all controls inside `window` and lays them out; connects no commands.
   void Build(QMainWindow* window);
 
   /// The four colour lists by pixel code.
@@ -83,6 +88,8 @@ struct frmTestControls {
   QWidget* BuildSizeFrame(QWidget* parent);
   QWidget* BuildSecondFrame(QWidget* parent);
   void BuildColourLists(QWidget* parent);
+  /// What an assistive tool hears of the picture, after the fields of the subtitle shown.
+  void DescribePicture() const;
   void NameControls() const;
   void SetTabOrder() const;
 };

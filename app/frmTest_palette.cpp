@@ -57,6 +57,7 @@ void frmTest::ShowPalette() {
     Picture2[entry]->setPixmap(pictures[entry]);
   }
   ImageList1->SetPictures(pictures);
+  ImageList1->SetColours(document_->Palette());
 }
 
 void frmTest::Label1_Click(std::size_t entry) {

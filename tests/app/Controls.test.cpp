@@ -159,6 +159,71 @@ TEST_F(Controls, EveryControlThatTakesTheFocusHasAnAccessibleName) {
   }
 }
 
+TEST_F(Controls, ListsTellTheirNamesAndTheirEntriesWithColours) {
+  LoadStream(ThreeSubtitles());
+  QAccessibleInterface* colours = QAccessible::queryAccessibleInterface(&Control<QComboBox>("ImageCombo2"));
+  EXPECT_EQ(colours->text(QAccessible::Name), "Colour of the pattern");
+  EXPECT_EQ(colours->role(), QAccessible::ComboBox);
+  EXPECT_EQ(colours->text(QAccessible::Value), "1, cyan");
+  Choose("ImageCombo2", "4");
+  EXPECT_EQ(colours->text(QAccessible::Value), "4, yellow");
+  QAccessibleInterface* opacities = QAccessible::queryAccessibleInterface(&Control<QComboBox>("Combo1_1"));
+  EXPECT_EQ(opacities->text(QAccessible::Name), "Opacity of the pattern");
+  EXPECT_EQ(opacities->text(QAccessible::Value), "F");
+}
+
+TEST_F(Controls, EntriesOfAnOpenListTellTheirColours) {
+  LoadStream(ThreeSubtitles());
+  auto& list = Control<QComboBox>("ImageCombo2");
+  QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&list);
+  ASSERT_EQ(seen->childCount(), 1);
+  EXPECT_FALSE(seen->state().expanded);
+  seen->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+  EXPECT_TRUE(seen->state().expanded);
+  QAccessibleInterface* entries = seen->child(0);
+  ASSERT_EQ(entries->childCount(), 16);
+  EXPECT_EQ(entries->child(4)->text(QAccessible::Name), "4, yellow");
+  EXPECT_EQ(entries->child(12)->text(QAccessible::Name), "C, grey");
+  EXPECT_EQ(seen->indexOfChild(entries), 0);
+  seen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_FALSE(seen->state().expanded);
+}
+
+TEST_F(Controls, EntriesFollowThePalette) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectColour(QColor(250, 10, 10));
+  Click("Label1_1");
+  QAccessibleInterface* colours = QAccessible::queryAccessibleInterface(&Control<QComboBox>("ImageCombo2"));
+  EXPECT_EQ(colours->text(QAccessible::Value), "1, red");
+}
+
+TEST_F(Controls, SwatchesAreNamedByTheDigitsOfTheLists) {
+  EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_4")), "Palette entry 4, yellow");
+  EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_10")), "Palette entry A, light blue");
+  EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_15")), "Palette entry F, black");
+}
+
+TEST_F(Controls, PictureIsAGraphicThatTellsItsSubtitle) {
+  QAccessibleInterface* picture = QAccessible::queryAccessibleInterface(&Control<QWidget>("Picture1"));
+  EXPECT_EQ(picture->role(), QAccessible::Graphic);
+  EXPECT_EQ(picture->text(QAccessible::Name), "Subtitle picture");
+  EXPECT_EQ(picture->text(QAccessible::Description), "No subtitle is shown");
+  LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  EXPECT_EQ(picture->text(QAccessible::Description), "Subtitle 2, start 00:00:05.00, duration 1.12 seconds");
+  ASSERT_NE(picture->imageInterface(), nullptr);
+  EXPECT_EQ(picture->imageInterface()->imageDescription(), picture->text(QAccessible::Description));
+  EXPECT_EQ(picture->imageInterface()->imageSize(), QSize(720, 576));
+}
+
+TEST_F(Controls, PictureTellsThatASubtitleCannotBeShown) {
+  LoadStream(InvalidSecond());
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  Click("Command_Next");
+  QAccessibleInterface* picture = QAccessible::queryAccessibleInterface(&Control<QWidget>("Picture1"));
+  EXPECT_EQ(picture->text(QAccessible::Description), "The subtitle cannot be shown");
+}
+
 TEST_F(Controls, SwatchNameTellsNumberAndColour) {
   LoadStream(ThreeSubtitles());
   auto& swatch = Control<QWidget>("Label1_7");

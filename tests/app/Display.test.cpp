@@ -202,6 +202,27 @@ TEST_F(Display, ScaledScreenShowsEachPixelAsABlock) {
   }
 }
 
+TEST_F(Display, EmptyFrameSaysHowToBegin) {
+  const auto differs = [this] {
+    const QImage frame = Frame();
+    int count = 0;
+    for (int y = 250; y < 326; ++y) {
+      for (int x = 160; x < 560; ++x) {
+        count += frame.pixelColor(x, y) == (((x / 16) % 2) == ((y / 16) % 2) ? Dark : Light) ? 0 : 1;
+      }
+    }
+    return count;
+  };
+  Click("Option_720x576");
+  EXPECT_GT(differs(), 2000);
+  LoadIn576Lines(ThreeSubtitles());
+  EXPECT_EQ(differs(), 0);
+  // Gone for good: it is not the picture's own.
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  EXPECT_EQ(differs(), 0);
+}
+
 TEST_F(Display, LastLineOfAnOddHeightStaysTransparent) {
   LoadIn576Lines(WithFields(PacketBuilder().Area(100, 107, 400, 402).Build(), {0x89, 0xAB, 0x89, 0xAB}));
   EXPECT_EQ(FrameColour(102, 401), Entry1);

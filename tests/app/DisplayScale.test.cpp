@@ -1,10 +1,15 @@
+#include <algorithm>
 #include <cmath>
 
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
 #include <QWindow>
 
+#include "app/DisplayFrame.h"
 #include "tests/app/Screens.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
@@ -18,17 +23,20 @@ const QRgb Entry2 = qRgb(255, 255, 255);
 
 /// The first pixel that differs.
 testing::AssertionResult Same(const QImage& shown, const QImage& expected) {
+  if (shown == expected) {
+    return testing::AssertionSuccess();
+  }
   if (shown.size() != expected.size()) {
     return testing::AssertionFailure() << shown.width() << 'x' << shown.height();
   }
-  for (int y = 0; shown != expected && y < shown.height(); ++y) {
+  for (int y = 0; y < shown.height(); ++y) {
     for (int x = 0; x < shown.width(); ++x) {
       if (shown.pixel(x, y) != expected.pixel(x, y)) {
         return testing::AssertionFailure() << "at " << x << ',' << y << ": " << Rgba(shown.pixelColor(x, y));
       }
     }
   }
-  return testing::AssertionSuccess();
+  return testing::AssertionFailure();
 }
 
 /// The window on a screen of each scale. What is compared is what stands on the screen after one repaint upon
@@ -45,18 +53,22 @@ class DisplayScale : public WindowTest, public testing::WithParamInterface<int> 
     ASSERT_DOUBLE_EQ(Window.devicePixelRatioF(), ScreenScales[screen]);
   }
 
-  [[nodiscard]] QImage Screen() const {
+  [[nodiscard]] static QImage ScreenOf(const QWidget& window) {
     QImage grabbed =
-        Window.screen()->grabWindow(Window.winId(), 0, 0, Window.width(), Window.height()).toImage();
+        window.screen()->grabWindow(window.winId(), 0, 0, window.width(), window.height()).toImage();
     grabbed.setDevicePixelRatio(1);
     return grabbed.convertToFormat(QImage::Format_RGB32);
   }
 
   /// The frame's part of the screen: `side` screen pixels to a frame pixel.
+  [[nodiscard]] static QImage FrameOn(const QWidget& window, const QWidget& display, int side, int lines) {
+    const QPoint corner = display.mapTo(&window, QPoint());
+    const double ratio = window.devicePixelRatioF();
+    return ScreenOf(window).copy(qRound(corner.x() * ratio), qRound(corner.y() * ratio), 720 * side,
+                                 lines * side);
+  }
   [[nodiscard]] QImage FrameOnScreen(int side, int lines = 576) const {
-    const QPoint corner = Control<QWidget>("Picture1").mapTo(&Window, QPoint());
-    const double ratio = Window.devicePixelRatioF();
-    return Screen().copy(qRound(corner.x() * ratio), qRound(corner.y() * ratio), 720 * side, lines * side);
+    return FrameOn(Window, Control<QWidget>("Picture1"), side, lines);
   }
 
   /// The checker with one filled rectangle on it.
@@ -100,11 +112,31 @@ TEST_P(DisplayScale, StepsLeaveNothingOfEarlierSubtitles) {
   const int side = SideOn(GetParam());
   EXPECT_TRUE(Same(FrameOnScreen(side), Expected(areas[0], side)));
   for (int i = 1; i < 16; ++i) {
-    // Where the display begins decides on how its repainted parts are rounded.
-    Control<QWidget>("Picture1").move(9 + i % 4, 9 + i / 4);
-    QCoreApplication::processEvents();
     Click("Command_Next");
     EXPECT_TRUE(Same(FrameOnScreen(side), Expected(areas[static_cast<std::size_t>(i)], side))) << i;
+  }
+}
+
+/// Where the display begins decides on how its repainted parts are rounded.
+TEST_P(DisplayScale, StepsLeaveNothingWhereverTheDisplayBegins) {
+  QWidget host;
+  host.setScreen(QGuiApplication::screens().at(GetParam()));
+  host.setGeometry(QRect(host.screen()->geometry().topLeft(), QSize(1600, 1300)));
+  auto* display = new DisplayFrame(&host);
+  host.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&host));
+  const int side = SideOn(GetParam());
+  for (int i = 0; i < 16; ++i) {
+    display->move(9 + i % 4, 9 + i / 4);
+    QCoreApplication::processEvents();
+    const QRect area(204 + i, 303 + 11 * i, 9 + 2 * i, 2);
+    cBitmap picture;
+    picture.Create(area.width(), area.height());
+    std::ranges::fill(picture.LockPixels(), Entry2);
+    display->Picture().DrawBackground(576, {}, nullptr);
+    display->Picture().Draw(picture, area.x(), area.y(), nullptr);
+    display->Refresh();
+    EXPECT_TRUE(Same(FrameOn(host, *display, side, 576), Expected(area, side))) << i;
   }
 }
 
@@ -132,18 +164,44 @@ TEST_P(DisplayScale, NoScreenPixelIsLeftUnpainted) {
   const int side = SideOn(GetParam());
   const double ratio = ScreenScales[GetParam()];
   const QPoint corner = Control<QWidget>("Picture1").mapTo(&Window, QPoint());
-  const QImage screen = Screen();
-  // Between the menus and the status bar.
-  const int top = qRound(Window.centralWidget()->y() * ratio);
-  const QRgb ground = screen.pixel(2, top + 2);
+  const QImage screen = ScreenOf(Window);
+  const QRgb ground = Window.palette().color(QPalette::Window).rgb();
   const QRect frame(qRound(corner.x() * ratio), qRound(corner.y() * ratio), 720 * side, 576 * side);
-  for (int y = top + 1; y <= frame.bottom() + 3; ++y) {
+  for (int y = frame.top(); y <= frame.bottom(); ++y) {
     ASSERT_EQ(screen.pixel(frame.left() - 1, y), ground) << y;
   }
-  for (int x = 1; x <= frame.right() + 1; ++x) {
+  for (int x = frame.left(); x <= frame.right(); ++x) {
     ASSERT_EQ(screen.pixel(x, frame.top() - 1), ground) << x;
     ASSERT_EQ(screen.pixel(x, frame.bottom() + 1), ground) << x;
     ASSERT_EQ(screen.pixel(x, frame.bottom() + 2), ground) << x;
+  }
+}
+
+TEST_P(DisplayScale, ScrollingLeavesNothingBehind) {
+  LoadStream(FilledAt(301, 403));
+  Window.resize(900, 320);
+  QCoreApplication::processEvents();
+  auto& picture = Control<QWidget>("Picture1");
+  const QWidget& view = *picture.parentWidget();
+  auto* area = qobject_cast<QScrollArea*>(view.parentWidget());
+  ASSERT_NE(area, nullptr);
+  const int side = SideOn(GetParam());
+  const double ratio = ScreenScales[GetParam()];
+  const auto toScreen = [&](const QPoint& logical) {
+    return QPoint(qRound(logical.x() * ratio), qRound(logical.y() * ratio));
+  };
+  for (const int value : {0, 1, 2, 7, 20, 33, 32}) {
+    area->verticalScrollBar()->setValue(value);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(area->verticalScrollBar()->value(), value);
+    const QPoint corner = toScreen(picture.mapTo(&Window, QPoint()));
+    const QRect seen(toScreen(view.mapTo(&Window, QPoint())),
+                     toScreen(view.mapTo(&Window, QPoint(view.width(), view.height()))) - QPoint(1, 1));
+    const QImage screen = ScreenOf(Window);
+    const QRect compared = seen & screen.rect() & QRect(corner, QSize(720 * side, 576 * side));
+    EXPECT_TRUE(
+        Same(screen.copy(compared), Expected(QRect(301, 403, 9, 2), side).copy(compared.translated(-corner))))
+        << value;
   }
 }
 

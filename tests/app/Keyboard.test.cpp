@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
@@ -143,12 +144,105 @@ TEST_F(Keyboard, TabReachesEveryGroupInTheOrderOfWork) {
     order.append(name);
     Press(Qt::Key_Tab);
   }
+  EXPECT_LE(order.size(), 25) << order.join(' ').toStdString();
   int before = -1;
-  for (const char* name : {"Command_LoadSup", "Command_SaveSup", "Command_Next", "Label1_0", "Label1_15",
-                           "ImageCombo1", "Combo1_0", "Command_SetActual", "Command_SetAll"}) {
+  for (const char* name : {"Command_LoadSup", "Command_SaveSup", "Command_Next", "Label1_0", "ImageCombo1",
+                           "Combo1_0", "Command_SetActual", "Command_SetAll"}) {
     const auto at = static_cast<int>(order.indexOf(name));
     EXPECT_GT(at, before) << name << " in " << order.join(' ').toStdString();
     before = at;
+  }
+}
+
+TEST_F(Keyboard, FieldsThatCannotBeEditedAreEnteredByAClickOnly) {
+  for (const char* name : {"Text1", "Text_SubNum", "Text_StartTime", "Text_Dur", "Text_XPos", "Text_YPos",
+                           "Text_Width", "Text_Height"}) {
+    EXPECT_EQ(Control<QWidget>(name).focusPolicy(), Qt::ClickFocus) << name;
+  }
+  EXPECT_TRUE(Control<QWidget>("Text_GraphFile").focusPolicy() & Qt::TabFocus);
+}
+
+TEST_F(Keyboard, ArrowKeysMoveAmongTheSwatches) {
+  LoadStream(ThreeSubtitles());
+  Activate();
+  Control<QWidget>("Label1_0").setFocus();
+  const std::pair<Qt::Key, const char*> steps[] = {{Qt::Key_Left, "Label1_0"}, {Qt::Key_Right, "Label1_1"},
+                                                   {Qt::Key_Down, "Label1_2"}, {Qt::Key_Up, "Label1_1"},
+                                                   {Qt::Key_End, "Label1_15"}, {Qt::Key_Right, "Label1_15"},
+                                                   {Qt::Key_Left, "Label1_14"}};
+  for (const auto& [key, name] : steps) {
+    Press(key);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), name);
+  }
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "ImageCombo1");
+  Press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Label1_14");  // where it was left
+  Press(Qt::Key_Home);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Label1_0");
+}
+
+TEST_F(Keyboard, ReturnPressesTheFocusedButton) {
+  LoadStream(ThreeSubtitles());
+  Activate();
+  Control<QWidget>("Command_Next").setFocus();
+  Press(Qt::Key_Return);
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  Press(Qt::Key_Enter);
+  EXPECT_EQ(TextOf("Text_SubNum"), "3");
+  Activate();
+  Control<QWidget>("Label1_4").setFocus();
+  Dialogs.ExpectColour(QColor(10, 20, 30));
+  Press(Qt::Key_Return);
+  EXPECT_EQ(SwatchColour(4), QColor(10, 20, 30));
+}
+
+TEST_F(Keyboard, StepButtonThatEndsHandsTheFocusToTheOther) {
+  LoadStream(Join({FourCodes(PacketBuilder()), FourCodes(PacketBuilder())}));
+  Activate();
+  Control<QWidget>("Command_Next").setFocus();
+  Press(Qt::Key_Space);
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_Prev");
+  Press(Qt::Key_Space);
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_Next");
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_GoTo");
+}
+
+TEST_F(Keyboard, OptionsAreEnteredAtTheChosenOne) {
+  LoadStream(ThreeSubtitles());
+  for (const char* chosen : {"Option_720x480", "Option_720x576"}) {
+    Click(chosen);
+    Activate();
+    Control<QWidget>("Text_GraphFile").setFocus();
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), chosen);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_LoadSecond");
+  }
+}
+
+TEST_F(Keyboard, WheelChangesAListOnlyWhenItHasTheFocus) {
+  LoadStream(ThreeSubtitles());
+  const auto turn = [this](const char* name) {
+    auto& list = Control<QWidget>(name);
+    const QPointF at = list.rect().center();
+    QWheelEvent event(at, list.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&list, &event);
+  };
+  Activate();
+  Control<QWidget>("Command_LoadSup").setFocus();
+  for (const char* name : {"ImageCombo2", "Combo1_0"}) {
+    const QString before = Chosen(name);
+    turn(name);
+    EXPECT_EQ(Chosen(name), before);
+    EXPECT_FALSE(Control<QWidget>(name).hasFocus());
+    Control<QWidget>(name).setFocus();
+    turn(name);
+    EXPECT_NE(Chosen(name), before);
   }
 }
 

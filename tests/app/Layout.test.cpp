@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QApplication>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -13,14 +14,45 @@ namespace {
 
 /// What a screen of 1366x768 leaves of it: a title bar and borders around the window.
 constexpr QSize SmallScreen(1366 - 8, 768 - 40);
+/// 1920x1080 at 150 % and 2560x1440 at 200 %.
+constexpr QSize ScaledScreen(1280 - 8, 720 - 40);
+/// The smallest window that everything is to be reached in.
+constexpr QSize SmallestWindow(960, 560);
+
+/// A font of this size for every window, until the test ends.
+class ApplicationFont {
+ public:
+  explicit ApplicationFont(int points) {
+    QFont font = before_;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+  }
+  ~ApplicationFont() { QApplication::setFont(before_); }
+  ApplicationFont(const ApplicationFont&) = delete;
+  ApplicationFont& operator=(const ApplicationFont&) = delete;
+
+ private:
+  QFont before_ = QApplication::font();
+};
 
 class Layout : public WindowTest {
  protected:
   void SetUp() override {
-    Window.resize(SmallScreen);
     LoadStream(ThreeSubtitles());
     Click("Option_720x576");
+    Resize(SmallScreen);
+  }
+  void Resize(QSize size) {
+    Window.resize(size);
     QCoreApplication::processEvents();
+    ASSERT_EQ(Window.size(), size);
+  }
+  [[nodiscard]] bool IsWhole(const QString& name) const {
+    const auto& control = Control<QWidget>(name);
+    return control.visibleRegion() == QRegion(control.rect());
+  }
+  [[nodiscard]] int LeftOf(const QString& name) const {
+    return Control<QWidget>(name).mapTo(&Window, QPoint()).x();
   }
   [[nodiscard]] std::vector<QWidget*> VisibleControls() const {
     std::vector<QWidget*> controls;
@@ -49,9 +81,75 @@ TEST_F(Layout, EveryControlLiesInsideItsParent) {
 }
 
 TEST_F(Layout, FrameIsWhole) {
-  const auto& picture = Control<QWidget>("Picture1");
-  EXPECT_EQ(picture.size(), QSize(720, 576));
-  EXPECT_EQ(picture.visibleRegion(), QRegion(picture.rect()));
+  EXPECT_EQ(Control<QWidget>("Picture1").size(), QSize(720, 576));
+  EXPECT_TRUE(IsWhole("Picture1"));
+}
+
+TEST_F(Layout, SmallScreenLeavesRoomForAList) {
+  const auto& last = Control<QWidget>("Command_SetAll");
+  const QWidget* body = Window.centralWidget();
+  EXPECT_GE(body->height() - last.mapTo(body, QPoint(0, last.height())).y(), 180);
+}
+
+TEST_F(Layout, GroupsBelowTheFrameGoToTheCommandsWhereTheFrameNeedsTheirPlace) {
+  const int right = LeftOf("Picture1") + 720;
+  for (const char* name : {"Frame1", "Frame2", "Frame3"}) {
+    EXPECT_LT(LeftOf(name), right) << name;
+  }
+  Resize(ScaledScreen);
+  EXPECT_TRUE(IsWhole("Picture1"));
+  for (const char* name : {"Frame1", "Frame2", "Frame3"}) {
+    EXPECT_GE(LeftOf(name), right) << name;
+    EXPECT_TRUE(IsWhole(name)) << name;
+  }
+  Resize(SmallScreen);
+  for (const char* name : {"Frame1", "Frame2", "Frame3"}) {
+    EXPECT_LT(LeftOf(name), right) << name;
+    EXPECT_TRUE(IsWhole(name)) << name;
+  }
+}
+
+TEST_F(Layout, MovedGroupKeepsTheFocus) {
+  Window.activateWindow();
+  QCoreApplication::processEvents();
+  Control<QWidget>("Text_GraphFile").setFocus();
+  Resize(ScaledScreen);
+  EXPECT_EQ(QApplication::focusWidget(), &Control<QWidget>("Text_GraphFile"));
+}
+
+TEST_F(Layout, SmallestWindowIsSmallEnough) {
+  EXPECT_LE(Window.minimumSizeHint().width(), SmallestWindow.width());
+  EXPECT_LE(Window.minimumSizeHint().height(), SmallestWindow.height());
+}
+
+TEST_F(Layout, SmallestWindowIsSmallEnoughInALargeFont) {
+  const ApplicationFont font(12);
+  const frmTest window;
+  EXPECT_LE(window.minimumSizeHint().width(), SmallestWindow.width());
+  EXPECT_LE(window.minimumSizeHint().height(), SmallestWindow.height());
+}
+
+TEST_F(Layout, FrameScrollsWhereRoomIsShort) {
+  Resize(SmallestWindow);
+  EXPECT_FALSE(IsWhole("Picture1"));
+  EXPECT_EQ(Control<QWidget>("Picture1").size(), QSize(720, 576));
+  // The lower middle is what stays in sight.
+  EXPECT_TRUE(Control<QWidget>("Picture1").visibleRegion().contains(QPoint(360, 570)));
+  Resize(SmallScreen);
+  EXPECT_TRUE(IsWhole("Picture1"));
+}
+
+TEST_F(Layout, ControlWithTheFocusComesIntoSight) {
+  const ApplicationFont font(12);
+  Resize(SmallestWindow);
+  Window.activateWindow();
+  QCoreApplication::processEvents();
+  for (const char* name : {"Command_SaveSecond", "Command_LoadSup", "Option_720x576", "Command_SetAll",
+                           "Command_GetGraphics", "Label1_0", "Command_LoadSecond", "Check_SavePics"}) {
+    Control<QWidget>(name).setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(IsWhole(name)) << name;
+  }
 }
 
 TEST_F(Layout, EveryCaptionHasRoom) {
@@ -92,18 +190,16 @@ TEST_F(Layout, ControlsDoNotOverlap) {
   }
 }
 
-TEST_F(Layout, FrameStandsLeftOfEveryGroup) {
-  const auto& picture = Control<QWidget>("Picture1");
-  const int right = picture.mapTo(&Window, QPoint(picture.width(), 0)).x();
-  for (const char* name : {"Command_LoadSup", "Command_Next", "Label1_0", "Frame1", "Frame2", "Frame3"}) {
-    EXPECT_GE(Control<QWidget>(name).mapTo(&Window, QPoint()).x(), right) << name;
+TEST_F(Layout, FrameStandsLeftOfTheCommands) {
+  for (const char* name : {"Command_LoadSup", "Command_Next", "Label1_0"}) {
+    EXPECT_GE(LeftOf(name), LeftOf("Picture1") + 720) << name;
   }
 }
 
 TEST_F(Layout, GroupsStandInTheOrderOfWork) {
   int above = -1;
   for (const char* name :
-       {"Command_LoadSup", "Command_Next", "Label1_0", "ImageCombo1", "Frame1", "Frame3"}) {
+       {"Command_LoadSup", "Command_Next", "Text_StartTime", "Label1_0", "ImageCombo1", "Combo1_0"}) {
     const int top = Control<QWidget>(name).mapTo(&Window, QPoint()).y();
     EXPECT_GT(top, above) << name;
     above = top;

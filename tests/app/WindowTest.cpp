@@ -121,7 +121,7 @@ QImage WindowTest::Frame() const {
 
 QColor WindowTest::SwatchColour(int entry) const {
   auto& swatch = Control<QWidget>(Element("Label1", entry));
-  return swatch.grab().toImage().pixelColor(swatch.rect().center());
+  return swatch.grab().toImage().pixelColor(swatch.rect().topLeft() + QPoint(2, 2));
 }
 
 QString InProgramsFolder(const QString& name) {

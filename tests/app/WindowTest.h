@@ -78,7 +78,7 @@ class WindowTest : public testing::Test {
   /// The frame as painted.
   [[nodiscard]] QImage Frame() const;
   [[nodiscard]] QColor FrameColour(int x, int y) const { return Frame().pixelColor(x, y); }
-  /// The middle of a swatch.
+  /// A swatch between its edge and its digit.
   [[nodiscard]] QColor SwatchColour(int entry) const;
 
   QTemporaryDir Folder;

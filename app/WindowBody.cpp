@@ -1,0 +1,224 @@
+#include "app/WindowBody.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QEvent>
+#include <QGridLayout>
+#include <QScrollBar>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace quillmark {
+namespace {
+
+QVBoxLayout* MakeColumn(QWidget* parent, int gap) {
+  auto* column = new QVBoxLayout(parent);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(gap);
+  return column;
+}
+
+int BarWidth(const QWidget& area) {
+  return area.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &area);
+}
+
+}  // namespace
+
+FrameView::FrameView(QWidget* picture, QWidget* parent) : QScrollArea(parent) {
+  setFrameShape(NoFrame);
+  setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  setWidget(picture);
+  // The scroll area has the picture filled, which counts as opaque: Qt would then move what stands on the
+  // screen while scrolling, by a rounded number of screen pixels.
+  picture->setAutoFillBackground(false);
+  setAccessibleName(QStringLiteral("Subtitle frame"));
+  setFocusPolicy(Qt::NoFocus);
+  picture->installEventFilter(this);
+  QScrollBar* vertical = verticalScrollBar();
+  connect(vertical, &QScrollBar::rangeChanged, this, [this, vertical](int /*least*/, int most) {
+    vertical->setValue(most - below_);
+    UpdateTabStop();
+  });
+  connect(vertical, &QScrollBar::valueChanged, this,
+          [this, vertical](int value) { below_ = vertical->maximum() - value; });
+  QScrollBar* horizontal = horizontalScrollBar();
+  connect(horizontal, &QScrollBar::rangeChanged, this, [this, horizontal](int least, int most) {
+    horizontal->setValue((least + most) / 2);
+    UpdateTabStop();
+  });
+}
+
+bool FrameView::eventFilter(QObject* watched, QEvent* event) {
+  const bool handled = QScrollArea::eventFilter(watched, event);
+  if (event->type() == QEvent::Resize) {
+    updateGeometry();
+  }
+  return handled;
+}
+
+void FrameView::UpdateTabStop() {
+  const bool scrolls = verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0;
+  setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
+}
+
+QSize FrameView::sizeHint() const {
+  return widget()->size();
+}
+
+QSize FrameView::minimumSizeHint() const {
+  const int least = 10 * fontMetrics().height();
+  return widget()->size().boundedTo({least, least});
+}
+
+CommandView::CommandView(QWidget* commands, QWidget* parent) : QScrollArea(parent) {
+  setFrameShape(NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setWidgetResizable(true);
+  setWidget(commands);
+  setFocusPolicy(Qt::NoFocus);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+    if (now != nullptr && widget()->isAncestorOf(now)) {
+      ensureWidgetVisible(now);
+    }
+  });
+}
+
+QSize CommandView::minimumSizeHint() const {
+  return {widget()->minimumSizeHint().width() + BarWidth(*this), 10 * fontMetrics().height()};
+}
+
+WindowBody::WindowBody(QWidget* picture, QWidget* parent)
+    : QWidget(parent),
+      left_(new QWidget(this)),
+      frameColumn_(MakeColumn(left_, Gap())),
+      frame_(new FrameView(picture, left_)),
+      commands_(new QWidget),
+      commandColumn_(MakeColumn(commands_, Gap())),
+      right_(new CommandView(commands_, this)),
+      groups_(new QWidget(commands_)) {
+  frameColumn_->addWidget(frame_, 1);
+  frameColumn_->addStretch();
+}
+
+int WindowBody::Gap() const {
+  return fontMetrics().height() / 3;
+}
+
+void WindowBody::SetGroups(QWidget* wide, QWidget* second, QWidget* third) {
+  group_ = {wide, second, third};
+  commandColumn_->addStretch();
+  PlaceGroups(false);
+}
+
+void WindowBody::PlaceGroups(bool belowFrame) {
+  belowFrame_ = belowFrame;
+  QWidget* focus = QApplication::focusWidget();
+  const bool hadFocus = focus != nullptr && groups_->isAncestorOf(focus);
+  delete groups_->layout();
+  auto* grid = new QGridLayout(groups_);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(Gap());
+  if (belowFrame) {
+    for (int i = 0; i < 3; ++i) {
+      grid->addWidget(group_[i], 0, i);
+    }
+    grid->setColumnStretch(0, 1);
+    frameColumn_->insertWidget(frameColumn_->indexOf(frame_) + 1, groups_);
+  } else {
+    grid->addWidget(group_[0], 0, 0, 1, 2);
+    grid->addWidget(group_[1], 1, 0);
+    grid->addWidget(group_[2], 1, 1);
+    grid->setColumnStretch(1, 1);
+    commandColumn_->insertWidget(commandColumn_->count() - 1, groups_);
+  }
+  groups_->show();
+  if (hadFocus) {
+    focus->setFocus();
+  }
+}
+
+QSize WindowBody::RowOfGroups() const {
+  QSize row(2 * Gap(), 0);
+  for (const QWidget* group : group_) {
+    const QSize size = group->sizeHint();
+    row = {row.width() + size.width(), std::max(row.height(), size.height())};
+  }
+  return row;
+}
+
+int WindowBody::CommandWidth() const {
+  int width = 0;
+  for (int i = 0; i < commandColumn_->count(); ++i) {
+    QLayoutItem* item = commandColumn_->itemAt(i);
+    if (item->widget() != groups_) {
+      width = std::max(width, item->minimumSize().width());
+    }
+  }
+  return width + BarWidth(*this);
+}
+
+int WindowBody::HeightAboveFrame() const {
+  int height = 0;
+  for (int i = 0; i < frameColumn_->indexOf(frame_); ++i) {
+    QLayoutItem* item = frameColumn_->itemAt(i);
+    if (!item->isEmpty()) {
+      const int width = frame_->sizeHint().width();
+      height += (item->hasHeightForWidth() ? item->heightForWidth(width) : item->sizeHint().height()) + Gap();
+    }
+  }
+  return height;
+}
+
+void WindowBody::Arrange() {
+  const QRect inside = rect().adjusted(Gap(), Gap(), -Gap(), -Gap());
+  const QSize frame = frame_->sizeHint();
+  const QSize row = RowOfGroups();
+  const int room = inside.height() - HeightAboveFrame();
+  const bool belowFrame = room >= frame.height() + Gap() + row.height() &&
+                          inside.width() >= std::max(frame.width(), row.width()) + Gap() + CommandWidth();
+  if (belowFrame != belowFrame_) {
+    PlaceGroups(belowFrame);
+  }
+  // A scroll bar along one side takes its width from the other.
+  const int most = inside.width() - Gap() - right_->minimumSizeHint().width();
+  const int height = frame.height() + (most < frame.width() ? BarWidth(*frame_) : 0);
+  const int width = frame.width() + (room < height ? BarWidth(*frame_) : 0);
+  frame_->setMaximumHeight(height);
+  const int leftWidth = std::min(std::max(width, belowFrame ? row.width() : 0), most);
+  const QRect left(inside.topLeft(), QSize(leftWidth, inside.height()));
+  const QRect right = inside.adjusted(leftWidth + Gap(), 0, 0, 0);
+  left_->setGeometry(QStyle::visualRect(layoutDirection(), inside, left));
+  right_->setGeometry(QStyle::visualRect(layoutDirection(), inside, right));
+}
+
+bool WindowBody::event(QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest) {
+    Arrange();
+    updateGeometry();
+  }
+  return QWidget::event(event);
+}
+
+void WindowBody::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Arrange();
+}
+
+QSize WindowBody::sizeHint() const {
+  const QSize frame = frame_->sizeHint();
+  const QSize row = RowOfGroups();
+  const QSize commands = commands_->sizeHint();
+  return {
+      std::max(frame.width(), row.width()) + std::max(commands.width(), CommandWidth()) + 3 * Gap(),
+      std::max(HeightAboveFrame() + frame.height() + Gap() + row.height(), commands.height()) + 2 * Gap()};
+}
+
+QSize WindowBody::minimumSizeHint() const {
+  const QSize frame = frame_->minimumSizeHint();
+  const QSize commands = right_->minimumSizeHint();
+  return {frame.width() + commands.width() + 3 * Gap(),
+          std::max(frame.height(), commands.height()) + 2 * Gap()};
+}
+
+}  // namespace quillmark

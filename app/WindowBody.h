@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QScrollArea>
+
+class QVBoxLayout;
+
+namespace quillmark {
+
+/// The frame, scrolling when there is too little room for it. What stays in sight then is its lower middle,
+/// where subtitles mostly stand, until the user scrolls. Tab stops at it only while it scrolls.
+class FrameView : public QScrollArea {
+ public:
+  FrameView(QWidget* picture, QWidget* parent);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void UpdateTabStop();
+
+  int below_ = 0;  ///< hidden below what is in sight
+};
+
+/// The commands at the right, scrolling up and down when there is too little room for them. The control that
+/// has the focus is brought into sight.
+class CommandView : public QScrollArea {
+ public:
+  CommandView(QWidget* commands, QWidget* parent);
+
+  /// Includes the place of a scroll bar.
+  [[nodiscard]] QSize minimumSizeHint() const override;
+};
+
+/// The window's two columns: the frame at the left, the commands at the right. `groups` is what may stand in
+/// either: in one row below the frame where that leaves the frame whole, else as the last of the commands.
+class WindowBody : public QWidget {
+ public:
+  WindowBody(QWidget* picture, QWidget* parent);
+
+  /// The frame's column; what is inserted at 0 stands above the frame.
+  [[nodiscard]] QVBoxLayout* FrameColumn() const { return frameColumn_; }
+  /// The column of commands, and the parent of what stands in it.
+  [[nodiscard]] QVBoxLayout* CommandColumn() const { return commandColumn_; }
+  [[nodiscard]] QWidget* Commands() const { return commands_; }
+  /// `wide` and the other two groups, which stand beside each other in any case.
+  void SetGroups(QWidget* wide, QWidget* second, QWidget* third);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void Arrange();
+  void PlaceGroups(bool belowFrame);
+  [[nodiscard]] int Gap() const;
+  [[nodiscard]] QSize RowOfGroups() const;
+  [[nodiscard]] int CommandWidth() const;
+  [[nodiscard]] int HeightAboveFrame() const;
+
+  QWidget* left_;
+  QVBoxLayout* frameColumn_;
+  FrameView* frame_;
+  QWidget* commands_;
+  QVBoxLayout* commandColumn_;
+  CommandView* right_;
+  QWidget* groups_;
+  QList<QWidget*> group_;
+  bool belowFrame_ = false;
+};
+
+}  // namespace quillmark

@@ -1,0 +1,52 @@
+#include "app/ColourName.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmark::test {
+namespace {
+
+struct Named {
+  Rgb Colour;
+  const char* Name;
+};
+
+TEST(ColourName, GreysGoFromBlackToWhite) {
+  static constexpr Named Greys[] = {{MakeRgb(0, 0, 0), "black"},
+                                    {MakeRgb(2, 0, 0), "black"},
+                                    {MakeRgb(31, 31, 31), "black"},
+                                    {MakeRgb(32, 32, 32), "dark grey"},
+                                    {MakeRgb(95, 95, 95), "dark grey"},
+                                    {MakeRgb(96, 96, 96), "grey"},
+                                    {MakeRgb(130, 130, 130), "grey"},
+                                    {MakeRgb(160, 160, 160), "light grey"},
+                                    {MakeRgb(231, 231, 231), "light grey"},
+                                    {MakeRgb(232, 232, 232), "white"},
+                                    {MakeRgb(255, 255, 255), "white"}};
+  for (const Named& grey : Greys) {
+    EXPECT_EQ(ColourName(grey.Colour).toStdString(), grey.Name);
+  }
+}
+
+TEST(ColourName, HuesGoRound) {
+  static constexpr Named Hues[] = {
+      {MakeRgb(255, 0, 0), "red"},      {MakeRgb(255, 127, 0), "orange"},   {MakeRgb(253, 255, 4), "yellow"},
+      {MakeRgb(2, 252, 2), "green"},    {MakeRgb(3, 253, 251), "cyan"},     {MakeRgb(0, 0, 255), "blue"},
+      {MakeRgb(140, 0, 255), "purple"}, {MakeRgb(252, 94, 252), "magenta"}, {MakeRgb(255, 0, 20), "red"},
+      {MakeRgb(0, 128, 255), "blue"},   {MakeRgb(255, 0, 128), "magenta"}};
+  for (const Named& hue : Hues) {
+    EXPECT_EQ(ColourName(hue.Colour).toStdString(), hue.Name);
+  }
+}
+
+TEST(ColourName, LightAndDarkAreTold) {
+  static constexpr Named Colours[] = {
+      {MakeRgb(252, 150, 150), "light red"},  {MakeRgb(150, 253, 150), "light green"},
+      {MakeRgb(148, 150, 251), "light blue"}, {MakeRgb(128, 0, 0), "dark red"},
+      {MakeRgb(0, 0, 120), "dark blue"},      {MakeRgb(120, 60, 10), "brown"}};
+  for (const Named& colour : Colours) {
+    EXPECT_EQ(ColourName(colour.Colour).toStdString(), colour.Name);
+  }
+}
+
+}  // namespace
+}  // namespace quillmark::test
