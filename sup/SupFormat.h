@@ -71,10 +71,15 @@ struct PacketHeader {
 /// The sizes are those of a unit that was checked to fit their 16 bits.
 inline void WritePacketHeader(PacketWriter& writer, const TimeField& time, std::size_t unitSize,
                               std::size_t controlOffset) {
-  writer.Bytes(PacketSignature);
-  writer.Bytes(time);
-  writer.U16be(unitSize);
-  writer.U16be(controlOffset);
+  // Appended as one, since GCC 12 takes the growth of a packet of two bytes for an overflow.
+  std::array<std::uint8_t, PacketHeaderSize> header = {};
+  auto at = std::copy(PacketSignature.begin(), PacketSignature.end(), header.begin());
+  at = std::copy(time.begin(), time.end(), at);
+  for (const std::size_t field : {unitSize, controlOffset}) {
+    *at++ = static_cast<std::uint8_t>(field >> 8U);
+    *at++ = static_cast<std::uint8_t>(field);
+  }
+  writer.Bytes(header);
 }
 
 /// Length in bytes of the buffer that holds a unit from its byte 4 on; a size field below 4 (0x8000 and more
