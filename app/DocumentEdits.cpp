@@ -73,7 +73,7 @@ Result<void> Document::Assign(std::int64_t first, std::int64_t end, const QStrin
   StreamEdit edit =
       AssignCodes(primary_, static_cast<std::size_t>(first), static_cast<std::size_t>(end),
                   {.Colours = AllFour(choice_.Colours), .Contrasts = AllFour(choice_.Contrasts)});
-  const Result<void> made = Make({.Name = name, .What = std::move(edit)});
+  Result<void> made = Make({.Name = name, .What = std::move(edit)});
   if (made) {
     written_ = choice_;
     emit ChoiceChanged();
@@ -88,7 +88,7 @@ Result<void> Document::Make(DocumentEdit edit) {
     return {};
   }
   emit AboutToEdit(edit);
-  const Result<void> outcome = Push(std::move(edit));
+  Result<void> outcome = Push(std::move(edit));
   if (!outcome) {
     emit Refused();
   }
@@ -107,7 +107,7 @@ const DocumentEdit& Document::EditAt(int step) const {
 
 Result<void> Document::Restore(std::vector<DocumentEdit> edits, std::size_t done) {
   for (DocumentEdit& edit : edits) {
-    if (const Result<void> outcome = Push(std::move(edit)); !outcome) {
+    if (Result<void> outcome = Push(std::move(edit)); !outcome) {
       history_.setIndex(0);
       history_.clear();
       return outcome;

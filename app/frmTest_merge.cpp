@@ -36,7 +36,7 @@ std::optional<std::int16_t> RoundedOffset(double value) {
 
 /// Why a merged file does not hold every subtitle; empty when it does.
 QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
-  const QString reason = QString::fromStdString(merged.Reason);
+  QString reason = QString::fromStdString(merged.Reason);
   switch (merged.How) {
     case MergeReport::Ending::SubtitleFailed:
       return QStringLiteral("subtitle %1 cannot be merged: %2").arg(QString::number(merged.Number), reason);
