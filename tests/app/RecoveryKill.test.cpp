@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <csignal>
+#include <poll.h>
 #include <random>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -37,6 +38,8 @@ Bytes LongStream() {
 class RecoveryAfterKill : public WindowTest {
  protected:
   static constexpr int Edits = 24;
+  /// In milliseconds: long after the slowest copy has answered, it counts as stuck.
+  static constexpr int LongestWait = 60000;
 
   template <class Object>
   [[nodiscard]] Object& Named(const char* name) const {
@@ -111,9 +114,11 @@ class RecoveryAfterKill : public WindowTest {
     ::close(ends[1]);
     int count = 0;
     char byte = 0;
-    while (count < told && ::read(ends[0], &byte, 1) == 1) {
+    pollfd waiting{.fd = ends[0], .events = POLLIN, .revents = 0};
+    while (count < told && ::poll(&waiting, 1, LongestWait) == 1 && ::read(ends[0], &byte, 1) == 1) {
       ++count;
     }
+    EXPECT_EQ(count, told) << "the copy of the program does not go on";
     ::kill(child, SIGKILL);
     while (::read(ends[0], &byte, 1) == 1) {
       ++count;

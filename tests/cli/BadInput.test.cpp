@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <unistd.h>
 
 #include "tests/cli/Program.h"
+#include "tests/support/OrdinaryUser.h"
 
 namespace quillmark::cli {
 namespace {
@@ -86,8 +86,8 @@ TEST_P(UnreadableFile, Folder) {
 }
 
 TEST_P(UnreadableFile, WithoutPermission) {
-  if (geteuid() == 0) {
-    GTEST_SKIP() << "root may read everything";
+  if (!test::PermissionsBind()) {
+    GTEST_SKIP() << test::NeedsOrdinaryUser;
   }
   Write(GetParam().File, {});
   std::filesystem::permissions(GetParam().File, std::filesystem::perms::none);
