@@ -20,7 +20,7 @@ if(QUILLMARK_SANITIZE)
 endif()
 
 # quillmark_precompile(<target> <headers>...): the headers are parsed once for all sources of the target. Each
-# source still includes what it uses: without QUILLMARK_PRECOMPILE, and for clang-tidy, there is nothing else.
+# source still includes what it uses: without QUILLMARK_PRECOMPILE there is nothing else.
 function(quillmark_precompile target)
   if(QUILLMARK_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
