@@ -3,11 +3,13 @@
 #include <poll.h>
 #include <random>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QThreadPool>
 
 #include "app/Document.h"
@@ -92,11 +94,21 @@ class RecoveryAfterKill : public WindowTest {
     }
   }
 
+  /// Qt paints large pictures with threads, which a copy does not have; without them it starts its own. One
+  /// that is about to end may still hold a lock of the memory's, which nobody would ever give free in the
+  /// copy.
+  static void WaitForOtherThreads() {
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone());
+    const QDir threads("/proc/self/task");
+    while (threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() > 1) {
+      std::this_thread::yield();
+    }
+  }
+
   /// Has a copy of this program do the edits, kills it when it has told of `told` of them, wherever it is
   /// then in one of the next, and answers how many it had told of by then.
   int KillBehind(int told) {
-    // Qt paints large pictures with threads, which a copy does not have; without them it starts its own.
-    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone());
+    WaitForOtherThreads();
     int ends[2] = {};
     EXPECT_EQ(::pipe(ends), 0);
     const pid_t child = ::fork();
