@@ -20,7 +20,7 @@ double Luminance(const QColor& colour) {
 }
 
 double Contrast(const QColor& one, const QColor& other) {
-  const auto [least, most] = std::minmax(Luminance(one), Luminance(other));
+  const auto [least, most] = std::minmax({Luminance(one), Luminance(other)});
   return (most + 0.05) / (least + 0.05);
 }
 

@@ -382,18 +382,19 @@ TEST_F(LoadFromFile, ALargePictureIsReadWhole) {
 
 TEST_F(LoadFromFile, AVeryLargePictureOfAFormatThatCannotBeScaledIsReadWhole) {
   QByteArray bmp = Bytes(Bmp);
-  // 12000 x 12000 pixels of 8 bits, 137 MiB, run-length coded: the end of the picture at once.
+  // 12000 x 12000 pixels of 8 bits, 137 MiB, run-length coded: the first pixel of the lowest row, and
+  // the end of the picture.
   const QByteArray header(
       "\x28\0\0\0\xE0\x2E\0\0\xE0\x2E\0\0\1\0\x08\0\1\0\0\0\2\0\0\0"
       "\0\0\0\0\0\0\0\0\1\0\0\0\1\0\0\0",
       40);
   bmp = bmp.first(10) + QByteArray("\x3A\0\0\0", 4) + header + QByteArray("\x33\x22\x11\0", 4) +
-        QByteArray("\0\1", 2);
+        QByteArray("\1\0\0\1", 4);
   Put(Path("picture"), bmp);
   Bitmap.LoadFromFile(Path("picture"), QSize(720, 576));
   EXPECT_EQ(Bitmap.LastStatus(), 0);
   EXPECT_EQ(Bitmap.Width(), 12000);
-  EXPECT_EQ(Bitmap.Image().pixel(0, 0), 0xFF112233U);
+  EXPECT_EQ(Bitmap.Image().pixel(0, 11999), 0xFF112233U);
 }
 
 TEST_F(LoadFromFile, APictureThatNoMemoryHoldsIsOutOfMemoryNotUnknown) {
