@@ -11,7 +11,8 @@ IncludedFiles() {
   ninja -C build/dev -t deps | awk -v root="$root/" '
     /^[^ ]/ { source = ""; next }
     sub(/^ +/, "") {
-      if (source == "") source = $0
+      sub(/^[.][.]\/[.][.]\//, root)  # as ccache leaves it where it makes paths relative
+      if (source == "" && index($0, root) == 1) source = $0  # the first one of ours
       if (index($0, root) == 1 && source ~ "^" root "(base|palette|sup|imaging|render|files|app|cli)/[^/]*[.]cpp$")
         print source "\t" $0
     }'
