@@ -48,13 +48,19 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
 /// asked for this many places ahead.
 constexpr std::size_t PlacesAhead = 16;
 
+void PrefetchForWriting([[maybe_unused]] const std::uint8_t* at) {
+#if defined(__GNUC__)
+  __builtin_prefetch(at, 1);
+#endif
+}
+
 void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
   std::uint8_t* const start = bytes.data();
   std::uint8_t* other = edit.Bytes.data();
   const std::vector<Place>& places = edit.Places;
   for (std::size_t i = 0; i < places.size(); ++i) {
     if (i + PlacesAhead < places.size()) {
-      __builtin_prefetch(start + places[i + PlacesAhead].Offset, 1);
+      PrefetchForWriting(start + places[i + PlacesAhead].Offset);
     }
     std::uint8_t* const here = start + places[i].Offset;
     if (places[i].Removed == 2) {  // a command's arguments

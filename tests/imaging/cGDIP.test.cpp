@@ -47,7 +47,7 @@ TEST(ReportError, StatusBeyondTheTableIsReportedAsUnknown) {
 }
 
 TEST(ReportError, WithoutAnEventNothingHappens) {
-  cGDIP().ReportError(1, "cBitmap");
+  EXPECT_NO_THROW(cGDIP().ReportError(1, "cBitmap"));
 }
 
 }  // namespace
