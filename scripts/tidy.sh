@@ -35,7 +35,7 @@ CheckOne() {
 }
 export -f CheckOne
 
-mkdir -p build/dev
+mkdir -p build/tidy
 included=$(IncludedFiles | sort -u)
 declare -A digest state
 while read -r sum file; do
