@@ -6,16 +6,29 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-# IncludedFiles: lines "source TAB file of ours that it reads", from the dependencies that ninja recorded.
+# Sources: every source that ships.
+Sources() {
+  git ls-files --cached --others --exclude-standard -- \
+    {base,palette,sup,imaging,render,files,app,cli}/'*.cpp' | sed "s#^#$root/#"
+}
+
+# IncludedFiles: lines "source TAB file of ours that it reads", from the dependencies that ninja recorded. The
+# precompiled header may come before the source.
 IncludedFiles() {
   ninja -C build/dev -t deps | awk -v root="$root/" '
-    /^[^ ]/ { source = ""; next }
+    function Tell(  i) {
+      for (i = 1; source != "" && i <= count; ++i) print source "\t" read[i]
+      source = ""
+      count = 0
+    }
+    /^[^ ]/ { Tell(); next }
     sub(/^ +/, "") {
       sub(/^[.][.]\/[.][.]\//, root)  # as ccache leaves it where it makes paths relative
-      if (source == "" && index($0, root) == 1) source = $0  # the first one of ours
-      if (index($0, root) == 1 && source ~ "^" root "(base|palette|sup|imaging|render|files|app|cli)/[^/]*[.]cpp$")
-        print source "\t" $0
-    }'
+      if (index($0, root "build/") == 1 || index($0, root) != 1) next
+      read[++count] = $0
+      if ($0 ~ "^" root "(base|palette|sup|imaging|render|files|app|cli)/[^/]*[.]cpp$") source = $0
+    }
+    END { Tell() }'
 }
 
 # The check quillmark-own-code keeps clang-tidy from walking through the headers of the system.
@@ -44,6 +57,12 @@ done < <(cut -f2 <<<"$included" | sort -u | xargs -d '\n' sha256sum)
 while IFS=$'\t' read -r name file; do
   state[$name]+=${digest[$file]}
 done <<<"$included"
+
+if ! missed=$(diff <(Sources | sort) <(printf '%s\n' "${!state[@]}" | sort)); then
+  Say "not the sources that build/dev was made of:"
+  echo "$missed"
+  exit 1
+fi
 
 settings=$(cat .clang-tidy)
 todo=()
