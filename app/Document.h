@@ -19,7 +19,7 @@
 
 namespace quillmark {
 
-/// One step of the history: what it is called behind "Undo ", and the bytes or the whole palette that it puts
+/// One step of the history: what it is called after "Undo ", and the bytes or the whole palette that it puts
 /// in place of what is there.
 struct DocumentEdit {
   QString Name;
@@ -37,11 +37,11 @@ struct CodeChoice {
 /// A subtitle that was just converted, for whoever shows, draws or exports it.
 struct ConvertedSubtitle {
   struct Overlay {
-    std::span<const std::uint8_t> Unit;  ///< from its byte 4 on
+    std::span<const std::uint8_t> Unit;  ///< whole, from its size field on
     SpuControl Control;                  ///< may be invalid: then the primary is shown alone
   };
   SubtitleDescription Description;
-  std::span<const std::uint8_t> Unit;  ///< from its byte 4 on; valid while the signal is handled
+  std::span<const std::uint8_t> Unit;  ///< whole; valid while the signal is handled
   std::optional<Overlay> Over;         ///< the secondary subtitle that is laid over it
   bool IsNew = true;                   ///< false when it is only shown once more as it stood before
 };
@@ -130,7 +130,7 @@ class Document : public QObject {
   void Open(SupStream stream);
   /// The load failed before anything of it was shown, perhaps before it began: the stream before it stays.
   void KeepStream();
-  /// The load failed behind packets that were shown: the bytes before it stay and can be saved, but there is
+  /// The load failed after packets that were shown: the bytes before it stay and can be saved, but there is
   /// no subtitle of theirs to step through or to edit.
   void LoseIndex();
   /// Load SUP was cancelled: nothing more happens than what it began with, and no stream is open.
@@ -193,7 +193,7 @@ class Document : public QObject {
   void SupPathChanged();
   void NumberChanged();
   void SubtitleShown(const quillmark::ConvertedSubtitle& subtitle);
-  /// The same subtitle in the colours of the choice; `unit` from its byte 4 on.
+  /// The same subtitle in the colours of the choice; `unit` is whole.
   void PreviewShown(std::span<const std::uint8_t> unit);
   void ChoiceChanged();
   void PaletteChanged();

@@ -37,16 +37,14 @@ struct KnownRun {
 };
 
 struct Unit {
-  std::vector<std::uint8_t> Whole;  ///< size field first, padding behind
+  std::vector<std::uint8_t> Whole;  ///< size field first, padding after it
   std::size_t Size = 0;             ///< without the padding
   std::int16_t ControlOffset = 0;
   SpuControl Control;
   std::vector<std::vector<KnownRun>> Rows;  ///< of every picture line
 
-  /// The unit from its byte 4 on.
-  [[nodiscard]] std::span<const std::uint8_t> Buffer() const {
-    return std::span(Whole).subspan(UnitHeaderSize, Size - UnitHeaderSize);
-  }
+  /// Without the padding.
+  [[nodiscard]] std::span<const std::uint8_t> Unpadded() const { return std::span(Whole).first(Size); }
   [[nodiscard]] std::size_t Cells() const {
     return static_cast<std::size_t>(Control.Width()) * static_cast<std::size_t>(Control.Height());
   }
@@ -56,7 +54,7 @@ template <typename Cell>
 void DecodePicture(const Unit& unit, const SpuControl& control, std::vector<Cell>& cells,
                    const CodeTable<Cell>& table) {
   cells.assign(unit.Cells(), Cell{0});
-  DecodeFields<Cell>(unit.Buffer(), cells, control.Width(), control.Height(), control.TopFieldOffset,
+  DecodeFields<Cell>(unit.Bytes(), cells, control.Width(), control.Height(), control.TopFieldOffset,
                      control.BottomFieldOffset, table);
 }
 
@@ -90,7 +88,7 @@ std::vector<Unit> MakeUnits() {
     unit.Whole.assign(start, start + stream.SpuSize[i]);
     unit.Whole.resize(unit.Size + 64, 0);
     unit.ControlOffset = stream.ControlOffset[i];
-    unit.Control = DecodeControl(unit.Buffer(), unit.ControlOffset);
+    unit.Control = DecodeControl(unit.Bytes(), unit.ControlOffset);
     if (!unit.Control.IsValid()) {
       Fail("the control sequences are not valid", i);
     }
@@ -114,7 +112,7 @@ void DecodeToArgb(benchmark::State& state) {
   std::vector<std::uint32_t> cells;
   for ([[maybe_unused]] auto _ : state) {
     for (const Unit& unit : Units()) {
-      DecodePicture(unit, DecodeControl(unit.Buffer(), unit.ControlOffset), cells, colours);
+      DecodePicture(unit, DecodeControl(unit.Bytes(), unit.ControlOffset), cells, colours);
       benchmark::DoNotOptimize(cells.data());
       benchmark::ClobberMemory();
     }
@@ -186,7 +184,7 @@ void DecodeRuns(benchmark::State& state) {
   std::vector<std::uint32_t> cells(1U << 16U);
   for ([[maybe_unused]] auto _ : state) {
     for (const Unit& unit : Units()) {
-      DecodeFields<std::uint32_t>(unit.Buffer(), cells, unit.Control.Width(), unit.Control.Height(),
+      DecodeFields<std::uint32_t>(unit.Bytes(), cells, unit.Control.Width(), unit.Control.Height(),
                                   unit.Control.TopFieldOffset, unit.Control.BottomFieldOffset, colours);
       benchmark::DoNotOptimize(cells.data());
       benchmark::ClobberMemory();

@@ -42,13 +42,11 @@ constexpr TimeField Time = {};
 }
 
 struct Unit {
-  Bytes Whole;  ///< size field first, padding behind
+  Bytes Whole;  ///< size field first, padding after it
   std::size_t Size = 0;
   std::int16_t ControlOffset = 0;
 
-  [[nodiscard]] std::span<const std::uint8_t> Buffer() const {
-    return std::span(Whole).subspan(UnitHeaderSize, Size - UnitHeaderSize);
-  }
+  [[nodiscard]] std::span<const std::uint8_t> Unpadded() const { return std::span(Whole).first(Size); }
 };
 
 std::vector<Unit> MakeUnits(std::uint32_t seed) {
@@ -91,8 +89,8 @@ std::vector<Pair>& Pairs() {
 }
 
 void ComposePair(const Pair& pair, MergedPicture& picture) {
-  const auto primary = pair.Primary.Buffer();
-  const auto secondary = pair.Secondary.Buffer();
+  const auto primary = pair.Primary.Unpadded();
+  const auto secondary = pair.Secondary.Unpadded();
   picture.Compose({.PrimaryUnit = primary,
                    .Primary = DecodeControl(primary, pair.Primary.ControlOffset),
                    .SecondaryUnit = secondary,

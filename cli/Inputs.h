@@ -31,7 +31,7 @@ class SubtitleReader {
 
   /// Subtitle `index`, from 0; nullopt when it cannot be shown.
   [[nodiscard]] std::optional<SubtitleDescription> Read(std::size_t index);
-  /// The unit read last, from its byte 4 on.
+  /// The unit read last, whole.
   [[nodiscard]] std::span<const std::uint8_t> Unit() const { return unit_; }
 
  private:

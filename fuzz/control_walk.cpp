@@ -1,5 +1,5 @@
-// One unit through the control walk. The input is the control offset (two bytes, big-endian) and then the
-// unit from its byte 4 on, as both stand in a packet.
+// One unit through the control walk. The input is the unit from its size field on, which is not looked at:
+// the unit has all of the input.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,19 +19,19 @@ void Require(bool rule) {
   }
 }
 
-/// A command's arguments follow it, and it stands before the buffer's last byte.
+/// A command's arguments follow it, and it stands before the unit's last byte.
 bool IsArgumentPosition(std::int32_t position, std::size_t unitLength) {
-  return position == -1 || (position >= 1 && static_cast<std::size_t>(position) < unitLength);
+  return position == -1 || (position >= 5 && static_cast<std::size_t>(position) < unitLength);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size < 2) {
+  if (size < 4) {
     return 0;
   }
-  const auto controlOffset = static_cast<std::int16_t>(data[0] << 8U | data[1]);
-  const std::span unit(data + 2, size - 2);
+  const auto controlOffset = static_cast<std::int16_t>(data[2] << 8U | data[3]);
+  const std::span unit(data, size);
 
   const SpuControl control = DecodeControl(unit, controlOffset);
 

@@ -1,5 +1,5 @@
-// Two bytes each, high byte first: width, height, top and bottom field offset; then a unit from its byte 4
-// on. Whatever they are, pictures of wide and of narrow cells hold the same codes, and both are what decoding
+// Two bytes each, high byte first: width, height, top and bottom field offset; then a whole unit.
+// Whatever they are, pictures of wide and of narrow cells hold the same codes, and both are what decoding
 // line by line gives.
 
 #include <algorithm>
@@ -18,7 +18,7 @@ using namespace quillmark;
 
 constexpr std::uint8_t untouched = 9;
 /// Cells there are at most, so that pictures are small enough to be many; larger areas find too few.
-constexpr std::int64_t mostCells = 1 << 18;
+constexpr std::int64_t MaxCells = 1 << 18;
 
 struct Picture {
   int Width = 0;
@@ -27,14 +27,14 @@ struct Picture {
   std::int32_t BottomOffset = 0;
 };
 
-void DecodeLineByLine(std::span<const std::uint8_t> buffer, std::span<std::uint8_t> cells,
+void DecodeLineByLine(std::span<const std::uint8_t> unit, std::span<std::uint8_t> cells,
                       const Picture& picture) {
-  std::int32_t top = picture.TopOffset - 5;
-  std::int32_t bottom = picture.BottomOffset - 5;
+  std::int32_t top = picture.TopOffset - 1;
+  std::int32_t bottom = picture.BottomOffset - 1;
   for (int line = 0; line <= picture.Height - 2; line += 2) {
-    DecodeLine<std::uint8_t>(buffer, cells, top, line, picture.Width, {0, 1, 2, 3});
-    DecodeLine<std::uint8_t>(buffer, cells, bottom, line + 1, picture.Width, {0, 1, 2, 3});
-    if (top > picture.BottomOffset - 5 || bottom >= static_cast<std::int32_t>(buffer.size())) {
+    DecodeLine<std::uint8_t>(unit, cells, top, line, picture.Width, {0, 1, 2, 3});
+    DecodeLine<std::uint8_t>(unit, cells, bottom, line + 1, picture.Width, {0, 1, 2, 3});
+    if (top > picture.BottomOffset - 1 || bottom >= std::max(static_cast<std::int32_t>(unit.size()), 4)) {
       return;
     }
   }
@@ -48,8 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto height = reader.U16be();
   const auto topOffset = reader.U16be();
   const auto bottomOffset = reader.U16be();
-  const auto buffer = reader.Take(std::min<std::size_t>(reader.Remaining(), 32763));
-  if (!width || !height || !topOffset || !bottomOffset || !buffer) {
+  const auto unit = reader.Take(std::min<std::size_t>(reader.Remaining(), 32767));
+  if (!width || !height || !topOffset || !bottomOffset || !unit) {
     return 0;
   }
   const Picture picture{.Width = static_cast<std::int16_t>(*width),
@@ -57,17 +57,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                         .TopOffset = *topOffset,
                         .BottomOffset = *bottomOffset};
   const std::int64_t area = std::int64_t{std::max(picture.Width, 0)} * std::max(picture.Height, 0);
-  const auto cells = static_cast<std::size_t>(std::min(area, mostCells));
+  const auto cells = static_cast<std::size_t>(std::min(area, MaxCells));
 
   std::vector<std::uint8_t> codes(cells, untouched);
-  DecodeFields<std::uint8_t>(*buffer, codes, picture.Width, picture.Height, picture.TopOffset,
+  DecodeFields<std::uint8_t>(*unit, codes, picture.Width, picture.Height, picture.TopOffset,
                              picture.BottomOffset, {0, 1, 2, 3});
   std::vector<std::uint32_t> wide(cells, untouched);
-  DecodeFields<std::uint32_t>(*buffer, wide, picture.Width, picture.Height, picture.TopOffset,
+  DecodeFields<std::uint32_t>(*unit, wide, picture.Width, picture.Height, picture.TopOffset,
                               picture.BottomOffset, {0, 1, 2, 3});
   std::vector<std::uint8_t> lines(cells, untouched);
-  if (area <= mostCells) {
-    DecodeLineByLine(*buffer, lines, picture);
+  if (area <= MaxCells) {
+    DecodeLineByLine(*unit, lines, picture);
   }
   if (!std::ranges::equal(codes, wide) || codes != lines) {
     std::abort();

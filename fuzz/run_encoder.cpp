@@ -34,14 +34,15 @@ std::vector<std::uint8_t> CellsOf(std::span<const std::uint8_t> runs, std::size_
   return cells;
 }
 
-/// Both lines in one unit from its byte 4 on, with the two bytes behind that the decoder expects.
+/// Both lines in one unit with an empty header, and the two bytes after them that the decoder expects.
 template <typename Cell>
 bool RoundTrips(std::span<const Cell> cells, std::size_t width) {
   FieldBuffer top;
   FieldBuffer bottom;
   EncodeLine(top, cells.first(width), CodeOf);
   EncodeLine(bottom, cells.subspan(width), CodeOf);
-  std::vector<std::uint8_t> unit(top.Bytes().begin(), top.Bytes().end());
+  std::vector<std::uint8_t> unit(4, 0);
+  unit.insert(unit.end(), top.Bytes().begin(), top.Bytes().end());
   unit.insert(unit.end(), bottom.Bytes().begin(), bottom.Bytes().end());
   unit.insert(unit.end(), {0, 0});
   std::vector<std::uint8_t> decoded(cells.size(), 0xFF);

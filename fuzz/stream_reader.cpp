@@ -28,7 +28,7 @@ void UseEverySubtitle(SupStream& stream) {
   for (std::size_t i = 0; i < stream.SpuSize.size(); ++i) {
     CopyUnit(stream, i, unit);
     const std::int16_t size = stream.SpuSize[i];
-    Require(unit.size() == static_cast<std::size_t>(UnitBufferSize(size)));
+    Require(unit.size() == static_cast<std::size_t>(UnitLength(size)));
   }
   const std::vector<std::uint8_t> before = stream.RawBytes;
   StreamEdit edit =

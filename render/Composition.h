@@ -57,8 +57,8 @@ class FramePicture {
 };
 
 /// Decodes the picture of a unit into `bitmap`: Width() x Height() pixels of the control data's area, codes
-/// drawn as `colours` say, pixels that no run reached transparent black. `unit` holds the unit from its byte
-/// 4 on. A reversed area leaves the bitmap without an image.
+/// drawn as `colours` say, pixels that no run reached transparent black. `unit` is a whole unit, from its
+/// size field on. A reversed area leaves the bitmap without an image.
 void DecodePicture(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeColours& colours,
                    cBitmap& bitmap);
 

@@ -6,6 +6,7 @@
 
 #include "render/RunPainter.h"
 #include "sup/SupFormat.h"
+#include "sup/UnitView.h"
 
 namespace quillmark {
 namespace {
@@ -15,15 +16,9 @@ struct Run {
   unsigned Code = 0;
 };
 
-std::int32_t LastIndex(std::span<const std::uint8_t> buffer) {
-  return static_cast<std::int32_t>(buffer.size()) - 1;
-}
-
-/// The byte that a read at `position` gives, with the oddity of the buffer's end.
-std::uint8_t ByteAt(std::span<const std::uint8_t> buffer, std::int32_t position) {
-  const std::int32_t last = LastIndex(buffer);
-  const std::int32_t index = position < last ? position : position - 1;
-  return index >= 0 && index <= last ? buffer[static_cast<std::size_t>(index)] : std::uint8_t{0};
+/// The byte that a read at `position` gives, with the oddity of the unit's end.
+std::uint8_t ByteAt(const UnitView& unit, std::int32_t position) {
+  return unit[position < unit.Last() ? position : position - 1];
 }
 
 /// What a code's value says: two bits of pixel code below the length, of which 0 means up to the line's end.
@@ -33,14 +28,14 @@ Run ClippedRun(unsigned value, std::ptrdiff_t left) {
 }
 
 /// One to four nibbles: a code is as long as it takes until bits stand above its last six.
-Run ReadRun(std::span<const std::uint8_t> buffer, NibbleCursor& cursor, std::ptrdiff_t left) {
+Run ReadRun(std::span<const std::uint8_t> unit, NibbleCursor& cursor, std::ptrdiff_t left) {
   constexpr std::array<unsigned, 3> lengthMask = {0x0C, 0xF0, 0xFC0};
-  unsigned value = ReadNibble(buffer, cursor);
+  unsigned value = ReadNibble(unit, cursor);
   for (const unsigned mask : lengthMask) {
     if ((value & mask) != 0) {
       break;
     }
-    value = value << 4U | ReadNibble(buffer, cursor);
+    value = value << 4U | ReadNibble(unit, cursor);
   }
   return ClippedRun(value, left);
 }
@@ -52,11 +47,11 @@ bool HasRow(std::size_t cellCount, int line, int width) {
 
 /// One line, code by code and nibble by nibble, wherever the position is.
 template <typename Cell>
-void DecodeRowAnywhere(std::span<const std::uint8_t> buffer, std::span<Cell> row, std::int32_t& position,
+void DecodeRowAnywhere(std::span<const std::uint8_t> unit, std::span<Cell> row, std::int32_t& position,
                        const RunPainter<Cell>& painter) {
   NibbleCursor cursor{.Position = position};
   while (!row.empty()) {
-    const Run run = ReadRun(buffer, cursor, std::ssize(row));
+    const Run run = ReadRun(unit, cursor, std::ssize(row));
     painter.PaintExactly(row.data(), run.Length, run.Code);
     row = row.subspan(static_cast<std::size_t>(run.Length));
   }
@@ -73,7 +68,7 @@ struct alignas(8) ShortCodes {
   std::array<std::uint8_t, 3> Code = {};
 };
 
-constexpr std::ptrdiff_t longestShortCodes = 63;
+constexpr std::ptrdiff_t MaxShortCodes = 63;
 
 /// Bits of the code that starts in the highest of `count` bits; 0 when it has not ended among them.
 constexpr unsigned CodeBits(unsigned bits, unsigned count) {
@@ -118,7 +113,7 @@ constexpr std::array<ShortCodes, 4096> shortCodes = [] {
   return table;
 }();
 
-/// The next bits of a buffer, at the top of a register.
+/// The next bits of some bytes, at the top of a register.
 class BitWindow {
  public:
   /// Reads from `first` on and never touches `end`.
@@ -211,7 +206,7 @@ class RowDecoder {
   }
 
   /// Decodes the line to its end. The answer is the number of bytes that all of it takes, nullopt when it
-  /// comes too near to the buffer's end. Taken by value: a decoder that is only stepped stays in registers.
+  /// comes too near to the unit's end. Taken by value: a decoder that is only stepped stays in registers.
   static std::optional<std::ptrdiff_t> Finish(RowDecoder decoder) {
     while (decoder.Step()) {
     }
@@ -221,7 +216,7 @@ class RowDecoder {
  private:
   /// Paints aside, so that no block reaches into the next line.
   bool FinishTail() {
-    std::array<Cell, longestShortCodes + 2 * RunPainter<Cell>::BlockCells> tail;
+    std::array<Cell, MaxShortCodes + 2 * RunPainter<Cell>::BlockCells> tail;
     const std::ptrdiff_t width = end_ - cell_;
     for (std::ptrdiff_t x = 0; x < width;) {
       if (!window_.Refill()) {
@@ -247,19 +242,20 @@ class RowDecoder {
 
 /// Decodes two lines side by side: where a code starts is known only when the one before it has been looked
 /// up, and the wait in one line is time for the other. False when a line comes too near to an end of the
-/// buffer; nothing but the rows has changed then.
+/// unit's data; nothing but the rows has changed then.
 template <typename Cell>
-bool DecodeRowsInside(std::span<const std::uint8_t> buffer, std::span<Cell> topRow, std::int32_t& top,
+bool DecodeRowsInside(std::span<const std::uint8_t> unit, std::span<Cell> topRow, std::int32_t& top,
                       std::span<Cell> bottomRow, std::int32_t& bottom, const RunPainter<Cell>& painter) {
-  const auto readsInside = [last = LastIndex(buffer)](std::int32_t position) {
-    return position >= -1 && position < last;
+  const std::int64_t last = UnitView(unit).Last();
+  const auto readsInside = [last](std::int32_t position) {
+    return position >= UnitHeaderSize - 1 && position < last;
   };
   if (!readsInside(top) || !readsInside(bottom)) {
     return false;
   }
-  const std::uint8_t* const end = buffer.data() + LastIndex(buffer);
-  RowDecoder<Cell> topDecoder({buffer.data() + top + 1, end}, topRow, painter);
-  RowDecoder<Cell> bottomDecoder({buffer.data() + bottom + 1, end}, bottomRow, painter);
+  const std::uint8_t* const end = unit.data() + last;
+  RowDecoder<Cell> topDecoder({unit.data() + top + 1, end}, topRow, painter);
+  RowDecoder<Cell> bottomDecoder({unit.data() + bottom + 1, end}, bottomRow, painter);
   while (topDecoder.Step() && bottomDecoder.Step()) {
   }
   const auto topBytes = RowDecoder<Cell>::Finish(topDecoder);
@@ -280,45 +276,45 @@ std::span<Cell> RowOf(std::span<Cell> cells, int line, int width) {
 
 }  // namespace
 
-std::uint8_t ReadNibble(std::span<const std::uint8_t> buffer, NibbleCursor& cursor) {
+std::uint8_t ReadNibble(std::span<const std::uint8_t> unit, NibbleCursor& cursor) {
   if (cursor.Pending >= 0) {
     const auto low = static_cast<std::uint8_t>(cursor.Pending & 0x0F);
     cursor.Pending = -1;
     return low;
   }
   ++cursor.Position;
-  const std::uint8_t byte = ByteAt(buffer, cursor.Position);
+  const std::uint8_t byte = ByteAt(UnitView(unit), cursor.Position);
   cursor.Pending = byte;
   return byte >> 4U;
 }
 
 template <typename Cell>
-void DecodeLine(std::span<const std::uint8_t> buffer, std::span<Cell> cells, std::int32_t& position, int line,
+void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::int32_t& position, int line,
                 int width, const CodeTable<Cell>& table) {
   if (!HasRow(cells.size(), line, width)) {
     return;
   }
-  DecodeRowAnywhere(buffer, RowOf(cells, line, width), position, RunPainter<Cell>(table));
+  DecodeRowAnywhere(unit, RowOf(cells, line, width), position, RunPainter<Cell>(table));
 }
 
 template <typename Cell>
-void DecodeFields(std::span<const std::uint8_t> buffer, std::span<Cell> cells, int width, int height,
+void DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
                   std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table) {
   if (width < 1 || height < 1 || !HasRow(cells.size(), height - 1, width)) {
     return;
   }
-  // The buffer lacks the unit's header, and a position names the byte before.
-  std::int32_t top = topOffset - UnitHeaderSize - 1;
-  std::int32_t bottom = bottomOffset - UnitHeaderSize - 1;
+  // A position names the byte before.
+  std::int32_t top = topOffset - 1;
+  std::int32_t bottom = bottomOffset - 1;
   const std::int32_t bottomStart = bottom;
-  const std::int32_t last = LastIndex(buffer);
+  const std::int64_t last = UnitView(unit).Last();
   const RunPainter<Cell> painter(table);
   for (int line = 0; line <= height - 2; line += 2) {
     const auto topRow = RowOf(cells, line, width);
     const auto bottomRow = RowOf(cells, line + 1, width);
-    if (!DecodeRowsInside(buffer, topRow, top, bottomRow, bottom, painter)) {
-      DecodeRowAnywhere(buffer, topRow, top, painter);
-      DecodeRowAnywhere(buffer, bottomRow, bottom, painter);
+    if (!DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter)) {
+      DecodeRowAnywhere(unit, topRow, top, painter);
+      DecodeRowAnywhere(unit, bottomRow, bottom, painter);
     }
     if (top > bottomStart || bottom > last) {
       return;

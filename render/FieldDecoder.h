@@ -8,14 +8,14 @@ namespace quillmark {
 
 /// Where one field's next nibble comes from.
 struct NibbleCursor {
-  std::int32_t Position = 0;  ///< buffer index of the last byte consumed; the next one is Position + 1
+  std::int32_t Position = 0;  ///< unit position of the last byte consumed; the next one is Position + 1
   std::int16_t Pending = -1;  ///< the byte whose low nibble is still unread; negative when there is none
 };
 
-/// Four bits, high nibble of a byte before its low one. `buffer` holds the unit from its byte 4 on.
-/// Kept oddity: the buffer's last byte is not read; a read at its last index, or one past it, gives the byte
-/// before the one asked for. Anywhere else outside the buffer reads as 0.
-[[nodiscard]] std::uint8_t ReadNibble(std::span<const std::uint8_t> buffer, NibbleCursor& cursor);
+/// Four bits, high nibble of a byte before its low one. `unit` is a whole unit, from its size field on.
+/// Kept oddity: the unit's last byte is not read; a read there, or one past it, gives the byte before the one
+/// asked for. The unit's header, and anywhere else outside its data, reads as 0.
+[[nodiscard]] std::uint8_t ReadNibble(std::span<const std::uint8_t> unit, NibbleCursor& cursor);
 
 /// What a decoded cell holds: an ARGB value for pictures, the bare code or another small number for merging.
 template <typename Cell>
@@ -25,17 +25,17 @@ using CodeTable = std::array<Cell, 4>;
 /// `position` (as NibbleCursor::Position) after the line's last byte: lines start on byte boundaries. Runs
 /// are clipped at the line's end. The table says what each pixel code becomes.
 template <typename Cell>
-void DecodeLine(std::span<const std::uint8_t> buffer, std::span<Cell> cells, std::int32_t& position, int line,
+void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::int32_t& position, int line,
                 int width, const CodeTable<Cell>& table);
 
 /// Decodes both fields of a unit: the top field holds lines 0, 2, 4, ..., the bottom field lines 1, 3, 5, ...
-/// `buffer` holds the unit from its byte 4 on (index i is unit byte i + 4); `topOffset` and `bottomOffset`
-/// count from the unit's start. `cells` has width x height cells, row-major; cells that no run reaches keep
-/// their value. Does nothing when width or height is below 1.
-/// Kept oddities: the last line of an odd height is not decoded; decoding ends after the pair of lines in
-/// which the top field ran past the bottom field's start, or the bottom field past the buffer's last index.
+/// `unit` is a whole unit, from its size field on, where `topOffset` and `bottomOffset` count from. `cells`
+/// has width x height cells, row-major; cells that no run reaches keep their value. Does nothing when width
+/// or height is below 1. Kept oddities: the last line of an odd height is not decoded; decoding ends after
+/// the pair of lines in which the top field ran past the bottom field's start, or the bottom field past the
+/// unit's last byte.
 template <typename Cell>
-void DecodeFields(std::span<const std::uint8_t> buffer, std::span<Cell> cells, int width, int height,
+void DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
                   std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
 
 // Instantiated for std::uint32_t and std::uint8_t.

@@ -13,7 +13,7 @@
 
 namespace quillmark {
 
-/// Two subtitles, one to be laid over the other. The units hold the bytes from unit byte 4 on.
+/// Two subtitles, one to be laid over the other. The units are whole, from their size fields on.
 struct MergedInput {
   std::span<const std::uint8_t> PrimaryUnit;
   SpuControl Primary;

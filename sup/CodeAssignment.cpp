@@ -42,7 +42,7 @@ struct ArgumentChange {
 struct PacketBounds {
   PacketBounds(const SupStream& stream, std::size_t index)
       : Start(stream.PacketOffset[index]),
-        End(std::min(Start + PacketHeaderSize + UnitBufferSize(stream.SpuSize[index]),
+        End(std::min(Start + UnitStart + UnitLength(stream.SpuSize[index]),
                      std::int64_t{stream.FileLength})) {}
 
   [[nodiscard]] bool Contains(std::int64_t position) const { return position >= Start && position < End; }
@@ -139,7 +139,7 @@ bool AppendSound(StreamEdit& edit, const SupStream& stream, std::size_t index, c
   return true;
 }
 
-/// A unit without the command is indexed as if its arguments stood one byte before the unit's byte 4.
+/// A unit without the command is indexed as if its arguments started in the last byte of its header.
 bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<std::int32_t>& offsets) {
   return stream.Holds(index) && offsets[index] >= stream.PacketOffset[index] + PacketHeaderSize;
 }

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "base/ByteReader.h"
-#include "base/ZeroExtended.h"
 #include "sup/PacketWriter.h"
+#include "sup/UnitView.h"
 
 namespace quillmark {
 
@@ -60,7 +60,7 @@ inline constexpr int SequenceHeaderSize = 4;
   return delay && next ? std::optional(SequenceHeader{.Delay = *delay, .Next = *next}) : std::nullopt;
 }
 
-[[nodiscard]] inline SequenceHeader ReadSequenceHeader(const ZeroExtended& unit, std::int64_t position) {
+[[nodiscard]] inline SequenceHeader ReadSequenceHeader(const UnitView& unit, std::int64_t position) {
   return {.Delay = unit.U16be(position), .Next = unit.U16be(position + 2)};
 }
 

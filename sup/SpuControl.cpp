@@ -2,23 +2,22 @@
 
 #include <algorithm>
 
-#include "base/ZeroExtended.h"
 #include "sup/SpuCommand.h"
-#include "sup/SupFormat.h"
+#include "sup/UnitView.h"
 
 namespace quillmark {
 namespace {
 
-std::array<int, 4> CodesAt(const ZeroExtended& unit, std::int64_t position) {
+std::array<int, 4> CodesAt(const UnitView& unit, std::int64_t position) {
   const CodeNibbles codes = UnpackCodes({unit[position], unit[position + 1]});
   return {codes[0], codes[1], codes[2], codes[3]};
 }
 
-AreaRange RangeAt(const ZeroExtended& unit, std::int64_t position) {
+AreaRange RangeAt(const UnitView& unit, std::int64_t position) {
   return UnpackRange({unit[position], unit[position + 1], unit[position + 2]});
 }
 
-void ReadArea(const ZeroExtended& unit, std::int64_t position, SpuControl& control) {
+void ReadArea(const UnitView& unit, std::int64_t position, SpuControl& control) {
   const AreaRange x = RangeAt(unit, position);
   const AreaRange y = RangeAt(unit, position + static_cast<std::int64_t>(AreaArguments().size()));
   control.X1 = static_cast<std::int16_t>(x.First);
@@ -29,7 +28,7 @@ void ReadArea(const ZeroExtended& unit, std::int64_t position, SpuControl& contr
 
 /// Takes over the command at `position`; the answer is its length in bytes with its arguments. One that is
 /// not known has none, the change of colours included.
-int ReadCommand(const ZeroExtended& unit, std::int64_t position, SpuControl& control) {
+int ReadCommand(const UnitView& unit, std::int64_t position, SpuControl& control) {
   const std::uint8_t command = unit[position];
   const std::int64_t arguments = position + 1;
   switch (command) {
@@ -54,10 +53,10 @@ int ReadCommand(const ZeroExtended& unit, std::int64_t position, SpuControl& con
   return CommandSize(command);
 }
 
-/// The zeros before the buffer's start read as commands of one byte; stepping over them all at once keeps a
-/// file of tiny units, each with a far negative control offset, from taking hours.
-std::int64_t SkipBeforeStart(std::int64_t position, std::int64_t last) {
-  return std::max(position, std::min<std::int64_t>(last, 0));
+/// The zeros before the unit's data read as commands of one byte; stepping over them all at once keeps a file
+/// of tiny units, each with a far negative control offset, from taking hours.
+std::int64_t SkipBeforeData(std::int64_t position, std::int64_t last) {
+  return std::max(position, std::min<std::int64_t>(last, UnitHeaderSize));
 }
 
 }  // namespace
@@ -69,17 +68,17 @@ bool SpuControl::IsValid() const {
 }
 
 SpuControl DecodeControl(std::span<const std::uint8_t> unitBytes, std::int16_t controlOffset) {
-  const ZeroExtended unit(unitBytes);
-  const std::int64_t last = unit.LastIndex();
+  const UnitView unit(unitBytes);
+  const std::int64_t last = unit.Last();
   SpuControl control;
-  std::int64_t position = std::int64_t{controlOffset} - UnitHeaderSize;
+  std::int64_t position = controlOffset;
   std::int16_t currentSequence = controlOffset;
   while (position < last - SequenceHeaderSize && currentSequence != control.NextSequence) {
     const SequenceHeader sequence = ReadSequenceHeader(unit, position);
     control.Delay = static_cast<std::int16_t>(sequence.Delay);
     currentSequence = control.NextSequence != 0 ? control.NextSequence : controlOffset;
     control.NextSequence = static_cast<std::int16_t>(sequence.Next);
-    position = SkipBeforeStart(position + SequenceHeaderSize, last);
+    position = SkipBeforeData(position + SequenceHeaderSize, last);
     std::uint8_t command = 0;
     while (position < last && command != EndOfSequence) {
       command = unit[position];

@@ -14,9 +14,8 @@ inline constexpr int NibbleNotSet = 100;
 struct SpuControl {
   /// Delay field of the last sequence read; one unit counts as 1000 ticks of 90 kHz.
   std::int16_t Delay = 0;
-  /// Where the first argument byte of the colour command (3) and of the contrast command (4) stands, counted
-  /// from unit byte 4 (UnitHeaderSize), as the buffer does that DecodeControl reads; -1 when the unit has
-  /// none.
+  /// Unit positions of the first argument byte of the colour command (3) and of the contrast command (4); -1
+  /// when the unit has none.
   std::int32_t ColourPos = -1;
   std::int32_t ContrastPos = -1;
   /// Palette entry (0-15) and contrast (0-15) per pixel code.
@@ -44,12 +43,13 @@ struct SpuControl {
 };
 
 /// Walks the control sequences of one unit.
-/// `unit` holds the unit's bytes from byte 4 on (index i is unit byte i + 4); bytes outside it read as 0.
-/// `controlOffset` is the unit offset of the first sequence, as the signed 16-bit header field holds it.
-/// Kept oddities: sequences are read one after another from where the previous one's 0xFF stood, never by
-/// seeking to the pointer, which only tells the last sequence (it points to itself); a command starts nowhere
-/// in the buffer's last byte; an unknown command is stepped over as one byte, so its arguments are read as
-/// commands. Damaged input gives whatever was read until the walk left the unit; ask IsValid().
+/// `unit` is the whole unit, from its size field on; its header and what stands outside it read as 0, and a
+/// header alone is an empty unit. `controlOffset` is the unit offset of the first sequence, as the signed
+/// 16-bit header field holds it. Kept oddities: sequences are read one after another from where the previous
+/// one's 0xFF stood, never by seeking to the pointer, which only tells the last sequence (it points to
+/// itself); a command starts nowhere in the unit's last byte; an unknown command is stepped over as one byte,
+/// so its arguments are read as commands. Damaged input gives whatever was read until the walk left the unit;
+/// ask IsValid().
 [[nodiscard]] SpuControl DecodeControl(std::span<const std::uint8_t> unit, std::int16_t controlOffset);
 
 }  // namespace quillmark

@@ -90,11 +90,11 @@ class PacketCheck {
   [[nodiscard]] SpuControl Decode() const {
     const auto controlOffset = std::bit_cast<std::int16_t>(packet_.ControlOffset);
     if (!packet_.IsCut()) {
-      return DecodeControl(packet_.Unit.subspan(UnitHeaderSize), controlOffset);
+      return DecodeControl(packet_.Unit, controlOffset);
     }
     std::vector<std::uint8_t> padded(packet_.Unit.begin(), packet_.Unit.end());
     padded.resize(packet_.Size, 0);
-    return DecodeControl(std::span(padded).subspan(UnitHeaderSize), controlOffset);
+    return DecodeControl(padded, controlOffset);
   }
 
   void Report(std::int64_t place, Code code, std::string message) const {
@@ -150,7 +150,7 @@ class PacketCheck {
     CheckEnding(survey);
     if (survey.FirstGap != 0) {
       ReportInUnit(survey.FirstGap, Code::ControlGap,
-                   "this control sequence does not stand right behind the one before it");
+                   "this control sequence does not stand right after the one before it");
     }
     if (survey.Sequences > UsualSequences) {
       ReportInUnit(packet_.ControlOffset, Code::ManySequences,

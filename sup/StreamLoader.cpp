@@ -77,6 +77,12 @@ class BufferedSource {
   std::size_t held_ = 0;    // invariant: held_ <= buffer_.size()
 };
 
+/// File offset of a command's arguments. Kept oddity: where the unit does not have the command, that of the
+/// last byte of its header.
+std::int32_t ArgumentsOffset(std::int32_t packet, std::int32_t position) {
+  return packet + UnitStart + (position >= 0 ? position : UnitHeaderSize - 1);
+}
+
 void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& header,
                   const SpuControl& control) {
   stream.PacketOffset.push_back(offset);
@@ -84,15 +90,15 @@ void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& he
   stream.EndTime.push_back(control.Delay != 0 ? EndOfDisplay(header.Time, control.Delay) : 0);
   stream.SpuSize.push_back(std::bit_cast<std::int16_t>(header.UnitSize));
   stream.ControlOffset.push_back(std::bit_cast<std::int16_t>(header.ControlOffset));
-  stream.ColourBytesOffset.push_back(control.ColourPos + offset + PacketHeaderSize);
-  stream.ContrastBytesOffset.push_back(control.ContrastPos + offset + PacketHeaderSize);
+  stream.ColourBytesOffset.push_back(ArgumentsOffset(offset, control.ColourPos));
+  stream.ContrastBytesOffset.push_back(ArgumentsOffset(offset, control.ContrastPos));
 }
 
-/// The unit from its byte 4 on, of which the file has `held`. That is not copied; only a unit that the file
-/// cuts short is, into `padded`, with zeros after it.
+/// The whole unit, of which the file has `held`. That is not copied; only a unit that the file cuts short is,
+/// into `padded`, with zeros after it.
 std::span<const std::uint8_t> WholeUnit(std::span<const std::uint8_t> held, std::int16_t size,
                                         std::vector<std::uint8_t>& padded) {
-  const auto length = static_cast<std::size_t>(UnitBufferSize(size));
+  const auto length = static_cast<std::size_t>(UnitLength(size));
   if (length <= held.size()) {
     return held.first(length);
   }
@@ -108,7 +114,7 @@ void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) 
   const std::int64_t length = file.Length();
   std::vector<std::uint8_t> padded;
   std::int64_t offset = 0;
-  std::int32_t index = 0;
+  std::size_t index = 0;
   for (; offset <= length - PacketHeaderSize; ++index) {
     const auto header = ReadPacketHeader(file.At(offset, PacketHeaderSize));
     if (!header) {
@@ -116,7 +122,7 @@ void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) 
       break;
     }
     const auto size = std::bit_cast<std::int16_t>(header->UnitSize);
-    const auto held = file.At(offset + PacketHeaderSize, static_cast<std::size_t>(UnitBufferSize(size)));
+    const auto held = file.At(offset + UnitStart, static_cast<std::size_t>(UnitLength(size)));
     const auto unit = WholeUnit(held, size, padded);
     const SpuControl control = DecodeControl(unit, std::bit_cast<std::int16_t>(header->ControlOffset));
     stream.Stats.Add(control, size, header->Time, index);
@@ -130,7 +136,7 @@ void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) 
     offset += std::max<std::int64_t>(header->UnitSize + UnitStart, PacketHeaderSize);
   }
   stream.FileLength = static_cast<std::int32_t>(length);
-  stream.Count = index;
+  stream.Count = static_cast<std::int32_t>(index);
   stream.EndsAtInvalidFirst = invalidFirst == InvalidFirst::EndsTheWalk;
   stream.Stats.UpdateMultipleFlags();
 }

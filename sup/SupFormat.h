@@ -14,17 +14,17 @@
 namespace quillmark {
 
 /// A packet's header: "SP", the time in 90 kHz ticks (64 bits, little-endian), and the unit's own header,
-/// which is its size and the offset of its first control sequence (16 bits each, big-endian). The unit
-/// follows from its byte 4 on.
+/// which is its size and the offset of its first control sequence (16 bits each, big-endian). The unit's
+/// data follows.
 inline constexpr std::array<std::uint8_t, 2> PacketSignature = {'S', 'P'};
 inline constexpr std::int32_t PacketHeaderSize = 14;
 
-/// Where the fields stand in a packet. Offsets in a unit count from its size field, the unit's byte 0.
+/// Where the fields stand in a packet. Positions in a unit count from its size field, the unit's byte 0.
 inline constexpr std::int32_t TimeStart = 2;
 inline constexpr std::int32_t UnitStart = 10;
 inline constexpr std::int32_t ControlOffsetStart = 12;
 
-/// The unit's own header in bytes: what buffers that start at unit byte 4 leave out.
+/// The unit's own header in bytes; its data starts here.
 inline constexpr std::int32_t UnitHeaderSize = 4;
 /// The longest unit, in bytes, that programs read: many, this one included, take the size field as signed.
 inline constexpr std::size_t MaxReadUnit = 0x7FFF;
@@ -82,10 +82,10 @@ inline void WritePacketHeader(PacketWriter& writer, const TimeField& time, std::
   writer.Bytes(header);
 }
 
-/// Length in bytes of the buffer that holds a unit from its byte 4 on; a size field below 4 (0x8000 and more
-/// included, which reads as negative) is that of an empty unit.
-[[nodiscard]] constexpr std::int32_t UnitBufferSize(std::int16_t spuSize) {
-  return spuSize < UnitHeaderSize ? 0 : spuSize - UnitHeaderSize;
+/// Length in bytes of a unit with its header; a size field below 4 (0x8000 and more included, which reads as
+/// negative) is that of an empty unit, which is its header alone.
+[[nodiscard]] constexpr std::int32_t UnitLength(std::int16_t spuSize) {
+  return std::max<std::int32_t>(spuSize, UnitHeaderSize);
 }
 
 }  // namespace quillmark

@@ -8,8 +8,8 @@ namespace {
 
 void CopyUnitAt(const SupStream& stream, std::int64_t packet, std::int16_t spuSize,
                 std::vector<std::uint8_t>& unit) {
-  const std::int64_t size = UnitBufferSize(spuSize);
-  const std::int64_t start = packet + PacketHeaderSize;
+  const std::int64_t size = UnitLength(spuSize);
+  const std::int64_t start = packet + UnitStart;
   const std::int64_t held = std::clamp<std::int64_t>(stream.FileLength - start, 0, size);
   unit.clear();
   if (held > 0) {
@@ -49,7 +49,7 @@ SubtitleUnit UnitOf(const SupStream& stream, std::size_t index, std::vector<std:
 
 SubtitleUnit UnitForMerging(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& buffer) {
   const SubtitleUnit unit = UnitOf(stream, index, buffer);
-  if (!buffer.empty()) {
+  if (buffer.size() > static_cast<std::size_t>(UnitHeaderSize)) {
     buffer.back() = 0;
   }
   return unit;

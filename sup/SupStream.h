@@ -46,17 +46,16 @@ struct SupStream {
 /// is no longer the one that is shown.
 void DropIndex(SupStream& stream);
 
-/// Copies the unit of subtitle `index`, from unit byte 4 on, out of the stream's raw bytes into `unit`, whose
-/// memory is reused. Bytes that the file does not have are 0; a subtitle that the stream does not hold gives
-/// an empty unit.
+/// Copies the unit of subtitle `index`, from its size field on, out of the stream's raw bytes into `unit`,
+/// whose memory is reused. Bytes that the file does not have are 0; a subtitle that the stream does not hold
+/// gives an empty unit.
 void CopyUnit(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& unit);
 
 /// What a conversion is told of one subtitle.
 struct SubtitleUnit {
-  /// The unit from its byte 4 on: index i is unit byte i + 4.
-  std::span<const std::uint8_t> Bytes;
-  std::int16_t ControlOffset = 0;  ///< unit offset of the first control sequence
-  std::int64_t StartTime = 0;      ///< 90 kHz ticks
+  std::span<const std::uint8_t> Bytes;  ///< the whole unit, from its size field on
+  std::int16_t ControlOffset = 0;       ///< unit offset of the first control sequence
+  std::int64_t StartTime = 0;           ///< 90 kHz ticks
 };
 
 /// Subtitle `index` with its unit copied into `buffer` as CopyUnit does; an empty, invalid one when the

@@ -13,7 +13,7 @@ SupStreamStats::SupStreamStats() {
 }
 
 void SupStreamStats::Add(const SpuControl& control, std::int32_t spuSize, std::int64_t startTicks,
-                         std::int32_t index) {
+                         std::size_t index) {
   MaxSpuSize = std::max(MaxSpuSize, spuSize);
   LastTimecode = FormatTimecode(startTicks);
   if (index == 0) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -33,7 +34,7 @@ struct SupStreamStats {
 
   /// Folds one packet in: its size field and timecode always, the rest when its unit is valid, else one
   /// parse error. `index` is the zero-based packet number, `startTicks` its time in 90 kHz ticks.
-  void Add(const SpuControl& control, std::int32_t spuSize, std::int64_t startTicks, std::int32_t index);
+  void Add(const SpuControl& control, std::int32_t spuSize, std::int64_t startTicks, std::size_t index);
 
   /// Sets MultipleColours and MultipleOpacities from the usage table.
   void UpdateMultipleFlags();

@@ -190,7 +190,7 @@ TEST_P(MergedLibavcodec, ReadsEveryPixelAndTheArea) {
     ASSERT_TRUE(packet) << i;
 
     const auto contrastIn = [](const SpuControl& control) {
-      return static_cast<std::size_t>(control.ContrastPos) + 4;
+      return static_cast<std::size_t>(control.ContrastPos);
     };
     const auto primary = decoder.Decode(WholeUnit(pair.Primary, i), contrastIn(input.Primary));
     const auto secondary = decoder.Decode(WholeUnit(pair.Secondary, k), contrastIn(input.Secondary));

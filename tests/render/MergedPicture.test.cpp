@@ -25,7 +25,7 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr CodeColours Colours = {0x00000000, 0xFF0000FF, 0x88FF0000, 0xFFFFFFFF};
 
 struct Picture {
-  Bytes Unit;  ///< from unit byte 4 on
+  Bytes Unit = Bytes(4);  ///< with an empty header, which is not read
   SpuControl Control;
 };
 

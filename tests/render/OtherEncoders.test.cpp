@@ -64,7 +64,7 @@ struct Picture {
   }
 };
 
-/// Decodes `unit` (from its byte 4 on) to bare pixel codes.
+/// Decodes a whole unit to bare pixel codes.
 Picture Decode(std::span<const std::uint8_t> unit, const SpuControl& control) {
   Picture picture = {.Width = static_cast<std::size_t>(control.Width()),
                      .Height = static_cast<std::size_t>(control.Height()),

@@ -9,9 +9,8 @@ namespace {
 
 using test::PacketBuilder;
 
-/// The unit from its byte 4 on has four bytes of run-length data before its control sequences.
 std::optional<SubtitleDescription> Describe(const PacketBuilder& packet) {
-  const test::Bytes unit = packet.UnitBytes();
+  const test::Bytes unit = packet.WholeUnit();
   return DescribeSubtitle({.Bytes = unit, .ControlOffset = 8, .StartTime = 90000});
 }
 

@@ -55,7 +55,8 @@ TEST(SequenceHeader, CutOneIsNoneToAReaderAndHasZerosInAView) {
   constexpr std::array<std::uint8_t, 3> Cut = {0x01, 0x02, 0xFE};
   ByteReader reader(Cut);
   EXPECT_FALSE(ReadSequenceHeader(reader));
-  EXPECT_EQ(ReadSequenceHeader(ZeroExtended(Cut), 0).Next, 0xFE00);
+  constexpr std::array<std::uint8_t, 7> Unit = {0x00, 0x07, 0x00, 0x04, 0x01, 0x02, 0xFE};
+  EXPECT_EQ(ReadSequenceHeader(UnitView(Unit), 4).Next, 0xFE00);
 }
 
 TEST(Commands, AreWrittenWithTheirArguments) {

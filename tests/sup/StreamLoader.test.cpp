@@ -217,7 +217,7 @@ TEST(IndexPrimaryStream, FirstUnitThatIsValidIsTold) {
   EXPECT_EQ(loaded->Stream.Count, 2);
 }
 
-TEST(IndexPrimaryStream, InvalidFirstUnitEndsTheWalkBehindItsPacket) {
+TEST(IndexPrimaryStream, InvalidFirstUnitEndsTheWalkAfterItsPacket) {
   const Bytes file =
       Join({PacketBuilder().Time(5).Delay(1).WithoutArea().Build(), PacketBuilder().Build(), Bytes(20, 'x')});
 
@@ -278,7 +278,7 @@ TEST(IndexPrimaryStream, PacketsBeforeAMissingSignatureAreTold) {
   EXPECT_THAT(loaded->Stream.StartTime, ElementsAre(9));
   EXPECT_THAT(loaded->Stream.EndTime, ElementsAre(3009));
   Bytes buffer;
-  EXPECT_EQ(FirstUnit(loaded->Stream, buffer).Bytes.size(), 34U);
+  EXPECT_EQ(FirstUnit(loaded->Stream, buffer).Bytes.size(), 38U);
 }
 
 TEST(IndexStream, FileWithoutASignatureHasNoIndex) {
@@ -316,7 +316,7 @@ TEST(IndexPrimaryStream, TinyUnitIsInvalidAndTheNextPacketFollowsIt) {
     Bytes buffer;
     const std::size_t unitLength = UnitOf(stream, 0, buffer).Bytes.size();
 
-    EXPECT_EQ(unitLength, unitBytes);
+    EXPECT_EQ(unitLength, 4 + unitBytes);
     EXPECT_EQ(stream.Count, 2);
     EXPECT_THAT(stream.PacketOffset, ElementsAre(0, static_cast<std::int32_t>(14 + unitBytes)));
     EXPECT_THAT(stream.SpuSize, ElementsAre(static_cast<std::int16_t>(size), 38));
@@ -324,7 +324,7 @@ TEST(IndexPrimaryStream, TinyUnitIsInvalidAndTheNextPacketFollowsIt) {
   }
 }
 
-TEST(IndexPrimaryStream, SizeFrom0x8000IsAnInvalidUnitAndTheWalkGoesOnBehindIt) {
+TEST(IndexPrimaryStream, SizeFrom0x8000IsAnInvalidUnitAndTheWalkGoesOnAfterIt) {
   for (const unsigned size : {0x8000U, 0x8001U, 0xFFFFU}) {
     SCOPED_TRACE(size);
     const Bytes file = Join(
@@ -334,7 +334,7 @@ TEST(IndexPrimaryStream, SizeFrom0x8000IsAnInvalidUnitAndTheWalkGoesOnBehindIt) 
     Bytes buffer;
     const std::size_t unitLength = UnitOf(stream, 0, buffer).Bytes.size();
 
-    EXPECT_EQ(unitLength, 0U);
+    EXPECT_EQ(unitLength, 4U);
     EXPECT_THAT(stream.PacketOffset, ElementsAre(0, static_cast<std::int32_t>(size + 10)));
     EXPECT_THAT(stream.SpuSize, ElementsAre(static_cast<std::int16_t>(size), 38));
     EXPECT_EQ(stream.Stats.ParseErrors, 1);
@@ -367,7 +367,7 @@ TEST(IndexPrimaryStream, ControlOffsetPastTheUnitIsAParseError) {
 
 TEST(IndexPrimaryStream, PacketLongerThanTheFileHasZerosForWhatIsMissing) {
   const PacketBuilder packet = PacketBuilder().Size(100);
-  const Bytes unit = Join({packet.UnitBytes(), Bytes(96 - 34)});
+  const Bytes unit = Join({packet.WholeUnit(), Bytes(100 - 38)});
 
   const SupStream stream = Index(packet.Build());
   Bytes first;
@@ -528,7 +528,7 @@ TEST(LoadSecondaryStream, LatestEndNeverGoesBack) {
   EXPECT_THAT(secondary.LatestEnd, ElementsAre(60000, 60000, 60000, 60000));
 }
 
-TEST(LoadSecondaryStream, InvalidFirstUnitEndsTheWalkBehindItsPacket) {
+TEST(LoadSecondaryStream, InvalidFirstUnitEndsTheWalkAfterItsPacket) {
   const SupStream primary = Index(PacketBuilder().Time(500).Build());
 
   const Result<LoadedStream> loaded =

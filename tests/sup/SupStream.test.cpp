@@ -23,39 +23,42 @@ Bytes CopyOf(const SupStream& stream, std::size_t index) {
   return unit;
 }
 
-TEST(UnitBufferSize, IsTheUnitWithoutItsTwoHeaderFields) {
-  EXPECT_EQ(UnitBufferSize(4), 0);
-  EXPECT_EQ(UnitBufferSize(5), 1);
-  EXPECT_EQ(UnitBufferSize(32767), 32763);
+TEST(UnitLength, IsTheSizeField) {
+  EXPECT_EQ(UnitLength(4), 4);
+  EXPECT_EQ(UnitLength(5), 5);
+  EXPECT_EQ(UnitLength(32767), 32767);
 }
 
-TEST(UnitBufferSize, SizeBelowFourIsThatOfAnEmptyUnit) {
-  EXPECT_EQ(UnitBufferSize(3), 0);
-  EXPECT_EQ(UnitBufferSize(0), 0);
-  EXPECT_EQ(UnitBufferSize(-1), 0);
-  EXPECT_EQ(UnitBufferSize(-32768), 0);
+TEST(UnitLength, SizeBelowFourIsThatOfAHeaderAlone) {
+  EXPECT_EQ(UnitLength(3), 4);
+  EXPECT_EQ(UnitLength(0), 4);
+  EXPECT_EQ(UnitLength(-1), 4);
+  EXPECT_EQ(UnitLength(-32768), 4);
 }
 
-TEST(CopyUnit, HasTheWholeUnitFromItsByte4On) {
+TEST(CopyUnit, HasTheWholeUnitFromItsSizeFieldOn) {
   const SupStream stream = Index(
       Join({PacketBuilder().Unit({1, 2, 3, 4}).Build(), PacketBuilder().Unit({5, 6, 7, 8, 9}).Build()}));
 
-  EXPECT_EQ(CopyOf(stream, 0), (Bytes{1, 2, 3, 4}));
-  EXPECT_EQ(CopyOf(stream, 1), (Bytes{5, 6, 7, 8, 9}));
+  EXPECT_EQ(CopyOf(stream, 0), (Bytes{0, 8, 0, 8, 1, 2, 3, 4}));
+  EXPECT_EQ(CopyOf(stream, 1), (Bytes{0, 9, 0, 8, 5, 6, 7, 8, 9}));
 }
 
-TEST(CopyUnit, UnitOfOneByteIsThatByte) {
-  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({9}).Build()), 0), Bytes{9});
+TEST(CopyUnit, UnitOfOneByteHasThatByteAfterItsHeader) {
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({9}).Build()), 0), (Bytes{0, 5, 0, 8, 9}));
 }
 
-TEST(CopyUnit, UnitWithoutBytesIsEmpty) {
-  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Build()), 0), Bytes{});
-  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Size(0).Build()), 0), Bytes{});
-  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Size(0xFFFF).Build()), 0), Bytes{});
+TEST(CopyUnit, UnitWithoutBytesIsItsHeader) {
+  const Bytes sound = PacketBuilder().Build();
+
+  EXPECT_EQ(CopyOf(Index(Join({PacketBuilder().Unit({}).Build(), sound})), 0), (Bytes{0, 4, 0, 8}));
+  EXPECT_EQ(CopyOf(Index(Join({PacketBuilder().Unit({}).Size(0).Build(), sound})), 0), (Bytes{0, 0, 0, 8}));
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({}).Size(0xFFFF).Build()), 0), (Bytes{0xFF, 0xFF, 0, 8}));
 }
 
 TEST(CopyUnit, BytesThatTheFileLacksAreZero) {
-  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({7, 8}).Size(4 + 6).Build()), 0), (Bytes{7, 8, 0, 0, 0, 0}));
+  EXPECT_EQ(CopyOf(Index(PacketBuilder().Unit({7, 8}).Size(4 + 6).Build()), 0),
+            (Bytes{0, 10, 0, 8, 7, 8, 0, 0, 0, 0}));
 }
 
 TEST(CopyUnit, SubtitleThatTheStreamDoesNotHaveIsEmpty) {
@@ -66,10 +69,10 @@ TEST(CopyUnit, SubtitleThatTheStreamDoesNotHaveIsEmpty) {
   EXPECT_EQ(CopyOf(SupStream(), 0), Bytes{});
 }
 
-TEST(CopyUnit, FirstSubtitleThatWasNotConvertedStandsBehindTheFileAndIsZeros) {
+TEST(CopyUnit, FirstSubtitleThatWasNotConvertedStandsAfterTheFileAndIsZeros) {
   const SupStream stream = Index(PacketBuilder().Unit({1, 2, 3, 4}).Build(), InvalidFirst::EndsTheWalk);
 
-  EXPECT_EQ(CopyOf(stream, 0), (Bytes{0, 0, 0, 0}));
+  EXPECT_EQ(CopyOf(stream, 0), (Bytes{0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
 TEST(UnitOf, HasTheSubtitlesFieldsAndItsWholeUnit) {
@@ -79,21 +82,28 @@ TEST(UnitOf, HasTheSubtitlesFieldsAndItsWholeUnit) {
 
   const SubtitleUnit unit = UnitOf(stream, 1, buffer);
 
-  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 3}));
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{0, 7, 0, 6, 1, 2, 3}));
   EXPECT_EQ(unit.ControlOffset, 6);
   EXPECT_EQ(unit.StartTime, 7);
   EXPECT_TRUE(UnitOf(stream, 2, buffer).Bytes.empty());
 }
 
 TEST(UnitForMerging, LastByteIsZeroInsteadOfTheFiles) {
-  const SupStream stream =
-      Index(Join({PacketBuilder().Unit({1, 2, 3}).Build(), PacketBuilder().Unit({}).Build()}));
+  const SupStream stream = Index(Join({PacketBuilder().Unit({1, 2, 3}).Build(), PacketBuilder().Build()}));
   Bytes buffer;
 
   const SubtitleUnit unit = UnitForMerging(stream, 0, buffer);
 
-  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 0}));
-  EXPECT_TRUE(UnitForMerging(stream, 1, buffer).Bytes.empty());
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{0, 7, 0, 8, 1, 2, 0}));
+}
+
+TEST(UnitForMerging, HeaderAloneStaysAsItIs) {
+  const SupStream stream = Index(PacketBuilder().Unit({}).Build());
+  Bytes buffer;
+
+  const SubtitleUnit unit = UnitForMerging(stream, 0, buffer);
+
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{0, 4, 0, 8}));
 }
 
 TEST(FirstUnit, IsTheFilesFirstOneEvenWhereTheIndexLeadsPastTheEnd) {
@@ -103,7 +113,7 @@ TEST(FirstUnit, IsTheFilesFirstOneEvenWhereTheIndexLeadsPastTheEnd) {
 
   const SubtitleUnit unit = FirstUnit(stream, buffer);
 
-  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{1, 2, 3}));
+  EXPECT_EQ(Bytes(unit.Bytes.begin(), unit.Bytes.end()), (Bytes{0, 7, 0, 5, 1, 2, 3}));
   EXPECT_EQ(unit.ControlOffset, 5);
   EXPECT_EQ(unit.StartTime, 9);
 }

@@ -111,9 +111,9 @@ class PacketBuilder {
     fields_ = Bytes(5, StartDisplay[0]);
     return *this;
   }
-  /// The unit from its byte 4 on, instead of the small sound one.
-  PacketBuilder& Unit(Bytes fromByte4) {
-    unit_ = std::move(fromByte4);
+  /// The unit after its header, instead of the small sound one.
+  PacketBuilder& Unit(Bytes afterHeader) {
+    unit_ = std::move(afterHeader);
     return *this;
   }
   /// Header fields that need not fit the unit.
@@ -126,7 +126,7 @@ class PacketBuilder {
     return *this;
   }
 
-  /// The unit from its byte 4 on.
+  /// The unit after its header.
   [[nodiscard]] Bytes UnitBytes() const {
     if (unit_) {
       return *unit_;
@@ -144,6 +144,12 @@ class PacketBuilder {
       time.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(time_) >> (8U * byte) & 0xFFU));
     }
     return Join({{'S', 'P'}, time, U16be(size_.value_or(size)), U16be(controlOffset_), unit});
+  }
+
+  /// The unit from its size field on: the packet's bytes from 10.
+  [[nodiscard]] Bytes WholeUnit() const {
+    const Bytes packet = Build();
+    return {packet.begin() + 10, packet.end()};
   }
 
  private:
