@@ -14,9 +14,9 @@ namespace quillmark {
 
 /// The longest path that the file dialogs take. With a longer one, proposed or chosen, they count as
 /// cancelled, and `tooLong` is given that path.
-inline constexpr int LongestDialogPath = 256;
+inline constexpr int MaxDialogPath = 256;
 [[nodiscard]] inline bool IsTooLongForDialogs(const QString& path) {
-  return path.size() > LongestDialogPath;
+  return path.size() > MaxDialogPath;
 }
 
 /// Asks for an existing file, starting at `initialName` and its folder. A chosen name of fewer than three

@@ -9,7 +9,7 @@ namespace quillmark {
 namespace {
 
 /// What the number is while the first merged subtitle is drawn, and the length of the primary stream that
-/// leaves Next disabled behind it. Kept oddity: it is the count of the swatches and one, left over from
+/// leaves Next disabled after it. Kept oddity: it is the count of the swatches and one, left over from
 /// disabling them.
 constexpr int NumberAfterSwatches = 17;
 

@@ -28,7 +28,7 @@ class ImageList : public QStandardItemModel {
 /// transparent.
 [[nodiscard]] QPixmap DrawEntryPicture(Rgb colour);
 
-/// The palette entry that an item key names: the number behind its first four characters.
+/// The palette entry that an item key names: the number after its first four characters.
 [[nodiscard]] int EntryOfKey(const QString& key);
 
 }  // namespace quillmark

@@ -12,7 +12,7 @@ namespace quillmark {
 [[nodiscard]] QString InProgramFolder(const QString& name);
 /// The path itself, or the program's folder with "test.sup" when it is too short to be one.
 [[nodiscard]] QString SupPathOrDefault(const QString& path);
-/// The path before its last "." with `suffix` behind it; nothing is cut where the file name has no ".".
+/// The path before its last "." with `suffix` after it; nothing is cut where the file name has no ".".
 [[nodiscard]] QString ReplaceExtension(const QString& path, const QString& suffix);
 /// What Load Palette proposes: the SUP path with ".ifo" for its last four characters, in lower case. Where
 /// lower case names another folder that does not exist, the folder keeps its case.

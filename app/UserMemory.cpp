@@ -23,7 +23,7 @@ UserMemory::~UserMemory() = default;
 
 void UserMemory::Keep() {
   settings_ = std::make_unique<QSettings>(QStringLiteral("quillmark"), QStringLiteral("quillmark"));
-  recent_ = settings_->value(RecentKey).toStringList().mid(0, MostRecentFiles);
+  recent_ = settings_->value(RecentKey).toStringList().mid(0, MaxRecentFiles);
   values_.clear();
   for (const QString& key : settings_->allKeys()) {
     values_[key] = settings_->value(key);
@@ -49,7 +49,7 @@ void UserMemory::AddRecentFile(const QString& path) {
   }
   recent_.removeAll(path);
   recent_.prepend(path);
-  recent_ = recent_.mid(0, MostRecentFiles);
+  recent_ = recent_.mid(0, MaxRecentFiles);
   Write(RecentKey, recent_);
 }
 

@@ -26,7 +26,7 @@ struct WindowPlace {
 /// read or written, it is forgotten in silence.
 class UserMemory {
  public:
-  static constexpr qsizetype MostRecentFiles = 10;
+  static constexpr qsizetype MaxRecentFiles = 10;
 
   UserMemory();
   ~UserMemory();

@@ -222,7 +222,7 @@ bool frmTest::TellTooLong(const QString& path) {
     return false;
   }
   Tell(QStringLiteral("Nothing was done: the file dialogs take no path of more than %1 characters: ")
-           .arg(LongestDialogPath) +
+           .arg(MaxDialogPath) +
        path);
   return true;
 }

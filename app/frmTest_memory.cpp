@@ -14,7 +14,7 @@
 namespace quillmark {
 namespace {
 
-constexpr int LongestEntry = 60;
+constexpr int MaxEntryLength = 60;
 
 /// The key of the folder where files of that kind were chosen last.
 QString FolderKind(const QString& path) {
@@ -35,8 +35,8 @@ QString FolderKind(const QString& path) {
 /// before the number.
 QString EntryText(qsizetype number, const QString& path) {
   QString shown = path;
-  if (shown.size() > LongestEntry) {
-    shown = shown.left(LongestEntry / 3) + QChar(0x2026) + shown.right(LongestEntry - LongestEntry / 3);
+  if (shown.size() > MaxEntryLength) {
+    shown = shown.left(MaxEntryLength / 3) + QChar(0x2026) + shown.right(MaxEntryLength - MaxEntryLength / 3);
   }
   shown.replace(u'&', QStringLiteral("&&"));
   return (number < 10 ? u'&' + QString::number(number) : QStringLiteral("1&0")) + u' ' + shown;

@@ -9,7 +9,7 @@ void frmTest::ConnectRecovery() {
     Strip_Recover->Say(recovery_->OfferText());
     UpdateCommands();
   });
-  // Behind what the command that it comes from tells of itself, which it would be lost under.
+  // After what the command that it comes from tells of itself, which it would be lost under.
   connect(recovery_, &RecoveryJournal::Told, this, &frmTest::Tell, Qt::QueuedConnection);
 }
 

@@ -94,7 +94,7 @@ int GapLength(Random& random) {
   return kind < 75 ? random.Between(4, 15) : random.Between(16, 50);
 }
 
-/// A row through a line of text: outlined strokes and the gaps behind them.
+/// A row through a line of text: outlined strokes and the gaps after them.
 void WriteTextRow(Random& random, int width, int margin, LineWriter& line) {
   int x = margin;
   line.Write({margin, background});

@@ -27,7 +27,7 @@ class LavcDecoder {
   LavcDecoder(const LavcDecoder&) = delete;
   LavcDecoder& operator=(const LavcDecoder&) = delete;
 
-  /// Zero bytes that must stand behind every unit.
+  /// Zero bytes that must stand after every unit.
   static const std::size_t Padding;
 
   /// False when libavcodec is missing the decoder or finds no picture. `unit` is whole, its size field first.

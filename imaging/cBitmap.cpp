@@ -54,8 +54,8 @@ ImagingStatus WhyUndecodable(QImageReader::ImageReaderError error) {
 }
 
 /// Of a decoded picture, in MiB: what is read as it is, and what is read at all.
-constexpr int MostWhole = 128;
-constexpr int MostDecoded = 1024;
+constexpr int MaxWhole = 128;
+constexpr int MaxDecoded = 1024;
 
 /// In MiB; 0 where the format does not say it beforehand.
 qint64 DecodedSize(QSize size, QImage::Format format) {
@@ -75,15 +75,15 @@ ImagingStatus Load(const QString& path, QSize shown, QImage& image) {
   // suffixes.
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
-  QImageReader::setAllocationLimit(MostDecoded);
+  QImageReader::setAllocationLimit(MaxDecoded);
   const QImage::Format format = reader.imageFormat();
   QSize size = reader.size();
-  if (DecodedSize(size, format) > MostWhole && shown.isValid() &&
+  if (DecodedSize(size, format) > MaxWhole && shown.isValid() &&
       reader.supportsOption(QImageIOHandler::ScaledSize)) {
     reader.setScaledSize(shown);
     size = shown;
   }
-  if (DecodedSize(size, format) > MostDecoded) {
+  if (DecodedSize(size, format) > MaxDecoded) {
     return ImagingStatus::OutOfMemory;
   }
   return reader.read(&image) ? ImagingStatus::Ok : WhyUndecodable(reader.error());

@@ -244,7 +244,7 @@ bool MoveTo(Journal& journal, std::size_t done) {
   return isThere;
 }
 
-/// What a record behind the first says; false where that makes no sense.
+/// What a record after the first says; false where that makes no sense.
 bool AddRecord(Journal& journal, const Record& record) {
   switch (record.What) {
     case Kind::Edit:

@@ -14,7 +14,7 @@
 
 namespace quillmark {
 
-/// A journal of the edits of one stream since it was loaded or saved: records, one behind the other, of which
+/// A journal of the edits of one stream since it was loaded or saved: records, one after another, of which
 /// the first names the content that the edits start from. Whoever writes one appends whole records, so that
 /// it may end inside the last record, and nowhere else.
 
@@ -47,7 +47,7 @@ void WriteJournalRedo(std::vector<std::uint8_t>& out);
 struct Journal {
   JournalBase Base;
   std::vector<JournalChange> Changes;  ///< in the order to apply them in
-  std::size_t Done = 0;                ///< how many of them are in force; those behind were undone
+  std::size_t Done = 0;                ///< how many of them are in force; those after them were undone
   /// Bytes up to the end of the last whole record; 0 where not even the first one is whole, and there is
   /// nothing else here then.
   std::size_t Length = 0;

@@ -105,7 +105,7 @@ std::string_view FaultText(PacketFault fault) {
     case PacketFault::ControlUnfinished:
       return "the control sequences do not come to an end in the unit";
     case PacketFault::HoldsAnotherPacket:
-      return "another packet starts inside the packet, and none behind it";
+      return "another packet starts inside the packet, and none after it";
   }
   return "";
 }

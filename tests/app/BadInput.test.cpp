@@ -16,13 +16,13 @@ const QString NotConverted = "Error converting subtitle!";
 QString Report(int subtitles, int parseErrors) {
   return QString("Found Subtitles: %1\r\nParse errors: %2\r\n").arg(subtitles).arg(parseErrors);
 }
-/// Of a stream whose first subtitle is invalid: nothing behind it is looked at.
+/// Of a stream whose first subtitle is invalid: nothing after it is looked at.
 const QStringList InvalidFirst = {NotConverted, Report(1, 1)};
 
 /// What is told of two of PacketBuilder's small packets, of which the file has `length` bytes.
 QStringList ToldOfTwoCutAt(std::size_t length) {
   constexpr std::size_t Header = 14;
-  // The field command, the last one that a subtitle needs, is byte 36. Behind the end of its sequence, byte
+  // The field command, the last one that a subtitle needs, is byte 36. After the end of its sequence, byte
   // 41, the next one's pointer, up to byte 45, must not read as 0.
   const auto valid = [](std::size_t held) { return (held > 36 && held <= 41) || held > 45; };
   if (length < Header) {
@@ -146,7 +146,7 @@ TEST_F(BadInput, ControlOffsetsAnywhere) {
 }
 
 TEST_F(BadInput, FieldOffsetsAnywhere) {
-  // The field command is the last one of the first sequence, and its arguments stand behind it.
+  // The field command is the last one of the first sequence, and its arguments stand after it.
   constexpr std::size_t FieldCommand = 14 + 22;
   for (const unsigned offset : {0U, 1U, 3U, 4U, 30U, 36U, 37U, 38U, 0x7FFFU, 0x8000U, 0xFFFFU}) {
     Bytes packet = PacketBuilder().Build();

@@ -158,7 +158,7 @@ TEST_P(DisplayScale, WidgetFollowsTheScreen) {
   EXPECT_EQ(picture.size(), Sizes[GetParam()]);
 }
 
-/// What stands behind the display ends where the frame does, whatever part of a screen pixel is left.
+/// What stands under the display ends where the frame does, whatever part of a screen pixel is left.
 TEST_P(DisplayScale, NoScreenPixelIsLeftUnpainted) {
   LoadStream(FilledAt(301, 403));
   const int side = SideOn(GetParam());

@@ -177,7 +177,7 @@ TEST_F(MergeNavigation, LaterOfTwoEqualOverlapsIsShown) {
 }
 
 TEST_F(MergeNavigation, OnlyTheNextOfTheFirstOverlappingIsCompared) {
-  // From 100 to 110, to 130 and to 200: the third is the longest, but two behind the first.
+  // From 100 to 110, to 130 and to 200: the third is the longest, but two after the first.
   EXPECT_EQ(ShownWith({0, 90, 110, 130, 250}), std::vector{2});
 }
 

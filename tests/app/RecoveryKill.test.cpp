@@ -41,7 +41,7 @@ class RecoveryAfterKill : public WindowTest {
  protected:
   static constexpr int Edits = 24;
   /// In milliseconds: long after the slowest copy has answered, it counts as stuck.
-  static constexpr int LongestWait = 60000;
+  static constexpr int MaxWait = 60000;
 
   template <class Object>
   [[nodiscard]] Object& Named(const char* name) const {
@@ -127,7 +127,7 @@ class RecoveryAfterKill : public WindowTest {
     int count = 0;
     char byte = 0;
     pollfd waiting{.fd = ends[0], .events = POLLIN, .revents = 0};
-    while (count < told && ::poll(&waiting, 1, LongestWait) == 1 && ::read(ends[0], &byte, 1) == 1) {
+    while (count < told && ::poll(&waiting, 1, MaxWait) == 1 && ::read(ends[0], &byte, 1) == 1) {
       ++count;
     }
     EXPECT_EQ(count, told) << "the copy of the program does not go on";
@@ -167,7 +167,7 @@ TEST_F(RecoveryAfterKill, WhatIsRestoredIsTheStateBeforeOrBehindTheLastEdit) {
     const Shown restored = Current();
     const auto last = static_cast<std::size_t>(told);
     ASSERT_TRUE(restored == states[last] || (last + 1 < states.size() && restored == states[last + 1]))
-        << "killed behind edit " << told;
+        << "killed after edit " << told;
     UndoAll();
     ASSERT_EQ(Current(), states[0]);
   }

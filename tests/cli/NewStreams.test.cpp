@@ -149,7 +149,7 @@ TEST_F(MergeCommand, OffsetIsTheSecondPicturesPlace) {
     EXPECT_EQ(above.pixel(104, y), 0U);
     EXPECT_EQ(above.pixel(100, y + 2), 0U);
   }
-  // Behind the frame's last line nothing of it is left.
+  // After the frame's last line nothing of it is left.
   const QImage below = frame("600");
   EXPECT_EQ(below.pixel(100, 400), Code1);
   EXPECT_EQ(below.pixel(100, 100), 0U);

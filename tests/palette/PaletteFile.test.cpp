@@ -433,7 +433,7 @@ TEST_F(LoadPaletteFileTest, IfoLimit) {
 }
 
 TEST_F(LoadPaletteFileTest, TextPaletteMayBeLongerThanAnIfoFile) {
-  // Read in blocks: the entries stand behind the first of them, and a block ends between CR and LF.
+  // Read in blocks: the entries stand after the first of them, and a block ends between CR and LF.
   const std::string blanks = Repeated(1048577 / 2, "\r\n");
   EXPECT_THAT(Loaded(Write("crlf.pal", blanks + "\r" + Lines("\r\n"))), Optional(CountingPalette));
   EXPECT_THAT(Loaded(Write("cr.pal", "\r" + blanks + Lines("\r"))), Optional(CountingPalette));

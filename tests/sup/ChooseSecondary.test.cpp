@@ -81,7 +81,7 @@ TEST(ChooseSecondary, SingleOneIsTakenForEveryTime) {
 }
 
 TEST(ChooseSecondary, EarlierLongSubtitleIsFoundBehindShorterOnes) {
-  // The first end behind 400 is that of subtitle 1, though 2 and 3 end before it.
+  // The first end after 400 is that of subtitle 1, though 2 and 3 end before it.
   EXPECT_EQ(Choose({400, 450}, {{0, 10}, {10, 500}, {20, 30}, {30, 40}}), 1U);
 }
 

@@ -21,7 +21,7 @@ SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) 
   return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
 }
 
-/// The file's bytes and the zero behind them, with some bytes changed.
+/// The file's bytes and the zero after them, with some bytes changed.
 struct Change {
   std::size_t Position;
   std::uint8_t Value;
@@ -181,7 +181,7 @@ TEST(AssignColours, NextPacketIsNeverWritten) {
 }
 
 TEST(AssignColours, NothingIsWrittenBehindTheFile) {
-  // Cut behind the colour command's first argument byte.
+  // Cut after the colour command's first argument byte.
   const Bytes whole = PacketBuilder().Build();
   const Bytes file(whole.begin(), whole.begin() + 25);
   SupStream stream = Index(file);

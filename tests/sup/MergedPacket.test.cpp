@@ -71,7 +71,7 @@ TEST(MergedPacket, SmallFrameByteForByte) {
                           0x00, 0x00,                                   // row 6
                           0x50, 0x00, 0x00,                             // row 3
                           0x00, 0x02,                                   // row 5
-                          0x00, 0x00,                                   // behind the fields
+                          0x00, 0x00,                                   // after the fields
                           0x00, 0x00, 0x00, 0x2A,                       // no delay; second sequence at 42
                           0x01,                                         // start display
                           0x03, 0x3A, 0x21,                             // colours

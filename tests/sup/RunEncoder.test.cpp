@@ -52,7 +52,7 @@ struct RunCase {
   std::uint32_t Code;
   Bytes FromHighNibble;
   bool HalfAfterHigh;
-  Bytes FromLowNibble;  ///< behind a written high nibble 0xF
+  Bytes FromLowNibble;  ///< after a written high nibble 0xF
   bool HalfAfterLow;
 };
 
@@ -140,7 +140,7 @@ TEST(EncodeLine, Run256Is255And1) {
 }
 
 TEST(EncodeLine, Run300Is255And45) {
-  // 45 x 4 + 1 = 0xB5 in three nibbles, then the end of line behind a high nibble.
+  // 45 x 4 + 1 = 0xB5 in three nibbles, then the end of line after a high nibble.
   EXPECT_EQ(Encoded(Line<std::uint8_t>({{300, 1}, {420, 0}})), (Bytes{0x03, 0xFD, 0x0B, 0x50, 0x00, 0x00}));
 }
 

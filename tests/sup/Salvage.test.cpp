@@ -48,7 +48,7 @@ TEST(FaultText, SaysWhatIsWrongWithAPlace) {
   EXPECT_EQ(FaultText(PacketFault::ControlUnfinished),
             "the control sequences do not come to an end in the unit");
   EXPECT_EQ(FaultText(PacketFault::HoldsAnotherPacket),
-            "another packet starts inside the packet, and none behind it");
+            "another packet starts inside the packet, and none after it");
 }
 
 TEST(SalvageStream, SoundStreamIsKeptWhole) {
@@ -102,7 +102,7 @@ TEST(SalvageStream, SizeThatSwallowsTheNextPacketLosesOnlyItsOwn) {
 }
 
 TEST(SalvageStream, GoodPacketBeforeGarbageIsKept) {
-  // What stands behind the first packet is no packet, but none starts inside it either.
+  // What stands after the first packet is no packet, but none starts inside it either.
   const Bytes file = Join({Packet(1), Bytes(14, 0)});
   EXPECT_EQ(Kept(SalvageStream(file)), Packet(1));
 }

@@ -73,8 +73,8 @@ TEST(Replace, PlaceThatStartsWhereTheLastOneEndedMakesItLonger) {
 
 TEST(Replace, NumbersThatNoStreamHasFitNone) {
   constexpr std::size_t FourGigabytes = std::size_t{1} << 32U;
-  StreamEdit behind;
-  behind.Replace(FourGigabytes + 1, 1, Bytes{7});
+  StreamEdit after;
+  after.Replace(FourGigabytes + 1, 1, Bytes{7});
   StreamEdit longer;
   longer.Replace(0, FourGigabytes + 1, Bytes{7});
   StreamEdit together;
@@ -82,7 +82,7 @@ TEST(Replace, NumbersThatNoStreamHasFitNone) {
   together.Replace(2, FourGigabytes - 1, {});
   Bytes bytes = {1, 2, 3};
 
-  EXPECT_FALSE(ApplyEdit(bytes, behind));
+  EXPECT_FALSE(ApplyEdit(bytes, after));
   EXPECT_FALSE(ApplyEdit(bytes, longer));
   EXPECT_FALSE(ApplyEdit(bytes, together));
 
