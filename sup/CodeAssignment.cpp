@@ -1,6 +1,7 @@
 #include "sup/CodeAssignment.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace quillmark {
 namespace {
@@ -144,6 +145,38 @@ bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<
   return stream.Holds(index) && offsets[index] >= stream.PacketOffset[index] + PacketHeaderSize;
 }
 
+/// The edit of so many subtitles, whose indexes `indexAt` gives; they ascend, and the stream holds all of
+/// them.
+template <typename IndexAt>
+StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const IndexAt& indexAt,
+                         const CodeAssignment& codes) {
+  StreamEdit edit;
+  const ArgumentChange colours(codes.Colours);
+  const ArgumentChange contrasts(codes.Contrasts);
+  const std::size_t perSubtitle = (colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U);
+  edit.Places.reserve(subtitles * perSubtitle);
+  edit.Bytes.reserve(subtitles * perSubtitle * 2);
+  const bool allWhole = colours.IsNeeded && contrasts.IsNeeded && !colours.ReadsOld && !contrasts.ReadsOld;
+  for (std::size_t k = 0; k < subtitles; ++k) {
+    const std::size_t i = indexAt(k);
+    if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {
+      continue;
+    }
+    if (allWhole && AppendSound(edit, stream, i, colours, contrasts)) {
+      continue;
+    }
+    PacketChange change(stream, i);
+    if (colours.IsNeeded) {
+      change.Write(stream.ColourBytesOffset[i], colours);
+    }
+    if (contrasts.IsNeeded) {
+      change.Write(stream.ContrastBytesOffset[i], contrasts);
+    }
+    change.AppendTo(edit);
+  }
+  return edit;
+}
+
 }  // namespace
 
 bool HasColourCommand(const SupStream& stream, std::size_t index) {
@@ -161,33 +194,21 @@ bool HasCommandsFor(const SupStream& stream, std::size_t index, const CodeAssign
 
 StreamEdit AssignCodes(const SupStream& stream, std::size_t first, std::size_t end,
                        const CodeAssignment& codes) {
-  StreamEdit edit;
   if (first >= end || !stream.Holds(end - 1)) {
-    return edit;
+    return {};
   }
-  const ArgumentChange colours(codes.Colours);
-  const ArgumentChange contrasts(codes.Contrasts);
-  const std::size_t perSubtitle = (colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U);
-  edit.Places.reserve((end - first) * perSubtitle);
-  edit.Bytes.reserve((end - first) * perSubtitle * 2);
-  const bool allWhole = colours.IsNeeded && contrasts.IsNeeded && !colours.ReadsOld && !contrasts.ReadsOld;
-  for (std::size_t i = first; i < end; ++i) {
-    if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {
-      continue;
-    }
-    if (allWhole && AppendSound(edit, stream, i, colours, contrasts)) {
-      continue;
-    }
-    PacketChange change(stream, i);
-    if (colours.IsNeeded) {
-      change.Write(stream.ColourBytesOffset[i], colours);
-    }
-    if (contrasts.IsNeeded) {
-      change.Write(stream.ContrastBytesOffset[i], contrasts);
-    }
-    change.AppendTo(edit);
+  return AssignCodesTo(
+      stream, end - first, [first](std::size_t k) { return first + k; }, codes);
+}
+
+StreamEdit AssignCodes(const SupStream& stream, std::span<const std::size_t> indexes,
+                       const CodeAssignment& codes) {
+  const bool ascend = std::ranges::adjacent_find(indexes, std::greater_equal()) == indexes.end();
+  if (indexes.empty() || !ascend || !stream.Holds(indexes.back())) {
+    return {};
   }
-  return edit;
+  return AssignCodesTo(
+      stream, indexes.size(), [indexes](std::size_t k) { return indexes[k]; }, codes);
 }
 
 }  // namespace quillmark

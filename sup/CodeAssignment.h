@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "sup/SpuCommand.h"
 #include "sup/StreamEdit.h"
@@ -40,6 +41,10 @@ struct CodeAssignment {
 /// subtitle's own packet or outside the file is never written, so damage in one unit cannot spread to the
 /// next. Empty when the stream does not hold all of the subtitles.
 [[nodiscard]] StreamEdit AssignCodes(const SupStream& stream, std::size_t first, std::size_t end,
+                                     const CodeAssignment& codes);
+/// The same of the subtitles with these indexes, which ascend and stand there once each; otherwise the edit
+/// is empty too.
+[[nodiscard]] StreamEdit AssignCodes(const SupStream& stream, std::span<const std::size_t> indexes,
                                      const CodeAssignment& codes);
 
 }  // namespace quillmark

@@ -49,6 +49,37 @@ void AssignContrasts(SupStream& stream, std::size_t index, const CodeNibbles& co
   Assign(stream, index, index + 1, {.Colours = {}, .Contrasts = AllFour(contrasts)});
 }
 
+TEST(AssignCodes, OfSomeSubtitlesWritesTheseAlone) {
+  const Bytes file = Join(
+      {PacketBuilder().Build(), PacketBuilder().Build(), PacketBuilder().Build(), PacketBuilder().Build()});
+  SupStream stream = Index(file);
+
+  const std::vector<std::size_t> indexes = {1, 3};
+  StreamEdit edit = AssignCodes(stream, indexes, {.Colours = AllFour(Colours), .Contrasts = {}});
+  ASSERT_TRUE(ApplyEdit(stream, edit));
+  EXPECT_EQ(stream.RawBytes,
+            Changed(file, {{48 + 24, 0xA2}, {48 + 25, 0x10}, {144 + 24, 0xA2}, {144 + 25, 0x10}}));
+
+  ASSERT_TRUE(ApplyEdit(stream, edit));  // its own inverse
+  EXPECT_EQ(stream.RawBytes, Changed(file, {}));
+}
+
+TEST(AssignCodes, OfAListIsThatOfTheRange) {
+  // The second one lacks its colour command, so that some of its bytes are written where no command is.
+  const SupStream stream = Index(
+      Join({PacketBuilder().Build(), PacketBuilder().WithoutColour().Build(), PacketBuilder().Build()}));
+  const std::vector<std::size_t> indexes = {0, 1, 2};
+  EXPECT_EQ(AssignCodes(stream, indexes, Both), AssignCodes(stream, 0, 3, Both));
+}
+
+TEST(AssignCodes, OfAListThatDoesNotAscendOrFitIsEmpty) {
+  const SupStream stream = Index(Join({PacketBuilder().Build(), PacketBuilder().Build()}));
+  for (const std::vector<std::size_t>& indexes :
+       std::vector<std::vector<std::size_t>>{{}, {1, 0}, {0, 0}, {0, 2}}) {
+    EXPECT_TRUE(AssignCodes(stream, indexes, Both).IsEmpty()) << testing::PrintToString(indexes);
+  }
+}
+
 TEST(AssignColours, WritesTheTwoArgumentBytesAndNoOther) {
   const Bytes file = PacketBuilder().Build();
   SupStream stream = Index(file);
