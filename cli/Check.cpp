@@ -11,12 +11,13 @@ Json ProblemObject(const StreamProblem& problem) {
   return {{"offset", problem.Offset},
           {"packet", problem.Packet ? Json(*problem.Packet) : Json()},
           {"code", ProblemName(problem.Code)},
-          {"message", problem.Message}};
+          {"message", ProblemMessage(problem)},
+          {"severity", SeverityName(SeverityOf(problem.Code))}};
 }
 
 std::string ProblemText(const StreamProblem& problem) {
   const std::string place = problem.Packet ? "packet " + std::to_string(*problem.Packet) + ": " : "";
-  return "offset " + std::to_string(problem.Offset) + ": " + place + problem.Message + " [" +
+  return "offset " + std::to_string(problem.Offset) + ": " + place + ProblemMessage(problem) + " [" +
          std::string(ProblemName(problem.Code)) + "]\n";
 }
 

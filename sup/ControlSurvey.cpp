@@ -26,7 +26,8 @@ bool SkipArguments(ByteReader& reader, std::uint8_t command) {
                                   : reader.Take(static_cast<std::size_t>(ArgumentSize(command))).has_value();
 }
 
-void CountIfUnknown(std::uint8_t command, std::int32_t position, ControlSurvey& survey) {
+void Note(std::uint8_t command, std::int32_t position, ControlSurvey& survey) {
+  survey.IsForced = survey.IsForced || command == ForcedStart;
   if (command > SetFieldOffsets && command != EndOfSequence && survey.UnknownCommands++ == 0) {
     survey.FirstUnknown = position;
   }
@@ -40,7 +41,7 @@ std::optional<Ending> SkipCommands(ByteReader& reader, std::int32_t& commandsLef
     if (!command) {
       return Ending::NoEndMark;
     }
-    CountIfUnknown(*command, position, survey);
+    Note(*command, position, survey);
     if (*command == EndOfSequence) {
       return std::nullopt;
     }

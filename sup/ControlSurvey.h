@@ -25,6 +25,7 @@ struct ControlSurvey {
   std::int32_t FirstUnknown = 0;
   /// The first sequence that does not stand right after the one before it; 0 when there is none.
   std::int32_t FirstGap = 0;
+  bool IsForced = false;  ///< a command starts the display even where subtitles are off
 };
 
 /// More commands than any real unit has; the bound keeps a search that tries every byte of a file linear.

@@ -1,6 +1,7 @@
 #include "sup/Salvage.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "sup/ControlSurvey.h"
 #include "sup/SpuCommand.h"
@@ -12,6 +13,21 @@ namespace {
 /// The smallest sequence: its header and its end mark.
 constexpr std::size_t SmallestSequence = SequenceHeaderSize + CommandSize(EndOfSequence);
 constexpr std::size_t SmallestUnit = UnitHeaderSize + SmallestSequence;
+
+/// What one step of a search looks through: this many bytes, or so many places where a packet could start.
+constexpr std::size_t SearchPiece = 65536;
+constexpr int LooksPerPiece = 256;
+
+/// Where `byte` stands in the file from `from` to before `end`; `end` when it does not.
+std::size_t FindByte(std::span<const std::uint8_t> file, std::uint8_t byte, std::size_t from,
+                     std::size_t end) {
+  if (from == end) {
+    return end;
+  }
+  const void* const found = std::memchr(file.data() + from, byte, end - from);
+  return found == nullptr ? end
+                          : static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - file.data());
+}
 
 bool HasSignature(std::span<const std::uint8_t> file, std::size_t offset) {
   return offset <= file.size() && StartsWithSignature(file.subspan(offset));
@@ -130,17 +146,29 @@ PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset
   return InspectUnit(file.subspan(offset + UnitStart, header->UnitSize), header->ControlOffset);
 }
 
-std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from) {
-  std::size_t offset = std::min(from, file.size());
-  while (true) {
-    const auto rest = file.subspan(offset);
-    const auto found = std::search(rest.begin(), rest.end(), PacketSignature.begin(), PacketSignature.end());
-    offset += static_cast<std::size_t>(found - rest.begin());
-    if (offset == file.size() || InspectPacket(file, offset) == PacketFault::None) {
-      return offset;
+PacketSearch::PacketSearch(std::span<const std::uint8_t> file, std::size_t from)
+    : file_(file), offset_(std::min(from, file.size())) {}
+
+bool PacketSearch::Step() {
+  const std::size_t end = offset_ + std::min(SearchPiece, file_.size() - offset_);
+  for (int looks = 0; looks < LooksPerPiece; ++looks) {
+    offset_ = FindByte(file_, PacketSignature[0], offset_, end);
+    if (offset_ == end) {
+      return end < file_.size();
     }
-    ++offset;
+    if (HasSignature(file_, offset_) && InspectPacket(file_, offset_) == PacketFault::None) {
+      return false;
+    }
+    ++offset_;
   }
+  return true;
+}
+
+std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from) {
+  PacketSearch search(file, from);
+  while (search.Step()) {
+  }
+  return search.Offset();
 }
 
 std::size_t PacketEnd(std::span<const std::uint8_t> file, std::size_t offset) {

@@ -29,6 +29,22 @@ enum class PacketFault {
 /// looked at. Never HoldsAnotherPacket.
 [[nodiscard]] PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset);
 
+/// The search for the first plausible packet at or after `from`, in pieces.
+class PacketSearch {
+ public:
+  PacketSearch(std::span<const std::uint8_t> file, std::size_t from);
+
+  /// Looks through one more piece: 64 KB, or fewer when many signatures without a packet stand there. False
+  /// once the search is over.
+  bool Step();
+  /// Where the packet stands, or the file's size when there is none; how far the search is, before its end.
+  [[nodiscard]] std::size_t Offset() const { return offset_; }
+
+ private:
+  std::span<const std::uint8_t> file_;
+  std::size_t offset_;  // invariant: offset_ <= file_.size()
+};
+
 /// Offset of the first plausible packet at or after `from`; the file's size when there is none.
 [[nodiscard]] std::size_t FindPacket(std::span<const std::uint8_t> file, std::size_t from);
 

@@ -1,57 +1,57 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
-#include <string>
-#include <string_view>
+
+#include "sup/PacketCheck.h"
+#include "sup/Salvage.h"
+#include "sup/StreamProblem.h"
 
 namespace quillmark {
 
-enum class StreamProblemCode {
-  LostSignature,         ///< no "SP" where a packet should start
-  TrailingBytes,         ///< too few bytes for a packet at the end of the file
-  PastEnd,               ///< the packet is longer than the rest of the file
-  UnitTooLarge,          ///< a size of 0x8000 or more
-  UnitTooSmall,          ///< a size that not even the unit's header fits
-  ControlOffsetZero,     ///< no control sequence is read
-  ControlOffsetOutside,  ///< the control offset leads into the unit's header or after its end
-  ControlUnfinished,     ///< the sequences' pointers do not lead to a last sequence within the unit
-  ControlGap,            ///< bytes between two sequences, which are read as the second one
-  ManySequences,         ///< more than two control sequences
-  UnknownCommand,
-  MissingColour,
-  MissingContrast,
-  MissingArea,
-  MissingFields,
-  FieldOutside,      ///< a field's data would start outside the unit
-  ReversedArea,      ///< an area that ends before it starts
-  AreaOutsideFrame,  ///< an area that leaves 720 x 576 pixels
-  OddHeight,         ///< the last line is not shown
-  NoEnd,             ///< no delay: the subtitle stays until the next one
-  NegativeDelay,     ///< the subtitle ends before it starts
-  NegativeTime,
-  TimeBackwards,  ///< the subtitle starts before the one before it
-  Overlap,        ///< the subtitle is still shown when the next one starts
+/// Goes through a file packet by packet, as CheckStream does, in small steps. The file stays where it is
+/// while it is looked at.
+class StreamChecker {
+ public:
+  explicit StreamChecker(std::span<const std::uint8_t> file, const CheckOptions& options = {});
+
+  /// Looks at one more packet or, where the next one is being searched for, at one more piece of what is
+  /// none, and reports what is wrong with it. False once the end of the file was reached. No step takes
+  /// longer than looking at one packet of 64 KB, however damaged the file is.
+  bool Step(const ProblemReporter& report);
+
+  /// How many packets were looked at.
+  [[nodiscard]] std::size_t Packets() const { return packets_; }
+  /// The last one of them.
+  [[nodiscard]] const CheckedPacket& LastPacket() const { return last_; }
+
+ private:
+  /// The search for the packet with which the walk goes on.
+  struct Resync {
+    PacketSearch Search;
+    std::size_t Lost = 0;    ///< where a packet should have started
+    bool IsPastEnd = false;  ///< that place lies after the file's end, which was reported already
+  };
+
+  [[nodiscard]] bool HasRoomAt(std::size_t offset) const;
+  void GoOnAfter(const StreamPacket& packet);
+  void SearchOn(const ProblemReporter& report);
+
+  std::span<const std::uint8_t> file_;
+  CheckOptions options_;
+  CheckedPacket last_;
+  std::optional<Resync> resync_;
+  std::size_t offset_ = 0;  // of the next packet
+  std::size_t packets_ = 0;
 };
-
-/// "lost_signature", ...: for scripts, never changed.
-[[nodiscard]] std::string_view ProblemName(StreamProblemCode code);
-
-struct StreamProblem {
-  std::int64_t Offset = 0;             ///< of the bytes at fault, from the start of the file
-  std::optional<std::int64_t> Packet;  ///< from 1; nullopt where no packet is
-  StreamProblemCode Code{};
-  std::string Message;
-};
-
-using ProblemReporter = std::function<void(const StreamProblem&)>;
 
 /// Walks the file packet by packet and reports whatever is wrong, in file order but for a subtitle's overlap,
 /// which is known when the next one was read. After a lost signature the walk goes on at the next plausible
 /// packet, inside the packet before it if that one's own size cannot be believed. A unit that cannot be shown
 /// has at least one problem. Takes time in proportion to the file's size.
-void CheckStream(std::span<const std::uint8_t> file, const ProblemReporter& report);
+void CheckStream(std::span<const std::uint8_t> file, const ProblemReporter& report,
+                 const CheckOptions& options = {});
 
 }  // namespace quillmark

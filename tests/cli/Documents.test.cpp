@@ -144,6 +144,16 @@ TEST_F(JsonTables, OfTheCheckAndItsCodes) {
   EXPECT_THAT(tables[1], UnorderedElementsAreArray(codes));
 }
 
+TEST_F(JsonTables, CodesHaveTheirSeverity) {
+  for (int i = 0; i < StreamProblemCodes; ++i) {
+    const auto code = static_cast<StreamProblemCode>(i);
+    std::string severity(SeverityName(SeverityOf(code)));
+    std::ranges::replace(severity, '_', ' ');
+    const std::regex row("\n\\|[^|]*`" + std::string(ProblemName(code)) + "`[^|]*\\| " + severity + " \\|");
+    EXPECT_TRUE(std::regex_search(manual_, row)) << ProblemName(code);
+  }
+}
+
 /// The long options that a text names.
 std::vector<std::string> LongOptions(const std::string& text) {
   std::vector<std::string> options;

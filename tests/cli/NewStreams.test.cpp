@@ -275,9 +275,9 @@ TEST_F(CheckCommand, JsonIsOneArray) {
   EXPECT_EQ(
       run.Out,
       "[\n"
-      R"({"offset":18,"packet":1,"code":"odd_height","message":"the height 3 is odd, so the last line is not shown"},)"
+      R"({"offset":18,"packet":1,"code":"odd_height","message":"the height 3 is odd, so the last line is not shown","severity":"untidy"},)"
       "\n"
-      R"({"offset":48,"packet":null,"code":"lost_signature","message":"no \"SP\" where a packet should start; the next packet was found at offset 68"})"
+      R"({"offset":48,"packet":null,"code":"lost_signature","message":"no \"SP\" where a packet should start; the next packet was found at offset 68","severity":"cannot_be_shown"})"
       "\n]\n");
 }
 

@@ -199,6 +199,26 @@ TEST(FindPacket, AnswersTheFilesSizeWhenThereIsNone) {
   EXPECT_EQ(FindPacket(Bytes(50, 'S'), 51), 50U);
 }
 
+TEST(FindPacket, FindsAPacketAcrossTwoPiecesOfTheSearch) {
+  for (std::size_t before = 65530; before < 65545; ++before) {
+    EXPECT_EQ(FindPacket(Join({Bytes(before, 0), PacketBuilder().Build()}), 0), before);
+    EXPECT_EQ(FindPacket(Join({Bytes(before, 'S'), PacketBuilder().Build()}), 0), before);
+  }
+}
+
+TEST(PacketSearch, APieceEndsAfterManySignaturesWithoutAPacket) {
+  Bytes file;
+  for (int i = 0; i < 1000; ++i) {
+    file.insert(file.end(), {'S', 'P'});
+  }
+  PacketSearch search(file, 0);
+  EXPECT_TRUE(search.Step());
+  EXPECT_LE(search.Offset(), 512U);
+  while (search.Step()) {
+  }
+  EXPECT_EQ(search.Offset(), 2000U);
+}
+
 TEST(FindPacket, StartsAtTheGivenOffset) {
   const Bytes file = Join({Packet(1), Packet(2)});
   EXPECT_EQ(FindPacket(file, 0), 0U);

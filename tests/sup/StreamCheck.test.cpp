@@ -9,14 +9,9 @@
 
 #include "sup/StreamLoader.h"
 #include "tests/support/PacketBuilder.h"
+#include "tests/support/PrintProblem.h"
 
 namespace quillmark {
-
-void PrintTo(const StreamProblem& problem, std::ostream* out) {
-  *out << problem.Offset << " packet " << problem.Packet.value_or(0) << " " << ProblemName(problem.Code)
-       << ": " << problem.Message;
-}
-
 namespace {
 
 using test::Bytes;
@@ -50,7 +45,7 @@ auto Problem(std::int64_t offset, std::optional<std::int64_t> packet, Code code,
              const std::string& words = "") {
   return AllOf(Field("Offset", &StreamProblem::Offset, offset),
                Field("Packet", &StreamProblem::Packet, packet), Field("Code", &StreamProblem::Code, code),
-               Field("Message", &StreamProblem::Message, HasSubstr(words)));
+               testing::ResultOf("message", ProblemMessage, HasSubstr(words)));
 }
 
 /// 48 bytes: a sound packet that is shown for one second.
@@ -312,6 +307,44 @@ TEST(CheckStream, TimesAtBothEndsOfTheirRangeDoNotOverflow) {
   using Limits = std::numeric_limits<std::int64_t>;
   EXPECT_THAT(Check(Join({Sound(Limits::min()).Build(), Sound(Limits::max()).Build()})),
               ElementsAre(Problem(2, 1, Code::NegativeTime)));
+}
+
+TEST(CheckStream, AreasAreHeldAgainstTheChosenFrame) {
+  std::vector<StreamProblem> problems;
+  CheckStream(Join({Sound(0).Area(0, 719, 0, 479).Build(), Sound(Second).Area(0, 719, 1, 480).Build()}),
+              [&](const StreamProblem& problem) { problems.push_back(problem); }, {.FrameLines = 480});
+  EXPECT_THAT(problems, ElementsAre(Problem(66, 2, Code::AreaOutsideFrame, "leaves the frame of 720x480")));
+}
+
+TEST(StreamChecker, LooksAtOnePacketAStep) {
+  const Bytes file = Join({Sound(0).Build(), PacketBuilder().Time(Second).Build()});
+  StreamChecker checker(file);
+  std::vector<StreamProblem> problems;
+  const auto step = [&] { return checker.Step([&](const auto& problem) { problems.push_back(problem); }); };
+  EXPECT_TRUE(step());
+  EXPECT_EQ(checker.Packets(), 1U);
+  EXPECT_EQ(checker.LastPacket().Offset, 0U);
+  EXPECT_THAT(problems, IsEmpty());
+  EXPECT_TRUE(step());
+  EXPECT_EQ(checker.LastPacket().Offset, 48U);
+  EXPECT_THAT(problems, ElementsAre(Problem(66, 2, Code::NoEnd)));
+  EXPECT_FALSE(step());
+  EXPECT_FALSE(step());
+  EXPECT_EQ(checker.Packets(), 2U);
+}
+
+TEST(StreamChecker, SearchesInPieces) {
+  // 200,000 zeros are more than three pieces of 64 KB.
+  const Bytes file = Join({Sound(0).Build(), Bytes(200'000, 0), Sound(Second).Build()});
+  StreamChecker checker(file);
+  std::vector<StreamProblem> problems;
+  int steps = 0;
+  while (checker.Step([&](const StreamProblem& problem) { problems.push_back(problem); })) {
+    ++steps;
+  }
+  EXPECT_EQ(steps, 2 + 4);
+  EXPECT_THAT(problems,
+              ElementsAre(Problem(48, std::nullopt, Code::LostSignature, "found at offset 200048")));
 }
 
 TEST(CheckStream, EachPacketHasItsOwnProblems) {
