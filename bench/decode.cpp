@@ -54,7 +54,7 @@ template <typename Cell>
 void DecodePicture(const Unit& unit, const SpuControl& control, std::vector<Cell>& cells,
                    const CodeTable<Cell>& table) {
   cells.assign(unit.Cells(), Cell{0});
-  DecodeFields<Cell>(unit.Bytes(), cells, control.Width(), control.Height(), control.TopFieldOffset,
+  DecodeFields<Cell>(unit.Unpadded(), cells, control.Width(), control.Height(), control.TopFieldOffset,
                      control.BottomFieldOffset, table);
 }
 
@@ -88,7 +88,7 @@ std::vector<Unit> MakeUnits() {
     unit.Whole.assign(start, start + stream.SpuSize[i]);
     unit.Whole.resize(unit.Size + 64, 0);
     unit.ControlOffset = stream.ControlOffset[i];
-    unit.Control = DecodeControl(unit.Bytes(), unit.ControlOffset);
+    unit.Control = DecodeControl(unit.Unpadded(), unit.ControlOffset);
     if (!unit.Control.IsValid()) {
       Fail("the control sequences are not valid", i);
     }
@@ -112,7 +112,7 @@ void DecodeToArgb(benchmark::State& state) {
   std::vector<std::uint32_t> cells;
   for ([[maybe_unused]] auto _ : state) {
     for (const Unit& unit : Units()) {
-      DecodePicture(unit, DecodeControl(unit.Bytes(), unit.ControlOffset), cells, colours);
+      DecodePicture(unit, DecodeControl(unit.Unpadded(), unit.ControlOffset), cells, colours);
       benchmark::DoNotOptimize(cells.data());
       benchmark::ClobberMemory();
     }
@@ -184,7 +184,7 @@ void DecodeRuns(benchmark::State& state) {
   std::vector<std::uint32_t> cells(1U << 16U);
   for ([[maybe_unused]] auto _ : state) {
     for (const Unit& unit : Units()) {
-      DecodeFields<std::uint32_t>(unit.Bytes(), cells, unit.Control.Width(), unit.Control.Height(),
+      DecodeFields<std::uint32_t>(unit.Unpadded(), cells, unit.Control.Width(), unit.Control.Height(),
                                   unit.Control.TopFieldOffset, unit.Control.BottomFieldOffset, colours);
       benchmark::DoNotOptimize(cells.data());
       benchmark::ClobberMemory();
