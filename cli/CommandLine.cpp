@@ -215,6 +215,12 @@ class CommandTable {
         Add("check", "Tell every problem of a stream; exit code 1 if there is one", check_, Check, false);
     AddFile(check, check_.File);
     check->add_flag("--json", check_.Json, "Write a JSON array of objects");
+
+    CLI::App* diff =
+        Add("diff", "Tell what two streams differ in; exit code 1 if they do", diff_, Diff, false);
+    AddFile(diff, diff_.First, "A");
+    AddFile(diff, diff_.Second, "B", "Stream to compare it with");
+    diff->add_flag("--json", diff_.Json, "Write a JSON array of objects");
   }
 
   void AddPictureCommands() {
@@ -356,6 +362,7 @@ class CommandTable {
   PaletteOptions palette_;
   MergeOptions merge_;
   CheckOptions check_;
+  DiffOptions diff_;
   SalvageOptions salvage_;
   std::string helpTopic_;
 };

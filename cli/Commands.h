@@ -83,6 +83,15 @@ struct CheckOptions {
 /// Every problem of the stream. Not done when there is one.
 CommandResult Check(const CheckOptions& options, const Console& console);
 
+struct DiffOptions {
+  std::string First = {};
+  std::string Second = {};
+  bool Json = false;
+};
+/// What two streams differ in, subtitle by subtitle. Failed where they do, WrongUsage where one cannot be
+/// read.
+CommandResult Diff(const DiffOptions& options, const Console& console);
+
 struct SalvageOptions {
   std::string File = {};
   std::string Out = {};

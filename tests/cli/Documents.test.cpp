@@ -3,6 +3,7 @@
 #include <sstream>
 #include <utility>
 
+#include "render/StreamDiff.h"
 #include "sup/StreamCheck.h"
 #include "tests/cli/Program.h"
 
@@ -144,6 +145,19 @@ TEST_F(JsonTables, OfTheCheckAndItsCodes) {
   EXPECT_THAT(tables[1], UnorderedElementsAreArray(codes));
 }
 
+TEST_F(JsonTables, OfTheDiffAndItsWords) {
+  auto tables = TableNames(manual_, "### diff --json");
+  ASSERT_EQ(tables.size(), 2U);
+  Write("a.sup", test::Sound().Build());
+  EXPECT_EQ(tables[0], NamesOf(Json::parse(Run({"diff", "a.sup", "a.sup", "--json"}).Out)[0]));
+  std::vector<std::string> words;
+  for (int word = 0; word <= static_cast<int>(SubtitleDifference::Bytes); ++word) {
+    words.emplace_back(DifferenceName(static_cast<SubtitleDifference>(word)));
+  }
+  words.emplace_back("other_trailing_bytes");
+  EXPECT_THAT(tables[1], UnorderedElementsAreArray(words));
+}
+
 TEST_F(JsonTables, CodesHaveTheirSeverity) {
   for (int i = 0; i < StreamProblemCodes; ++i) {
     const auto code = static_cast<StreamProblemCode>(i);
@@ -210,7 +224,7 @@ TEST_P(CommandDocuments, ManualHasARowForIt) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,
                          testing::Values("report", "list", "picture", "export", "assign", "palette", "merge",
-                                         "check", "salvage", "help"),
+                                         "check", "diff", "salvage", "help"),
                          [](const auto& test) { return test.param; });
 
 class ManualPages : public test::ProgramTest {};

@@ -1,0 +1,1 @@
+quillmark_bench(diff SOURCES diff.cpp LINK quillmark_render)

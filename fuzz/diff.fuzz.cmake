@@ -1,0 +1,1 @@
+quillmark_fuzz(stream_diff LINK quillmark_render)
