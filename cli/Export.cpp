@@ -67,7 +67,7 @@ CommandResult FailedPictures(const ExportFailures& failures) {
                                           " pictures could not be written; this is the first one)");
 }
 
-CommandResult ResultOf(const Tally& tally, std::int64_t count, const std::string& file) {
+CommandResult ExportResult(const Tally& tally, std::int64_t count, const std::string& file) {
   const std::string ofAll = " of " + std::to_string(count) + " subtitles ";
   std::string reason;
   if (tally.Unconverted > 0) {
@@ -97,7 +97,7 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
   console.Out << "wrote " << exporter.Pictures() << " pictures to " << paths.Folder.toStdString()
               << ", their list to " << list << '\n';
   const std::int64_t count = options.Only.Last.value_or(stream.Count) - options.Only.First + 1;
-  return ResultOf(tally, count, options.File);
+  return ExportResult(tally, count, options.File);
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ CommandResult LoadSecondary(const std::string& file, const SupStream& primary, S
   return {};
 }
 
-CommandResult ResultOf(const MergeReport& merged, const MergeOptions& options) {
+CommandResult MergeResult(const MergeReport& merged, const MergeOptions& options) {
   switch (merged.How) {
     case MergeReport::Ending::Interrupted:
       return Interrupted();
@@ -103,7 +103,7 @@ CommandResult Merge(const MergeOptions& options, const Console& console) {
     return Failed(options.Out, out.Reason());
   }
   const MergeReport merged = MergeWithProgress(primary, secondary, settings, *out, console);
-  if (CommandResult result = ResultOf(merged, options); !result.IsDone()) {
+  if (CommandResult result = MergeResult(merged, options); !result.IsDone()) {
     return result;
   }
   if (const auto written = out->Commit(); !written) {

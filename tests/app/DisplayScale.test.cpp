@@ -17,9 +17,9 @@
 namespace quillmark::test {
 namespace {
 
-const QRgb Dark = qRgb(60, 60, 60);
-const QRgb Light = qRgb(120, 120, 120);
-const QRgb Entry2 = qRgb(255, 255, 255);
+const QRgb DarkRgb = qRgb(60, 60, 60);
+const QRgb LightRgb = qRgb(120, 120, 120);
+const QRgb Entry2Rgb = qRgb(255, 255, 255);
 
 /// The first pixel that differs.
 testing::AssertionResult Same(const QImage& shown, const QImage& expected) {
@@ -78,11 +78,11 @@ class DisplayScale : public WindowTest, public testing::WithParamInterface<int> 
     for (int row = 0; row < 36; ++row) {
       for (int column = 0; column < 45; ++column) {
         painter.fillRect(column * 16 * side, row * 16 * side, 16 * side, 16 * side,
-                         QColor(column % 2 == row % 2 ? Dark : Light));
+                         QColor(column % 2 == row % 2 ? DarkRgb : LightRgb));
       }
     }
     painter.fillRect(filled.x() * side, filled.y() * side, filled.width() * side, filled.height() * side,
-                     QColor(Entry2));
+                     QColor(Entry2Rgb));
     return frame;
   }
 
@@ -132,7 +132,7 @@ TEST_P(DisplayScale, StepsLeaveNothingWhereverTheDisplayBegins) {
     const QRect area(204 + i, 303 + 11 * i, 9 + 2 * i, 2);
     cBitmap picture;
     picture.Create(area.width(), area.height());
-    std::ranges::fill(picture.LockPixels(), Entry2);
+    std::ranges::fill(picture.LockPixels(), Entry2Rgb);
     display->Picture().DrawBackground(576, {}, nullptr);
     display->Picture().Draw(picture, area.x(), area.y(), nullptr);
     display->Refresh();

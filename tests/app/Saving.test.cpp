@@ -1,35 +1,13 @@
-#include <csignal>
-#include <sys/resource.h>
-
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
+#include "tests/support/FileSizeLimit.h"
 
 namespace quillmark::test {
 namespace {
-
-/// While it lives, no file of this process grows beyond `bytes`: a disk that is full half-way.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : previousHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &previous_);
-    const rlimit limit = {bytes, previous_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &previous_);
-    std::signal(SIGXFSZ, previousHandler_);
-  }
-
- private:
-  rlimit previous_{};
-  void (*previousHandler_)(int);
-};
 
 class Saving : public WindowTest {
  protected:

@@ -7,8 +7,6 @@
 /// Streams that the window tests share.
 namespace quillmark::test {
 
-inline constexpr std::int64_t Second = 90000;
-
 /// Where the arguments of PacketBuilder's small unit stand in its packet.
 inline constexpr std::size_t ColourArguments = 24;
 inline constexpr std::size_t ContrastArguments = 27;

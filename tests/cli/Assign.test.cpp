@@ -5,11 +5,10 @@ namespace {
 
 using test::Bytes;
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 /// The bytes that differ, as offset and new value.
 std::vector<std::pair<std::size_t, int>> Changes(const Bytes& before, const Bytes& after) {

@@ -14,11 +14,10 @@ namespace {
 
 using test::Bytes;
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 TEST(InterruptionGuardTest, RemembersTheFirstSignal) {
   const InterruptionGuard guard;

@@ -10,14 +10,15 @@ namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
+using test::Code1;
+using test::Code2;
 using test::Join;
 using test::PacketBuilder;
+using test::Second;
 using test::Sound;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 class PaletteCommand : public test::ProgramTest {
  protected:
@@ -128,10 +129,6 @@ TEST_F(MergeCommand, FrameOf480Lines) {
   ASSERT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "c.sup", "--frame", "480"}).ExitCode, 0);
   EXPECT_EQ(Json::parse(Run({"list", "c.sup", "--json"}).Out)[0]["height"], 477);
 }
-
-/// What the window's palette makes of codes 1 and 2 of a sound packet; the frame is clear elsewhere.
-constexpr QRgb Code1 = 0xFF03FDFB;
-constexpr QRgb Code2 = 0xFFFFFFFF;
 
 TEST_F(MergeCommand, OffsetIsTheSecondPicturesPlace) {
   const auto frame = [this](const char* offset) {

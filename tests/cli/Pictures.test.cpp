@@ -9,17 +9,15 @@ namespace quillmark::cli {
 namespace {
 
 using test::Bytes;
+using test::Code1;
+using test::Code2;
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr std::int64_t Second = 90000;
-
-// The start-up palette's entries 1 and 2, opaque: what codes 1 and 2 of a sound packet look like.
-constexpr QRgb Code1 = 0xFF03FDFB;
-constexpr QRgb Code2 = 0xFFFFFFFF;
 constexpr QRgb DarkSquare = 0xFF3C3C3C;
 constexpr QRgb LightSquare = 0xFF787878;
 

@@ -8,14 +8,13 @@ namespace {
 
 using test::Bytes;
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
 class ReportCommand : public test::ProgramTest {};
 class ListCommand : public test::ProgramTest {};
-
-constexpr std::int64_t Second = 90000;
 
 TEST_F(ReportCommand, IsTheWindowsReportLineForLine) {
   Write("a.sup", Join({Sound(Second).Build(), Sound(61 * Second).Delay(0).Colour(3, 2, 10, 0).Build(),

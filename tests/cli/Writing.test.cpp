@@ -8,12 +8,11 @@ namespace {
 using test::Bytes;
 using test::Join;
 using test::ProgramRun;
+using test::Second;
 using test::Sound;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr std::int64_t Second = 90000;
 
 struct Writer {
   const char* Name;

@@ -1,33 +1,27 @@
 #include "files/AppendFile.h"
 
 #include <csignal>
-#include <string>
-#include <sys/resource.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+
+#include "tests/support/FileSizeLimit.h"
+#include "tests/support/FolderTest.h"
 
 namespace quillmark {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using test::BytesOf;
+using test::FileSizeLimit;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-Bytes BytesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
-
-class AppendFileTest : public testing::Test {
+class AppendFileTest : public test::FolderTest {
  protected:
-  [[nodiscard]] QString Path(const QString& name) const { return folder_.filePath(name); }
-
   [[nodiscard]] AppendFile Created(const QString& name) const {
     auto file = AppendFile::Create(Path(name));
     EXPECT_TRUE(file.IsOk() && file->has_value()) << file.Reason();
@@ -39,16 +33,6 @@ class AppendFileTest : public testing::Test {
     EXPECT_TRUE(file.IsOk()) << file.Reason();
     return file->has_value();
   }
-
-  [[nodiscard]] std::string Read(const QString& name) const {
-    QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(cannot be read)";
-  }
-
-  [[nodiscard]] QStringList Names() const { return QDir(folder_.path()).entryList(QDir::Files, QDir::Name); }
-
- private:
-  QTemporaryDir folder_;
 };
 
 TEST_F(AppendFileTest, WhatIsAppendedStandsBehindWhatWas) {
@@ -115,7 +99,7 @@ TEST_F(AppendFileTest, TakenNameIsNotCreatedAgain) {
 
 TEST_F(AppendFileTest, MissingFileIsNotOpened) {
   EXPECT_FALSE(CanOpen("a"));
-  EXPECT_TRUE(Names().isEmpty());
+  EXPECT_THAT(Names(), IsEmpty());
 }
 
 TEST_F(AppendFileTest, MissingFolderGivesTheReason) {
@@ -140,7 +124,7 @@ TEST_F(AppendFileTest, CutFileGoesOnAtItsNewEnd) {
 TEST_F(AppendFileTest, RemovedFileIsGone) {
   AppendFile file = Created("a");
   ASSERT_TRUE(file.Remove());
-  EXPECT_TRUE(Names().isEmpty());
+  EXPECT_THAT(Names(), IsEmpty());
 }
 
 TEST_F(AppendFileTest, FilePutAsideKeepsItsBytesUnderANewName) {
@@ -149,31 +133,11 @@ TEST_F(AppendFileTest, FilePutAsideKeepsItsBytesUnderANewName) {
     ASSERT_TRUE(file.Append(BytesOf(text)));
     ASSERT_TRUE(file.PutAside(".damaged").IsOk());
   }
-  EXPECT_EQ(Names(), QStringList({"a.damaged", "a.damaged2", "a.damaged3"}));
+  EXPECT_THAT(Names(), ElementsAre("a.damaged", "a.damaged2", "a.damaged3"));
   EXPECT_EQ(Read("a.damaged"), "first");
   EXPECT_EQ(Read("a.damaged2"), "second");
   EXPECT_EQ(Read("a.damaged3"), "third");
 }
-
-/// While it lives, no file of this process grows beyond `bytes`: a disk that is full half-way.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : previousHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &previous_);
-    const rlimit limit = {bytes, previous_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &previous_);
-    std::signal(SIGXFSZ, previousHandler_);
-  }
-
- private:
-  rlimit previous_{};
-  void (*previousHandler_)(int);
-};
 
 TEST_F(AppendFileTest, FullDiskTakesNoPartOfARecord) {
   AppendFile file = Created("a");

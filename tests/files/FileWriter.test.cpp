@@ -8,46 +8,23 @@
 #include <unistd.h>
 #include <vector>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include "files/SystemCalls.h"
+#include "tests/support/FolderTest.h"
 
 namespace quillmark {
 namespace {
 
+using test::BytesOf;
 using testing::ElementsAre;
 
-std::vector<std::uint8_t> BytesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
-
-class FileWriterTest : public testing::Test {
+class FileWriterTest : public test::FolderTest {
  protected:
   FileWriterTest() : calls_(System()) {}
   ~FileWriterTest() override { System() = calls_; }
 
-  [[nodiscard]] QString Path(const QString& name) const { return folder_.filePath(name); }
-  QString Put(const QString& name, const std::string& content) const {
-    QFile file(Path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray::fromStdString(content));
-    return file.fileName();
-  }
-  [[nodiscard]] std::string Read(const QString& name) const {
-    QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(cannot be read)";
-  }
-  [[nodiscard]] std::vector<std::string> Names() const {
-    std::vector<std::string> names;
-    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    for (const QString& name : QDir(folder_.path()).entryList(all, QDir::Name)) {
-      names.push_back(name.toStdString());
-    }
-    return names;
-  }
   static std::string Write(Result<FileWriter>& writer, const std::string& text) {
     return writer ? writer->Write(BytesOf(text)).Reason() : writer.Reason();
   }
@@ -60,7 +37,6 @@ class FileWriterTest : public testing::Test {
   }
 
  private:
-  QTemporaryDir folder_;
   SystemCalls calls_;
 };
 

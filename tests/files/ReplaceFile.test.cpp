@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -22,19 +21,16 @@
 #endif
 
 #include "files/SystemCalls.h"
+#include "tests/support/FolderTest.h"
 #include "tests/support/OrdinaryUser.h"
 
 namespace quillmark {
 namespace {
 
+using test::Bytes;
+using test::BytesOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-using Bytes = std::vector<std::uint8_t>;
-
-Bytes BytesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
 
 constexpr WriteOptions Keep{.Tail = OldTail::Kept};
 constexpr WriteOptions Drop{.Tail = OldTail::Dropped};
@@ -43,37 +39,7 @@ std::string ReasonText(const Result<void>& result) {
   return result ? "done" : result.Reason();
 }
 
-class ReplaceFileTest : public testing::Test {
- protected:
-  void SetUp() override { ASSERT_TRUE(folder_.isValid()); }
-
-  [[nodiscard]] QString Path(const QString& name) const { return folder_.filePath(name); }
-
-  QString Write(const QString& name, const std::string& content) const {
-    QFile file(Path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(content.data(), static_cast<qint64>(content.size())),
-              static_cast<qint64>(content.size()));
-    return file.fileName();
-  }
-
-  [[nodiscard]] std::string Read(const QString& name) const {
-    QFile file(Path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(cannot be read)";
-  }
-
-  /// Everything in the folder, so that a file left behind shows.
-  [[nodiscard]] std::vector<std::string> Names() const {
-    std::vector<std::string> names;
-    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    for (const QString& name : QDir(folder_.path()).entryList(all, QDir::Name)) {
-      names.push_back(name.toStdString());
-    }
-    return names;
-  }
-
-  QTemporaryDir folder_;
-};
+class ReplaceFileTest : public test::FolderTest {};
 
 TEST_F(ReplaceFileTest, NewFileHoldsExactlyTheBytes) {
   Bytes bytes(3'000'000);
@@ -99,34 +65,34 @@ TEST_F(ReplaceFileTest, NameMayHoldAnyLetters) {
 
 TEST_F(ReplaceFileTest, ShorterFileIsReplacedWhole) {
   for (const WriteOptions& tail : {Keep, Drop}) {
-    const QString path = Write("a", "old");
+    const QString path = Put("a", "old");
     ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("longer"), tail)), "done");
     EXPECT_EQ(Read("a"), "longer");
   }
 }
 
 TEST_F(ReplaceFileTest, TailOfALongerFileIsKept) {
-  const QString path = Write("a", "0123456789");
+  const QString path = Put("a", "0123456789");
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_EQ(Read("a"), "new3456789");
 }
 
 TEST_F(ReplaceFileTest, LongTailIsKeptToItsLastByte) {
   const std::string old = std::string(2'500'000, 'x') + "end";
-  const QString path = Write("a", old);
+  const QString path = Put("a", old);
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_TRUE(Read("a") == "new" + old.substr(3));
 }
 
 TEST_F(ReplaceFileTest, TailOfALongerFileIsDropped) {
-  const QString path = Write("a", "0123456789");
+  const QString path = Put("a", "0123456789");
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Drop)), "done");
   EXPECT_EQ(Read("a"), "new");
 }
 
 TEST_F(ReplaceFileTest, NoBytesAreAnEmptyFileOrTheOldTail) {
-  Write("kept", "old");
-  Write("dropped", "old");
+  Put("kept", "old");
+  Put("dropped", "old");
   ASSERT_EQ(ReasonText(ReplaceFile(Path("new"), {}, Keep)), "done");
   ASSERT_EQ(ReasonText(ReplaceFile(Path("kept"), {}, Keep)), "done");
   ASSERT_EQ(ReasonText(ReplaceFile(Path("dropped"), {}, Drop)), "done");
@@ -201,23 +167,23 @@ class ReplaceFileDeathTest : public ReplaceFileTest {
  protected:
   void SetUp() override {
     ReplaceFileTest::SetUp();
-    SetMode(folder_.path(), 0777);
+    SetMode(Folder(), 0777);
   }
   // The folder's owner, if it is not root, must be able to remove it.
-  void TearDown() override { SetMode(folder_.path(), 0777); }
+  void TearDown() override { SetMode(Folder(), 0777); }
 
   /// A file that everybody may change, in a folder that takes no second one.
   QString WriteInClosedFolder(const QString& name, const std::string& content) const {
-    const QString path = Write(name, content);
+    const QString path = Put(name, content);
     SetMode(path, 0666);
-    SetMode(folder_.path(), 0555);
+    SetMode(Folder(), 0555);
     return path;
   }
 };
 
 TEST_F(ReplaceFileTest, PermissionsAreKept) {
   for (const mode_t mode : {0600U, 0640U, 0666U, 0755U}) {
-    const QString path = Write("a", "old");
+    const QString path = Put("a", "old");
     SetMode(path, mode);
     ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
     EXPECT_EQ(ModeOf(path), mode) << std::oct << mode;
@@ -234,7 +200,7 @@ TEST_F(ReplaceFileTest, NewFileHasTheUsersUsualPermissions) {
 }
 
 TEST_F(ReplaceFileTest, OldFileIsReplacedNotOverwritten) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   QFile reader(path);
   ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
@@ -243,7 +209,7 @@ TEST_F(ReplaceFileTest, OldFileIsReplacedNotOverwritten) {
 
 TEST_F(ReplaceFileTest, SymbolicLinkStaysOne) {
   ASSERT_TRUE(QDir().mkdir(Path("elsewhere")));
-  Write("elsewhere/real", "0123456789");
+  Put("elsewhere/real", "0123456789");
   ASSERT_TRUE(QFile::link("elsewhere/real", Path("link")));
   ASSERT_TRUE(QFile::link("link", Path("link to link")));
   ASSERT_EQ(ReasonText(ReplaceFile(Path("link to link"), BytesOf("new"), Keep)), "done");
@@ -274,7 +240,7 @@ TEST_F(ReplaceFileTest, PipeIsRefusedWithoutWaitingForIt) {
 }
 
 TEST_F(ReplaceFileDeathTest, ReadOnlyFileIsRefusedThoughItsFolderIsWritable) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   SetMode(path, 0444);
   EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left,
               "not writable");
@@ -284,7 +250,7 @@ TEST_F(ReplaceFileDeathTest, ReadOnlyFileIsRefusedThoughItsFolderIsWritable) {
 }
 
 TEST_F(ReplaceFileDeathTest, NewFileInAReadOnlyFolderIsRefused) {
-  SetMode(folder_.path(), 0555);
+  SetMode(Folder(), 0555);
   EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(Path("a"), BytesOf("new"), Keep))), Left,
               "Permission denied");
   EXPECT_THAT(Names(), ElementsAre());
@@ -313,16 +279,16 @@ TEST_F(ReplaceFileDeathTest, FileThatAStickyFolderHoldsOnToIsWrittenInPlace) {
   if (::geteuid() != 0) {
     GTEST_SKIP() << test::NeedsRoot;
   }
-  const QString path = Write("a", "0123456789");
+  const QString path = Put("a", "0123456789");
   SetMode(path, 0666);
-  SetMode(folder_.path(), 01777);
+  SetMode(Folder(), 01777);
   EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left, "done");
   EXPECT_EQ(Read("a"), "new3456789");
   EXPECT_THAT(Names(), ElementsAre("a"));
 }
 
 TEST_F(ReplaceFileDeathTest, FullDiskLeavesTheOldFileAndNothingElse) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   const Bytes bytes(300'000, 'n');
   EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, bytes, Keep))), Left, "File too large");
   EXPECT_EQ(Read("a"), "old");
@@ -330,7 +296,7 @@ TEST_F(ReplaceFileDeathTest, FullDiskLeavesTheOldFileAndNothingElse) {
 }
 
 TEST_F(ReplaceFileDeathTest, FullDiskAtTheLastByteLeavesTheOldFile) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   // Few enough to stay in the buffer until the end.
   const Bytes bytes(101, 'n');
   EXPECT_EXIT((LimitFileLength(100), LeaveWith(ReplaceFile(path, bytes, Drop))), Left, "File too large");
@@ -340,7 +306,7 @@ TEST_F(ReplaceFileDeathTest, FullDiskAtTheLastByteLeavesTheOldFile) {
 
 TEST_F(ReplaceFileDeathTest, FullDiskWhileTheTailIsCopiedLeavesTheOldFile) {
   const std::string old(300'000, 'o');
-  const QString path = Write("a", old);
+  const QString path = Put("a", old);
   EXPECT_EXIT((LimitFileLength(100'000), LeaveWith(ReplaceFile(path, BytesOf("new"), Keep))), Left,
               "File too large");
   EXPECT_TRUE(Read("a") == old);
@@ -369,7 +335,7 @@ class ReplaceFileFaults : public ReplaceFileTest {
   ~ReplaceFileFaults() override { System() = calls_; }
 
   QString WriteWithSecondName(const QString& name, const std::string& content) const {
-    const QString path = Write(name, content);
+    const QString path = Put(name, content);
     EXPECT_EQ(::link(path.toLocal8Bit().constData(), Path("second name").toLocal8Bit().constData()), 0);
     return path;
   }
@@ -423,7 +389,7 @@ TEST_F(ReplaceFileFaults, DiskThatLosesWhatWasWrittenInPlaceIsSaid) {
 TEST_F(ReplaceFileFaults, SecondFileOfAPrivateOneIsPrivateFromItsStart) {
   static mode_t made = 0;
   made = 0;
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   System().Open = [](const char* name, int flags, mode_t mode) {
     if ((flags & O_EXCL) != 0) {
       made = mode;
@@ -445,7 +411,7 @@ TEST_F(ReplaceFileFaults, FolderWhereEveryNameIsTakenGivesAReason) {
 }
 
 TEST_F(ReplaceFileFaults, PartOfAnAppendedLineIsCutOffAgain) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   System().Write = WriteThatBreaks;
   EXPECT_EQ(ReasonText(AppendToFile(path, Bytes(300, 'n'))), "Input/output error");
   EXPECT_EQ(Read("a"), "old");
@@ -463,11 +429,11 @@ TEST_F(ReplaceFileFaults, AppendThatFailsWhenTheFileIsClosedIsTold) {
 TEST_F(ReplaceFileTest, FolderIsMadeOnceAndAFileInItsPlaceIsTheReason) {
   EXPECT_EQ(ReasonText(MakeFolder(Path("folder"))), "done");
   EXPECT_EQ(ReasonText(MakeFolder(Path("folder"))), "done");
-  EXPECT_EQ(ReasonText(MakeFolder(Write("a", "old"))), "File exists");
+  EXPECT_EQ(ReasonText(MakeFolder(Put("a", "old"))), "File exists");
 }
 
 TEST_F(ReplaceFileFaults, DiskThatTakesTheBytesAndLosesThemLeavesTheOldFile) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   System().Sync = [](int) {
     errno = EIO;
     return -1;
@@ -487,7 +453,7 @@ TEST_F(ReplaceFileFaults, WhatNeedsNoDiskDoesNotWaitForIt) {
 }
 
 TEST_F(ReplaceFileFaults, FailureToldOnlyWhenTheFileIsClosedLeavesTheOldOne) {
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   System().Close = [](int file) {
     ::close(file);
     errno = ENOSPC;
@@ -546,7 +512,7 @@ TEST_F(ReplaceFileTest, LongerNameGivesTheReason) {
 }
 
 TEST_F(ReplaceFileTest, HardLinksStayOneFile) {
-  const QString path = Write("a", "0123456789");
+  const QString path = Put("a", "0123456789");
   ASSERT_EQ(::link(path.toLocal8Bit().constData(), Path("b").toLocal8Bit().constData()), 0);
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "done");
   EXPECT_EQ(Read("b"), "new3456789");
@@ -560,7 +526,7 @@ TEST_F(ReplaceFileTest, OwnerAndGroupAreKept) {
   if (::geteuid() != 0) {
     GTEST_SKIP() << "only root may give a file away";
   }
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   ASSERT_EQ(::chown(path.toLocal8Bit().constData(), 1234, 2345), 0);
   SetMode(path, 04755);
   ASSERT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "done");
@@ -575,7 +541,7 @@ TEST_F(ReplaceFileDeathTest, FileOfAnotherUserIsReplacedByOnesOwn) {
   if (::geteuid() != 0) {
     GTEST_SKIP() << "needs a file of another user, which only root can make";
   }
-  const QString path = Write("a", "old");
+  const QString path = Put("a", "old");
   SetMode(path, 04777);
   EXPECT_EXIT((BecomeOrdinaryUser(), LeaveWith(ReplaceFile(path, BytesOf("new")))), Left, "done");
   EXPECT_EQ(Read("a"), "new");

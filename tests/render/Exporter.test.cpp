@@ -8,10 +8,12 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "tests/support/PacketBuilder.h"
+
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t Second = 90000;
+using test::Second;
 
 class ExporterTest : public testing::Test {
  protected:

@@ -21,7 +21,7 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-constexpr CodeTable<std::uint8_t> bareCodes = {0, 1, 2, 3};
+constexpr CodeTable<std::uint8_t> BareCodes = {0, 1, 2, 3};
 /// What a cell holds before decoding; no code.
 constexpr std::uint8_t untouched = 9;
 
@@ -109,7 +109,7 @@ struct Line {
 
 Line DecodeFirstLine(const Bytes& data, int width, std::int32_t position = 3) {
   Line line{.Cells = Bytes(static_cast<std::size_t>(width), untouched), .Position = position};
-  DecodeLine<std::uint8_t>(UnitOf(data), line.Cells, line.Position, 0, width, bareCodes);
+  DecodeLine<std::uint8_t>(UnitOf(data), line.Cells, line.Position, 0, width, BareCodes);
   return line;
 }
 
@@ -167,9 +167,9 @@ TEST(DecodeLine, NextLineStartsOnAByte) {
   const Bytes unit = UnitOf({0xDF, 0xE0, 0x00, 0x00});
   Bytes cells(6, untouched);
   std::int32_t position = 3;
-  DecodeLine<std::uint8_t>(unit, cells, position, 0, 3, bareCodes);
+  DecodeLine<std::uint8_t>(unit, cells, position, 0, 3, BareCodes);
   EXPECT_EQ(position, 4);
-  DecodeLine<std::uint8_t>(unit, cells, position, 1, 3, bareCodes);
+  DecodeLine<std::uint8_t>(unit, cells, position, 1, 3, BareCodes);
   EXPECT_EQ(position, 5);
   EXPECT_THAT(cells, ElementsAre(1, 1, 1, 2, 2, 2));
 }
@@ -179,9 +179,9 @@ TEST(DecodeLine, RunPastLineEndIsClipped) {
   const Bytes unit = UnitOf({0x3D, 0xEB, 0x00, 0x00});
   Bytes cells(12, untouched);
   std::int32_t position = 3;
-  DecodeLine<std::uint8_t>(unit, cells, position, 0, 4, bareCodes);
+  DecodeLine<std::uint8_t>(unit, cells, position, 0, 4, BareCodes);
   EXPECT_THAT(cells, ElementsAre(1, 1, 1, 1, 9, 9, 9, 9, 9, 9, 9, 9));
-  DecodeLine<std::uint8_t>(unit, cells, position, 1, 4, bareCodes);
+  DecodeLine<std::uint8_t>(unit, cells, position, 1, 4, BareCodes);
   EXPECT_THAT(cells, ElementsAre(1, 1, 1, 1, 2, 2, 2, 3, 9, 9, 9, 9));
   EXPECT_EQ(position, 5);
 }
@@ -189,7 +189,7 @@ TEST(DecodeLine, RunPastLineEndIsClipped) {
 TEST(DecodeLine, OwnLineAloneIsPainted) {
   Bytes cells(9, untouched);
   std::int32_t position = 3;
-  DecodeLine<std::uint8_t>(UnitOf({0x3D, 0x00, 0x00}), cells, position, 1, 3, bareCodes);
+  DecodeLine<std::uint8_t>(UnitOf({0x3D, 0x00, 0x00}), cells, position, 1, 3, BareCodes);
   EXPECT_THAT(cells, ElementsAre(9, 9, 9, 1, 1, 1, 9, 9, 9));
 }
 
@@ -211,7 +211,7 @@ TEST(DecodeLine, NoWidthLeavesEverything) {
   for (const int width : {0, -1, std::numeric_limits<int>::min()}) {
     Bytes cells(4, untouched);
     std::int32_t position = 3;
-    DecodeLine<std::uint8_t>(UnitOf({0xFF, 0xFF, 0xFF}), cells, position, 0, width, bareCodes);
+    DecodeLine<std::uint8_t>(UnitOf({0xFF, 0xFF, 0xFF}), cells, position, 0, width, BareCodes);
     EXPECT_EQ(position, 3);
     EXPECT_THAT(cells, Each(untouched));
   }
@@ -221,7 +221,7 @@ TEST(DecodeLine, RowOutsideTheCellsIsNotDecoded) {
   for (const int line : {-1, 2, std::numeric_limits<int>::max()}) {
     Bytes cells(7, untouched);
     std::int32_t position = 3;
-    DecodeLine<std::uint8_t>(UnitOf({0xFF, 0xFF, 0xFF}), cells, position, line, 3, bareCodes);
+    DecodeLine<std::uint8_t>(UnitOf({0xFF, 0xFF, 0xFF}), cells, position, line, 3, BareCodes);
     EXPECT_EQ(position, 3);
     EXPECT_THAT(cells, Each(untouched));
   }
@@ -229,7 +229,7 @@ TEST(DecodeLine, RowOutsideTheCellsIsNotDecoded) {
 
 Bytes Decode(const Bytes& data, int width, int height, std::int32_t topOffset, std::int32_t bottomOffset) {
   Bytes cells(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), untouched);
-  DecodeFields<std::uint8_t>(UnitOf(data), cells, width, height, topOffset, bottomOffset, bareCodes);
+  DecodeFields<std::uint8_t>(UnitOf(data), cells, width, height, topOffset, bottomOffset, BareCodes);
   return cells;
 }
 
@@ -301,7 +301,7 @@ TEST(DecodeFields, ReversedAreaIsNotDecoded) {
   };
   for (const auto& [width, height] : {Size{0, 2}, Size{2, 0}, Size{-2, -2}, Size{-1, 4}, Size{4, -32768}}) {
     Bytes cells(16, untouched);
-    DecodeFields<std::uint8_t>(unit, cells, width, height, 4, 6, bareCodes);
+    DecodeFields<std::uint8_t>(unit, cells, width, height, 4, 6, BareCodes);
     EXPECT_THAT(cells, Each(untouched)) << width << " x " << height;
   }
 }
@@ -309,9 +309,9 @@ TEST(DecodeFields, ReversedAreaIsNotDecoded) {
 TEST(DecodeFields, TooFewCellsAreNotTouched) {
   const Bytes unit = UnitOf({0xD0, 0xE0, 0xF0, 0xC0, 0x00, 0x00});
   Bytes cells(11, untouched);
-  DecodeFields<std::uint8_t>(unit, cells, 3, 4, 4, 6, bareCodes);
+  DecodeFields<std::uint8_t>(unit, cells, 3, 4, 4, 6, BareCodes);
   EXPECT_THAT(cells, Each(untouched));
-  DecodeFields<std::uint8_t>(unit, cells, 32767, 32767, 4, 6, bareCodes);
+  DecodeFields<std::uint8_t>(unit, cells, 32767, 32767, 4, 6, BareCodes);
   EXPECT_THAT(cells, Each(untouched));
 }
 

@@ -13,17 +13,13 @@ namespace quillmark {
 namespace {
 
 using test::Bytes;
+using test::Index;
 using test::Join;
 using test::PacketBuilder;
+using test::Second;
 using testing::ElementsAre;
 using Ending = MergeReport::Ending;
 using Outcome = MergedStreamEncoder::Outcome;
-
-constexpr std::int64_t Second = 90000;
-
-SupStream Index(const Bytes& bytes) {
-  return test::StreamOf(IndexPrimaryStream(bytes, InvalidFirst::IsPassed));
-}
 
 TEST(ObstacleToSecondary, StreamWithoutASubtitle) {
   EXPECT_EQ(ObstacleToSecondary(SupStream()), MergeObstacle::NoPrimary);

@@ -54,7 +54,7 @@ std::vector<std::uint8_t> ReadCodes(const std::string& name) {
   return codes;
 }
 
-struct Picture {
+struct DecodedUnit {
   std::size_t Width = 0;
   std::size_t Height = 0;
   std::vector<std::uint8_t> Codes;
@@ -65,10 +65,10 @@ struct Picture {
 };
 
 /// Decodes a whole unit to bare pixel codes.
-Picture Decode(std::span<const std::uint8_t> unit, const SpuControl& control) {
-  Picture picture = {.Width = static_cast<std::size_t>(control.Width()),
-                     .Height = static_cast<std::size_t>(control.Height()),
-                     .Codes = {}};
+DecodedUnit Decode(std::span<const std::uint8_t> unit, const SpuControl& control) {
+  DecodedUnit picture = {.Width = static_cast<std::size_t>(control.Width()),
+                         .Height = static_cast<std::size_t>(control.Height()),
+                         .Codes = {}};
   picture.Codes.assign(picture.Width * picture.Height, Untouched);
   const CodeTable<std::uint8_t> bareCodes = {0, 1, 2, 3};
   DecodeFields<std::uint8_t>(unit, picture.Codes, control.Width(), control.Height(), control.TopFieldOffset,
@@ -172,12 +172,12 @@ TEST_P(OtherEncoders, PicturesAreTheSameButForTheLastLineOfAnOddHeight) {
   for (std::size_t i = 0; i < facts_.size(); ++i) {
     SCOPED_TRACE("subtitle " + std::to_string(i + 1));
     const Unit unit = UnitOf(i);
-    const Picture picture = Decode(unit.Bytes, unit.Control);
+    const DecodedUnit picture = Decode(unit.Bytes, unit.Control);
     ASSERT_EQ(json(picture.Width), facts_[i]["width"]);
     ASSERT_EQ(json(picture.Height), facts_[i]["height"]);
     const std::size_t codesAt = facts_[i]["codes_at"];
     ASSERT_LE(codesAt + picture.Codes.size(), codes.size());
-    Picture expected = picture;
+    DecodedUnit expected = picture;
     expected.Codes.assign(codes.data() + codesAt, codes.data() + codesAt + picture.Codes.size());
 
     const std::size_t decodedLines = picture.Height - picture.Height % 2;

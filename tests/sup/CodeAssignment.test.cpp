@@ -10,16 +10,13 @@ namespace quillmark {
 namespace {
 
 using test::Bytes;
+using test::Index;
 using test::Join;
 using test::PacketBuilder;
 
 /// By code 0, 1, 2, 3.
 constexpr CodeNibbles Colours = {0, 1, 2, 10};
 constexpr CodeNibbles Contrasts = {0, 8, 15, 15};
-
-SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) {
-  return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
-}
 
 /// The file's bytes and the zero after them, with some bytes changed.
 struct Change {

@@ -1,22 +1,14 @@
 #include "sup/EditJournal.h"
 
-#include <initializer_list>
-#include <vector>
-
 #include <gtest/gtest.h>
+
+#include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
-Bytes Join(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts) {
-    all.insert(all.end(), part.begin(), part.end());
-  }
-  return all;
-}
+using test::Bytes;
+using test::Join;
 
 // Records as they stand in a file; their hashes were worked out apart from this program.
 

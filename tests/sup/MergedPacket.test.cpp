@@ -182,24 +182,22 @@ TEST_P(MergedDelayTest, Is) {
   EXPECT_EQ(MergedDelay(primary, GetParam().Start, GetParam().End, GetParam().IsLast), GetParam().Expected);
 }
 
-constexpr std::int64_t Lowest = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t Highest = std::numeric_limits<std::int64_t>::max();
+using AnyTime = std::numeric_limits<std::int64_t>;
 
-INSTANTIATE_TEST_SUITE_P(Rules, MergedDelayTest,
-                         testing::Values(DelayCase{"StoredDelay", 225, 0, 1000, false, 225},
-                                         DelayCase{"StoredDelayOfTheLast", 225, 0, 0, true, 225},
-                                         DelayCase{"NegativeDelayKeepsItsBits", -1, 0, 1000, false, 65535},
-                                         DelayCase{"LastWithoutDelay", 0, 90000, 0, true, 1000},
-                                         DelayCase{"Duration", 0, 90000, 315000, false, 225},
-                                         DelayCase{"RoundedDown", 0, 0, 1499, false, 1},
-                                         DelayCase{"HalvesAreRoundedUp", 0, 0, 1500, false, 2},
-                                         DelayCase{"RoundedUp", 0, 0, 1999, false, 2},
-                                         DelayCase{"NegativeTimes", 0, -2000, -1000, false, 1},
-                                         DelayCase{"NoEnd", 0, 90000, 0, false, 0},
-                                         DelayCase{"AtMost65535", 0, 0, 65536000, false, 65535},
-                                         DelayCase{"WholeRange", 0, Lowest, Highest, false, 65535},
-                                         DelayCase{"WholeRangeBackwards", 0, Highest, Lowest, false, 0}),
-                         [](const auto& test) { return test.param.Name; });
+INSTANTIATE_TEST_SUITE_P(
+    Rules, MergedDelayTest,
+    testing::Values(
+        DelayCase{"StoredDelay", 225, 0, 1000, false, 225},
+        DelayCase{"StoredDelayOfTheLast", 225, 0, 0, true, 225},
+        DelayCase{"NegativeDelayKeepsItsBits", -1, 0, 1000, false, 65535},
+        DelayCase{"LastWithoutDelay", 0, 90000, 0, true, 1000},
+        DelayCase{"Duration", 0, 90000, 315000, false, 225}, DelayCase{"RoundedDown", 0, 0, 1499, false, 1},
+        DelayCase{"HalvesAreRoundedUp", 0, 0, 1500, false, 2}, DelayCase{"RoundedUp", 0, 0, 1999, false, 2},
+        DelayCase{"NegativeTimes", 0, -2000, -1000, false, 1}, DelayCase{"NoEnd", 0, 90000, 0, false, 0},
+        DelayCase{"AtMost65535", 0, 0, 65536000, false, 65535},
+        DelayCase{"WholeRange", 0, AnyTime::min(), AnyTime::max(), false, 65535},
+        DelayCase{"WholeRangeBackwards", 0, AnyTime::max(), AnyTime::min(), false, 0}),
+    [](const auto& test) { return test.param.Name; });
 
 SpuControl SoundControl() {
   SpuControl control;

@@ -18,6 +18,7 @@ using test::Bytes;
 using test::EndOfSequence;
 using test::Join;
 using test::PacketBuilder;
+using test::Second;
 using test::Sequence;
 using test::SetArea;
 using test::SetColour;
@@ -32,8 +33,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 using Code = StreamProblemCode;
-
-constexpr std::int64_t Second = 90000;
 
 std::vector<StreamProblem> Check(const Bytes& file) {
   std::vector<StreamProblem> problems;

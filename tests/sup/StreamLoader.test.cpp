@@ -15,6 +15,7 @@ namespace quillmark {
 namespace {
 
 using test::Bytes;
+using test::Index;
 using test::Join;
 using test::PacketBuilder;
 using testing::ElementsAre;
@@ -23,11 +24,6 @@ using testing::IsEmpty;
 constexpr std::int64_t Earliest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t Latest = std::numeric_limits<std::int64_t>::max();
 constexpr auto PacketLength = static_cast<std::int32_t>(PacketBuilder::Length);
-
-/// The index of a file that loads.
-SupStream Index(Bytes file) {
-  return test::StreamOf(IndexPrimaryStream(std::move(file), InvalidFirst::IsPassed));
-}
 
 Bytes FirstBytes(const Bytes& bytes, std::size_t count) {
   return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};

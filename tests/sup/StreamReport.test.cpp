@@ -10,12 +10,9 @@ namespace quillmark {
 namespace {
 
 using test::Bytes;
+using test::Index;
 using test::Join;
 using test::PacketBuilder;
-
-SupStream Index(Bytes file) {
-  return test::StreamOf(IndexPrimaryStream(std::move(file), InvalidFirst::IsPassed));
-}
 
 const std::string EmptyReport =
     "Found Subtitles: 0\r\n"

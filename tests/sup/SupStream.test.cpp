@@ -10,12 +10,9 @@ namespace quillmark {
 namespace {
 
 using test::Bytes;
+using test::Index;
 using test::Join;
 using test::PacketBuilder;
-
-SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) {
-  return test::StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
-}
 
 Bytes CopyOf(const SupStream& stream, std::size_t index) {
   Bytes unit = {1, 2, 3};  // what an earlier subtitle left in the buffer

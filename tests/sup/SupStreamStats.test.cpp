@@ -11,10 +11,10 @@ namespace {
 
 using test::PacketBuilder;
 
-constexpr std::int16_t Sound = PacketBuilder::FirstSequence;
+constexpr std::int16_t ControlAt = PacketBuilder::FirstSequence;
 
 void AddUnit(SupStreamStats& stats, const PacketBuilder& packet, std::size_t index = 1) {
-  stats.Add(DecodeControl(packet.WholeUnit(), Sound), 38, 0, index);
+  stats.Add(DecodeControl(packet.WholeUnit(), ControlAt), 38, 0, index);
 }
 
 TEST(SupStreamStats, StartValues) {
@@ -42,7 +42,7 @@ TEST(SupStreamStats, StartValues) {
 TEST(SupStreamStats, ValidUnitCountsInEveryField) {
   SupStreamStats stats;
 
-  stats.Add(DecodeControl(PacketBuilder().Delay(100).WholeUnit(), Sound), 38, 5893200, 0);
+  stats.Add(DecodeControl(PacketBuilder().Delay(100).WholeUnit(), ControlAt), 38, 5893200, 0);
 
   EXPECT_EQ(stats.MaxSpuSize, 38);
   EXPECT_EQ(stats.MaxWidth, 4);
@@ -59,7 +59,7 @@ TEST(SupStreamStats, ValidUnitCountsInEveryField) {
 TEST(SupStreamStats, InvalidUnitCountsOnlyItsSizeItsTimeAndAnError) {
   SupStreamStats stats;
 
-  stats.Add(DecodeControl(PacketBuilder().Delay(100).WithoutColour().WholeUnit(), Sound), 38, 90000, 0);
+  stats.Add(DecodeControl(PacketBuilder().Delay(100).WithoutColour().WholeUnit(), ControlAt), 38, 90000, 0);
 
   EXPECT_EQ(stats.ParseErrors, 1);
   EXPECT_EQ(stats.MaxSpuSize, 38);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "sup/StreamLoader.h"
+#include "tests/support/PacketBuilder.h"
 
 namespace quillmark::test {
 
@@ -16,6 +17,11 @@ inline SupStream StreamOf(Result<LoadedStream> loaded) {
   }
   EXPECT_FALSE(loaded->LostSignature);
   return std::move(loaded->Stream);
+}
+
+/// The index of a primary file that loads.
+inline SupStream Index(Bytes file, InvalidFirst invalidFirst = InvalidFirst::IsPassed) {
+  return StreamOf(IndexPrimaryStream(std::move(file), invalidFirst));
 }
 
 }  // namespace quillmark::test

@@ -13,6 +13,9 @@ namespace quillmark::test {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// In ticks of a packet's time.
+inline constexpr std::int64_t Second = 90000;
+
 inline Bytes Join(std::initializer_list<Bytes> parts) {
   Bytes all;
   for (const Bytes& part : parts) {
