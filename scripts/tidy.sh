@@ -1,34 +1,53 @@
 #!/usr/bin/env bash
 # scripts/tidy.sh: clang-tidy on every source that ships, with the compile commands and the precompiled headers
-# of build/dev, which must be built. clang-tidy takes longer than the compiler, so a source that passed is left alone until it, a header
-# of ours that it includes, or .clang-tidy changes: build/tidy holds an empty file for each state that passed.
+# of build/dev, which must be built. clang-tidy takes longer than the compiler, so a source that passed is left alone
+# until it, a header of ours that it includes, or .clang-tidy changes: build/tidy holds an empty file for each state
+# that passed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-# Sources: every source that ships.
-Sources() {
-  git ls-files --cached --others --exclude-standard -- \
-    {base,palette,sup,imaging,render,files,app,cli}/'*.cpp' | sed "s#^#$root/#"
+layers='(base|palette|sup|imaging|render|files|app|cli)'
+
+# OwnFiles: the sources that ship and their headers, as git names them.
+OwnFiles() {
+  git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' | grep -E "^$layers/"
 }
 
-# IncludedFiles: lines "source TAB file of ours that it reads", from the dependencies that ninja recorded. The
-# precompiled header may come before the source.
+# IncludedFiles: lines "source TAB file of ours that it reads": itself, and what it includes through any number of
+# headers. Ours are named from the root of the project.
 IncludedFiles() {
-  ninja -C build/dev -t deps | awk -v root="$root/" '
-    function Tell(  i) {
-      for (i = 1; source != "" && i <= count; ++i) print source "\t" read[i]
-      source = ""
-      count = 0
+  OwnFiles | xargs -d '\n' awk '
+    function Tell(source, file,   i) {
+      if (told[source, file]++) return
+      print source "\t" file
+      for (i = 1; i <= count[file]; ++i) if (includes[file, i] in seen) Tell(source, includes[file, i])
     }
-    /^[^ ]/ { Tell(); next }
-    sub(/^ +/, "") {
-      sub(/^[.][.]\/[.][.]\//, root)  # as ccache leaves it where it makes paths relative
-      if (index($0, root "build/") == 1 || index($0, root) != 1) next
-      read[++count] = $0
-      if ($0 ~ "^" root "(base|palette|sup|imaging|render|files|app|cli)/[^/]*[.]cpp$") source = $0
+    FNR == 1 { seen[FILENAME] }
+    /^#include "/ { split($0, part, "\""); includes[FILENAME, ++count[FILENAME]] = part[2] }
+    END { for (file in seen) if (file ~ /[.]cpp$/) Tell(file, file) }'
+}
+
+# CompileCommands: those of build/dev with one for each source, also where several are compiled as one.
+CompileCommands() {
+  awk '
+    function Entry(command, file) {
+      printf "%s{\n%s\n%s\n  \"file\": \"%s\"\n}", separator, directory, command, file
+      separator = ",\n"
     }
-    END { Tell() }'
+    /^  "directory": / { directory = $0 }
+    /^  "command": / { command = $0 }
+    /^  "file": / {
+      split($0, part, "\"")
+      unit = part[4]
+      if (unit !~ /\/Unity\/unity_[^\/]*$/) { Entry(command, unit); next }
+      place = index(command, " -c " unit)
+      while ((getline line <unit) > 0)
+        if (split(line, part, "\"") == 3 && line ~ /^#include /)
+          Entry(substr(command, 1, place + 3) part[2] substr(command, place + 4 + length(unit)), part[2])
+    }
+    BEGIN { print "[" }
+    END { print "\n]" }' build/dev/compile_commands.json
 }
 
 # The check quillmark-own-code keeps clang-tidy from walking through the headers of the system.
@@ -40,7 +59,7 @@ BuildOwnCode() {
 }
 
 CheckOne() {
-  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code -p build/dev "$1" 2> >(grep -v 'warnings\? generated' >&2); then
+  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code -p build/tidy "$1" 2> >(grep -v 'warnings\? generated' >&2); then
     touch "build/tidy/$2"
   else
     return 1
@@ -49,7 +68,8 @@ CheckOne() {
 export -f CheckOne
 
 mkdir -p build/tidy
-included=$(IncludedFiles | sort -u)
+CompileCommands >build/tidy/compile_commands.json
+included=$(IncludedFiles | sort)
 declare -A digest state
 while read -r sum file; do
   digest[$file]=$sum
@@ -58,7 +78,8 @@ while IFS=$'\t' read -r name file; do
   state[$name]+=${digest[$file]}
 done <<<"$included"
 
-if ! missed=$(diff <(Sources | sort) <(printf '%s\n' "${!state[@]}" | sort)); then
+if ! missed=$(diff <(printf '%s\n' "${!state[@]}" | sort) \
+  <(sed -nE "s#^  \"file\": \"$root/($layers/[^/]*[.]cpp)\"#\\1#p" build/tidy/compile_commands.json | sort)); then
   Say "not the sources that build/dev was made of:"
   echo "$missed"
   exit 1
