@@ -110,8 +110,4 @@ std::vector<std::string> ProgramTest::Names() const {
   return names;
 }
 
-PacketBuilder Sound(std::int64_t start) {
-  return PacketBuilder().Time(start).Delay(90);
-}
-
 }  // namespace quillmark::test

@@ -47,10 +47,6 @@ class ProgramTest : public testing::Test {
   std::filesystem::path previousFolder_;
 };
 
-/// A sound packet of 48 bytes, shown for one second: 4 x 2 pixels at (100, 400), the upper line of code 1,
-/// the lower one of code 2; codes 0-3 have palette entries 0-3 and opacities 0, F, F, F.
-PacketBuilder Sound(std::int64_t start = 0);
-
 /// The start-up palette's entries 1 and 2, opaque: what its codes 1 and 2 look like, as QRgb.
 inline constexpr std::uint32_t Code1 = 0xFF03FDFB;
 inline constexpr std::uint32_t Code2 = 0xFFFFFFFF;

@@ -24,6 +24,7 @@ using test::SetArea;
 using test::SetColour;
 using test::SetContrast;
 using test::SetFields;
+using test::Sound;
 using test::StartDisplay;
 using test::StopDisplay;
 using testing::AllOf;
@@ -45,11 +46,6 @@ auto Problem(std::int64_t offset, std::optional<std::int64_t> packet, Code code,
   return AllOf(Field("Offset", &StreamProblem::Offset, offset),
                Field("Packet", &StreamProblem::Packet, packet), Field("Code", &StreamProblem::Code, code),
                testing::ResultOf("message", ProblemMessage, HasSubstr(words)));
-}
-
-/// 48 bytes: a sound packet that is shown for one second.
-PacketBuilder Sound(std::int64_t start = 0) {
-  return PacketBuilder().Time(start).Delay(90);
 }
 
 /// Two lines of data at unit bytes 4 and 6, then these control sequences from unit byte 8 on.

@@ -20,24 +20,19 @@ using test::EndOfSequence;
 using test::ForcedStart;
 using test::Join;
 using test::PacketBuilder;
+using test::Second;
 using test::Sequence;
 using test::SetArea;
 using test::SetColour;
 using test::SetContrast;
 using test::SetFields;
+using test::Sound;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using testing::Optional;
 
 using Code = StreamProblemCode;
-
-constexpr std::int64_t Second = 90000;
-
-/// 48 bytes: a sound packet that is shown for one second.
-PacketBuilder Sound(std::int64_t start = 0) {
-  return PacketBuilder().Time(start).Delay(90);
-}
 
 StreamSurvey Survey(const Bytes& file) {
   StreamSurvey survey(file);

@@ -167,4 +167,10 @@ class PacketBuilder {
   unsigned controlOffset_ = FirstSequence;
 };
 
+/// A sound packet of 48 bytes, shown for one second: 4 x 2 pixels at (100, 400), the upper line of code 1,
+/// the lower one of code 2; codes 0-3 have palette entries 0-3 and opacities 0, F, F, F.
+inline PacketBuilder Sound(std::int64_t start = 0) {
+  return PacketBuilder().Time(start).Delay(90);
+}
+
 }  // namespace quillmark::test
