@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
+
+#include "sup/StreamPacket.h"
 
 namespace quillmark {
 namespace {
@@ -209,6 +212,44 @@ StreamEdit AssignCodes(const SupStream& stream, std::span<const std::size_t> ind
   }
   return AssignCodesTo(
       stream, indexes.size(), [indexes](std::size_t k) { return indexes[k]; }, codes);
+}
+
+ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only, const CodeAssignment& codes) {
+  CodeAssignment sound = codes;
+  sound.NeedsCommands = true;
+  const bool writesColours = ArgumentChange(codes.Colours).IsNeeded;
+  const bool writesContrasts = ArgumentChange(codes.Contrasts).IsNeeded;
+  const auto file = FileOf(stream);
+  ToolResult result;
+  result.Chosen = only.SizeWithin(stream.Count);
+  only.ForEachIndex(file.empty() ? 0 : stream.PacketOffset.size(), [&](std::size_t index) {
+    const auto number = static_cast<std::int64_t>(index) + 1;
+    const bool noColour = writesColours && !HasColourCommand(stream, index);
+    const bool noContrast = writesContrasts && !HasContrastCommand(stream, index);
+    if (noColour || noContrast) {
+      result.Left.push_back({.Number = number,
+                             .Why = noColour && noContrast ? LeftReason::NoColourNoContrast
+                                    : noColour             ? LeftReason::NoColour
+                                                           : LeftReason::NoContrast});
+      return;
+    }
+    const StreamEdit edit = AssignCodes(stream, index, index + 1, sound);
+    std::span<const std::uint8_t> fresh = edit.Bytes;
+    bool changes = false;
+    for (const StreamEdit::Place& place : edit.Places) {
+      const auto old = file.subspan(place.Offset, place.Removed);
+      const auto become = fresh.first(place.Inserted);
+      if (!std::ranges::equal(old, become)) {
+        result.Edit.Replace(place.Offset, place.Removed, become);
+        changes = true;
+      }
+      fresh = fresh.subspan(place.Inserted);
+    }
+    if (changes) {
+      result.Changed.Append(number);
+    }
+  });
+  return result;
 }
 
 }  // namespace quillmark

@@ -9,6 +9,7 @@
 #include "sup/SpuCommand.h"
 #include "sup/StreamEdit.h"
 #include "sup/SupStream.h"
+#include "sup/ToolResult.h"
 
 namespace quillmark {
 
@@ -46,5 +47,10 @@ struct CodeAssignment {
 /// is empty too.
 [[nodiscard]] StreamEdit AssignCodes(const SupStream& stream, std::span<const std::size_t> indexes,
                                      const CodeAssignment& codes);
+
+/// The same for the subtitles of `only`, as a tool: those without a command that would be written are left,
+/// whatever `NeedsCommands` says.
+[[nodiscard]] ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only,
+                                       const CodeAssignment& codes);
 
 }  // namespace quillmark

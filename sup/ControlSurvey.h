@@ -3,19 +3,14 @@
 #include <cstdint>
 #include <span>
 
+#include "sup/ControlSequences.h"
+
 namespace quillmark {
 
-/// Where a unit keeps its control sequences, looked at as a player does: from one to the next by their
-/// pointers, forwards. Positions count from the unit's start, its size field.
+/// What there is to say of a unit's control sequences, looked at as WalkControl does. Positions count from
+/// the unit's start, its size field.
 struct ControlSurvey {
-  enum class Ending {
-    PointsToItself,   ///< the last sequence was found: the walk ended in the unit
-    NoEndMark,        ///< a sequence runs up to the unit's end without its 0xFF
-    PointsNowhere,    ///< a pointer is 0
-    PointsBackwards,  ///< a pointer leads into or before its own sequence
-    PointsOutside,    ///< a pointer, or the control offset, leads out of the unit
-    TooLong,          ///< given up after MaxSurveyedCommands
-  };
+  using Ending = ControlEnding;
   Ending End = Ending::PointsOutside;
   std::int32_t EndPosition = 0;  ///< of the sequence where the walk ended
   std::int32_t Sequences = 0;    ///< sequences begun
@@ -27,9 +22,6 @@ struct ControlSurvey {
   std::int32_t FirstGap = 0;
   bool IsForced = false;  ///< a command starts the display even where subtitles are off
 };
-
-/// More commands than any real unit has; the bound keeps a search that tries every byte of a file linear.
-inline constexpr std::int32_t MaxSurveyedCommands = 256;
 
 /// `unit` is a whole unit, from its size field on; `controlOffset` is that of its first sequence.
 [[nodiscard]] ControlSurvey SurveyControl(std::span<const std::uint8_t> unit, std::uint16_t controlOffset);

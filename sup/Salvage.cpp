@@ -33,15 +33,6 @@ bool HasSignature(std::span<const std::uint8_t> file, std::size_t offset) {
   return offset <= file.size() && StartsWithSignature(file.subspan(offset));
 }
 
-PacketFault InspectUnit(std::span<const std::uint8_t> unit, std::uint16_t controlOffset) {
-  if (controlOffset < UnitHeaderSize || controlOffset + SmallestSequence > unit.size()) {
-    return PacketFault::ControlOffsetOutside;
-  }
-  return SurveyControl(unit, controlOffset).End == ControlSurvey::Ending::PointsToItself
-             ? PacketFault::None
-             : PacketFault::ControlUnfinished;
-}
-
 /// What stands after a whole packet: the next one, or no more than a scrap.
 bool StreamGoesOnAt(std::span<const std::uint8_t> file, std::size_t offset) {
   return file.size() - offset < PacketHeaderSize || HasSignature(file, offset);
@@ -126,6 +117,21 @@ std::string_view FaultText(PacketFault fault) {
   return "";
 }
 
+PacketFault InspectSizes(std::size_t unitSize, std::size_t controlOffset, std::size_t bytesThere) {
+  if (unitSize > MaxReadUnit) {
+    return PacketFault::UnitTooLarge;
+  }
+  if (unitSize < SmallestUnit) {
+    return PacketFault::UnitTooSmall;
+  }
+  if (unitSize > bytesThere) {
+    return PacketFault::PastEnd;
+  }
+  return controlOffset < UnitHeaderSize || controlOffset + SmallestSequence > unitSize
+             ? PacketFault::ControlOffsetOutside
+             : PacketFault::None;
+}
+
 PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset) {
   if (offset > file.size() || file.size() - offset < PacketHeaderSize) {
     return PacketFault::TooShort;
@@ -134,16 +140,13 @@ PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset
   if (!header) {
     return PacketFault::NoSignature;
   }
-  if (header->UnitSize > MaxReadUnit) {
-    return PacketFault::UnitTooLarge;
+  const auto rest = file.subspan(offset + UnitStart);
+  const PacketFault fault = InspectSizes(header->UnitSize, header->ControlOffset, rest.size());
+  if (fault != PacketFault::None) {
+    return fault;
   }
-  if (header->UnitSize < SmallestUnit) {
-    return PacketFault::UnitTooSmall;
-  }
-  if (header->UnitSize > file.size() - offset - UnitStart) {
-    return PacketFault::PastEnd;
-  }
-  return InspectUnit(file.subspan(offset + UnitStart, header->UnitSize), header->ControlOffset);
+  const ControlSurvey survey = SurveyControl(rest.first(header->UnitSize), header->ControlOffset);
+  return survey.End == ControlEnding::PointsToItself ? PacketFault::None : PacketFault::ControlUnfinished;
 }
 
 PacketSearch::PacketSearch(std::span<const std::uint8_t> file, std::size_t from)

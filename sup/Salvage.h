@@ -24,6 +24,12 @@ enum class PacketFault {
 /// In words for the user.
 [[nodiscard]] std::string_view FaultText(PacketFault fault);
 
+/// Whether a unit of `unitSize` bytes, of which the file has `bytesThere`, can hold control sequences from
+/// `controlOffset` on; what the unit holds is not looked at. One of the faults from UnitTooSmall to
+/// ControlOffsetOutside, or None.
+[[nodiscard]] PacketFault InspectSizes(std::size_t unitSize, std::size_t controlOffset,
+                                       std::size_t bytesThere);
+
 /// Whether a plausible packet starts at `offset`: signature, a unit within the file, a control offset within
 /// the unit, and control sequences whose pointers lead to the last one within the unit. What they say is not
 /// looked at. Never HoldsAnotherPacket.

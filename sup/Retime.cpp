@@ -1,0 +1,160 @@
+#include "sup/Retime.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "sup/SupFormat.h"
+#include "sup/ToolRun.h"
+
+namespace quillmark {
+namespace {
+
+/// New times by old ones.
+struct TimeMap {
+  std::int64_t From = 0;
+  std::int64_t To = 0;
+  Scaler Scale = Scaler({});
+  bool KeepsDelays = true;
+  std::int64_t Shift = 0;
+
+  [[nodiscard]] std::optional<std::int64_t> Of(std::int64_t time) const {
+    const auto distance = Difference(time, From);
+    const auto scaled = distance ? Scale.RoundedSum(To, *distance) : std::nullopt;
+    return scaled ? Sum(*scaled, Shift) : std::nullopt;
+  }
+};
+
+std::optional<std::int64_t> StartOf(const SupStream& stream, std::int64_t number) {
+  const auto index = static_cast<std::size_t>(number - 1);
+  return number > 0 && stream.Holds(index) ? std::optional(stream.StartTime[index]) : std::nullopt;
+}
+
+std::string Named(std::int64_t number) {
+  return "subtitle " + std::to_string(number);
+}
+
+Result<TimeMap> LineThrough(const SupStream& stream, const RetimeOptions::Line& line) {
+  for (const TimePoint& point : {line.A, line.B}) {
+    if (!StartOf(stream, point.Number)) {
+      return Failure{"there is no " + Named(point.Number) + ": it has " + std::to_string(stream.Count)};
+    }
+  }
+  TimePoint a = line.A;
+  TimePoint b = line.B;
+  if (*StartOf(stream, a.Number) > *StartOf(stream, b.Number)) {
+    std::swap(a, b);
+  }
+  const std::int64_t from = *StartOf(stream, a.Number);
+  const auto oldDistance = Difference(*StartOf(stream, b.Number), from);
+  const auto newDistance = Difference(b.Time, a.Time);
+  const std::string both = Named(a.Number) + " and " + Named(b.Number);
+  if (oldDistance == 0) {
+    return Failure{both + " start at the same time, so that no line leads through both"};
+  }
+  if (!oldDistance || !newDistance) {
+    return Failure{both + " start too far from each other"};
+  }
+  if (*newDistance <= 0) {
+    return Failure{Named(b.Number) + " starts after " + Named(a.Number) + ", and has to do so afterwards"};
+  }
+  const Ratio scale{.Numerator = *newDistance, .Denominator = *oldDistance};
+  return TimeMap{.From = from, .To = a.Time, .Scale = Scaler(scale), .KeepsDelays = scale.IsOne()};
+}
+
+Result<TimeMap> MapOf(const SupStream& stream, const RetimeOptions& options) {
+  if (options.Points) {
+    return LineThrough(stream, *options.Points);
+  }
+  return TimeMap{
+      .Scale = Scaler(options.Scale), .KeepsDelays = options.Scale.IsOne(), .Shift = options.Shift};
+}
+
+/// Where a unit's delays stand that are not 0.
+class DelayPositions {
+ public:
+  struct Delay {
+    std::int32_t Position = 0;
+    std::uint16_t Units = 0;
+  };
+
+  void Clear() { delays_.clear(); }
+  void Begin(const ControlSequence& sequence) {
+    if (sequence.Header.Delay != 0) {
+      delays_.push_back({.Position = sequence.Position, .Units = sequence.Header.Delay});
+    }
+  }
+  void Take(const ControlCommand& /*command*/) {}
+  [[nodiscard]] const std::vector<Delay>& All() const { return delays_; }
+
+ private:
+  std::vector<Delay> delays_;  // memory reused
+};
+
+std::array<std::uint8_t, 2> DelayBytes(std::uint16_t delay) {
+  return {static_cast<std::uint8_t>(delay >> 8U), static_cast<std::uint8_t>(delay)};
+}
+
+std::uint16_t ScaledDelay(const Scaler& scale, std::uint16_t delay) {
+  constexpr std::int64_t Max = std::numeric_limits<std::uint16_t>::max();
+  return static_cast<std::uint16_t>(std::clamp<std::int64_t>(scale.Rounded(delay).value_or(Max), 1, Max));
+}
+
+void WriteDelays(const StreamPacket& packet, const DelayPositions& delays, const Scaler& scale,
+                 ToolRun& run) {
+  for (const DelayPositions::Delay& delay : delays.All()) {
+    run.Write(packet.FileOffset(static_cast<std::size_t>(delay.Position)), DelayBytes(delay.Units),
+              DelayBytes(ScaledDelay(scale, delay.Units)));
+  }
+}
+
+}  // namespace
+
+Result<void> HasTimeLine(const SupStream& stream, const RetimeOptions& options) {
+  const Result<TimeMap> map = MapOf(stream, options);
+  return map ? Result<void>() : map.Why();
+}
+
+Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, const RetimeOptions& options) {
+  const Result<TimeMap> map = MapOf(stream, options);
+  if (!map) {
+    return map.Why();
+  }
+  ToolRun run(stream, only, map->KeepsDelays ? 1 : 2);
+  DelayPositions delays;
+  std::optional<Failure> impossible;
+  run.ForEach([&](std::size_t index, const StreamPacket& packet) {
+    if (impossible) {
+      return;
+    }
+    delays.Clear();
+    ControlWalk walk;
+    if (const PacketFault fault = WalkPacket(packet, delays, walk); fault != PacketFault::None) {
+      run.LeaveDamaged(fault);
+      return;
+    }
+    const std::int64_t old = stream.StartTime[index];
+    const auto fresh = map->Of(old);
+    if (!fresh || (*fresh < 0 && *fresh != old)) {
+      impossible = Failure{Named(run.Number()) +
+                           (fresh || old < map->From ? " would start before 0"
+                                                     : " would start after the last time that there is") +
+                           "; nothing is written"};
+      return;
+    }
+    if (*fresh != old) {
+      run.Write(packet.Offset + TimeStart, PackTime(old), PackTime(*fresh));
+    }
+    if (!map->KeepsDelays) {
+      WriteDelays(packet, delays, map->Scale, run);
+    }
+  });
+  if (impossible) {
+    return *impossible;
+  }
+  return run.Finish(true);
+}
+
+}  // namespace quillmark

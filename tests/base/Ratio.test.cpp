@@ -1,0 +1,73 @@
+#include "base/Ratio.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmark {
+namespace {
+
+constexpr std::int64_t Max = 9223372036854775807;
+constexpr std::int64_t Min = -Max - 1;
+
+TEST(Scaler, RoundsToNearestAndHalvesAwayFromZero) {
+  const Scaler half({.Numerator = 1, .Denominator = 2});
+  EXPECT_EQ(half.Rounded(4), 2);
+  EXPECT_EQ(half.Rounded(5), 3);
+  EXPECT_EQ(half.Rounded(-5), -3);
+  EXPECT_EQ(half.Rounded(-4), -2);
+  const Scaler third({.Numerator = 1, .Denominator = 3});
+  EXPECT_EQ(third.Rounded(4), 1);
+  EXPECT_EQ(third.Rounded(5), 2);
+  EXPECT_EQ(third.Rounded(-4), -1);
+  EXPECT_EQ(third.Rounded(-5), -2);
+  const Scaler film({.Numerator = 960, .Denominator = 1001});
+  // 90000 x 960 / 1001 = 86313.686...
+  EXPECT_EQ(film.Rounded(90000), 86314);
+}
+
+TEST(Scaler, RoundsASumAsAWhole) {
+  const Scaler half({.Numerator = 1, .Denominator = 2});
+  // 10 - 2.5 and 1 - 2.5
+  EXPECT_EQ(half.RoundedSum(10, -5), 8);
+  EXPECT_EQ(half.RoundedSum(1, -5), -2);
+}
+
+TEST(Scaler, IsExactWhereTheProductNeedsMoreThan64Bits) {
+  const Scaler scaler({.Numerator = 9000000000000000001, .Denominator = 9000000000000000000});
+  EXPECT_EQ(scaler.Rounded(9000000000000000000), 9000000000000000001);
+  EXPECT_EQ(scaler.Rounded(4500000000000000000), 4500000000000000001);
+  EXPECT_EQ(scaler.Rounded(4499999999999999999), 4499999999999999999);
+  EXPECT_EQ(scaler.Rounded(-9000000000000000000), -9000000000000000001);
+  const Scaler almost({.Numerator = Max - 1, .Denominator = Max});
+  EXPECT_EQ(almost.Rounded(Max), Max - 1);
+  EXPECT_EQ(almost.Rounded(Min), Min + 1);
+}
+
+TEST(Scaler, AnswersNothingWhere64BitsDoNotHoldIt) {
+  const Scaler twice({.Numerator = 2, .Denominator = 1});
+  EXPECT_EQ(twice.Rounded(Max / 2), Max - 1);
+  EXPECT_EQ(twice.Rounded(Max / 2 + 1), std::nullopt);
+  EXPECT_EQ(twice.Rounded(Min / 2), std::nullopt);
+  EXPECT_EQ(Scaler({.Numerator = Max, .Denominator = 1}).Rounded(Max), std::nullopt);
+  EXPECT_EQ(Scaler({}).RoundedSum(Max, 1), std::nullopt);
+  EXPECT_EQ(Scaler({.Numerator = 1, .Denominator = 2}).RoundedSum(Max, 1), std::nullopt);
+}
+
+TEST(Divide, CancelsWhatItCan) {
+  EXPECT_EQ(Divide({.Numerator = 24000, .Denominator = 1001}, {.Numerator = 25, .Denominator = 1}),
+            (Ratio{.Numerator = 960, .Denominator = 1001}));
+  EXPECT_EQ(Divide({.Numerator = Max, .Denominator = 2}, {.Numerator = Max, .Denominator = 6}),
+            (Ratio{.Numerator = 3, .Denominator = 1}));
+  EXPECT_EQ(Divide({.Numerator = Max, .Denominator = 2}, {.Numerator = 2, .Denominator = Max}), std::nullopt);
+}
+
+TEST(Sum, AnswersNothingPastTheEnds) {
+  EXPECT_EQ(Sum(Max, 0), Max);
+  EXPECT_EQ(Sum(Max, 1), std::nullopt);
+  EXPECT_EQ(Sum(Min, -1), std::nullopt);
+  EXPECT_EQ(Difference(0, Min), std::nullopt);
+  EXPECT_EQ(Difference(-1, Min), Max);
+  EXPECT_EQ(Difference(Min, 1), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quillmark
