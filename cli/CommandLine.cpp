@@ -1,78 +1,51 @@
 #include "cli/CommandLine.h"
 
 #include <algorithm>
+#include <deque>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
-#include "cli/Decimal.h"
 #include "cli/HelpFormatter.h"
 #include "cli/Interruption.h"
 #include "cli/Json.h"
 #include "cli/NearestMatch.h"
+#include "cli/OptionKinds.h"
+#include "cli/ToolCommand.h"
 
 namespace quillmark::cli {
 namespace {
 
 constexpr const char* Program = "quillmark-cli";
-/// One option with one meaning in every command that writes; the first long name is the one in messages.
-constexpr const char* OutNames = "-o,--out,--output";
-
-/// Four hexadecimal digits, code 0 first; a code with a dot keeps what it has.
-std::optional<ChosenNibbles> ParseNibbles(const std::string& text) {
-  ChosenNibbles nibbles{};
-  if (text.size() != nibbles.size()) {
-    return std::nullopt;
+/// Whether the value of a flag turns it on, by the parser's own words for it.
+bool IsOn(const std::string& value) {
+  try {
+    return CLI::detail::to_flag_value(value) > 0;
+  } catch (const std::exception&) {
+    return true;  // no such word: wrong usage, which is told in the form asked for
   }
-  for (std::size_t code = 0; code < nibbles.size(); ++code) {
-    if (text[code] == '.') {
-      continue;
+}
+
+/// Whether a flag is set, read from the arguments themselves: what the parser could not understand has to be
+/// told as JSON as well, and what it requires may depend on the flag. The last one counts.
+bool HasFlag(const std::vector<std::string>& arguments, const std::string& flag) {
+  const std::string withValue = flag + "=";
+  bool wanted = false;
+  for (const std::string& argument : arguments) {
+    if (argument == "--") {
+      break;
     }
-    const auto digit = std::string_view("0123456789ABCDEFabcdef").find(text[code]);
-    if (digit == std::string_view::npos) {
-      return std::nullopt;
+    if (argument == flag) {
+      wanted = true;
+    } else if (argument.starts_with(withValue)) {
+      wanted = IsOn(argument.substr(withValue.size()));
     }
-    nibbles[code] = static_cast<std::uint8_t>(digit < 16 ? digit : digit - 6);
   }
-  return nibbles;
-}
-
-bool EndsIn(const std::string& name, const std::string& extension) {
-  return name.size() >= extension.size() &&
-         CLI::detail::to_lower(name.substr(name.size() - extension.size())) == extension;
-}
-
-/// Refuses an option's text with `reason` unless `accepts` it.
-CLI::Validator Accepting(const std::function<bool(const std::string&)>& accepts, const std::string& reason) {
-  return CLI::Validator(
-      [=](const std::string& text) { return accepts(text) ? std::string() : "'" + text + "' " + reason; },
-      "");
-}
-
-CLI::Validator FrameLines() {
-  return Accepting([](const std::string& text) { return text == "480" || text == "576"; },
-                   "is neither 480 nor 576");
-}
-
-CLI::Validator NamesAFile() {
-  return Accepting([](const std::string& name) { return !name.empty(); }, "names no file");
-}
-
-/// Decimal numbers alone: the parser's own conversion would take 0x10, and 010 for 8.
-CLI::Validator NumberWithin(std::int64_t first, std::int64_t last) {
-  const auto check = [=](const std::string& text) -> std::string {
-    const auto number = ParseDecimal(text);
-    if (!number) {
-      return "'" + text + "' is no decimal number";
-    }
-    return *number >= first && *number <= last
-               ? ""
-               : "Value " + text + " not in range " + std::to_string(first) + " to " + std::to_string(last);
-  };
-  return CLI::Validator(check, "");
+  return wanted;
 }
 
 /// The program's commands and their options, as the command line sets them.
@@ -86,12 +59,18 @@ class CommandTable {
     app_.formatter(std::make_shared<HelpFormatter>());
     AddReadingCommands();
     AddPictureCommands();
+    AddToolCommands();
     AddWritingCommands();
     AddHelp();
   }
 
   /// What to do after all was understood; throws CLI::ParseError otherwise.
   CommandResult ParseAndRun(std::vector<std::string> arguments, const Console& console) {
+    if (HasFlag(arguments, "--dry-run")) {
+      for (CLI::Option* const out : outs_) {
+        out->required(false);
+      }
+    }
     std::ranges::reverse(arguments);  // the order that the parser takes them in
     app_.parse(arguments);
     const auto chosen = app_.get_subcommands();
@@ -152,56 +131,6 @@ class CommandTable {
     return command;
   }
 
-  static void AddFile(CLI::App* command, std::string& file, const std::string& name = "FILE",
-                      const std::string& description = "Subtitle stream (SUP file)") {
-    command->add_option(name, file, description)->required()->type_name("")->check(NamesAFile());
-  }
-
-  template <typename Number>
-  static CLI::Option* AddNumber(CLI::App* command, const std::string& name, Number& number, Number first,
-                                Number last, const std::string& description) {
-    const auto take = [&number](const std::string& text) {
-      number = static_cast<Number>(ParseDecimal(text).value_or(number));
-    };
-    return command->add_option_function<std::string>(name, take, description)
-        ->check(NumberWithin(first, last));
-  }
-
-  static void AddOut(CLI::App* command, std::string& out, const std::string& type,
-                     const CLI::Validator& check = CLI::Validator()) {
-    command->add_option(OutNames, out, "File to write; takes the place of one that exists")
-        ->required()
-        ->type_name(type)
-        ->check(NamesAFile())
-        ->check(check);
-  }
-
-  static void AddPalette(CLI::App* command, std::string& palette) {
-    command->add_option("--palette", palette, "Palette file: .ifo, .pal or .rgb; else the start-up palette")
-        ->type_name("FILE")
-        ->check(NamesAFile());
-  }
-
-  static void AddOnly(CLI::App* command, SubtitleRange& only) {
-    command
-        ->add_option_function<std::string>(
-            "--only", [&only](const std::string& text) { only = ParseSubtitleRange(text).value_or(only); },
-            "Subtitles A to B, counted from 1; also A alone, and A- for all from A on")
-        ->type_name("A-B")
-        ->check(Accepting([](const std::string& text) { return ParseSubtitleRange(text).has_value(); },
-                          "is no range such as 3-7, 3 or 3-"));
-  }
-
-  static void AddNibbles(CLI::App* command, const std::string& name, std::optional<ChosenNibbles>& nibbles,
-                         const std::string& description) {
-    command
-        ->add_option_function<std::string>(
-            name, [&nibbles](const std::string& text) { nibbles = ParseNibbles(text); }, description)
-        ->type_name("HHHH")
-        ->check(Accepting([](const std::string& text) { return ParseNibbles(text).has_value(); },
-                          "is not four hexadecimal digits or dots"));
-  }
-
   void AddReadingCommands() {
     CLI::App* report = Add("report", "Report on a stream, as the window does", report_, Report, false);
     AddFile(report, report_.File);
@@ -254,19 +183,82 @@ class CommandTable {
         ->check(NamesAFile());
   }
 
-  void AddWritingCommands() {
-    CLI::App* assign =
-        Add("assign", "Write other --colours, --opacities or both into the stream", assign_, Assign, true);
-    AddFile(assign, assign_.File);
-    AddNibbles(
-        assign, "--colours", assign_.Colours,
-        "Palette entries, a hexadecimal digit for each pixel code: 0 background, 1 pattern, 2 emphasis 1, "
-        "3 emphasis 2; a dot leaves a code as it is");
-    AddNibbles(assign, "--opacities", assign_.Opacities,
-               "Opacities in the same way, 0 invisible to F opaque");
-    AddOnly(assign, assign_.Only);
-    AddOut(assign, assign_.Out, "FILE.sup");
+  /// The commands that run one tool on one stream.
+  void AddToolCommands() {
+    for (const Tool& tool : AllTools()) {
+      // These two have arguments of their own.
+      if (tool.Name != "join" && tool.Name != "salvage") {
+        AddTool(tool);
+      }
+    }
+    CLI::App* join = Add("join", "Put streams one behind another", join_, Join, true);
+    join->add_option("FILES", join_.Files, "Streams, at least two")
+        ->required()
+        ->expected(2, std::numeric_limits<int>::max())
+        ->type_name("")
+        ->check(NamesAFile());
+    join->add_option("--gap", join_.Gap, "How long after a stream's last end the next one starts")
+        ->type_name("MS");
+    join->add_option("--at", join_.At, "When each stream but the first starts, [[h:]m:]s, in place of --gap")
+        ->type_name("TIME")
+        ->delimiter(',')
+        ->expected(1, std::numeric_limits<int>::max());
+    AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
 
+    CLI::App* apply = Add("apply", "Run the steps of a recipe on any number of streams", apply_, Apply, true);
+    AddFile(apply, apply_.Recipe, "RECIPE", "Recipe (JSON)");
+    apply->add_option("FILES", apply_.Files, "Subtitle streams (SUP files)")
+        ->required()
+        ->expected(1, std::numeric_limits<int>::max())
+        ->type_name("")
+        ->check(NamesAFile());
+    apply->add_option("--out-dir", apply_.OutFolder, "Folder for the new files, made where it is missing")
+        ->required()
+        ->type_name("DIR")
+        ->check(NamesAFile());
+    apply->add_flag("--force", apply_.Force, "Write over files that exist");
+    apply->add_flag("--dry-run", apply_.DryRun, "Say what would change and write nothing");
+    apply->add_flag("--json", apply_.Json, "Write a JSON array of objects, one a file");
+  }
+
+  void AddTool(const Tool& tool) {
+    ToolCommandOptions& options = tools_.emplace_back();
+    options.Step.Tool = tool.Name;
+    // As ever, it says nothing when all was done.
+    options.IsQuiet = tool.Name == "assign";
+    CLI::App* const command = Add(std::string(tool.Name), std::string(tool.Help), options, RunTool, true);
+    for (const ToolOption& option : tool.Options) {
+      AddToolOption(command, option, options.Step);
+    }
+    AddFile(command, options.File);
+    AddToolOutput(command, options.Out, options.DryRun, options.Json);
+  }
+
+  static void AddToolOption(CLI::App* command, const ToolOption& option, StepText& step) {
+    const std::string name(option.Name);
+    const std::string help(option.Help);
+    if (option.IsFlag()) {
+      command->add_flag_callback(
+          "--" + name, [&step, name] { step.Options.emplace_back(name, "true"); }, help);
+      return;
+    }
+    const auto take = [&step, name](const std::string& text) { step.Options.emplace_back(name, text); };
+    CLI::Option* const added =
+        command->add_option_function<std::string>(option.IsPositional ? name : "--" + name, take, help)
+            ->type_name(std::string(option.Value));
+    if (option.IsPositional) {
+      added->required()->option_text(std::string(option.Value));
+    }
+  }
+
+  /// Where it goes, or that it goes nowhere.
+  void AddToolOutput(CLI::App* command, std::string& out, bool& dryRun, bool& json) {
+    outs_.push_back(AddOut(command, out, "FILE.sup"));
+    command->add_flag("--dry-run", dryRun, "Say what would change and write nothing; needs no -o");
+    command->add_flag("--json", json, "Write one JSON object");
+  }
+
+  void AddWritingCommands() {
     CLI::App* palette = Add("palette", "Convert a palette file", palette_, ConvertPalette, true);
     AddFile(palette, palette_.In, "IN", "Palette file: .ifo, .pal or .rgb");
     AddOut(palette, palette_.Out, "FILE.pal|FILE.RGB",
@@ -358,41 +350,17 @@ class CommandTable {
   ListOptions list_;
   PictureOptions picture_;
   ExportOptions export_;
-  AssignOptions assign_;
   PaletteOptions palette_;
   MergeOptions merge_;
   CheckOptions check_;
   DiffOptions diff_;
   SalvageOptions salvage_;
+  std::deque<ToolCommandOptions> tools_;  // that stay where they are when more are added
+  std::vector<CLI::Option*> outs_;        // what --dry-run makes needless
+  JoinCommandOptions join_;
+  ApplyOptions apply_;
   std::string helpTopic_;
 };
-
-/// Whether the value of a flag turns it on, by the parser's own words for it.
-bool IsOn(const std::string& value) {
-  try {
-    return CLI::detail::to_flag_value(value) > 0;
-  } catch (const std::exception&) {
-    return true;  // no such word: wrong usage, which is told in the form asked for
-  }
-}
-
-/// Whether a failure is told as JSON too. Read from the arguments themselves, because what the parser could
-/// not understand has to be told so as well. The last one counts.
-bool WantsJson(const std::vector<std::string>& arguments) {
-  constexpr std::string_view WithValue = "--json=";
-  bool wanted = false;
-  for (const std::string& argument : arguments) {
-    if (argument == "--") {
-      break;
-    }
-    if (argument == "--json") {
-      wanted = true;
-    } else if (argument.starts_with(WithValue)) {
-      wanted = IsOn(argument.substr(WithValue.size()));
-    }
-  }
-  return wanted;
-}
 
 CommandResult WrongUsageOf(const CommandTable& table, const CLI::ParseError& error) {
   const std::string unknown = table.UnknownWord();
@@ -425,7 +393,7 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
   } catch (const std::bad_alloc&) {
     result = Failed("", "there is not enough memory");
   }
-  Tell(result, WantsJson(arguments), console);
+  Tell(result, HasFlag(arguments, "--json"), console);
   console.Out.flush();
   if (!console.Out) {
     console.Err << Program << ": standard output cannot be written\n";

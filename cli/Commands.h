@@ -5,8 +5,7 @@
 
 #include "cli/CommandResult.h"
 #include "cli/Console.h"
-#include "cli/SubtitleRange.h"
-#include "sup/CodeAssignment.h"
+#include "sup/SubtitleSet.h"
 
 /// The commands of quillmark-cli, one file each. File names are the bytes of the command line.
 namespace quillmark::cli {
@@ -40,23 +39,12 @@ CommandResult Picture(const PictureOptions& options, const Console& console);
 struct ExportOptions {
   std::string File = {};
   std::string Palette = {};  ///< empty: the start-up palette
-  SubtitleRange Only = {};
+  SubtitleSet Only = SubtitleSet::All();
   std::string Base = {};  ///< empty: the file's name without its last four characters
 };
 /// Pictures and their list. The list is started afresh; the old one is kept where a picture cannot be
 /// written.
 CommandResult Export(const ExportOptions& options, const Console& console);
-
-struct AssignOptions {
-  std::string File = {};
-  std::optional<ChosenNibbles> Colours = {};
-  std::optional<ChosenNibbles> Opacities = {};
-  SubtitleRange Only = {};
-  std::string Out = {};
-};
-/// A copy of the stream with other colours, opacities or both. A subtitle that lacks a command to write them
-/// into is left as it is and named; the others are written all the same, and it is not done.
-CommandResult Assign(const AssignOptions& options, const Console& console);
 
 struct PaletteOptions {
   std::string In = {};

@@ -29,22 +29,23 @@ struct Tally {
 /// Hands the exporter every subtitle that has a picture, and names the others.
 Tally ExportAll(const ExportOptions& options, const SupStream& stream, const DvdPalette& palette,
                 Exporter& exporter, const Console& console) {
-  const std::int64_t last = options.Only.Last.value_or(stream.Count);
   Tally tally;
   SubtitleReader reader(stream);
-  ProgressBar progress(console, last - options.Only.First + 1);
+  std::int64_t done = 0;
+  ProgressBar progress(console, options.Only.SizeWithin(stream.Count));
   const auto leaveOut = [&](std::int64_t number, const std::string& reason, std::int64_t& count) {
     progress.Clear();
     console.Warn(options.File, SubtitleText(number) + reason);
     ++count;
   };
-  for (std::int64_t number = options.Only.First; number <= last; ++number) {
-    if (console.Interrupted()) {
-      tally.Interrupted = true;
-      break;
+  options.Only.ForEachIndex(stream.PacketOffset.size(), [&](std::size_t index) {
+    tally.Interrupted = tally.Interrupted || console.Interrupted();
+    if (tally.Interrupted) {
+      return;
     }
-    progress.Show(number - options.Only.First);
-    const auto description = reader.Read(static_cast<std::size_t>(number - 1));
+    progress.Show(done++);
+    const auto number = static_cast<std::int64_t>(index) + 1;
+    const auto description = reader.Read(index);
     if (!description) {
       leaveOut(number, " cannot be converted", tally.Unconverted);
     } else if (!HasPixels(description->Control)) {
@@ -55,7 +56,7 @@ Tally ExportAll(const ExportOptions& options, const SupStream& stream, const Dvd
                     picture);
       exporter.Add(*description, std::move(picture));
     }
-  }
+  });
   exporter.Flush();
   return tally;
 }
@@ -96,8 +97,7 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
   }
   console.Out << "wrote " << exporter.Pictures() << " pictures to " << paths.Folder.toStdString()
               << ", their list to " << list << '\n';
-  const std::int64_t count = options.Only.Last.value_or(stream.Count) - options.Only.First + 1;
-  return ExportResult(tally, count, options.File);
+  return ExportResult(tally, options.Only.SizeWithin(stream.Count), options.File);
 }
 
 }  // namespace
@@ -109,7 +109,7 @@ CommandResult Export(const ExportOptions& options, const Console& console) {
   if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
     return loaded;
   }
-  if (CommandResult range = CheckRange(options.Only, options.File, stream); !range.IsDone()) {
+  if (CommandResult range = CheckOnly(options.Only, options.File, stream); !range.IsDone()) {
     return range;
   }
   if (CommandResult loaded = LoadPalette(options.Palette, palette); !loaded.IsDone()) {

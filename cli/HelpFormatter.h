@@ -22,7 +22,8 @@ class HelpFormatter : public CLI::Formatter {
     }
     std::string usage = "Usage: " + name + optional + required;
     for (const CLI::Option* positional : app->get_options(&CLI::Option::get_positional)) {
-      usage += " " + make_option_usage(positional);
+      const std::string type = positional->get_type_name();
+      usage += " " + (type.empty() ? make_option_usage(positional) : type);
     }
     return usage + (app->get_subcommands({}).empty() ? "\n" : " COMMAND\n");
   }

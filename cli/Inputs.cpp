@@ -28,12 +28,11 @@ std::optional<SubtitleDescription> SubtitleReader::Read(std::size_t index) {
   return DescribeSubtitle(UnitOf(stream_, index, unit_));
 }
 
-CommandResult CheckRange(const SubtitleRange& range, const std::string& file, const SupStream& stream) {
-  if (IsWithin(range, stream.Count)) {
-    return {};
-  }
-  const std::int64_t wanted = range.Last.value_or(range.First);
-  return WrongUsage(file, "there is no " + SubtitleText(wanted) + ": it has " + std::to_string(stream.Count));
+CommandResult CheckOnly(const SubtitleSet& only, const std::string& file, const SupStream& stream) {
+  const auto outside = only.Outside(stream.Count);
+  return outside ? WrongUsage(file, "there is no " + SubtitleText(*outside) + ": it has " +
+                                        std::to_string(stream.Count))
+                 : CommandResult();
 }
 
 std::string SubtitleText(std::int64_t number) {

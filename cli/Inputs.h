@@ -10,10 +10,10 @@
 #include <QString>
 
 #include "cli/CommandResult.h"
-#include "cli/SubtitleRange.h"
 #include "palette/Colour.h"
 #include "render/SubtitleDescription.h"
 #include "sup/StreamLoader.h"
+#include "sup/SubtitleSet.h"
 #include "sup/SupStream.h"
 
 namespace quillmark::cli {
@@ -39,8 +39,8 @@ class SubtitleReader {
   std::vector<std::uint8_t> unit_;
 };
 
-/// Refuses a range that the stream does not have all of.
-CommandResult CheckRange(const SubtitleRange& range, const std::string& file, const SupStream& stream);
+/// Refuses subtitles that the stream does not have.
+CommandResult CheckOnly(const SubtitleSet& only, const std::string& file, const SupStream& stream);
 
 /// "subtitle 12", for messages.
 [[nodiscard]] std::string SubtitleText(std::int64_t number);

@@ -72,8 +72,8 @@ CommandResult Picture(const PictureOptions& options, const Console& console) {
   if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
     return loaded;
   }
-  const SubtitleRange only{.First = options.Number, .Last = options.Number};
-  if (CommandResult range = CheckRange(only, options.File, stream); !range.IsDone()) {
+  if (CommandResult range = CheckOnly(SubtitleSet::Of(options.Number), options.File, stream);
+      !range.IsDone()) {
     return range;
   }
   if (CommandResult loaded = LoadPalette(options.Palette, palette); !loaded.IsDone()) {

@@ -58,7 +58,7 @@ StreamEdit Reordered(const SupStream& stream, const Order& order, const std::vec
       closeGap(order[place]);
       goOn = order[place] + 1;
     } else {
-      const StreamPacket packet = PacketOf(stream, order[place]);
+      const IndexedPacket packet = PacketOf(stream, order[place]);
       const auto bytes = file.subspan(packet.Offset, packet.End - packet.Offset);
       movedIn.insert(movedIn.end(), bytes.begin(), bytes.end());
     }
@@ -71,7 +71,7 @@ StreamEdit Reordered(const SupStream& stream, const Order& order, const std::vec
 
 ToolResult CutPackets(const SupStream& stream, const SubtitleSet& only) {
   ToolRun run(stream, only);
-  run.ForEach([&](std::size_t /*index*/, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
     if (packet.End > packet.Offset) {
       run.Replace(packet.Offset, packet.End - packet.Offset, {});
     } else {
@@ -88,7 +88,7 @@ ToolResult KeepPackets(const SupStream& stream, const SubtitleSet& only) {
 ToolResult SortPackets(const SupStream& stream, const SubtitleSet& only) {
   ToolRun run(stream, only, 0);
   Order places;
-  run.ForEach([&](std::size_t index, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
     if (const PacketFault fault = FaultOf(packet); fault != PacketFault::None) {
       run.LeaveDamaged(fault);
     } else {
@@ -126,7 +126,7 @@ ToolResult DropDamage(const SupStream& stream) {
   const SalvagedStream salvaged = SalvageStream(FileOf(stream));
   auto range = salvaged.LeftOut.begin();
   SubtitleSet changed;
-  run.ForEach([&](std::size_t /*index*/, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
     while (range != salvaged.LeftOut.end() && range->Offset + range->Length <= packet.Offset) {
       ++range;
     }

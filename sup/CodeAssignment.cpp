@@ -4,7 +4,7 @@
 #include <functional>
 #include <utility>
 
-#include "sup/StreamPacket.h"
+#include "sup/IndexedPacket.h"
 
 namespace quillmark {
 namespace {

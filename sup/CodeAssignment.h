@@ -51,6 +51,6 @@ struct CodeAssignment {
 /// The same for the subtitles of `only`, as a tool: those without a command that would be written are left,
 /// whatever `NeedsCommands` says.
 [[nodiscard]] ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only,
-                                       const CodeAssignment& codes);
+                                      const CodeAssignment& codes);
 
 }  // namespace quillmark

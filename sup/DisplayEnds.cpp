@@ -52,7 +52,7 @@ class EndSurvey {
   bool readInOrder_ = true;
 };
 
-SpuControl Decoded(std::span<const std::uint8_t> unit, const StreamPacket& packet) {
+SpuControl Decoded(std::span<const std::uint8_t> unit, const IndexedPacket& packet) {
   return DecodeControl(unit, std::bit_cast<std::int16_t>(packet.ControlOffset));
 }
 
@@ -62,7 +62,7 @@ struct Display {
   bool HasStop = false;
 };
 
-Display DisplayOf(const StreamPacket& packet, const EndSurvey& survey) {
+Display DisplayOf(const IndexedPacket& packet, const EndSurvey& survey) {
   const std::int16_t delay = survey.StopIsRead() ? std::bit_cast<std::int16_t>(survey.Stop()->Header.Delay)
                                                  : Decoded(packet.Unit, packet).Delay;
   return {.Ticks = delay == 0 ? std::nullopt : std::optional(delay * TicksPerDelayUnit),
@@ -147,13 +147,13 @@ class EndWriter {
  public:
   explicit EndWriter(ToolRun& run) : run_(run) {}
 
-  std::optional<LeftReason> Write(const StreamPacket& packet, const EndSurvey& survey,
+  std::optional<LeftReason> Write(const IndexedPacket& packet, const EndSurvey& survey,
                                   const ControlWalk& walk, std::uint16_t delay) {
     return survey.Stop() ? WriteDelay(packet, survey, delay) : AddStop(packet, survey, walk, delay);
   }
 
  private:
-  std::optional<LeftReason> WriteDelay(const StreamPacket& packet, const EndSurvey& survey,
+  std::optional<LeftReason> WriteDelay(const IndexedPacket& packet, const EndSurvey& survey,
                                        std::uint16_t delay) {
     const auto position = static_cast<std::size_t>(survey.Stop()->Position);
     if (!survey.StopIsRead()) {
@@ -167,7 +167,7 @@ class EndWriter {
     return std::nullopt;
   }
 
-  std::optional<LeftReason> AddStop(const StreamPacket& packet, const EndSurvey& survey,
+  std::optional<LeftReason> AddStop(const IndexedPacket& packet, const EndSurvey& survey,
                                     const ControlWalk& walk, std::uint16_t delay) {
     const auto place = static_cast<std::size_t>(walk.After);
     const auto delayBytes = NumberBytes(delay);
@@ -205,7 +205,7 @@ class EndWriter {
   }
 
   /// Whether this program reads that end in `unit_`.
-  [[nodiscard]] bool Reads(const StreamPacket& packet, std::uint16_t delay) const {
+  [[nodiscard]] bool Reads(const IndexedPacket& packet, std::uint16_t delay) const {
     return std::bit_cast<std::uint16_t>(Decoded(unit_, packet).Delay) == delay;
   }
 
@@ -224,7 +224,7 @@ ToolResult SetDisplayEnds(const SupStream& stream, const SubtitleSet& only, cons
   EndWriter writer(run);
   EndSurvey survey;
   const Decider decider(options);
-  run.ForEach([&](std::size_t index, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
     survey.Clear();
     ControlWalk walk;
     if (const PacketFault fault = WalkPacket(packet, survey, walk); fault != PacketFault::None) {

@@ -29,7 +29,7 @@ ToolResult ForceDisplay(const SupStream& stream, const SubtitleSet& only, Displa
   const std::array<std::uint8_t, 1> command = {start == DisplayStart::Forced ? ForcedStart : StartDisplay};
   ToolRun run(stream, only);
   StartCommands starts;
-  run.ForEach([&](std::size_t /*index*/, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
     starts.Clear();
     ControlWalk walk;
     if (const PacketFault fault = WalkPacket(packet, starts, walk); fault != PacketFault::None) {

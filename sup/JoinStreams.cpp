@@ -78,7 +78,7 @@ Result<ToolResult> JoinStreams(const SupStream& first, const SupStream& second, 
   result.Chosen = static_cast<std::int64_t>(second.PacketOffset.size());
   std::vector<std::uint8_t> bytes(file.begin(), file.end());
   for (std::size_t index = 0; index < second.PacketOffset.size(); ++index) {
-    const StreamPacket packet = PacketOf(second, index);
+    const IndexedPacket packet = PacketOf(second, index);
     const auto number = static_cast<std::int64_t>(head.Packets + index) + 1;
     if (const PacketFault fault = FaultOf(packet); fault != PacketFault::None) {
       result.Left.push_back({.Number = number, .Why = LeftReason::Damaged, .Fault = fault});

@@ -162,7 +162,7 @@ AreaArguments Moved(const AreaRange& range, std::int32_t step) {
   return PackRange(static_cast<unsigned>(range.First + step), static_cast<unsigned>(range.Last + step));
 }
 
-void Write(const StreamPacket& packet, const Coordinates& coordinates, const Step& step, ToolRun& run) {
+void Write(const IndexedPacket& packet, const Coordinates& coordinates, const Step& step, ToolRun& run) {
   auto number = coordinates.Numbers().begin();
   const auto writeNumbersBefore = [&](std::size_t position) {
     for (; number != coordinates.Numbers().end() && number->Position < position; ++number) {
@@ -191,7 +191,7 @@ void Write(const StreamPacket& packet, const Coordinates& coordinates, const Ste
 ToolResult MoveArea(const SupStream& stream, const SubtitleSet& only, const MoveOptions& options) {
   ToolRun run(stream, only);
   Coordinates coordinates;
-  run.ForEach([&](std::size_t /*index*/, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
     coordinates.Clear();
     ControlWalk walk;
     if (const PacketFault fault = WalkPacket(packet, coordinates, walk); fault != PacketFault::None) {

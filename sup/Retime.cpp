@@ -102,7 +102,7 @@ std::uint16_t ScaledDelay(const Scaler& scale, std::uint16_t delay) {
   return static_cast<std::uint16_t>(std::clamp<std::int64_t>(scale.Rounded(delay).value_or(Max), 1, Max));
 }
 
-void WriteDelays(const StreamPacket& packet, const DelayPositions& delays, const Scaler& scale,
+void WriteDelays(const IndexedPacket& packet, const DelayPositions& delays, const Scaler& scale,
                  ToolRun& run) {
   for (const DelayPositions::Delay& delay : delays.All()) {
     run.Write(packet.FileOffset(static_cast<std::size_t>(delay.Position)), DelayBytes(delay.Units),
@@ -125,7 +125,7 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
   ToolRun run(stream, only, map->KeepsDelays ? 1 : 2);
   DelayPositions delays;
   std::optional<Failure> impossible;
-  run.ForEach([&](std::size_t index, const StreamPacket& packet) {
+  run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
     if (impossible) {
       return;
     }

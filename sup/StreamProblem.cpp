@@ -96,8 +96,7 @@ std::string EndingMessage(ControlSurvey::Ending ending) {
     case ControlSurvey::Ending::PointsOutside:
       return "the control sequence lies outside the unit, or points there for the next one";
     case ControlSurvey::Ending::TooLong:
-      return "the control sequences do not come to an end within " + Number(MaxControlCommands) +
-             " commands";
+      return "the control sequences do not come to an end within " + Number(MaxControlCommands) + " commands";
   }
   return "the control sequences do not come to an end";
 }

@@ -5,7 +5,7 @@
 #include <span>
 #include <utility>
 
-#include "sup/StreamPacket.h"
+#include "sup/IndexedPacket.h"
 #include "sup/ToolResult.h"
 
 namespace quillmark {

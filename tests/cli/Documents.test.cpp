@@ -223,8 +223,9 @@ TEST_P(CommandDocuments, ManualHasARowForIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,
-                         testing::Values("report", "list", "picture", "export", "assign", "palette", "merge",
-                                         "check", "diff", "salvage", "help"),
+                         testing::Values("report", "list", "picture", "export", "assign", "retime", "move",
+                                         "force", "ends", "cut", "keep", "sort", "join", "apply", "palette",
+                                         "merge", "check", "diff", "salvage", "help"),
                          [](const auto& test) { return test.param; });
 
 class ManualPages : public test::ProgramTest {};

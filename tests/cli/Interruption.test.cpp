@@ -7,6 +7,7 @@
 
 #include "cli/Commands.h"
 #include "cli/ProgressBar.h"
+#include "cli/ToolCommand.h"
 #include "tests/cli/Program.h"
 
 namespace quillmark::cli {
@@ -91,7 +92,10 @@ TEST_F(InterruptedCommand, MergeLeavesTheOldFile) {
 
 TEST_F(InterruptedCommand, OtherCommandsLeaveNothing) {
   EXPECT_EQ(Salvage({.File = Path("a.sup"), .Out = Path("b.sup")}, After(0)).Code, ExitCode::Interrupted);
-  EXPECT_EQ(Assign({.File = Path("a.sup"), .Colours = ChosenNibbles{}, .Out = Path("b.sup")}, After(0)).Code,
+  const StepText assign{.Tool = "assign", .Options = {{"colours", "...."}}};
+  EXPECT_EQ(RunTool({.Step = assign, .File = Path("a.sup"), .Out = Path("b.sup")}, After(0)).Code,
+            ExitCode::Interrupted);
+  EXPECT_EQ(Join({.Files = {Path("a.sup"), Path("a.sup")}, .Out = Path("b.sup")}, After(0)).Code,
             ExitCode::Interrupted);
   EXPECT_EQ(Picture({.File = Path("a.sup"), .Out = Path("b.png")}, After(0)).Code, ExitCode::Interrupted);
   EXPECT_THAT(Names(), ElementsAre("a.sup"));

@@ -37,7 +37,8 @@ TEST_F(Usage, HelpNamesEveryCommand) {
     EXPECT_EQ(run.ExitCode, 0);
     EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli [OPTIONS] COMMAND\n"));
     for (const char* command :
-         {"report", "list", "picture", "export", "assign", "palette", "merge", "check", "salvage", "help"}) {
+         {"report", "list", "picture", "export", "assign", "retime", "move", "force", "ends", "cut", "keep",
+          "sort", "join", "apply", "palette", "merge", "check", "salvage", "help"}) {
       EXPECT_THAT(run.Out, HasSubstr("\n  " + std::string(command) + "  ")) << word;
     }
     EXPECT_THAT(run.Err, IsEmpty());
@@ -46,7 +47,8 @@ TEST_F(Usage, HelpNamesEveryCommand) {
 
 TEST_F(Usage, HelpOnACommandIsWhatItsOwnHelpOptionSays) {
   for (const char* command :
-       {"report", "list", "picture", "export", "assign", "palette", "merge", "check", "salvage", "help"}) {
+       {"report", "list", "picture", "export", "assign", "retime", "move", "force", "ends", "cut", "keep",
+        "sort", "join", "apply", "palette", "merge", "check", "salvage", "help"}) {
     const auto run = Run({"help", command});
     EXPECT_EQ(run.ExitCode, 0);
     EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli " + std::string(command) + " [OPTIONS]"));
@@ -65,6 +67,10 @@ TEST_F(Usage, UsageLineShowsWhatIsRequired) {
                                  {"picture", "picture [OPTIONS] -o FILE.png FILE N"},
                                  {"export", "export [OPTIONS] FILE"},
                                  {"assign", "assign [OPTIONS] -o FILE.sup FILE"},
+                                 {"retime", "retime [OPTIONS] -o FILE.sup FILE"},
+                                 {"force", "force [OPTIONS] -o FILE.sup on|off FILE"},
+                                 {"join", "join [OPTIONS] -o FILE.sup FILES..."},
+                                 {"apply", "apply [OPTIONS] --out-dir DIR RECIPE FILES..."},
                                  {"palette", "palette [OPTIONS] -o FILE.pal|FILE.RGB IN"},
                                  {"merge", "merge [OPTIONS] -o FILE.sup PRIMARY SECONDARY"},
                                  {"salvage", "salvage [OPTIONS] -o FILE.sup FILE"},

@@ -18,7 +18,7 @@ namespace quillmark {
 
 /// A packet as the index has it. The packets of a stream stand one right after another, up to a scrap that
 /// is too short for one.
-struct StreamPacket {
+struct IndexedPacket {
   std::size_t Offset = 0;  ///< of "SP" in the file
   std::size_t End = 0;     ///< after its last byte that the file has
   bool IsCut = true;       ///< the file ends before the packet does
@@ -32,10 +32,10 @@ struct StreamPacket {
 };
 
 /// The packet of subtitle `index`, which `stream` holds.
-[[nodiscard]] inline StreamPacket PacketOf(const SupStream& stream, std::size_t index) {
+[[nodiscard]] inline IndexedPacket PacketOf(const SupStream& stream, std::size_t index) {
   const auto file = FileOf(stream);
   const auto size = std::size_t{std::bit_cast<std::uint16_t>(stream.SpuSize[index])};
-  StreamPacket packet;
+  IndexedPacket packet;
   packet.Offset = std::min(static_cast<std::size_t>(stream.PacketOffset[index]), file.size());
   const std::size_t left = file.size() - packet.Offset;
   if (left < PacketHeaderSize) {
@@ -56,7 +56,7 @@ struct StreamPacket {
 /// WalkControl through the packet's unit; what damage there is, in the packet or in its control sequences.
 /// `walk` is the walk's answer where the unit could be walked at all.
 template <typename Visitor>
-PacketFault WalkPacket(const StreamPacket& packet, Visitor& visitor, ControlWalk& walk) {
+PacketFault WalkPacket(const IndexedPacket& packet, Visitor& visitor, ControlWalk& walk) {
   if (packet.Fault != PacketFault::None) {
     return packet.Fault;
   }
@@ -65,7 +65,7 @@ PacketFault WalkPacket(const StreamPacket& packet, Visitor& visitor, ControlWalk
 }
 
 /// What damage there is in the packet or in its control sequences, whatever these say.
-[[nodiscard]] inline PacketFault FaultOf(const StreamPacket& packet) {
+[[nodiscard]] inline PacketFault FaultOf(const IndexedPacket& packet) {
   struct Nothing {
     void Begin(const ControlSequence& /*sequence*/) {}
     void Take(const ControlCommand& /*command*/) {}

@@ -1,0 +1,299 @@
+#include <algorithm>
+#include <condition_variable>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "base/FilePath.h"
+#include "cli/Inputs.h"
+#include "cli/ToolCommand.h"
+#include "files/ReplaceFile.h"
+#include "recipe/Recipe.h"
+#include "sup/IndexedPacket.h"
+
+namespace quillmark::cli {
+namespace {
+
+/// What was done to one file.
+struct FileReport {
+  struct Step {
+    const Tool* What = nullptr;
+    std::int64_t Changed = 0;
+    std::int64_t Chosen = 0;
+    std::vector<LeftSubtitle> Left;
+  };
+  std::string Out;
+  std::vector<Step> Steps;
+  std::string Error;  ///< empty when it was done
+};
+
+/// Lets so much be worked on at once that it fits into memory: a file that is too large by itself is worked
+/// on alone.
+class MemoryBudget {
+ public:
+  void Take(std::uintmax_t bytes) {
+    std::unique_lock lock(mutex_);
+    freed_.wait(lock, [&] { return used_ == 0 || bytes <= Limit - std::min(used_, Limit); });
+    used_ += bytes;
+  }
+  void Give(std::uintmax_t bytes) {
+    {
+      const std::scoped_lock lock(mutex_);
+      used_ -= bytes;
+    }
+    freed_.notify_all();
+  }
+
+ private:
+  static constexpr std::uintmax_t Limit = std::uintmax_t{1} << 30U;
+  std::mutex mutex_;
+  std::condition_variable freed_;
+  std::uintmax_t used_ = 0;
+};
+
+std::uintmax_t SizeOf(const std::string& file) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(PathFromUtf8(file), error);
+  return error ? 0 : std::min<std::uintmax_t>(size, MaxStreamLength);
+}
+
+/// The stream that the first step starts from. One that is no stream any more has a recipe that starts with
+/// salvage: its good packets are the stream.
+Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) {
+  Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(file), InvalidFirst::IsPassed);
+  if (!loaded) {
+    return loaded.Why();
+  }
+  if (!loaded->LostSignature) {
+    return std::move(loaded->Stream);
+  }
+  if (steps.empty() || !std::holds_alternative<SalvageStep>(steps.front().Options)) {
+    return Failure{ResultOf(loaded, file).Reason};
+  }
+  const SalvagedStream salvaged = SalvageStream(FileOf(loaded->Stream));
+  std::vector<std::uint8_t> good;
+  for (const auto span : salvaged.Kept) {
+    good.insert(good.end(), span.begin(), span.end());
+  }
+  Result<LoadedStream> indexed = IndexPrimaryStream(std::move(good), InvalidFirst::IsPassed);
+  return indexed ? Result<SupStream>(std::move(indexed->Stream)) : Result<SupStream>(indexed.Why());
+}
+
+Result<void> RunSteps(const std::vector<Step>& steps, SupStream& stream, FileReport& report) {
+  for (const Step& step : steps) {
+    const auto inStep = [&](const std::string& reason) {
+      return Failure{StepName(report.Steps.size(), step.What->Name) + ": " + reason};
+    };
+    if (const auto fits = FitsStream(step, stream); !fits) {
+      return inStep(fits.Reason());
+    }
+    Result<ToolResult> result = RunStep(step, stream);
+    if (!result) {
+      return inStep(result.Reason());
+    }
+    if (const auto applied = ApplyEdit(stream, result->Edit); !applied) {
+      return inStep(applied.Reason());
+    }
+    report.Steps.push_back({.What = step.What,
+                            .Changed = result->Changed.SizeWithin(std::numeric_limits<std::int64_t>::max()),
+                            .Chosen = result->Chosen,
+                            .Left = std::move(result->Left)});
+  }
+  return {};
+}
+
+std::string OutPath(const std::string& folder, const std::string& file) {
+  return Utf8FromPath(PathFromUtf8(folder) / PathFromUtf8(file).filename());
+}
+
+/// Does one file; never throws.
+FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, const std::string& file) {
+  FileReport report{.Out = OutPath(options.OutFolder, file), .Steps = {}, .Error = {}};
+  try {
+    std::error_code error;
+    if (!options.Force && std::filesystem::exists(PathFromUtf8(report.Out), error)) {
+      report.Error = report.Out + " exists; --force writes over it";
+      return report;
+    }
+    Result<SupStream> stream = Load(file, steps);
+    if (!stream) {
+      report.Error = stream.Reason();
+      return report;
+    }
+    if (const auto run = RunSteps(steps, *stream, report); !run) {
+      report.Error = run.Reason() + "; nothing is written";
+    } else if (!options.DryRun) {
+      report.Error = WriteFile(report.Out, FileOf(*stream)).Text();
+    }
+  } catch (const std::bad_alloc&) {
+    report.Error = "there is not enough memory";
+  }
+  return report;
+}
+
+/// Runs the files on all cores and hands over their reports, in the files' order.
+template <typename Tell>
+void RunFiles(const ApplyOptions& options, const std::vector<Step>& steps, const Console& console,
+              const Tell& tell) {
+  std::mutex mutex;
+  std::condition_variable finished;
+  std::map<std::size_t, FileReport> reports;
+  std::size_t next = 0;
+  MemoryBudget budget;
+  const auto work = [&] {
+    while (true) {
+      std::size_t index = 0;
+      {
+        const std::scoped_lock lock(mutex);
+        if (next == options.Files.size()) {
+          return;
+        }
+        index = next++;
+      }
+      FileReport report{.Out = {}, .Steps = {}, .Error = "interrupted"};
+      if (!console.Interrupted()) {
+        const std::uintmax_t bytes = SizeOf(options.Files[index]);
+        budget.Take(bytes);
+        report = RunFile(options, steps, options.Files[index]);
+        budget.Give(bytes);
+      }
+      {
+        const std::scoped_lock lock(mutex);
+        reports.emplace(index, std::move(report));
+      }
+      finished.notify_one();
+    }
+  };
+  const std::size_t workers =
+      std::min<std::size_t>(std::max(std::thread::hardware_concurrency(), 1U), options.Files.size());
+  std::vector<std::jthread> threads;
+  for (std::size_t i = 0; i < workers; ++i) {
+    threads.emplace_back(work);
+  }
+  for (std::size_t index = 0; index < options.Files.size(); ++index) {
+    std::unique_lock lock(mutex);
+    finished.wait(lock, [&] { return reports.contains(index); });
+    const FileReport report = std::move(reports.extract(index).mapped());
+    lock.unlock();
+    tell(options.Files[index], report);
+  }
+}
+
+bool HasLeft(const FileReport& report) {
+  return std::ranges::any_of(report.Steps, [](const FileReport::Step& step) { return !step.Left.empty(); });
+}
+
+Json ReportObject(const std::string& file, const FileReport& report, bool isDryRun) {
+  Json steps = Json::array();
+  for (const FileReport::Step& step : report.Steps) {
+    steps.push_back({{"tool", step.What->Name}, {"changed", step.Changed}, {"left", LeftObjects(step.Left)}});
+  }
+  const bool isWritten = report.Error.empty() && !isDryRun;
+  return {{"file", file},
+          {"out", isWritten ? Json(report.Out) : Json()},
+          {"steps", std::move(steps)},
+          {"error", report.Error.empty() ? Json() : Json(report.Error)}};
+}
+
+/// "a.sup: 12 subtitles moved, 3 subtitles taken out; written to out/a.sup".
+std::string ReportLine(const std::string& file, const FileReport& report, bool isDryRun) {
+  std::string steps;
+  for (const FileReport::Step& step : report.Steps) {
+    steps += (steps.empty() ? "" : ", ") + std::to_string(step.Changed) +
+             (step.Changed == 1 ? " subtitle " : " subtitles ") + (isDryRun ? "would be " : "") +
+             std::string(step.What->Done);
+  }
+  return file + ": " + (steps.empty() ? "no steps" : steps) + (isDryRun ? "" : "; written to " + report.Out);
+}
+
+void WarnOfLeft(const std::string& file, const FileReport& report, const Console& console) {
+  for (std::size_t i = 0; i < report.Steps.size(); ++i) {
+    for (const LeftSubtitle& left : report.Steps[i].Left) {
+      console.Warn(file, StepName(i, report.Steps[i].What->Name) + ": " + SubtitleText(left.Number) + " " +
+                             LeftText(left));
+    }
+  }
+}
+
+/// Two files that would be written under one name.
+CommandResult CheckNames(const ApplyOptions& options) {
+  std::map<std::string, std::string> files;
+  for (const std::string& file : options.Files) {
+    const auto [same, isNew] = files.emplace(OutPath(options.OutFolder, file), file);
+    if (!isNew) {
+      return WrongUsage("", same->second + " and " + file + " would both be written to " + same->first);
+    }
+  }
+  return {};
+}
+
+CommandResult ReadRecipe(const std::string& file, std::vector<Step>& steps) {
+  const Result<std::vector<std::uint8_t>> bytes = ReadStreamFile(PathFromUtf8(file));
+  if (!bytes) {
+    return Failed(file, bytes.Reason());
+  }
+  const Result<Recipe> recipe = ParseRecipe({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
+  if (!recipe) {
+    return Failed(file, recipe.Reason());
+  }
+  steps = std::move(*ReadSteps(*recipe));
+  return {};
+}
+
+}  // namespace
+
+CommandResult Apply(const ApplyOptions& options, const Console& console) {
+  std::vector<Step> steps;
+  if (CommandResult read = ReadRecipe(options.Recipe, steps); !read.IsDone()) {
+    return read;
+  }
+  if (CommandResult named = CheckNames(options); !named.IsDone()) {
+    return named;
+  }
+  QString folder;
+  if (CommandResult named = ToText(options.OutFolder, folder); !named.IsDone()) {
+    return named;
+  }
+  if (!options.DryRun) {
+    if (const auto made = MakeFolder(folder); !made) {
+      return Failed(options.OutFolder, "the folder cannot be created: " + made.Reason());
+    }
+  }
+  std::size_t failed = 0;
+  std::size_t left = 0;
+  std::optional<JsonArrayWriter> array;
+  if (options.Json) {
+    array.emplace(console.Out);
+  }
+  RunFiles(options, steps, console, [&](const std::string& file, const FileReport& report) {
+    WarnOfLeft(file, report, console);
+    left += report.Error.empty() && HasLeft(report) ? 1 : 0;
+    if (!report.Error.empty()) {
+      ++failed;
+      console.Warn(file, report.Error);
+    }
+    if (array) {
+      array->Add(ReportObject(file, report, options.DryRun));
+    } else if (report.Error.empty()) {
+      console.Out << ReportLine(file, report, options.DryRun) << '\n';
+    }
+  });
+  if (console.Interrupted()) {
+    return {.Code = ExitCode::Interrupted, .Reason = "interrupted", .JsonWritten = options.Json};
+  }
+  if (failed == 0 && left == 0) {
+    return {};
+  }
+  const std::string ofAll = " of " + std::to_string(options.Files.size()) + " files ";
+  CommandResult result =
+      Failed("", failed > 0 ? std::to_string(failed) + ofAll + "could not be done"
+                            : std::to_string(left) + ofAll + "have subtitles that are left as they are");
+  result.JsonWritten = options.Json;
+  return result;
+}
+
+}  // namespace quillmark::cli

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "base/Decimal.h"
+#include "sup/SubtitleSet.h"
+
+/// The kinds of options and arguments that the commands have, each with its check.
+namespace quillmark::cli {
+
+/// One option with one meaning in every command that writes; the first long name is the one in messages.
+inline constexpr const char* OutNames = "-o,--out,--output";
+
+inline bool EndsIn(const std::string& name, const std::string& extension) {
+  return name.size() >= extension.size() &&
+         CLI::detail::to_lower(name.substr(name.size() - extension.size())) == extension;
+}
+
+/// Refuses an option's text with `reason` unless `accepts` it.
+inline CLI::Validator Accepting(const std::function<bool(const std::string&)>& accepts,
+                                const std::string& reason) {
+  return CLI::Validator(
+      [=](const std::string& text) { return accepts(text) ? std::string() : "'" + text + "' " + reason; },
+      "");
+}
+
+inline CLI::Validator FrameLines() {
+  return Accepting([](const std::string& text) { return text == "480" || text == "576"; },
+                   "is neither 480 nor 576");
+}
+
+inline CLI::Validator NamesAFile() {
+  return Accepting([](const std::string& name) { return !name.empty(); }, "names no file");
+}
+
+/// Decimal numbers alone: the parser's own conversion would take 0x10, and 010 for 8.
+inline CLI::Validator NumberWithin(std::int64_t first, std::int64_t last) {
+  const auto check = [=](const std::string& text) -> std::string {
+    const auto number = ParseDecimal(text);
+    if (!number) {
+      return "'" + text + "' is no decimal number";
+    }
+    return *number >= first && *number <= last
+               ? ""
+               : "Value " + text + " not in range " + std::to_string(first) + " to " + std::to_string(last);
+  };
+  return CLI::Validator(check, "");
+}
+
+inline void AddFile(CLI::App* command, std::string& file, const std::string& name = "FILE",
+                    const std::string& description = "Subtitle stream (SUP file)") {
+  command->add_option(name, file, description)->required()->type_name("")->check(NamesAFile());
+}
+
+template <typename Number>
+CLI::Option* AddNumber(CLI::App* command, const std::string& name, Number& number, Number first, Number last,
+                       const std::string& description) {
+  const auto take = [&number](const std::string& text) {
+    number = static_cast<Number>(ParseDecimal(text).value_or(number));
+  };
+  return command->add_option_function<std::string>(name, take, description)->check(NumberWithin(first, last));
+}
+
+inline CLI::Option* AddOut(CLI::App* command, std::string& out, const std::string& type,
+                           const CLI::Validator& check = CLI::Validator()) {
+  return command->add_option(OutNames, out, "File to write; takes the place of one that exists")
+      ->required()
+      ->type_name(type)
+      ->check(NamesAFile())
+      ->check(check);
+}
+
+inline void AddPalette(CLI::App* command, std::string& palette) {
+  command->add_option("--palette", palette, "Palette file: .ifo, .pal or .rgb; else the start-up palette")
+      ->type_name("FILE")
+      ->check(NamesAFile());
+}
+
+inline void AddOnly(CLI::App* command, SubtitleSet& only) {
+  command
+      ->add_option_function<std::string>(
+          "--only", [&only](const std::string& text) { only = SubtitleSet::Parse(text).value_or(only); },
+          "Subtitles A to B, counted from 1; also A alone, A- for all from A on, and lists of these")
+      ->type_name("A-B,...")
+      ->check(Accepting([](const std::string& text) { return SubtitleSet::Parse(text).has_value(); },
+                        "is no range such as 3-7, 3 or 3-"));
+}
+
+}  // namespace quillmark::cli

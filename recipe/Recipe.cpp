@@ -1,0 +1,155 @@
+#include "recipe/Recipe.h"
+
+#include <algorithm>
+#include <optional>
+
+#include <nlohmann/json.hpp>
+
+namespace quillmark {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Failure InStep(std::size_t index, std::string_view tool, const std::string& reason) {
+  return {StepName(index, tool) + ": " + reason};
+}
+
+/// Nothing where the value is neither a text nor a number.
+std::optional<std::string> TextOf(const Json& value) {
+  if (value.is_string()) {
+    return value.get<std::string>();
+  }
+  return value.is_number() ? std::optional(value.dump()) : std::nullopt;
+}
+
+/// Adds one field to the step; why it cannot be, otherwise.
+std::optional<std::string> AddField(const Tool& tool, const std::string& name, const Json& value,
+                                    StepText& step) {
+  const auto option = std::ranges::find(tool.Options, std::string_view(name), &ToolOption::Name);
+  if (option == tool.Options.end()) {
+    return "unknown field '" + name + "'";
+  }
+  if (option->IsFlag()) {
+    if (!value.is_boolean()) {
+      return "'" + name + "' is neither true nor false";
+    }
+    if (value.get<bool>()) {
+      step.Options.emplace_back(name, "true");
+    }
+    return std::nullopt;
+  }
+  const auto text = TextOf(value);
+  if (!text) {
+    return "'" + name + "' is neither a text nor a number";
+  }
+  step.Options.emplace_back(name, *text);
+  return std::nullopt;
+}
+
+Result<StepText> ReadStepText(const Json& object, std::size_t index) {
+  if (!object.is_object() || !object.contains("tool") || !object["tool"].is_string()) {
+    return InStep(index, "", "it is no object with the name of a 'tool'");
+  }
+  StepText step{.Tool = object["tool"].get<std::string>(), .Options = {}};
+  const Tool* const tool = FindTool(step.Tool);
+  if (tool == nullptr) {
+    return InStep(index, "", "there is no tool '" + step.Tool + "'");
+  }
+  for (const auto& [name, value] : object.items()) {
+    const auto wrong = name == "tool" ? std::nullopt : AddField(*tool, name, value, step);
+    if (wrong) {
+      return InStep(index, step.Tool, *wrong);
+    }
+  }
+  return step;
+}
+
+/// What is wrong with everything but the steps themselves.
+std::optional<std::string> WrongFrame(const Json& document) {
+  if (!document.is_object()) {
+    return "it is no JSON object";
+  }
+  for (const auto& [name, value] : document.items()) {
+    if (name != "version" && name != "steps") {
+      return "unknown field '" + name + "'";
+    }
+  }
+  if (!document.contains("version") || !document["version"].is_number_integer()) {
+    return "it has no 'version', which is " + std::to_string(RecipeVersion);
+  }
+  if (document["version"] != RecipeVersion) {
+    return "its version is " + document["version"].dump() + "; this program knows version " +
+           std::to_string(RecipeVersion) + " alone";
+  }
+  return document.contains("steps") && document["steps"].is_array()
+             ? std::nullopt
+             : std::optional<std::string>("it has no list of 'steps'");
+}
+
+Result<Json> ParseJson(std::string_view text) {
+  try {
+    return Json::parse(text);
+  } catch (const Json::parse_error& error) {
+    return Failure{"it is no JSON: byte " + std::to_string(error.byte) + " does not fit"};
+  }
+}
+
+}  // namespace
+
+Result<Recipe> ParseRecipe(std::string_view json) {
+  const Result<Json> document = ParseJson(json);
+  if (!document) {
+    return document.Why();
+  }
+  if (const auto wrong = WrongFrame(*document)) {
+    return Failure{*wrong};
+  }
+  Recipe recipe;
+  for (const Json& object : (*document)["steps"]) {
+    Result<StepText> step = ReadStepText(object, recipe.Steps.size());
+    if (!step) {
+      return step.Why();
+    }
+    recipe.Steps.push_back(std::move(*step));
+  }
+  const Result<std::vector<Step>> steps = ReadSteps(recipe);
+  return steps ? Result<Recipe>(std::move(recipe)) : Result<Recipe>(steps.Why());
+}
+
+std::string RecipeText(const Recipe& recipe) {
+  Json steps = Json::array();
+  for (const StepText& step : recipe.Steps) {
+    const Tool* const tool = FindTool(step.Tool);
+    Json object = {{"tool", step.Tool}};
+    for (const auto& [name, value] : step.Options) {
+      const auto isThis = [&name = name](const ToolOption& option) { return option.Name == name; };
+      const bool isFlag =
+          tool != nullptr && std::ranges::any_of(tool->Options, [&](const ToolOption& option) {
+            return option.IsFlag() && isThis(option);
+          });
+      object[name] = isFlag ? Json(true) : Json(value);
+    }
+    steps.push_back(std::move(object));
+  }
+  const Json document = {{"version", RecipeVersion}, {"steps", std::move(steps)}};
+  return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+Result<std::vector<Step>> ReadSteps(const Recipe& recipe) {
+  std::vector<Step> steps;
+  for (const StepText& text : recipe.Steps) {
+    Result<Step> step = ReadStep(text);
+    if (!step) {
+      return InStep(steps.size(), text.Tool, step.Reason());
+    }
+    steps.push_back(std::move(*step));
+  }
+  return steps;
+}
+
+std::string StepName(std::size_t index, std::string_view tool) {
+  const std::string number = "step " + std::to_string(index + 1);
+  return tool.empty() ? number : number + " (" + std::string(tool) + ")";
+}
+
+}  // namespace quillmark

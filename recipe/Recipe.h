@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Result.h"
+#include "recipe/Step.h"
+
+namespace quillmark {
+
+/// Steps that are done to a stream one after another.
+struct Recipe {
+  std::vector<StepText> Steps;
+
+  bool operator==(const Recipe&) const = default;
+};
+
+/// The version of the form that is read and written.
+inline constexpr int RecipeVersion = 1;
+
+/// Reads a recipe from JSON: {"version": 1, "steps": [{"tool": "retime", "shift": "40"}, ...]}. Values are
+/// texts or numbers, those of flags true or false. A Failure where the text is no such JSON, or a step has a
+/// field or a value that its tool does not take; it names the step and the field.
+[[nodiscard]] Result<Recipe> ParseRecipe(std::string_view json);
+
+/// The JSON of a recipe, which ParseRecipe reads.
+[[nodiscard]] std::string RecipeText(const Recipe& recipe);
+
+/// The steps as they are run; a Failure names the first one that is wrong.
+[[nodiscard]] Result<std::vector<Step>> ReadSteps(const Recipe& recipe);
+
+/// "step 2 (retime)", for messages; `index` counts from 0.
+[[nodiscard]] std::string StepName(std::size_t index, std::string_view tool);
+
+}  // namespace quillmark

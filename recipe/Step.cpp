@@ -1,0 +1,66 @@
+#include "recipe/Step.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/FilePath.h"
+#include "sup/ChoosePackets.h"
+#include "sup/StreamLoader.h"
+
+namespace quillmark {
+namespace {
+
+Result<ToolResult> Join(const SupStream& stream, const JoinFile& join) {
+  const Result<LoadedStream> added = LoadPrimaryStream(PathFromUtf8(join.Path), InvalidFirst::IsPassed);
+  if (!added) {
+    return Failure{join.Path + ": " + added.Reason()};
+  }
+  if (added->LostSignature) {
+    return Failure{join.Path + ": no \"SP\" stands where a packet should start"};
+  }
+  return JoinStreams(stream, added->Stream, join.Options);
+}
+
+/// Runs what the step's options are those of.
+struct Runner {
+  const SupStream& Stream;
+  const SubtitleSet& Only;
+
+  Result<ToolResult> operator()(const RetimeOptions& options) const { return Retime(Stream, Only, options); }
+  Result<ToolResult> operator()(const MoveOptions& options) const { return MoveArea(Stream, Only, options); }
+  Result<ToolResult> operator()(DisplayStart start) const { return ForceDisplay(Stream, Only, start); }
+  Result<ToolResult> operator()(const EndOptions& options) const {
+    return SetDisplayEnds(Stream, Only, options);
+  }
+  Result<ToolResult> operator()(const CutStep& /*options*/) const { return CutPackets(Stream, Only); }
+  Result<ToolResult> operator()(const KeepStep& /*options*/) const { return KeepPackets(Stream, Only); }
+  Result<ToolResult> operator()(const SortStep& /*options*/) const { return SortPackets(Stream, Only); }
+  Result<ToolResult> operator()(const JoinFile& join) const { return Join(Stream, join); }
+  Result<ToolResult> operator()(const CodeAssignment& codes) const {
+    return AssignChosen(Stream, Only, codes);
+  }
+  Result<ToolResult> operator()(const SalvageStep& /*options*/) const { return DropDamage(Stream); }
+};
+
+}  // namespace
+
+const Tool* FindTool(std::string_view name) {
+  const auto tools = AllTools();
+  const auto tool = std::ranges::find(tools, name, &Tool::Name);
+  return tool == tools.end() ? nullptr : &*tool;
+}
+
+Result<void> FitsStream(const Step& step, const SupStream& stream) {
+  if (const auto outside = step.Only.Outside(stream.Count)) {
+    return Failure{"there is no subtitle " + std::to_string(*outside) + ": it has " +
+                   std::to_string(stream.Count)};
+  }
+  const auto* const retime = std::get_if<RetimeOptions>(&step.Options);
+  return retime != nullptr ? HasTimeLine(stream, *retime) : Result<void>();
+}
+
+Result<ToolResult> RunStep(const Step& step, const SupStream& stream) {
+  return std::visit(Runner{.Stream = stream, .Only = step.Only}, step.Options);
+}
+
+}  // namespace quillmark
