@@ -1,0 +1,344 @@
+#include "app/TimeStrip.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <optional>
+#include <vector>
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QImage>
+#include <QScreen>
+#include <QTest>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include "app/TimeStripPainter.h"
+#include "tests/app/Screens.h"
+
+namespace quillmark::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t Second = 90000;
+
+/// One subtitle every ten seconds, shown for five.
+std::vector<TimeBar> Film(int subtitles) {
+  std::vector<TimeBar> bars;
+  for (int i = 0; i < subtitles; ++i) {
+    bars.push_back(BarOf(i * 10 * Second, (i * 10 + 5) * Second));
+  }
+  return bars;
+}
+
+PacketMarks With(StreamProblemCode code) {
+  PacketMarks marks;
+  marks.Add(code);
+  return marks;
+}
+
+class TimeStripTest : public testing::Test {
+ protected:
+  TimeStripTest() {
+    Strip.resize(1000, Strip.sizeHint().height());
+    QObject::connect(&Strip, &TimeStrip::Chosen, &Strip,
+                     [this](std::size_t index) { Chosen.push_back(index); });
+    Strip.show();
+    QCoreApplication::processEvents();
+  }
+
+  /// The logical coordinate of a time.
+  [[nodiscard]] int At(double seconds) const {
+    return qRound((seconds * 1000 - Strip.View().Start) / Strip.View().Span * Strip.width());
+  }
+  [[nodiscard]] double TimeAt(int x) const {
+    return (Strip.View().Start + x * Strip.View().Span / Strip.width()) / 1000;
+  }
+  void Turn(int x, int notches, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    const QPointF place(x, Strip.height() / 2.0);
+    QWheelEvent wheel(place, Strip.mapToGlobal(place), {}, {0, notches * 120}, Qt::NoButton, modifiers,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&Strip, &wheel);
+  }
+  [[nodiscard]] QString TipAt(const QPoint& place) {
+    QHelpEvent help(QEvent::ToolTip, place, Strip.mapToGlobal(place));
+    QApplication::sendEvent(&Strip, &help);
+    const QString tip = QToolTip::text();
+    QToolTip::hideText();
+    return tip;
+  }
+  [[nodiscard]] QImage Shown() { return Strip.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+  /// The colours in a column of the picture.
+  [[nodiscard]] std::vector<QRgb> Column(int x) {
+    const QImage shown = Shown();
+    std::vector<QRgb> colours;
+    for (int y = 0; y < shown.height(); ++y) {
+      colours.push_back(shown.pixel(x, y));
+    }
+    return colours;
+  }
+
+  TimeStrip Strip;
+  std::vector<std::size_t> Chosen;
+};
+
+TEST_F(TimeStripTest, AClickGoesToTheSubtitleThere) {
+  Strip.SetLane(0, Film(10));
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {At(42), 5});
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {At(72), 5});
+  EXPECT_THAT(Chosen, ElementsAre(4U, 7U));
+}
+
+TEST_F(TimeStripTest, AClickBetweenSubtitlesGoesToTheNearest) {
+  Strip.SetLane(0, Film(10));
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {At(46), 5});
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {At(49), 5});
+  EXPECT_THAT(Chosen, ElementsAre(4U, 5U));
+}
+
+TEST_F(TimeStripTest, OfTwoThatAreShownTheLaterOneIsMeant) {
+  Strip.SetLane(0, {BarOf(0, 50 * Second), BarOf(30 * Second, 60 * Second), BarOf(90 * Second, 99 * Second)});
+  EXPECT_EQ(Strip.SubtitleAt(At(20)), 0U);
+  EXPECT_EQ(Strip.SubtitleAt(At(40)), 1U);
+}
+
+TEST_F(TimeStripTest, ClicksWithOtherButtonsOrWithoutAStreamAreNothing) {
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {100, 5});
+  Strip.SetLane(0, Film(10));
+  QTest::mouseClick(&Strip, Qt::RightButton, {}, {100, 5});
+  EXPECT_THAT(Chosen, IsEmpty());
+}
+
+TEST_F(TimeStripTest, TheWholeFilmIsSeenAtFirst) {
+  Strip.SetLane(0, Film(10));
+  EXPECT_LE(Strip.View().Start, 0);
+  EXPECT_GE(Strip.View().Start + Strip.View().Span, 95'000);
+  EXPECT_LE(Strip.View().Span, 100'000);
+}
+
+TEST_F(TimeStripTest, TheWheelZoomsAtThePointer) {
+  Strip.SetLane(0, Film(1000));
+  const TimeView whole = Strip.View();
+  const double time = TimeAt(300);
+  Turn(300, 3);
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 1.25 / 1.25 / 1.25, 1);
+  EXPECT_NEAR(TimeAt(300), time, 0.01);
+  Turn(300, -3);
+  EXPECT_NEAR(Strip.View().Span, whole.Span, 1);
+  Turn(300, -1);
+  EXPECT_EQ(Strip.View(), whole);  // no further than the film
+}
+
+TEST_F(TimeStripTest, ZoomEndsAtTwoSeconds) {
+  Strip.SetLane(0, Film(1000));
+  Turn(300, 100);
+  EXPECT_EQ(Strip.View().Span, 2000);
+}
+
+TEST_F(TimeStripTest, TheWheelWithShiftMoves) {
+  Strip.SetLane(0, Film(1000));
+  Turn(300, 10);
+  const TimeView before = Strip.View();
+  Turn(300, -2, Qt::ShiftModifier);
+  EXPECT_NEAR(Strip.View().Start, before.Start + 0.2 * before.Span, 1);
+  EXPECT_EQ(Strip.View().Span, before.Span);
+  Turn(300, 1000, Qt::ShiftModifier);
+  EXPECT_LE(Strip.View().Start, 0);
+}
+
+TEST_F(TimeStripTest, DraggingMovesAndChoosesNothing) {
+  Strip.SetLane(0, Film(1000));
+  Turn(500, 10);
+  const TimeView before = Strip.View();
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  QTest::mouseMove(&Strip, {400, 5});
+  QTest::mouseMove(&Strip, {300, 5});
+  QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {300, 5});
+  EXPECT_NEAR(Strip.View().Start, before.Start + 0.2 * before.Span, 1);
+  EXPECT_THAT(Chosen, IsEmpty());
+}
+
+TEST_F(TimeStripTest, TheCurrentSubtitleIsMovedIntoView) {
+  Strip.SetLane(0, Film(1000));
+  Turn(0, 20);
+  Strip.SetCurrent(700);
+  EXPECT_NEAR(TimeAt(Strip.width() / 2), 7000, 0.1);
+  const TimeView view = Strip.View();
+  Strip.SetCurrent(701);
+  EXPECT_EQ(Strip.View(), view);
+}
+
+TEST_F(TimeStripTest, BarsStandWhereSubtitlesAreShown) {
+  Strip.SetLane(0, Film(10));
+  const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
+  const int middle = TimeStripRows(Strip.height(), 1, 0).Of(0).BarTop + 2;
+  EXPECT_NE(Shown().pixel(At(42), middle), ground);
+  EXPECT_EQ(Shown().pixel(At(47), middle), ground);
+}
+
+TEST_F(TimeStripTest, OverlapsAreHigherAndPartedLengthwise) {
+  Strip.SetLane(0, Film(10));
+  const auto plain = Column(At(42));
+  Strip.SetMarks(4, With(StreamProblemCode::Overlap));
+  const auto overlap = Column(At(42));
+  const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
+  const auto rows = TimeStripRows(Strip.height(), 1, QFontMetrics(Strip.font()).height()).Of(0);
+  const auto at = [](const std::vector<QRgb>& column, int y) { return column[static_cast<std::size_t>(y)]; };
+  EXPECT_EQ(at(plain, rows.BarTop - 1), ground);
+  EXPECT_NE(at(overlap, rows.BarTop - 1), ground);
+  int gaps = 0;
+  for (int y = rows.BarTop; y < rows.End; ++y) {
+    EXPECT_NE(at(plain, y), ground) << y;
+    EXPECT_NE(at(overlap, y), at(plain, y)) << y;
+    gaps += at(overlap, y) == ground ? 1 : 0;
+  }
+  EXPECT_GE(gaps, 1);
+  EXPECT_NE(at(overlap, rows.End - 1), ground);
+}
+
+TEST_F(TimeStripTest, AWedgeStandsAboveAProblem) {
+  Strip.SetLane(0, Film(10));
+  const auto rows = TimeStripRows(Strip.height(), 1, 0).Of(0);
+  const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
+  const QImage plain = Shown();
+  EXPECT_EQ(plain.pixel(At(40), rows.BarTop - 2), ground);
+  Strip.SetMarks(4, With(StreamProblemCode::OddHeight));
+  const QImage marked = Shown();
+  EXPECT_NE(marked.pixel(At(40), rows.BarTop - 2), ground);
+  EXPECT_NE(marked.pixel(At(42), rows.BarTop + 2), plain.pixel(At(42), rows.BarTop + 2));
+  Strip.SetMarks(4, {});
+  EXPECT_EQ(Shown(), plain);
+}
+
+TEST_F(TimeStripTest, MarksOfOtherSubtitlesThanTheLaneHasAreNothing) {
+  Strip.SetLane(0, Film(10));
+  const QImage plain = Shown();
+  Strip.SetMarks(10, With(StreamProblemCode::OddHeight));
+  EXPECT_EQ(Shown(), plain);
+}
+
+TEST_F(TimeStripTest, TheSecondStreamHasALaneOfItsOwn) {
+  Strip.SetLane(0, Film(10));
+  const int height = Strip.sizeHint().height();
+  Strip.SetLane(1, {BarOf(47 * Second, 48 * Second)});
+  EXPECT_GT(Strip.sizeHint().height(), height);
+  Strip.resize(1000, Strip.sizeHint().height());
+  const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
+  const auto column = Column(At(47.5));
+  const auto rows = TimeStripRows(Strip.height(), 2, QFontMetrics(Strip.font()).height());
+  EXPECT_EQ(column[static_cast<std::size_t>(rows.Of(0).BarTop + 3)], ground);
+  EXPECT_NE(column[static_cast<std::size_t>(rows.Of(1).BarTop + 3)], ground);
+  Strip.SetLane(1, {});
+  EXPECT_EQ(Strip.sizeHint().height(), height);
+}
+
+TEST_F(TimeStripTest, ASubtitleOutsideTheClockDoesNotStretchTheFilm) {
+  std::vector<TimeBar> bars = Film(10);
+  bars.push_back(BarOf(INT64_MAX, INT64_MAX));
+  Strip.SetLane(0, bars);
+  EXPECT_LE(Strip.View().Span, 100'000);
+  EXPECT_EQ(Strip.SubtitleAt(Strip.width() - 1), 10U);
+}
+
+TEST_F(TimeStripTest, TipsTellNumberAndTimes) {
+  Strip.SetLane(0, Film(10));
+  EXPECT_EQ(TipAt({At(42), 5}), "Subtitle 5, 0:00:40.00 to 0:00:45.00");
+  Strip.SetMarks(4, With(StreamProblemCode::Overlap));
+  EXPECT_EQ(TipAt({At(42), 5}), "Subtitle 5, 0:00:40.00 to 0:00:45.00, overlaps the next one");
+  Strip.SetMarks(4, With(StreamProblemCode::OddHeight));
+  EXPECT_EQ(TipAt({At(42), 5}), "Subtitle 5, 0:00:40.00 to 0:00:45.00, has a problem");
+  EXPECT_TRUE(TipAt({At(47.5), 5}).startsWith("0:00:47.")) << TipAt({At(47.5), 5}).toStdString();
+  Strip.SetLane(1, Film(10));
+  Strip.resize(1000, Strip.sizeHint().height());
+  EXPECT_EQ(TipAt({At(42), Strip.height() / 2 + 3}), "Second stream, subtitle 5, 0:00:40.00 to 0:00:45.00");
+}
+
+TEST_F(TimeStripTest, AssistiveToolsAreToldWhatIsThere) {
+  EXPECT_EQ(Strip.accessibleName(), "Time of the film");
+  EXPECT_EQ(Strip.accessibleDescription(), "No subtitles");
+  Strip.SetLane(0, Film(10));
+  EXPECT_EQ(Strip.accessibleDescription(), "10 subtitles from 0:00:00.00 to 0:01:35.00");
+  Strip.SetMarks(4, With(StreamProblemCode::Overlap));
+  Strip.SetMarks(5, With(StreamProblemCode::NoEnd));
+  Strip.SetMarks(6, With(StreamProblemCode::NoEnd));
+  Strip.SetMarks(6, {});
+  Strip.SetLane(1, Film(1));
+  Strip.SetCurrent(4);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(
+      Strip.accessibleDescription(),
+      "10 subtitles from 0:00:00.00 to 0:01:35.00, 1 overlapping, 1 with problems, 1 subtitle in the second "
+      "stream; subtitle 5 at 0:00:40.00");
+}
+
+TEST_F(TimeStripTest, IsNoStopOfTheTabKey) {
+  EXPECT_EQ(Strip.focusPolicy(), Qt::NoFocus);
+}
+
+double Luminance(const QColor& colour) {
+  const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+TEST_F(TimeStripTest, IsSeenInLightAndDarkThemes) {
+  Strip.SetLane(0, Film(10));
+  Strip.SetMarks(3, With(StreamProblemCode::Overlap));
+  Strip.SetMarks(4, With(StreamProblemCode::NoEnd));
+  const int row = TimeStripRows(Strip.height(), 1, 0).Of(0).BarTop + 1;
+  for (const int grey : {239, 45}) {
+    Strip.setPalette(QPalette(QColor(grey, grey, grey), QColor(grey, grey, grey)));
+    const QImage shown = Shown();
+    const double ground = Luminance(Strip.palette().color(QPalette::Base));
+    for (const double second : {32.0, 42.0, 52.0}) {
+      const double bar = Luminance(shown.pixelColor(At(second), row));
+      EXPECT_GE((std::max(bar, ground) + 0.05) / (std::min(bar, ground) + 0.05), 3) << grey << ' ' << second;
+    }
+  }
+}
+
+/// What stands on the screen after one repaint upon another is what one repaint of everything gives.
+class TimeStripScale : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(TimeStripScale, RepaintsNoMoreAndNoLessThanHasChanged) {
+  const double scale = ScreenScales[GetParam()];
+  QWidget window;
+  window.show();
+  window.setScreen(QGuiApplication::screens().at(static_cast<qsizetype>(GetParam())));
+  window.resize(640, 90);
+  TimeStrip strip(&window);
+  strip.setGeometry(13, 7, 601, 41);  // begins inside a screen pixel at most scales
+  std::vector<TimeBar> bars = Film(200);
+  for (std::size_t i = 0; i < bars.size(); i += 7) {
+    bars[i].HasProblem = i % 2 == 0;
+    bars[i].Overlaps = i % 3 == 0;
+  }
+  strip.SetLane(0, bars);
+  strip.SetLane(1, Film(180));
+  strip.show();
+  QCoreApplication::processEvents();
+  ASSERT_DOUBLE_EQ(window.devicePixelRatioF(), scale);
+  const auto onScreen = [&] {
+    QCoreApplication::processEvents();
+    return window.screen()->grabWindow(window.winId(), 0, 0, window.width(), window.height()).toImage();
+  };
+  for (const std::size_t index : {0U, 3U, 21U, 22U, 84U, 198U, 199U, 42U}) {
+    strip.SetCurrent(index, index * 9 / 10);
+    const QImage stepwise = onScreen();
+    strip.update();
+    EXPECT_EQ(stepwise, onScreen()) << index;
+    if (index == 22) {
+      strip.ZoomAt(100, 3);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, TimeStripScale, testing::Values(0U, 1U, 4U),
+                         [](const auto& test) { return "Screen" + std::to_string(test.param); });
+
+}  // namespace
+}  // namespace quillmark::test
