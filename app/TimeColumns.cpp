@@ -7,7 +7,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t TicksPerMillisecond = 90;
 constexpr std::int64_t ClockTicks = std::int64_t{1} << 33U;
 
 /// A bar of fewer columns would be lost in the line that parts it from the one before.

@@ -8,6 +8,8 @@
 
 namespace quillmark {
 
+inline constexpr std::int64_t TicksPerMillisecond = 90;
+
 /// When a subtitle is shown, and what is to be seen of it from afar. Milliseconds from the start of the film,
 /// up to 26.5 hours, where the clock of a DVD ends.
 struct TimeBar {

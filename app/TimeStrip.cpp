@@ -21,7 +21,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t TicksPerMillisecond = 90;
 constexpr double LeastSpan = 2000;  ///< milliseconds across the strip
 /// A subtitle that is said to be shown for longer makes the film no longer.
 constexpr std::uint32_t LongestShown = 600'000;

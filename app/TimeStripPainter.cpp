@@ -25,8 +25,6 @@ constexpr int OverlapGap = 2;
 constexpr int LeastOverlap = 3;
 constexpr int LabelDistance = 24;
 
-constexpr std::int64_t TicksPerMillisecond = 90;
-
 QColor Blend(const QColor& one, const QColor& other, double part) {
   const auto mix = [part](double a, double b) { return static_cast<float>(a * part + b * (1 - part)); };
   return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),

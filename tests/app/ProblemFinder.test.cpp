@@ -16,12 +16,6 @@ using Code = StreamProblemCode;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::int64_t Second = 90000;
-
-PacketBuilder Sound(std::int64_t start) {
-  return PacketBuilder().Time(start).Delay(90);
-}
-
 class ProblemFinderTest : public testing::Test {
  protected:
   ProblemFinderTest() {
@@ -43,7 +37,7 @@ class ProblemFinderTest : public testing::Test {
 };
 
 TEST_F(ProblemFinderTest, LooksBetweenEvents) {
-  const Bytes file = Join({Sound(0).Build(), PacketBuilder().Time(Second).Build()});
+  const Bytes file = Join({Sound().Build(), PacketBuilder().Time(Second).Build()});
   Finder.Start(file, 2);
   EXPECT_FALSE(Finder.IsFinished());
   EXPECT_TRUE(Finder.Survey().Marks().empty());
@@ -56,7 +50,7 @@ TEST_F(ProblemFinderTest, LooksBetweenEvents) {
 
 TEST_F(ProblemFinderTest, TellsOfEachSliceWithTheLastPacketOfTheOneBefore) {
   Bytes file;
-  const Bytes packet = Sound(0).Build();
+  const Bytes packet = Sound().Build();
   for (int i = 0; i < 100'000; ++i) {
     file.insert(file.end(), packet.begin(), packet.end());
   }
@@ -82,7 +76,7 @@ TEST_F(ProblemFinderTest, TellsOfDamageWithoutPackets) {
 
 TEST_F(ProblemFinderTest, AnotherStreamTakesThePlaceOfTheOneBefore) {
   const Bytes one = PacketBuilder().Build();
-  const Bytes other = Join({Sound(0).Build(), Sound(Second).Build()});
+  const Bytes other = Join({Sound().Build(), Sound(Second).Build()});
   Finder.Start(one, 1);
   Finder.Start(other, 2);
   LookThrough();
@@ -92,7 +86,7 @@ TEST_F(ProblemFinderTest, AnotherStreamTakesThePlaceOfTheOneBefore) {
 }
 
 TEST_F(ProblemFinderTest, ARefreshKeepsWhatWasFoundUntilItIsDone) {
-  Bytes file = Join({Sound(0).Build(), PacketBuilder().Time(Second).Build()});
+  Bytes file = Join({Sound().Build(), PacketBuilder().Time(Second).Build()});
   Finder.Start(file, 2);
   LookThrough();
   file[48 + 10 + 33] = 90;  // the second one's delay
@@ -132,7 +126,7 @@ TEST_F(ProblemFinderTest, MayBeStoppedByWhoeverIsTold) {
 }
 
 TEST_F(ProblemFinderTest, HoldsAreasAgainstTheChosenFrame) {
-  const Bytes file = Sound(0).Area(0, 719, 2, 481).Build();
+  const Bytes file = Sound().Area(0, 719, 2, 481).Build();
   Finder.Start(file, 1, {.FrameLines = 480});
   LookThrough();
   EXPECT_THAT(Finder.Survey().MarksOf(0).Problems(), ElementsAre(Code::AreaOutsideFrame));

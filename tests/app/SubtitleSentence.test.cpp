@@ -17,11 +17,11 @@ PacketMarks With(Marks... added) {
   return marks;
 }
 
-constexpr std::int64_t Start = 62 * TicksPerSecond + 30600;  // 1 minute and 2.34 seconds
+constexpr std::int64_t StartOf12 = 62 * TicksPerSecond + 30600;  // 1 minute and 2.34 seconds
 
 SpokenSubtitle Subtitle12(PacketMarks marks = {}) {
   return {.Number = 12,
-          .StartTicks = Start,
+          .StartTicks = StartOf12,
           .DurationTicks = 225'000,
           .OverNumber = std::nullopt,
           .Marks = marks};
@@ -76,7 +76,7 @@ TEST(DurationInWords, HasAsManyPartsAsItNeeds) {
   EXPECT_EQ(DurationInWords(TicksPerSecond), "1 second");
   EXPECT_EQ(DurationInWords(210'600), "2.34 seconds");
   EXPECT_EQ(DurationInWords(60 * TicksPerSecond), "1 minute");
-  EXPECT_EQ(DurationInWords(Start), "1 minute 2.34 seconds");
+  EXPECT_EQ(DurationInWords(StartOf12), "1 minute 2.34 seconds");
   EXPECT_EQ(DurationInWords(121 * TicksPerSecond), "2 minutes 1 second");
   EXPECT_EQ(DurationInWords(7201 * TicksPerSecond), "2 hours 1 second");
   EXPECT_EQ(DurationInWords(3660 * TicksPerSecond), "1 hour 1 minute");
@@ -89,7 +89,7 @@ TEST(DurationInWords, OfTheLongestTimeDoesNotOverflow) {
 
 TEST(TimeInWords, HasHoursWithoutALeadingZero) {
   EXPECT_EQ(TimeInWords(0), "0:00:00.00");
-  EXPECT_EQ(TimeInWords(Start), "0:01:02.34");
+  EXPECT_EQ(TimeInWords(StartOf12), "0:01:02.34");
   EXPECT_EQ(TimeInWords(36'000 * TicksPerSecond), "10:00:00.00");
   EXPECT_EQ(TimeInWords(-1), "-1:59:59.00");
 }

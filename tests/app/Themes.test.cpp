@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 
 #include <QApplication>
 #include <QGroupBox>
@@ -7,22 +6,12 @@
 #include <QLineEdit>
 
 #include "app/PaletteSwatch.h"
+#include "tests/app/Contrast.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
 namespace quillmark::test {
 namespace {
-
-/// Relative luminance, of linear light.
-double Luminance(const QColor& colour) {
-  const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-double Contrast(const QColor& one, const QColor& other) {
-  const auto [least, most] = std::minmax({Luminance(one), Luminance(other)});
-  return (most + 0.05) / (least + 0.05);
-}
 
 /// The most that any pixel of the image differs from `ground`.
 double BestContrast(const QImage& image, const QColor& ground) {

@@ -10,9 +10,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::uint8_t Bar = TimeColumn::Bar;
-constexpr std::uint8_t Start = TimeColumn::BarStart;
-constexpr TimeView Second = {.Start = 0, .Span = 1000};
+constexpr std::uint8_t OfBar = TimeColumn::Bar;
+constexpr std::uint8_t FirstOfBar = TimeColumn::BarStart;
+constexpr TimeView OneSecond = {.Start = 0, .Span = 1000};
 
 TimeBar Between(std::uint32_t start, std::uint32_t end) {
   return {.Start = start, .End = end, .Overlaps = false, .HasProblem = false};
@@ -46,27 +46,28 @@ TEST(BarOf, TheOverlapIsNoOtherProblem) {
 }
 
 TEST(TimeColumns, AColumnThatASubtitleTouchesHasItsBar) {
-  EXPECT_THAT(TimeColumns(std::vector{Between(150, 350)}, Second, 5), ElementsAre(Bar, Bar, 0, 0, 0));
-  EXPECT_THAT(TimeColumns(std::vector{Between(200, 400)}, Second, 5), ElementsAre(0, Bar, 0, 0, 0));
+  EXPECT_THAT(TimeColumns(std::vector{Between(150, 350)}, OneSecond, 5), ElementsAre(OfBar, OfBar, 0, 0, 0));
+  EXPECT_THAT(TimeColumns(std::vector{Between(200, 400)}, OneSecond, 5), ElementsAre(0, OfBar, 0, 0, 0));
 }
 
 TEST(TimeColumns, TheShortestSubtitleHasAColumn) {
-  EXPECT_THAT(TimeColumns(std::vector{Between(400, 400)}, Second, 5), ElementsAre(0, 0, Bar, 0, 0));
+  EXPECT_THAT(TimeColumns(std::vector{Between(400, 400)}, OneSecond, 5), ElementsAre(0, 0, OfBar, 0, 0));
 }
 
 TEST(TimeColumns, WhatLiesOutsideTheViewIsCutOff) {
   EXPECT_THAT(TimeColumns(std::vector{Between(0, 100), Between(900, 5000), Between(2000, 2100)},
                           {.Start = 500, .Span = 1000}, 5),
-              ElementsAre(0, 0, Bar | Start, Bar, Bar));
+              ElementsAre(0, 0, OfBar | FirstOfBar, OfBar, OfBar));
   EXPECT_THAT(TimeColumns(std::vector{Between(0, 700)}, {.Start = 500, .Span = 1000}, 5),
-              ElementsAre(Bar, 0, 0, 0, 0));
+              ElementsAre(OfBar, 0, 0, 0, 0));
 }
 
 TEST(TimeColumns, ABarOfFourColumnsIsPartedFromTheOneBefore) {
-  EXPECT_THAT(TimeColumns(std::vector{Between(0, 400), Between(400, 1000)}, Second, 10),
-              ElementsAre(Bar | Start, Bar, Bar, Bar, Bar | Start, Bar, Bar, Bar, Bar, Bar));
-  EXPECT_THAT(TimeColumns(std::vector{Between(0, 300), Between(300, 600)}, Second, 10),
-              ElementsAre(Bar, Bar, Bar, Bar, Bar, Bar, 0, 0, 0, 0));
+  EXPECT_THAT(TimeColumns(std::vector{Between(0, 400), Between(400, 1000)}, OneSecond, 10),
+              ElementsAre(OfBar | FirstOfBar, OfBar, OfBar, OfBar, OfBar | FirstOfBar, OfBar, OfBar, OfBar,
+                          OfBar, OfBar));
+  EXPECT_THAT(TimeColumns(std::vector{Between(0, 300), Between(300, 600)}, OneSecond, 10),
+              ElementsAre(OfBar, OfBar, OfBar, OfBar, OfBar, OfBar, 0, 0, 0, 0));
 }
 
 TEST(TimeColumns, OverlapsAndProblemsAreOfTheirOwnColumns) {
@@ -74,17 +75,17 @@ TEST(TimeColumns, OverlapsAndProblemsAreOfTheirOwnColumns) {
   overlapping.Overlaps = true;
   TimeBar faulty = Between(400, 600);
   faulty.HasProblem = true;
-  constexpr std::uint8_t Overlap = Bar | TimeColumn::Overlap;
-  constexpr std::uint8_t Problem = Bar | TimeColumn::Problem;
+  constexpr std::uint8_t Overlap = OfBar | TimeColumn::Overlap;
+  constexpr std::uint8_t Problem = OfBar | TimeColumn::Problem;
   EXPECT_THAT(
-      TimeColumns(std::vector{overlapping, Between(200, 400), faulty, Between(600, 1000)}, Second, 10),
-      ElementsAre(Overlap, Overlap, Bar, Bar, Problem | TimeColumn::ProblemStart, Problem, Bar | Start, Bar,
-                  Bar, Bar));
+      TimeColumns(std::vector{overlapping, Between(200, 400), faulty, Between(600, 1000)}, OneSecond, 10),
+      ElementsAre(Overlap, Overlap, OfBar, OfBar, Problem | TimeColumn::ProblemStart, Problem,
+                  OfBar | FirstOfBar, OfBar, OfBar, OfBar));
 }
 
 TEST(TimeColumns, WithoutColumnsOrSubtitlesThereIsNothing) {
-  EXPECT_THAT(TimeColumns(std::vector{Between(0, 1)}, Second, 0), IsEmpty());
-  EXPECT_THAT(TimeColumns({}, Second, 3), ElementsAre(0, 0, 0));
+  EXPECT_THAT(TimeColumns(std::vector{Between(0, 1)}, OneSecond, 0), IsEmpty());
+  EXPECT_THAT(TimeColumns({}, OneSecond, 3), ElementsAre(0, 0, 0));
 }
 
 TEST(ScaleStep, IsTheFirstThatHasRoom) {

@@ -1,10 +1,7 @@
 #include "app/TimeStrip.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <gmock/gmock.h>
-#include <optional>
 #include <vector>
 
 #include <QApplication>
@@ -17,15 +14,15 @@
 #include <QWheelEvent>
 
 #include "app/TimeStripPainter.h"
+#include "tests/app/Contrast.h"
 #include "tests/app/Screens.h"
+#include "tests/support/PacketBuilder.h"
 
 namespace quillmark::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 /// One subtitle every ten seconds, shown for five.
 std::vector<TimeBar> Film(int subtitles) {
@@ -280,11 +277,6 @@ TEST_F(TimeStripTest, IsNoStopOfTheTabKey) {
   EXPECT_EQ(Strip.focusPolicy(), Qt::NoFocus);
 }
 
-double Luminance(const QColor& colour) {
-  const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
 TEST_F(TimeStripTest, IsSeenInLightAndDarkThemes) {
   Strip.SetLane(0, Film(10));
   Strip.SetMarks(3, With(StreamProblemCode::Overlap));
@@ -293,10 +285,9 @@ TEST_F(TimeStripTest, IsSeenInLightAndDarkThemes) {
   for (const int grey : {239, 45}) {
     Strip.setPalette(QPalette(QColor(grey, grey, grey), QColor(grey, grey, grey)));
     const QImage shown = Shown();
-    const double ground = Luminance(Strip.palette().color(QPalette::Base));
+    const QColor ground = Strip.palette().color(QPalette::Base);
     for (const double second : {32.0, 42.0, 52.0}) {
-      const double bar = Luminance(shown.pixelColor(At(second), row));
-      EXPECT_GE((std::max(bar, ground) + 0.05) / (std::min(bar, ground) + 0.05), 3) << grey << ' ' << second;
+      EXPECT_GE(Contrast(shown.pixelColor(At(second), row), ground), 3) << grey << ' ' << second;
     }
   }
 }

@@ -14,15 +14,15 @@ using testing::IsEmpty;
 
 constexpr std::int64_t Minute = 60 * TicksPerSecond;
 
-struct Times {
+struct ShownTimes {
   std::int64_t Start;
   std::int64_t End;
 };
 
-SupStream StreamOf(const std::vector<Times>& subtitles) {
+SupStream StreamOf(const std::vector<ShownTimes>& subtitles) {
   SupStream stream;
   stream.Count = static_cast<std::int32_t>(subtitles.size());
-  for (const Times& subtitle : subtitles) {
+  for (const ShownTimes& subtitle : subtitles) {
     stream.PacketOffset.push_back(0);
     stream.StartTime.push_back(subtitle.Start);
     stream.EndTime.push_back(subtitle.End);
@@ -31,7 +31,7 @@ SupStream StreamOf(const std::vector<Times>& subtitles) {
 }
 
 SupStream StreamOf(std::size_t count) {
-  return StreamOf(std::vector<Times>(count));
+  return StreamOf(std::vector<ShownTimes>(count));
 }
 
 /// The numbers, from 1, of what the text finds in a stream.
