@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <bit>
-#include <initializer_list>
 #include <vector>
 
 #include "sup/ControlSurvey.h"
+#include "sup/PlayerCheck.h"
 #include "sup/SupFormat.h"
 #include "sup/Timecode.h"
 
@@ -16,15 +16,6 @@ using Code = StreamProblemCode;
 
 constexpr std::int32_t UsualSequences = 2;
 constexpr int MaxX = 719;
-
-/// What the messages of a problem tell is given in the order in which ProblemMessage() has it.
-StreamProblem ProblemAt(std::size_t packet, std::int64_t number, std::int64_t place, Code code,
-                        std::initializer_list<std::int64_t> numbers) {
-  StreamProblem problem{
-      .Offset = static_cast<std::int64_t>(packet) + place, .Packet = number, .Code = code, .Numbers = {}};
-  std::copy(numbers.begin(), numbers.end(), problem.Numbers.begin());
-  return problem;
-}
 
 class PacketCheck {
  public:
@@ -66,7 +57,7 @@ class PacketCheck {
   }
 
   void Report(std::int64_t place, Code code, std::initializer_list<std::int64_t> numbers) const {
-    report_(ProblemAt(packet_.Offset, packet_.Number, place, code, numbers));
+    report_(MakeProblem(packet_.Offset, packet_.Number, place, code, numbers));
   }
 
   void ReportInUnit(std::int64_t position, Code code, std::initializer_list<std::int64_t> numbers) const {
@@ -188,6 +179,14 @@ class PacketCheck {
 
 }  // namespace
 
+StreamProblem MakeProblem(std::size_t offset, std::int64_t number, std::int64_t place, StreamProblemCode code,
+                          std::initializer_list<std::int64_t> numbers) {
+  StreamProblem problem{
+      .Offset = static_cast<std::int64_t>(offset) + place, .Packet = number, .Code = code, .Numbers = {}};
+  std::copy(numbers.begin(), numbers.end(), problem.Numbers.begin());
+  return problem;
+}
+
 std::size_t StreamPacket::End() const {
   return Offset + UnitStart + std::max<std::size_t>(Size, UnitHeaderSize);
 }
@@ -212,12 +211,21 @@ std::optional<StreamPacket> ReadPacket(std::span<const std::uint8_t> file, std::
 
 CheckedPacket CheckPacket(const StreamPacket& packet, const CheckOptions& options,
                           const ProblemReporter& report) {
-  return PacketCheck(packet, options, report).Run();
+  CheckedPacket checked = PacketCheck(packet, options, report).Run();
+  if (options.Profile == CheckProfile::Player) {
+    CheckPacketForPlayers(packet, checked, options, report);
+  }
+  return checked;
 }
 
-void CheckTimes(const CheckedPacket& earlier, const CheckedPacket& later, const ProblemReporter& report) {
+void CheckTimes(const CheckedPacket& earlier, const CheckedPacket& later, const CheckOptions& options,
+                const ProblemReporter& report) {
+  if (options.Profile == CheckProfile::Player) {
+    CheckTimesForPlayers(earlier, later, report);
+  }
   if (later.Time < earlier.Time) {
-    report(ProblemAt(later.Offset, later.Number, TimeStart, Code::TimeBackwards, {later.Time, earlier.Time}));
+    report(
+        MakeProblem(later.Offset, later.Number, TimeStart, Code::TimeBackwards, {later.Time, earlier.Time}));
     return;
   }
   const std::int16_t delay = earlier.HasSequences ? earlier.Control.Delay : std::int16_t{0};
@@ -225,8 +233,8 @@ void CheckTimes(const CheckedPacket& earlier, const CheckedPacket& later, const 
   const std::uint64_t between =
       static_cast<std::uint64_t>(later.Time) - static_cast<std::uint64_t>(earlier.Time);
   if (delay > 0 && between < static_cast<std::uint64_t>(delay * TicksPerDelayUnit)) {
-    report(ProblemAt(earlier.Offset, earlier.Number, TimeStart, Code::Overlap,
-                     {EndOfDisplay(earlier.Time, delay), later.Time}));
+    report(MakeProblem(earlier.Offset, earlier.Number, TimeStart, Code::Overlap,
+                       {EndOfDisplay(earlier.Time, delay), later.Time}));
   }
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <span>
 
@@ -11,8 +12,15 @@
 
 namespace quillmark {
 
+/// Whose rules a stream is held against.
+enum class CheckProfile : std::uint8_t {
+  Spec,    ///< those that everybody goes by
+  Player,  ///< and besides what players refuse or show wrongly
+};
+
 /// What is asked of a stream.
 struct CheckOptions {
+  CheckProfile Profile = CheckProfile::Spec;
   /// 480 or 576: the height of the frame that areas are held against. The larger one, unless it is known
   /// which of them a stream is made for: the stream does not say.
   int FrameLines = 576;
@@ -49,12 +57,19 @@ struct CheckedPacket {
   SpuControl Control;     ///< as it is read when the subtitle is shown; invalid when it cannot be
 };
 
+/// A problem of the packet at `offset`, `place` bytes after its "SP". What its message tells is given in the
+/// order in which ProblemMessage() has it.
+[[nodiscard]] StreamProblem MakeProblem(std::size_t offset, std::int64_t number, std::int64_t place,
+                                        StreamProblemCode code, std::initializer_list<std::int64_t> numbers);
+
 /// Looks at one packet by itself.
 CheckedPacket CheckPacket(const StreamPacket& packet, const CheckOptions& options,
                           const ProblemReporter& report);
 
 /// Reports what is wrong with the times of two packets that follow one another: of the later one that it
-/// starts too early, of the earlier one that it is still shown.
-void CheckTimes(const CheckedPacket& earlier, const CheckedPacket& later, const ProblemReporter& report);
+/// starts too early, of the earlier one that it is still shown; for players also that their colours are not
+/// the same entries of the palette.
+void CheckTimes(const CheckedPacket& earlier, const CheckedPacket& later, const CheckOptions& options,
+                const ProblemReporter& report);
 
 }  // namespace quillmark

@@ -41,7 +41,7 @@ bool StreamChecker::Step(const ProblemReporter& report) {
   ++packets_;
   const CheckedPacket checked = CheckPacket(*packet, options_, report);
   if (packets_ > 1) {
-    CheckTimes(last_, checked, report);
+    CheckTimes(last_, checked, options_, report);
   }
   last_ = checked;
   GoOnAfter(*packet);

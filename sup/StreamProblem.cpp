@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "sup/ControlSurvey.h"
+#include "sup/PlayerCheck.h"
 #include "sup/SpuCommand.h"
 #include "sup/Timecode.h"
 
@@ -69,6 +70,34 @@ constexpr CodeWords WordsOf(Code code) {
       return {"time_backwards", "starts before the one before it", ShownWrongly};
     case Code::Overlap:
       return {"overlap", "overlaps the next one", ShownWrongly};
+    case Code::PlayerUnitSize:
+      return {"player_unit_size", "unit too large for players", CannotBeShown};
+    case Code::PlayerControlSize:
+      return {"player_control_size", "too long control for players", CannotBeShown};
+    case Code::OddUnitSize:
+      return {"odd_unit_size", "odd unit size", ShownWrongly};
+    case Code::MissingStart:
+      return {"missing_start", "no start command", CannotBeShown};
+    case Code::MissingStop:
+      return {"missing_stop", "no stop command", ShownWrongly};
+    case Code::LateCommand:
+      return {"late_command", "command after the first sequence", ShownWrongly};
+    case Code::EarlierDelay:
+      return {"earlier_delay", "delays out of order", ShownWrongly};
+    case Code::OutsideSafeFrame:
+      return {"outside_safe_frame", "outside the safe lines", ShownWrongly};
+    case Code::OddFirstLine:
+      return {"odd_first_line", "odd first line", ShownWrongly};
+    case Code::LongLine:
+      return {"long_line", "line of too many bits", CannotBeShown};
+    case Code::RunPastLine:
+      return {"run_past_line", "run past the line's end", CannotBeShown};
+    case Code::OtherEntries:
+      return {"other_entries", "other palette entries", Untidy};
+    case Code::TooLongForDelay:
+      return {"too_long_for_delay", "longer than a delay can say", ShownWrongly};
+    case Code::ShortGap:
+      return {"short_gap", "too close to the next for players", ShownWrongly};
   }
   return {};
 }
@@ -114,6 +143,25 @@ std::string AreaMessage(const StreamProblem& problem) {
          Number(y2) + ", " +
          (problem.Code == Code::ReversedArea ? std::string("ends before it starts")
                                              : "leaves the frame of 720x" + Number(frameLines));
+}
+
+/// `ticks` of the next subtitle that players show this one for; 0 or negative where there is a gap.
+std::string ShortGapMessage(std::int64_t ticks) {
+  return "players, who count a delay in 1024 ticks, " +
+         (ticks > 0 ? "show it " + Number(ticks) + " ticks of 90 kHz into the next subtitle"
+                    : "end it " + Number(-ticks) + " ticks of 90 kHz before the next subtitle; " +
+                          Number(MinPlayerGap) + ", a millisecond, are the least");
+}
+
+/// The palette entries of pixel codes 0 to 3 out of a colour command's arguments.
+std::string EntriesText(std::int64_t arguments) {
+  const CodeNibbles entries =
+      UnpackCodes({static_cast<std::uint8_t>(arguments >> 8U), static_cast<std::uint8_t>(arguments)});
+  std::string text;
+  for (const std::uint8_t entry : entries) {
+    text += (text.empty() ? "" : ", ") + Number(entry);
+  }
+  return text;
 }
 
 std::string LowerCase(std::string_view text) {
@@ -206,6 +254,43 @@ std::string ProblemMessage(const StreamProblem& problem) {
     case Code::Overlap:
       return "it is shown until " + FormatTimecode(numbers[0]) + ", but the next subtitle starts at " +
              FormatTimecode(numbers[1]);
+    case Code::PlayerUnitSize:
+      return "the unit's size is " + Number(numbers[0]) + "; players take up to " + Number(MaxPlayerUnit);
+    case Code::PlayerControlSize:
+      return "the control sequences take " + Number(numbers[0]) + " bytes; players take up to " +
+             Number(MaxPlayerControl);
+    case Code::OddUnitSize:
+      return "the unit's size " + Number(numbers[0]) + " is odd; players expect whole pairs of bytes";
+    case Code::MissingStart:
+      return "no command starts the display, so players show nothing";
+    case Code::MissingStop:
+      return "no command stops the display, so players show it until the next subtitle";
+    case Code::LateCommand:
+      return "command " + Hex(numbers[0]) +
+             " stands in a later control sequence alone; players expect it in the first";
+    case Code::EarlierDelay:
+      return "the delay " + Number(numbers[0]) + " is less than that of the sequence before it, " +
+             Number(numbers[1]) + "; delays count from the subtitle's start";
+    case Code::OutsideSafeFrame:
+      return "it covers lines " + Number(numbers[0]) + " to " + Number(numbers[1]) +
+             " of the frame; players show lines " + Number(numbers[2]) + " to " + Number(numbers[3]);
+    case Code::OddFirstLine:
+      return "it starts on the odd line " + Number(numbers[0]) +
+             " of the frame, so its fields change places on an interlaced screen";
+    case Code::LongLine:
+      return "line " + Number(numbers[0]) + " of the picture takes " + Number(numbers[1]) +
+             " bits; players take up to " + Number(MaxPlayerLineBits);
+    case Code::RunPastLine:
+      return "a run passes the end of line " + Number(numbers[0]) +
+             " of the picture; this program cuts it, players refuse the picture";
+    case Code::OtherEntries:
+      return "its codes 0 to 3 are the palette entries " + EntriesText(numbers[1]) +
+             ", those of the subtitle before it " + EntriesText(numbers[0]);
+    case Code::TooLongForDelay:
+      return "it has no end, and the next subtitle starts " + Number(numbers[0]) +
+             " s later; a player's delay can say 745";
+    case Code::ShortGap:
+      return ShortGapMessage(numbers[0]);
   }
   return "";
 }

@@ -33,8 +33,24 @@ enum class StreamProblemCode : std::uint8_t {
   NegativeTime,
   TimeBackwards,  ///< the subtitle starts before the one before it
   Overlap,        ///< the subtitle is still shown when the next one starts
+
+  // For players.
+  PlayerUnitSize,     ///< a unit longer than they take
+  PlayerControlSize,  ///< control sequences longer than they take
+  OddUnitSize,
+  MissingStart,      ///< no command starts the display
+  MissingStop,       ///< no command stops it, though the last sequence has a delay
+  LateCommand,       ///< colours, contrasts, area or fields that only a later sequence has
+  EarlierDelay,      ///< a sequence whose delay is less than that of the one before it
+  OutsideSafeFrame,  ///< lines that not all of them show
+  OddFirstLine,      ///< the top field on the lines of the other one
+  LongLine,          ///< a line of more bits than they take
+  RunPastLine,       ///< a run that passes the line's end
+  OtherEntries,      ///< other palette entries than the subtitle before it
+  TooLongForDelay,   ///< no end, and a next start farther away than any delay can say
+  ShortGap,          ///< an end, on their clock, after the next start or less than a millisecond before it
 };
-inline constexpr int StreamProblemCodes = static_cast<int>(StreamProblemCode::Overlap) + 1;
+inline constexpr int StreamProblemCodes = static_cast<int>(StreamProblemCode::ShortGap) + 1;
 
 /// What a problem does to what is seen, from the least to the worst.
 enum class ProblemSeverity : std::uint8_t {

@@ -76,10 +76,10 @@ std::vector<StreamProblem> StreamSurvey::ProblemsOf(std::size_t index) const {
     return problems;
   }
   if (const auto earlier = index > 0 ? PacketAt(index - 1, ignore) : std::nullopt) {
-    CheckTimes(*earlier, *packet, collect);
+    CheckTimes(*earlier, *packet, options_, collect);
   }
   if (const auto later = PacketAt(index + 1, ignore)) {
-    CheckTimes(*packet, *later, collect);
+    CheckTimes(*packet, *later, options_, collect);
   }
   return problems;
 }

@@ -1,5 +1,6 @@
 #include "sup/Timecode.h"
 
+#include <bit>
 #include <cstdlib>
 
 #include "base/FloorDivision.h"
@@ -56,6 +57,11 @@ std::int64_t EndOfDisplay(std::int64_t startTicks, std::int16_t delay) {
 
 std::int32_t DurationMs(std::int16_t delay) {
   return static_cast<std::int32_t>(FloorDivide(delay * TicksPerDelayUnit + 450, 90));
+}
+
+std::int32_t PlayerDurationMs(std::int16_t delay) {
+  const std::uint32_t ticks = std::bit_cast<std::uint16_t>(delay) * TicksPerPlayerDelayUnit;
+  return static_cast<std::int32_t>((ticks + 45) / 90);
 }
 
 std::string FormatSeconds(std::int32_t milliseconds) {

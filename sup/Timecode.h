@@ -9,6 +9,8 @@ namespace quillmark {
 inline constexpr std::int64_t TicksPerSecond = 90000;
 /// One unit of a control sequence's delay field counts as 1000 ticks here (not the 1024 of the DVD clock).
 inline constexpr std::int64_t TicksPerDelayUnit = 1000;
+/// What players count it as, who take the delay as unsigned, too.
+inline constexpr std::uint32_t TicksPerPlayerDelayUnit = 1024;
 
 /// A time as it is shown. Hours are floored and may be negative; the other parts are 0-59, 0-59 and 0-99.
 struct TimeParts {
@@ -31,6 +33,9 @@ struct TimeParts {
 
 /// floor((delay x 1000 + 450) / 90) milliseconds. Kept oddity: the 450 is a bias of 5 ms.
 [[nodiscard]] std::int32_t DurationMs(std::int16_t delay);
+
+/// How long players show it: delay x 1024 ticks, to the nearest millisecond. The delay is as it is stored.
+[[nodiscard]] std::int32_t PlayerDurationMs(std::int16_t delay);
 
 /// Seconds with two decimals, rounded half away from zero, and no digit before the point below one second:
 /// 1116 ms is "1.12", 560 ms ".56", -1 ms "-.00".

@@ -34,14 +34,16 @@ std::vector<Code> WithSeverity(ProblemSeverity severity) {
 
 TEST(SeverityOf, WhatIsShownAsItWasMeantIsUntidy) {
   EXPECT_THAT(WithSeverity(ProblemSeverity::Untidy),
-              ElementsAre(Code::TrailingBytes, Code::OddHeight, Code::NoEnd));
+              ElementsAre(Code::TrailingBytes, Code::OddHeight, Code::NoEnd, Code::OtherEntries));
 }
 
 TEST(SeverityOf, WhatIsShownElsewhereOrAtAnotherTimeIsWrong) {
-  EXPECT_THAT(WithSeverity(ProblemSeverity::ShownWrongly),
-              ElementsAre(Code::ControlGap, Code::ManySequences, Code::UnknownCommand, Code::FieldOutside,
-                          Code::AreaOutsideFrame, Code::NegativeDelay, Code::NegativeTime,
-                          Code::TimeBackwards, Code::Overlap));
+  EXPECT_THAT(
+      WithSeverity(ProblemSeverity::ShownWrongly),
+      ElementsAre(Code::ControlGap, Code::ManySequences, Code::UnknownCommand, Code::FieldOutside,
+                  Code::AreaOutsideFrame, Code::NegativeDelay, Code::NegativeTime, Code::TimeBackwards,
+                  Code::Overlap, Code::OddUnitSize, Code::MissingStop, Code::LateCommand, Code::EarlierDelay,
+                  Code::OutsideSafeFrame, Code::OddFirstLine, Code::TooLongForDelay, Code::ShortGap));
 }
 
 TEST(SeverityName, IsSnakeCase) {

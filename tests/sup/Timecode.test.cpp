@@ -72,6 +72,17 @@ TEST(DurationMs, HasABiasOfFiveMilliseconds) {
   EXPECT_EQ(DurationMs(1), 16);      // 1450 / 90
 }
 
+TEST(PlayerDurationMs, CountsTheDelayIn1024TicksToTheNearest) {
+  EXPECT_EQ(PlayerDurationMs(0), 0);
+  EXPECT_EQ(PlayerDurationMs(1), 11);      // 1024 / 90 is 11.4
+  EXPECT_EQ(PlayerDurationMs(100), 1138);  // 102400 / 90 is 1137.8
+}
+
+TEST(PlayerDurationMs, TakesTheDelayAsUnsigned) {
+  EXPECT_EQ(PlayerDurationMs(-32768), 372827);  // 0x8000 x 1024 / 90 is 372827.0
+  EXPECT_EQ(PlayerDurationMs(-1), 745643);      // 0xFFFF x 1024 / 90 is 745642.7
+}
+
 TEST(DurationMs, IsFloored) {
   EXPECT_EQ(DurationMs(-1), -7);  // -550 / 90
 }
