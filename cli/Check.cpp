@@ -1,5 +1,6 @@
 #include "base/FilePath.h"
 #include "cli/Commands.h"
+#include "cli/Inputs.h"
 #include "cli/Json.h"
 #include "sup/StreamCheck.h"
 #include "sup/StreamLoader.h"
@@ -28,18 +29,25 @@ CommandResult Check(const CheckOptions& options, const Console& console) {
   if (!file) {
     return Failed(options.File, file.Reason());
   }
+  const quillmark::CheckOptions rules{.Profile = ProfileOf(options.Profile), .FrameLines = options.Frame};
   CommandResult result;
   if (options.Json) {
     JsonArrayWriter array(console.Out);
-    CheckStream(*file, [&](const StreamProblem& problem) {
-      array.Add(ProblemObject(problem));
-      result.Code = ExitCode::Failed;
-    });
+    CheckStream(
+        *file,
+        [&](const StreamProblem& problem) {
+          array.Add(ProblemObject(problem));
+          result.Code = ExitCode::Failed;
+        },
+        rules);
   } else {
-    CheckStream(*file, [&](const StreamProblem& problem) {
-      console.Out << ProblemText(problem);
-      result.Code = ExitCode::Failed;
-    });
+    CheckStream(
+        *file,
+        [&](const StreamProblem& problem) {
+          console.Out << ProblemText(problem);
+          result.Code = ExitCode::Failed;
+        },
+        rules);
     console.Out << (result.IsDone() ? "no problem found\n" : "");
   }
   return result;

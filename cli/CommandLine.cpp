@@ -143,6 +143,7 @@ class CommandTable {
     CLI::App* check =
         Add("check", "Tell every problem of a stream; exit code 1 if there is one", check_, Check, false);
     AddFile(check, check_.File);
+    AddRules(check, check_.Profile, check_.Frame);
     check->add_flag("--json", check_.Json, "Write a JSON array of objects");
 
     CLI::App* diff =
@@ -150,6 +151,19 @@ class CommandTable {
     AddFile(diff, diff_.First, "A");
     AddFile(diff, diff_.Second, "B", "Stream to compare it with");
     diff->add_flag("--json", diff_.Json, "Write a JSON array of objects");
+  }
+
+  /// What a stream is held against.
+  static void AddRules(CLI::App* command, std::string& profile, int& frame) {
+    command->add_option("--profile", profile, "Rules for everybody, or those for players too")
+        ->type_name("spec|player")
+        ->check(Accepting([](const std::string& name) { return name == "spec" || name == "player"; },
+                          "is neither spec nor player"))
+        ->capture_default_str();
+    command->add_option("--frame", frame, "Lines of the frame that the stream is for")
+        ->type_name("480|576")
+        ->check(FrameLines())
+        ->capture_default_str();
   }
 
   void AddPictureCommands() {

@@ -66,6 +66,8 @@ CommandResult Merge(const MergeOptions& options, const Console& console);
 
 struct CheckOptions {
   std::string File = {};
+  std::string Profile = "spec";  ///< or "player"
+  int Frame = 576;               ///< 480 or 576
   bool Json = false;
 };
 /// Every problem of the stream. Not done when there is one.

@@ -39,6 +39,10 @@ std::string SubtitleText(std::int64_t number) {
   return "subtitle " + std::to_string(number);
 }
 
+CheckProfile ProfileOf(std::string_view name) {
+  return name == "player" ? CheckProfile::Player : CheckProfile::Spec;
+}
+
 CommandResult LoadPalette(const std::string& file, DvdPalette& palette) {
   palette = StartUpPalette;
   if (file.empty()) {

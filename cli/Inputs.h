@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QString>
@@ -12,6 +13,7 @@
 #include "cli/CommandResult.h"
 #include "palette/Colour.h"
 #include "render/SubtitleDescription.h"
+#include "sup/PacketCheck.h"
 #include "sup/StreamLoader.h"
 #include "sup/SubtitleSet.h"
 #include "sup/SupStream.h"
@@ -44,6 +46,9 @@ CommandResult CheckOnly(const SubtitleSet& only, const std::string& file, const 
 
 /// "subtitle 12", for messages.
 [[nodiscard]] std::string SubtitleText(std::int64_t number);
+
+/// "spec" or "player".
+[[nodiscard]] CheckProfile ProfileOf(std::string_view name);
 
 /// Takes the palette file's colours; without a file the ones that the window starts with.
 CommandResult LoadPalette(const std::string& file, DvdPalette& palette);

@@ -39,6 +39,13 @@ std::optional<std::string> Duration(const Row& row) {
              : std::nullopt;
 }
 
+/// Seconds as players show it.
+std::optional<std::string> PlayerDuration(const Row& row) {
+  return row.Description && row.Description->DurationMs
+             ? std::optional(FormatSeconds(PlayerDurationMs(row.Description->Control.Delay)))
+             : std::nullopt;
+}
+
 std::optional<std::string> EndText(const Row& row) {
   return row.End != 0 ? std::optional(FormatTimecode(row.End)) : std::nullopt;
 }
@@ -58,6 +65,7 @@ Json RowObject(const Row& row) {
                  {"start", FormatTimecode(row.Start)},
                  {"end", OrNull(EndText(row))},
                  {"duration", OrNull(Duration(row))},
+                 {"player_duration", OrNull(PlayerDuration(row))},
                  {"x", nullptr},
                  {"y", nullptr},
                  {"width", nullptr},

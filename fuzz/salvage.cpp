@@ -65,6 +65,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   std::size_t problems = 0;
   CheckStream(file, [&](const StreamProblem&) { ++problems; });
+  std::size_t forPlayers = 0;
+  CheckStream(file, [&](const StreamProblem&) { ++forPlayers; }, {.Profile = CheckProfile::Player});
+  Require(forPlayers >= problems);
   const auto loaded = IndexPrimaryStream({file.begin(), file.end()}, InvalidFirst::IsPassed);
   Require(loaded.IsOk());
   Require(problems > 0 || (!loaded->LostSignature && loaded->Stream.Stats.ParseErrors == 0));

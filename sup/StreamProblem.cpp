@@ -87,7 +87,7 @@ constexpr CodeWords WordsOf(Code code) {
     case Code::OutsideSafeFrame:
       return {"outside_safe_frame", "outside the safe lines", ShownWrongly};
     case Code::OddFirstLine:
-      return {"odd_first_line", "odd first line", ShownWrongly};
+      return {"odd_first_line", "odd first line", Untidy};
     case Code::LongLine:
       return {"long_line", "line of too many bits", CannotBeShown};
     case Code::RunPastLine:

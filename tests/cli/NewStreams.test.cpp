@@ -278,6 +278,31 @@ TEST_F(CheckCommand, JsonIsOneArray) {
       "\n]\n");
 }
 
+TEST_F(CheckCommand, PlayersHaveRulesOfTheirOwn) {
+  Write("a.sup", Join({Sound().Area(0, 3, 574, 575).Build(), Sound(Second).Build()}));
+
+  EXPECT_EQ(Run({"check", "a.sup"}).ExitCode, 0);
+  EXPECT_EQ(Run({"check", "a.sup", "--profile", "spec"}).ExitCode, 0);
+  const auto run = Run({"check", "a.sup", "--profile", "player"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(
+      run.Out,
+      "offset 18: packet 1: it covers lines 574 to 575 of the frame; players show lines 2 to 574 "
+      "[outside_safe_frame]\n"
+      "offset 2: packet 1: players, who count a delay in 1024 ticks, show it 2160 ticks of 90 kHz into the "
+      "next subtitle [short_gap]\n");
+  EXPECT_EQ(Run({"check", "a.sup", "--profile", "film"}).ExitCode, 2);
+}
+
+TEST_F(CheckCommand, TheFrameCanHave480Lines) {
+  Write("a.sup", Sound().Area(0, 3, 478, 481).Build());
+
+  EXPECT_EQ(Run({"check", "a.sup"}).ExitCode, 0);
+  EXPECT_THAT(Run({"check", "a.sup", "--frame", "480"}).Out,
+              testing::HasSubstr("leaves the frame of 720x480"));
+  EXPECT_EQ(Run({"check", "a.sup", "--frame", "500"}).ExitCode, 2);
+}
+
 /// Streams of another make are sound but for what their makers meant: no end, odd heights.
 TEST_F(CheckCommand, StreamsOfAnotherMakeRaiseNoFalseAlarm) {
   for (const std::string name :

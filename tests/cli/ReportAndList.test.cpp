@@ -98,7 +98,7 @@ TEST_F(ListCommand, JsonHasEveryField) {
       Run({"list", "a.sup", "--json"}).Out,
       "[\n"
       R"({"number":1,"valid":true,"offset":0,"size":38,"control_offset":8,"start_ticks":90000,)"
-      R"("end_ticks":180000,"start":"00:00:01.00","end":"00:00:02.00","duration":"1.01","x":100,"y":400,)"
+      R"("end_ticks":180000,"start":"00:00:01.00","end":"00:00:02.00","duration":"1.01","player_duration":"1.02","x":100,"y":400,)"
       R"("width":4,"height":2,"colours":[0,1,2,3],"opacities":[0,15,15,15]})"
       "\n]\n");
 }
@@ -109,10 +109,11 @@ TEST_F(ListCommand, JsonIsNullWhereASubtitleHasNothing) {
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0]["valid"], false);
   EXPECT_EQ(rows[0]["end"], "00:00:02.00");
-  for (const char* field : {"duration", "x", "y", "width", "height", "colours", "opacities"}) {
+  for (const char* field :
+       {"duration", "player_duration", "x", "y", "width", "height", "colours", "opacities"}) {
     EXPECT_TRUE(rows[0].at(field).is_null()) << field;
   }
-  for (const char* field : {"end", "end_ticks", "duration"}) {
+  for (const char* field : {"end", "end_ticks", "duration", "player_duration"}) {
     EXPECT_TRUE(rows[1].at(field).is_null()) << field;
   }
   EXPECT_EQ(rows[1]["x"], 100);
