@@ -4,14 +4,11 @@
 #include <charconv>
 #include <limits>
 
+#include "base/Digit.h"
 #include "base/Ratio.h"
 
 namespace quillmark {
 namespace {
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// 0.`digits` times `factor`, rounded: the digits are multiplied one by one, last one first, and what is
 /// carried out of the first one stands before the point.

@@ -6,12 +6,10 @@
 #include <limits>
 #include <system_error>
 
+#include "base/Digit.h"
+
 namespace quillmark {
 namespace {
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool StartsNumber(std::string_view text) {
   return !text.empty() && (IsDigit(text[0]) || (text[0] == '.' && text.size() > 1 && IsDigit(text[1])));

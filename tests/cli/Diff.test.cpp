@@ -4,11 +4,10 @@ namespace quillmark::cli {
 namespace {
 
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 class DiffCommand : public test::ProgramTest {
  protected:
