@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QHash>
+#include <QProxyStyle>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -17,6 +19,24 @@ void DropRemarksOnThePlatform(QtMsgType type, const QMessageLogContext& context,
     previousHandler(type, context, text);
   }
 }
+
+/// Keeps the icons of file dialogs and messages, which the style under it reads from their pictures for each
+/// dialog anew.
+class IconsKept : public QProxyStyle {
+ public:
+  [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                   const QWidget* widget) const override {
+    const auto number = static_cast<int>(icon);
+    const auto kept = icons_.constFind(number);
+    if (kept != icons_.constEnd()) {
+      return *kept;
+    }
+    return *icons_.insert(number, QProxyStyle::standardIcon(icon, option, widget));
+  }
+
+ private:
+  mutable QHash<int, QIcon> icons_;
+};
 
 /// Side by side one screen for each scale, all of the same number of logical pixels; the first one is
 /// primary.
@@ -59,6 +79,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   previousHandler = qInstallMessageHandler(DropRemarksOnThePlatform);
   const QApplication application(argc, argv);
+  QApplication::setStyle(new IconsKept);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }
