@@ -5,14 +5,29 @@ export ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-14
 export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
 
+# TestFolder: a new folder for what tests write, open to all users as /tmp is, where the system has memory for it: many
+# of them sync what they write, and file dialogs watch the folder above.
+TestFolder() {
+  local memory=/dev/shm folder
+  if [ -w $memory ] && [ "$(df --output=avail -k $memory | tail -n 1)" -gt 2000000 ]; then
+    folder=$(mktemp -d -p $memory quillmark-test.XXXXXX)
+  else
+    folder=$(mktemp -d)
+  fi
+  chmod 1777 "$folder"
+  echo "$folder"
+}
+
 # RunTests PRESET: runs every test of build/PRESET and leaves a line on them in $note. Tests that the user at hand
 # cannot run are run once more as the one that they need.
 RunTests() {
-  local preset=$1 logs=build/$1/test-logs status=0
+  local preset=$1 logs=build/$1/test-logs status=0 folder
   Say "running the tests of build/$preset"
   rm -rf "$logs"
   mkdir -p "$logs"
-  ctest --preset "$preset" --parallel "$jobs" --no-tests=error --verbose >"$logs/all.log" 2>&1 || status=1
+  folder=$(TestFolder)
+  TMPDIR=$folder TEST_TMPDIR=$folder/ ctest --preset "$preset" --parallel "$jobs" --no-tests=error --verbose >"$logs/all.log" 2>&1 || status=1
+  rm -rf "$folder"
   awk -v counts="$logs/all" -f scripts/test-log.awk "$logs/all.log"
   if [ "$(id -u)" -eq 0 ]; then
     RunAgain "$logs" 'needs an ordinary user' || status=1
