@@ -10,6 +10,7 @@
 
 #include "sup/StreamCheck.h"
 #include "sup/StreamLoader.h"
+#include "sup/StreamSurvey.h"
 
 namespace {
 
@@ -51,6 +52,20 @@ void RequireSoundFraming(std::span<const std::uint8_t> stream) {
   });
 }
 
+/// What is read again of each packet is all that the check reported.
+void RequireSurveyed(std::span<const std::uint8_t> file, std::size_t problems) {
+  StreamSurvey survey(file);
+  while (survey.Step()) {
+  }
+  std::size_t surveyed = survey.DamageCount();
+  for (std::size_t i = 0; i < survey.Marks().size(); ++i) {
+    const std::size_t found = survey.ProblemsOf(i).size();
+    Require((found > 0) == survey.MarksOf(i).HasProblems());
+    surveyed += found;
+  }
+  Require(surveyed == problems);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -68,6 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t forPlayers = 0;
   CheckStream(file, [&](const StreamProblem&) { ++forPlayers; }, {.Profile = CheckProfile::Player});
   Require(forPlayers >= problems);
+  RequireSurveyed(file, problems);
   const auto loaded = IndexPrimaryStream({file.begin(), file.end()}, InvalidFirst::IsPassed);
   Require(loaded.IsOk());
   Require(problems > 0 || (!loaded->LostSignature && loaded->Stream.Stats.ParseErrors == 0));
