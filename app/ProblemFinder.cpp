@@ -11,7 +11,7 @@ namespace {
 
 /// How long the window's events wait at most: this, and as many steps as are taken between two looks at the
 /// clock.
-constexpr qint64 SliceNanoseconds = 3'000'000;
+constexpr qint64 SliceNanoseconds = 2'000'000;
 constexpr int StepsPerLook = 8;
 
 /// Looks on for the time of one slice; false once nothing is left to look at.

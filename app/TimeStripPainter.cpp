@@ -161,8 +161,9 @@ void TimeStripPainter::DrawCurrent(int lane, const ColumnRange& columns) {
   painter_.fillRect(first, rows.BarTop, std::max(last - first + 1, Pixels(3)), rows.End - rows.BarTop,
                     current_);
   const int width = Pixels(2);
-  painter_.fillRect(first - width / 2, rows.Top, width, rows.End - rows.Top, text_);
-  const double middle = first - width / 2 + width / 2.0;
+  const int left = first - width / 2;
+  painter_.fillRect(left, rows.Top, width, rows.End - rows.Top, text_);
+  const double middle = left + width * 0.5;
   DrawWedge(middle, rows.Top + Pixels(4), Pixels(4), Pixels(8), text_);
   DrawWedge(middle, rows.End - Pixels(4), -Pixels(4), Pixels(8), text_);
 }

@@ -16,8 +16,10 @@ std::vector<StreamProblemCode> PacketMarks::Problems() const {
 
 std::optional<ProblemSeverity> PacketMarks::Severity() const {
   std::optional<ProblemSeverity> worst;
-  for (const StreamProblemCode code : Problems()) {
-    worst = std::max(worst, std::optional(SeverityOf(code)));
+  for (int i = 0; i < StreamProblemCodes; ++i) {
+    if (const auto code = static_cast<StreamProblemCode>(i); Has(code)) {
+      worst = std::max(worst, std::optional(SeverityOf(code)));
+    }
   }
   return worst;
 }

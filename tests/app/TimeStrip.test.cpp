@@ -317,12 +317,14 @@ TEST_P(TimeStripScale, RepaintsNoMoreAndNoLessThanHasChanged) {
     QCoreApplication::processEvents();
     return window.screen()->grabWindow(window.winId(), 0, 0, window.width(), window.height()).toImage();
   };
-  for (const std::size_t index : {0U, 3U, 21U, 22U, 84U, 198U, 199U, 42U}) {
+  // Every place of the mark beside others, at first of the whole film and then of a part of it that moves
+  // along.
+  for (std::size_t index = 0; index < bars.size(); ++index) {
     strip.SetCurrent(index, index * 9 / 10);
     const QImage stepwise = onScreen();
     strip.update();
-    EXPECT_EQ(stepwise, onScreen()) << index;
-    if (index == 22) {
+    ASSERT_EQ(stepwise, onScreen()) << index;
+    if (index == 100) {
       strip.ZoomAt(100, 3);
     }
   }
