@@ -21,6 +21,7 @@ struct TimeBar {
   void SetMarks(PacketMarks marks);
   bool operator==(const TimeBar&) const = default;
 };
+static_assert(sizeof(TimeBar) == 12);
 
 /// Of times in 90 kHz ticks. One outside the clock of a DVD stands at its nearer end; an end that is not
 /// known, or lies before the start, is the start.

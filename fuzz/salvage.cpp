@@ -53,8 +53,8 @@ void RequireSoundFraming(std::span<const std::uint8_t> stream) {
 }
 
 /// What is read again of each packet is all that the check reported.
-void RequireSurveyed(std::span<const std::uint8_t> file, std::size_t problems) {
-  StreamSurvey survey(file);
+void RequireSurveyed(std::span<const std::uint8_t> file, const CheckOptions& options, std::size_t problems) {
+  StreamSurvey survey(file, options);
   while (survey.Step()) {
   }
   std::size_t surveyed = survey.DamageCount();
@@ -80,10 +80,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   std::size_t problems = 0;
   CheckStream(file, [&](const StreamProblem&) { ++problems; });
+  RequireSurveyed(file, {}, problems);
+  const CheckOptions players = {.Profile = CheckProfile::Player};
   std::size_t forPlayers = 0;
-  CheckStream(file, [&](const StreamProblem&) { ++forPlayers; }, {.Profile = CheckProfile::Player});
+  CheckStream(
+      file, [&](const StreamProblem&) { ++forPlayers; }, players);
   Require(forPlayers >= problems);
-  RequireSurveyed(file, problems);
+  RequireSurveyed(file, players, forPlayers);
   const auto loaded = IndexPrimaryStream({file.begin(), file.end()}, InvalidFirst::IsPassed);
   Require(loaded.IsOk());
   Require(problems > 0 || (!loaded->LostSignature && loaded->Stream.Stats.ParseErrors == 0));

@@ -66,6 +66,7 @@ class StreamSurvey {
     std::uint32_t Number = 0;
     StreamProblemCode Code{};
   };
+  static_assert(sizeof(CompactDamage) == 16 && sizeof(PacketMarks) + sizeof(std::uint32_t) == 12);
 
   struct Codes {
     std::array<int, 4> Colours{};
