@@ -38,6 +38,8 @@ class MergedPicture {
 
   /// The frame for the encoder; cell value 0 is the clear frame. Valid until the next Compose.
   [[nodiscard]] FrameCells Cells() const;
+  /// What each cell value stands for, in straight ARGB. Valid until the next Compose.
+  [[nodiscard]] std::span<const Argb> Colours() const { return std::span(composed_).first(colourCount_); }
   /// The frame as an image of straight ARGB: MergedWidth x FrameHeight pixels.
   void CopyTo(cBitmap& bitmap) const;
 
