@@ -53,6 +53,7 @@ EnabledCommands Document::Enabled() const {
           .Reopen = primary_.Count == 0 && primary_.Holds(0),
           .Merging = merging_,
           .Report = primary_.Count > 0,
+          .List = primary_.Count > 0,
           .Help = true};
 }
 
@@ -61,7 +62,7 @@ QString Document::NumberText() const {
 }
 
 void Document::SetNumber(std::int64_t number) {
-  number_ = number;
+  number_ = lastTried_ = number;
   failed_ = false;
   emit NumberChanged();
 }
@@ -116,6 +117,7 @@ bool Document::Reset() {
 }
 
 bool Document::Show(std::int64_t number) {
+  lastTried_ = number;
   const auto index = static_cast<std::size_t>(number - 1);
   const auto over = primary_.Holds(index) && merging_ && secondary_.Count >= 1
                         ? ChooseSecondary(primary_, index, secondary_)
@@ -214,14 +216,20 @@ void Document::Open(SupStream stream) {
   history_.clear();
   steps_.Next = steps_.GoTo = number_ == 1 && primary_.Count >= 2;
   steps_.Prev = false;
-  EndLoading();
+  FinishLoading();
   emit Opened();
-  emit StreamChanged();
+  emit StreamChanged(StreamChange::Stream);
+  emit CommandsChanged();
+}
+
+void Document::FinishLoading() {
+  loading_ = false;
+  steps_.Change = !failed_ && number_ == 1;
 }
 
 void Document::EndLoading() {
-  loading_ = false;
-  steps_.Change = !failed_ && number_ == 1;
+  FinishLoading();
+  emit StreamChanged(StreamChange::Stream);
   emit CommandsChanged();
 }
 
@@ -237,6 +245,7 @@ void Document::AbandonLoading() {
 bool Document::Reopen() {
   primary_.Count = static_cast<std::int32_t>(primary_.PacketOffset.size());
   SetSupPath(QString::fromStdString(primary_.Path));
+  emit StreamChanged(StreamChange::Stream);
   const bool shown = GoTo(std::clamp<std::int64_t>(Number(), 1, primary_.Count));
   AllowSteps();
   return shown;
@@ -267,7 +276,7 @@ void Document::LoseIndex() {
   lostIndex_ = true;
   steps_ = {};
   emit CommandsChanged();
-  emit StreamChanged();
+  emit StreamChanged(StreamChange::Stream);
 }
 
 void Document::SetFrameLines(int lines) {
@@ -282,6 +291,7 @@ bool Document::ReturnToFirst() {
 
 void Document::DropSecondary() {
   secondary_.Count = 0;
+  emit MergeChanged();
 }
 
 void Document::BeginMerging(SupStream secondary) {
@@ -289,6 +299,12 @@ void Document::BeginMerging(SupStream secondary) {
   merging_ = true;
   steps_.Change = false;
   emit CommandsChanged();
+  emit MergeChanged();
+}
+
+void Document::SetYOffset(std::int16_t lines) {
+  yOffset_ = lines;
+  emit MergeChanged();
 }
 
 bool Document::LeaveMerging() {
@@ -296,6 +312,7 @@ bool Document::LeaveMerging() {
   shownOver_.reset();
   merging_ = false;
   AllowSteps();
+  emit MergeChanged();
   return Reset();
 }
 

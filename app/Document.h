@@ -46,6 +46,13 @@ struct ConvertedSubtitle {
   bool IsNew = true;                   ///< false when it is only shown once more as it stood before
 };
 
+/// What is no longer as it was.
+enum class StreamChange : std::uint8_t {
+  Stream,   ///< another stream is open, or none is
+  Packets,  ///< the subtitles are others, or stand elsewhere
+  Bytes,    ///< what some of them say; they stand where they stood
+};
+
 /// Which groups of commands can be used now.
 struct EnabledCommands {
   bool Load = false;     ///< LoadSup, LoadSecond, SaveSecond
@@ -61,6 +68,7 @@ struct EnabledCommands {
   bool Reopen = false;
   bool Merging = false;  ///< Offset, LeaveMerge
   bool Report = false;
+  bool List = false;  ///< going to a row of the list, to a problem, copying rows
   bool Help = false;  ///< Keys, About, AboutQt
 };
 
@@ -84,6 +92,8 @@ class Document : public QObject {
   [[nodiscard]] std::int16_t YOffset() const { return yOffset_; }
   [[nodiscard]] bool IsMerging() const { return merging_; }
   [[nodiscard]] bool IsBusy() const { return busy_; }
+  /// Between BeginLoading() and what ends it: how many subtitles there are is not settled yet.
+  [[nodiscard]] bool IsLoading() const { return loading_; }
   [[nodiscard]] EnabledCommands Enabled() const;
 
   // The current subtitle
@@ -93,6 +103,8 @@ class Document : public QObject {
   /// The number; "0" while none is shown, "?" after a conversion that failed.
   [[nodiscard]] QString NumberText() const;
   [[nodiscard]] bool HasSubtitle() const { return Number() != 0; }
+  /// The subtitle gone to last, whether it could be shown or not; 0 while there is none.
+  [[nodiscard]] std::int64_t LastTried() const { return lastTried_; }
   /// Kept oddity: after an invalid unit choices in the lists are not drawn, until a valid one was shown.
   [[nodiscard]] bool ListsAreInert() const { return inert_; }
   [[nodiscard]] const CodeChoice& Choice() const { return choice_; }
@@ -152,7 +164,7 @@ class Document : public QObject {
   void BeginMerging(SupStream secondary);
   /// The primary stream stays open, at the subtitle shown, and can be edited again.
   [[nodiscard]] bool LeaveMerging();
-  void SetYOffset(std::int16_t lines) { yOffset_ = lines; }
+  void SetYOffset(std::int16_t lines);
   /// Both streams' first subtitles, whatever their times. Kept oddity: where that succeeds the number is 17
   /// until SetNumber(), and a stream of 17 subtitles leaves Next disabled.
   [[nodiscard]] bool ShowFirstMerged();
@@ -168,6 +180,9 @@ class Document : public QObject {
   Result<void> Make(DocumentEdit edit);
   Result<void> SetActual();
   Result<void> SetAll();
+  /// Of these subtitles, by their indexes from 0, ascending. Those that lack a command that would be written
+  /// stay as they are.
+  Result<void> SetSelected(std::span<const std::size_t> indexes);
   Result<void> SetPalette(const DvdPalette& palette, const QString& name);
   void Undo();
   void Redo();
@@ -197,7 +212,9 @@ class Document : public QObject {
   void PreviewShown(std::span<const std::uint8_t> unit);
   void ChoiceChanged();
   void PaletteChanged();
-  void StreamChanged();
+  void StreamChanged(quillmark::StreamChange what);
+  /// What is laid over the subtitles, or where.
+  void MergeChanged();
   void FrameLinesChanged();
   /// What Enabled() says, or the name of a step of the history.
   void CommandsChanged();
@@ -221,6 +238,8 @@ class Document : public QObject {
     bool Merging = false;
   };
 
+  /// Loading is over: what can be done follows from what was shown.
+  void FinishLoading();
   /// The commands of a stream that is open at whatever subtitle.
   void AllowSteps();
   [[nodiscard]] bool Show(std::int64_t number);
@@ -229,7 +248,9 @@ class Document : public QObject {
   Result<void> Apply(std::variant<StreamEdit, DvdPalette>& what);
   Result<void> Push(DocumentEdit edit);
   [[nodiscard]] const DocumentEdit& EditAt(int step) const;
+  [[nodiscard]] CodeAssignment Assignment() const;
   Result<void> Assign(std::int64_t first, std::int64_t end, const QString& name);
+  Result<void> MakeAssignment(StreamEdit edit, const QString& name, bool isOfCurrent);
 
   SupStream primary_;
   SupStream secondary_;
@@ -246,6 +267,7 @@ class Document : public QObject {
   BeforeLoading beforeLoading_;
 
   std::int64_t number_ = 0;
+  std::int64_t lastTried_ = 0;
   bool failed_ = false;
   bool inert_ = false;
   CodeChoice choice_;

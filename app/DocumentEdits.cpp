@@ -23,6 +23,13 @@ bool ChangesNothing(const std::vector<std::uint8_t>& bytes, const StreamEdit& ed
   return true;
 }
 
+/// Whether subtitles may stand elsewhere after the edit.
+bool MovesPackets(const StreamEdit& edit) {
+  return edit.Reindexes || std::ranges::any_of(edit.Places, [](const StreamEdit::Place& place) {
+           return place.Removed != place.Inserted;
+         });
+}
+
 }  // namespace
 
 /// One step of the history. Doing and undoing are the same exchange.
@@ -61,20 +68,29 @@ Result<void> Document::Apply(std::variant<StreamEdit, DvdPalette>& what) {
     emit PaletteChanged();
     return {};
   }
-  Result<void> applied = ApplyEdit(primary_, std::get<StreamEdit>(what));
-  emit StreamChanged();
+  auto& edit = std::get<StreamEdit>(what);
+  const StreamChange change = MovesPackets(edit) ? StreamChange::Packets : StreamChange::Bytes;
+  Result<void> applied = ApplyEdit(primary_, edit);
+  emit StreamChanged(change);
   return applied;
+}
+
+CodeAssignment Document::Assignment() const {
+  return {.Colours = AllFour(choice_.Colours), .Contrasts = AllFour(choice_.Contrasts)};
 }
 
 Result<void> Document::Assign(std::int64_t first, std::int64_t end, const QString& name) {
   if (first < 0 || end <= first) {
     return {};
   }
-  StreamEdit edit =
-      AssignCodes(primary_, static_cast<std::size_t>(first), static_cast<std::size_t>(end),
-                  {.Colours = AllFour(choice_.Colours), .Contrasts = AllFour(choice_.Contrasts)});
+  return MakeAssignment(
+      AssignCodes(primary_, static_cast<std::size_t>(first), static_cast<std::size_t>(end), Assignment()),
+      name, true);
+}
+
+Result<void> Document::MakeAssignment(StreamEdit edit, const QString& name, bool isOfCurrent) {
   Result<void> made = Make({.Name = name, .What = std::move(edit)});
-  if (made) {
+  if (made && isOfCurrent) {
     written_ = choice_;
     emit ChoiceChanged();
   }
@@ -123,6 +139,15 @@ Result<void> Document::SetActual() {
 
 Result<void> Document::SetAll() {
   return Assign(0, primary_.Count, QStringLiteral("Set for all"));
+}
+
+Result<void> Document::SetSelected(std::span<const std::size_t> indexes) {
+  CodeAssignment codes = Assignment();
+  codes.NeedsCommands = true;
+  const auto current = static_cast<std::size_t>(Number() - 1);
+  return MakeAssignment(AssignCodes(primary_, indexes, codes), QStringLiteral("Set for selected"),
+                        HasSubtitle() && std::ranges::binary_search(indexes, current) &&
+                            HasCommandsFor(primary_, current, codes));
 }
 
 Result<void> Document::SetPalette(const DvdPalette& palette, const QString& name) {

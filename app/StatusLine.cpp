@@ -16,6 +16,7 @@ void Announce(QWidget* widget) {
 StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
       preview_(new QLabel(QStringLiteral("Preview, not set"), this)),
+      problems_(new QLabel(this)),
       place_(new QLabel(this)) {
   setObjectName(QStringLiteral("StatusBar"));
   preview_->setObjectName(QStringLiteral("Status_Preview"));
@@ -23,8 +24,10 @@ StatusLine::StatusLine(QWidget* parent)
   preview_->setBackgroundRole(QPalette::Highlight);
   preview_->setForegroundRole(QPalette::HighlightedText);
   preview_->setMargin(fontMetrics().height() / 6);
+  problems_->setObjectName(QStringLiteral("Status_Problems"));
   place_->setObjectName(QStringLiteral("Status_Place"));
   addPermanentWidget(preview_);
+  addPermanentWidget(problems_);
   addPermanentWidget(place_);
   preview_->hide();
 }
@@ -61,6 +64,10 @@ void StatusLine::ShowPlace(const QString& text) {
     announcing_ = true;
     QMetaObject::invokeMethod(this, &StatusLine::AnnouncePlace, Qt::QueuedConnection);
   }
+}
+
+void StatusLine::ShowProblems(const QString& text) {
+  problems_->setText(text);
 }
 
 void StatusLine::AnnouncePlace() {

@@ -16,6 +16,10 @@ QString FolderKey(const QString& kind) {
   return QStringLiteral("folders/") + kind;
 }
 
+QString ArrangementKey(const QString& part) {
+  return QStringLiteral("arrangement/") + part;
+}
+
 }  // namespace
 
 UserMemory::UserMemory() = default;
@@ -65,6 +69,14 @@ QString UserMemory::Folder(const QString& kind) const {
 
 void UserMemory::SetFolder(const QString& kind, const QString& folder) {
   Write(FolderKey(kind), folder);
+}
+
+QVariant UserMemory::Arrangement(const QString& part) const {
+  return values_.value(ArrangementKey(part));
+}
+
+void UserMemory::SetArrangement(const QString& part, const QVariant& arrangement) {
+  Write(ArrangementKey(part), arrangement);
 }
 
 std::optional<WindowPlace> UserMemory::Place() const {

@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QVariantMap>
 
 class QSettings;
@@ -45,6 +46,11 @@ class UserMemory {
   /// Empty where none is known, or where it is gone. `kind` is a word of the program's own.
   [[nodiscard]] QString Folder(const QString& kind) const;
   void SetFolder(const QString& kind, const QString& folder);
+
+  /// How the user arranged a part of the window, in whatever form that part has it; null where it is not
+  /// known. `part` is a word of the program's own.
+  [[nodiscard]] QVariant Arrangement(const QString& part) const;
+  void SetArrangement(const QString& part, const QVariant& arrangement);
 
   [[nodiscard]] std::optional<WindowPlace> Place() const;
   void SetPlace(const WindowPlace& place);

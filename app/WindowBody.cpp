@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -17,6 +18,17 @@ QVBoxLayout* MakeColumn(QWidget* parent, int gap) {
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(gap);
   return column;
+}
+
+/// Moves a widget to another parent, by `place`; the focus inside it stays where it is.
+template <class Place>
+void KeepingFocus(const QWidget& moved, const Place& place) {
+  QWidget* focus = QApplication::focusWidget();
+  const bool hadFocus = focus != nullptr && (focus == &moved || moved.isAncestorOf(focus));
+  place();
+  if (hadFocus) {
+    focus->setFocus();
+  }
 }
 
 int BarWidth(const QWidget& area) {
@@ -95,8 +107,11 @@ WindowBody::WindowBody(QWidget* picture, QWidget* parent)
       frame_(new FrameView(picture, left_)),
       commands_(new QWidget),
       commandColumn_(MakeColumn(commands_, Gap())),
-      right_(new CommandView(commands_, this)),
+      right_(new QSplitter(Qt::Horizontal, this)),
+      commandView_(new CommandView(commands_, right_)),
       groups_(new QWidget(commands_)) {
+  right_->setObjectName(QStringLiteral("Splitter_List"));
+  right_->setChildrenCollapsible(false);
   frameColumn_->addWidget(frame_, 1);
   frameColumn_->addStretch();
 }
@@ -113,28 +128,68 @@ void WindowBody::SetGroups(QWidget* wide, QWidget* second, QWidget* third) {
 
 void WindowBody::PlaceGroups(bool belowFrame) {
   belowFrame_ = belowFrame;
-  QWidget* focus = QApplication::focusWidget();
-  const bool hadFocus = focus != nullptr && groups_->isAncestorOf(focus);
   delete groups_->layout();
   auto* grid = new QGridLayout(groups_);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(Gap());
-  if (belowFrame) {
-    for (int i = 0; i < 3; ++i) {
-      grid->addWidget(group_[i], 0, i);
+  KeepingFocus(*groups_, [&] {
+    if (belowFrame) {
+      for (int i = 0; i < 3; ++i) {
+        grid->addWidget(group_[i], 0, i);
+      }
+      grid->setColumnStretch(0, 1);
+      frameColumn_->insertWidget(frameColumn_->indexOf(frame_) + 1, groups_);
+    } else {
+      grid->addWidget(group_[0], 0, 0, 1, 2);
+      grid->addWidget(group_[1], 1, 0);
+      grid->addWidget(group_[2], 1, 1);
+      grid->setColumnStretch(1, 1);
+      commandColumn_->insertWidget(commandColumn_->count() - 1, groups_);
     }
-    grid->setColumnStretch(0, 1);
-    frameColumn_->insertWidget(frameColumn_->indexOf(frame_) + 1, groups_);
-  } else {
-    grid->addWidget(group_[0], 0, 0, 1, 2);
-    grid->addWidget(group_[1], 1, 0);
-    grid->addWidget(group_[2], 1, 1);
-    grid->setColumnStretch(1, 1);
-    commandColumn_->insertWidget(commandColumn_->count() - 1, groups_);
-  }
-  groups_->show();
-  if (hadFocus) {
-    focus->setFocus();
+    groups_->show();
+  });
+}
+
+void WindowBody::SetList(QWidget* list, QWidget* foldable) {
+  list_ = list;
+  foldable_ = foldable;
+  PlaceList(false);
+}
+
+void WindowBody::PlaceList(bool apart) {
+  const bool isShown = !list_->isHidden();
+  splitterState_ = SplitterState();
+  listIsApart_ = apart;
+  KeepingFocus(*list_, [&] {
+    if (apart) {
+      right_->addWidget(list_);
+      right_->setStretchFactor(1, 1);
+      right_->restoreState(splitterState_);
+    } else {
+      commandColumn_->insertWidget(ListPlace, list_, 1);
+    }
+    list_->setVisible(isShown);
+  });
+}
+
+void WindowBody::ShowList(bool shown) {
+  list_->setVisible(shown);
+  Arrange();
+}
+
+void WindowBody::Fold(bool folds) {
+  folds_ = folds;
+  Arrange();
+}
+
+QByteArray WindowBody::SplitterState() const {
+  return listIsApart_ ? right_->saveState() : splitterState_;
+}
+
+void WindowBody::RestoreSplitter(const QByteArray& state) {
+  splitterState_ = state;
+  if (listIsApart_) {
+    right_->restoreState(state);
   }
 }
 
@@ -171,6 +226,12 @@ int WindowBody::HeightAboveFrame() const {
 }
 
 void WindowBody::Arrange() {
+  if (list_ != nullptr) {
+    if (const bool apart = width() >= ListColumnWidth; apart != listIsApart_) {
+      PlaceList(apart);
+    }
+    foldable_->setVisible(!folds_ || listIsApart_ || list_->isHidden());
+  }
   const QRect inside = rect().adjusted(Gap(), Gap(), -Gap(), -Gap());
   const QSize frame = frame_->sizeHint();
   const QSize row = RowOfGroups();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QScrollArea>
 
+class QSplitter;
 class QVBoxLayout;
 
 namespace quillmark {
@@ -34,10 +36,16 @@ class CommandView : public QScrollArea {
   [[nodiscard]] QSize minimumSizeHint() const override;
 };
 
-/// The window's two columns: the frame at the left, the commands at the right. `groups` is what may stand in
-/// either: in one row below the frame where that leaves the frame whole, else as the last of the commands.
+/// The window's columns: the frame at the left, the commands at the right. The groups may stand in either: in
+/// one row below the frame where that leaves the frame whole, else as the last of the commands. The list
+/// stands among the commands and takes what room they leave; a window of ListColumnWidth has a column of its
+/// own for it.
 class WindowBody : public QWidget {
  public:
+  static constexpr int ListColumnWidth = 1600;
+  /// The list's place among the commands.
+  static constexpr int ListPlace = 2;
+
   WindowBody(QWidget* picture, QWidget* parent);
 
   /// The frame's column; what is inserted at 0 stands above the frame.
@@ -47,6 +55,15 @@ class WindowBody : public QWidget {
   [[nodiscard]] QWidget* Commands() const { return commands_; }
   /// `wide` and the other two groups, which stand beside each other in any case.
   void SetGroups(QWidget* wide, QWidget* second, QWidget* third);
+  /// `foldable` stands below the list. To be called after SetGroups().
+  void SetList(QWidget* list, QWidget* foldable);
+  void ShowList(bool shown);
+  /// Whether what stands below the list can do nothing now: it goes while the list needs its place.
+  void Fold(bool folds);
+
+  /// How the user parted the commands from the list's own column.
+  [[nodiscard]] QByteArray SplitterState() const;
+  void RestoreSplitter(const QByteArray& state);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -58,6 +75,7 @@ class WindowBody : public QWidget {
  private:
   void Arrange();
   void PlaceGroups(bool belowFrame);
+  void PlaceList(bool apart);
   [[nodiscard]] int Gap() const;
   [[nodiscard]] QSize RowOfGroups() const;
   [[nodiscard]] int CommandWidth() const;
@@ -68,10 +86,16 @@ class WindowBody : public QWidget {
   FrameView* frame_;
   QWidget* commands_;
   QVBoxLayout* commandColumn_;
-  CommandView* right_;
+  QSplitter* right_;  // the commands and, where it stands apart, the list
+  CommandView* commandView_;
   QWidget* groups_;
   QList<QWidget*> group_;
   bool belowFrame_ = false;
+  QWidget* list_ = nullptr;
+  QWidget* foldable_ = nullptr;
+  bool listIsApart_ = false;
+  bool folds_ = false;
+  QByteArray splitterState_;  // while the list does not stand apart
 };
 
 }  // namespace quillmark

@@ -18,6 +18,7 @@
 #include "app/RecoveryJournal.h"
 #include "app/StatusLine.h"
 #include "app/Strip.h"
+#include "app/SubtitleList.h"
 
 namespace quillmark {
 
@@ -28,11 +29,12 @@ frmTest::frmTest(QWidget* parent)
       }),
       document_(new Document(this)),
       // Before anything that shows the document, so that an edit is written down before it is shown.
-      recovery_(new RecoveryJournal(*document_, this)) {
+      recovery_(new RecoveryJournal(*document_, this)),
+      list_(new SubtitleList(*document_, this)) {
   setObjectName(QStringLiteral("frmTest"));
   setWindowTitle(QStringLiteral("Quillmark"));
   setAcceptDrops(true);
-  Build(this);
+  Build(this, list_);
   BuildActions(this);
   status_ = new StatusLine(this);
   setStatusBar(status_);
@@ -46,6 +48,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectActions();
   ConnectControls();
   ConnectRecovery();
+  ConnectList();
   UpdateCommands();
   Command_LoadSup->setFocus();
 }
@@ -69,6 +72,7 @@ void frmTest::ConnectActions() {
   connectTo(Action_Next, Command_Next, &frmTest::Command_Next_Click);
   connectTo(Action_GoTo, Command_GoTo, &frmTest::Command_GoTo_Click);
   connectTo(Action_SetActual, Command_SetActual, &frmTest::Command_SetActual_Click);
+  connectTo(Action_SetSelected, Command_SetSelected, &frmTest::Command_SetSelected_Click);
   connectTo(Action_SetAll, Command_SetAll, &frmTest::Command_SetAll_Click);
   connectTo(Action_LoadSecond, Command_LoadSecond, &frmTest::Command_LoadSecond_Click);
   connectTo(Action_SaveSecond, Command_SaveSecond, &frmTest::Command_SaveSecond_Click);
@@ -77,6 +81,9 @@ void frmTest::ConnectActions() {
   connectTo(Action_Recover, Command_Recover, &frmTest::Command_Recover_Click);
   connectTo(Action_Forget, Command_Forget, &frmTest::Command_Forget_Click);
   connectTo(Action_Reopen, Command_Reopen, &frmTest::Command_Reopen_Click);
+  connectTo(Action_NextProblem, nullptr, &frmTest::Command_NextProblem_Click);
+  connectTo(Action_PrevProblem, nullptr, &frmTest::Command_PrevProblem_Click);
+  connectTo(Action_Copy, nullptr, &frmTest::Command_Copy_Click);
   connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
   connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
   connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
@@ -194,6 +201,7 @@ void frmTest::UpdateCommands() {
   Action_Forget->setEnabled(enabled.Load && !recovery_->OfferText().isEmpty());
   Action_RevertPreview->setEnabled(enabled.Revert);
   ShowPreviewMark();
+  UpdateList();
   Action_Report->setEnabled(enabled.Report);
   for (QAction* action : {Action_Keys, Action_About, Action_AboutQt}) {
     action->setEnabled(enabled.Help);

@@ -25,6 +25,7 @@ class cBitmap;
 class Document;
 class RecoveryJournal;
 class StatusLine;
+class SubtitleList;
 
 /// The main window. It shows a Document and turns what the user does into calls of it. Its member functions
 /// stand in one file per group of commands.
@@ -77,7 +78,21 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   [[nodiscard]] bool Takes(const DroppedFiles& files) const;
   void LoadDropped(const DroppedFiles& files);
 
+  // frmTest_list.cpp
+  void ConnectList();
+  void UpdateList();
+  void List_Subtitles_Chosen(std::int64_t number);
+  void Action_List_Toggled(bool shown);
+  void Command_SetSelected_Click();
+  void Command_Copy_Click();
+  void Command_NextProblem_Click();
+  void Command_PrevProblem_Click();
+  void TellProblem(const QString& sentence);
+  void ShowProblemCount();
+
   // frmTest_memory.cpp
+  void RestoreArrangement();
+  void KeepArrangement();
   /// Where a dialog starts: at the proposed file, or, before the user chose a stream or picture, in the
   /// folder where one of that kind was chosen last.
   [[nodiscard]] QString StartOf(const QString& proposed) const;
@@ -176,6 +191,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   UserMemory memory_;
   Document* document_;
   RecoveryJournal* recovery_;
+  SubtitleList* list_;
   bool running_ = false;            // a command runs
   bool listChangeIsDrawn_ = false;  // of the choice that a list is about to tell
   QString picturePath_;             // where the shown picture is saved; empty unless pictures are

@@ -29,10 +29,16 @@ void frmTestActions::BuildActions(QMainWindow* window) {
        {QKeySequence(Qt::Key_PageDown), QKeySequence(Qt::ALT | Qt::Key_Right)});
   make(Action_GoTo, "Action_GoTo", QStringLiteral("&GoTo..."), {QKeySequence(Qt::CTRL | Qt::Key_G)});
   make(Action_SetActual, "Action_SetActual", QStringLiteral("Set for a&ctual"));
+  make(Action_SetSelected, "Action_SetSelected", QStringLiteral("Set for &selected"));
   make(Action_SetAll, "Action_SetAll", QStringLiteral("Set for &all"));
   make(Action_LoadSecond, "Action_LoadSecond", QStringLiteral("&Load/Merge secondary SUP..."));
   make(Action_SaveSecond, "Action_SaveSecond", QStringLiteral("&Save merged (prim. + sec.) SUP..."));
   make(Action_GetGraphics, "Action_GetGraphics", QStringLiteral("&Load Background graphic form file..."));
+  make(Action_NextProblem, "Action_NextProblem", QStringLiteral("Next pro&blem"), {QKeySequence(Qt::Key_F8)});
+  make(Action_PrevProblem, "Action_PrevProblem", QStringLiteral("Prev proble&m"),
+       {QKeySequence(Qt::SHIFT | Qt::Key_F8)});
+  make(Action_Copy, "Action_Copy", QStringLiteral("&Copy"), {QKeySequence(Qt::CTRL | Qt::Key_C)});
+  make(Action_List, "Action_List", QStringLiteral("&Subtitle list"), {QKeySequence(Qt::CTRL | Qt::Key_L)});
   make(Action_Undo, "Action_Undo", QStringLiteral("&Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
   make(Action_Redo, "Action_Redo", QStringLiteral("&Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
   make(Action_Reopen, "Action_Reopen", QStringLiteral("Open last stream a&gain"));

@@ -17,12 +17,17 @@ struct frmTestActions {
   QAction* Action_Next = nullptr;
   QAction* Action_GoTo = nullptr;
   QAction* Action_SetActual = nullptr;
+  QAction* Action_SetSelected = nullptr;
   QAction* Action_SetAll = nullptr;
   QAction* Action_LoadSecond = nullptr;
   QAction* Action_SaveSecond = nullptr;
   QAction* Action_GetGraphics = nullptr;
   QAction* Action_Reopen = nullptr;
   QAction* Action_ForgetRecent = nullptr;
+  QAction* Action_NextProblem = nullptr;
+  QAction* Action_PrevProblem = nullptr;
+  QAction* Action_Copy = nullptr;
+  QAction* Action_List = nullptr;
   QAction* Action_Undo = nullptr;
   QAction* Action_Redo = nullptr;
   QAction* Action_RevertPreview = nullptr;

@@ -16,12 +16,14 @@
 
 #include "app/Accessible.h"
 #include "app/CodeList.h"
+#include "app/CodeName.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
 #include "app/ShownField.h"
 #include "app/StepButton.h"
 #include "app/Strip.h"
+#include "app/SubtitleList.h"
 #include "app/WindowBody.h"
 
 namespace quillmark {
@@ -84,48 +86,42 @@ QHBoxLayout* Pair(QWidget* first, QWidget* second) {
   return row;
 }
 
-QString CodeName(std::size_t code) {
-  static const std::array<QString, 4> names = {QStringLiteral("background"), QStringLiteral("pattern"),
-                                               QStringLiteral("emphasis 1"), QStringLiteral("emphasis 2")};
-  return names[code];
-}
-
 }  // namespace
 
-void frmTestControls::Build(QMainWindow* window) {
+void frmTestControls::Build(QMainWindow* window, SubtitleList* list) {
   InstallAccessibility();
   Picture1 = new DisplayFrame(window);
   Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));
   Picture1->SetHint(QStringLiteral("Open a SUP file with Ctrl+O, or drop one here"));
-  auto* body = new WindowBody(Picture1, window);
-  FrameColumn = body->FrameColumn();
-  CommandColumn = body->CommandColumn();
-  Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), body);
+  Body = new WindowBody(Picture1, window);
+  Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), Body);
   Command_Recover = Strip_Recover->AddCommand(QStringLiteral("Command_Recover"), QStringLiteral("Restore"));
   Command_Recover->setToolTip(QStringLiteral("Make the edits of this stream again that were not saved"));
   Command_Forget = Strip_Recover->AddCommand(QStringLiteral("Command_Forget"), QStringLiteral("Discard"));
   Command_Forget->setToolTip(QStringLiteral("Forget the edits that were not saved"));
-  Strip_Closed = new Strip(QStringLiteral("Strip_Closed"), body);
+  Strip_Closed = new Strip(QStringLiteral("Strip_Closed"), Body);
   Command_Reopen =
       Strip_Closed->AddCommand(QStringLiteral("Command_Reopen"), QStringLiteral("Open it again"));
   Command_Reopen->setToolTip(QStringLiteral("Go on with the stream that was open, as it was left"));
-  FrameColumn->insertWidget(0, Strip_Recover);
-  FrameColumn->insertWidget(1, Strip_Closed);
-  QWidget* commands = body->Commands();
-  CommandColumn->addWidget(BuildFileGroup(commands));
-  CommandColumn->addWidget(BuildSubtitleGroup(commands));
-  CommandColumn->addWidget(BuildPaletteGroup(commands));
+  Body->FrameColumn()->insertWidget(0, Strip_Recover);
+  Body->FrameColumn()->insertWidget(1, Strip_Closed);
+  QWidget* commands = Body->Commands();
+  Body->CommandColumn()->addWidget(BuildFileGroup(commands));
+  Body->CommandColumn()->addWidget(BuildSubtitleGroup(commands));
+  QWidget* paletteGroup = BuildPaletteGroup(commands);
+  Body->CommandColumn()->addWidget(paletteGroup);
   QWidget* backgroundFrame = BuildBackgroundFrame(commands);
   QWidget* sizeFrame = BuildSizeFrame(commands);
-  body->SetGroups(backgroundFrame, sizeFrame, BuildSecondFrame(commands));
-  window->setCentralWidget(body);
+  Body->SetGroups(backgroundFrame, sizeFrame, BuildSecondFrame(commands));
+  Body->SetList(list, paletteGroup);
+  window->setCentralWidget(Body);
   // Everything in sight, with some lines for the menu and the bars, as far as the screen has room.
-  const QSize wanted = body->sizeHint() + QSize(0, 4 * window->fontMetrics().lineSpacing());
+  const QSize wanted = Body->sizeHint() + QSize(0, 4 * window->fontMetrics().lineSpacing());
   const int titleBar = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
   window->resize(wanted.boundedTo(window->screen()->availableSize() - QSize(0, titleBar)));
 
   NameControls();
-  SetTabOrder();
+  SetTabOrder(*list);
   DescribePicture();
   for (QLineEdit* field : {Text_StartTime, Text_Dur, Text_SubNum}) {
     QObject::connect(field, &QLineEdit::textChanged, Picture1, [this] { DescribePicture(); });
@@ -265,6 +261,9 @@ QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
   BuildColourLists(group);
   Command_SetActual = MakeButton(group, QStringLiteral("Set for actual"),
                                  QStringLiteral("Write the chosen colours and opacities into this subtitle"));
+  Command_SetSelected = MakeButton(
+      group, QStringLiteral("Set for selected"),
+      QStringLiteral("Write the chosen colours and opacities into the subtitles selected in the list"));
   Command_SetAll = MakeButton(group, QStringLiteral("Set for all"),
                               QStringLiteral("Write the chosen colours and opacities into every subtitle"));
 
@@ -281,7 +280,8 @@ QWidget* frmTestControls::BuildPaletteGroup(QWidget* parent) {
     grid->addWidget(Combo1[code], 3, column);
     grid->setColumnStretch(column, 1);
   }
-  grid->addWidget(Command_SetActual, 2, 5);
+  grid->addWidget(Command_SetActual, 1, 5);
+  grid->addWidget(Command_SetSelected, 2, 5);
   grid->addWidget(Command_SetAll, 3, 5);
   return group;
 }
@@ -330,88 +330,6 @@ QWidget* frmTestControls::BuildSecondFrame(QWidget* parent) {
   column->addWidget(Command_LoadSecond, 0, 0);
   column->addWidget(Command_SaveSecond, 1, 0);
   return Frame3;
-}
-
-#define QUILLMARK_NAME(control) control->setObjectName(QStringLiteral(#control))
-#define QUILLMARK_NAME_ARRAY(array)                                                        \
-  for (std::size_t i = 0; i < (array).size(); ++i) {                                       \
-    (array)[i]->setObjectName(QStringLiteral("%1_%2").arg(QStringLiteral(#array)).arg(i)); \
-  }
-
-void frmTestControls::NameControls() const {
-  QUILLMARK_NAME(Command_LoadSup);
-  QUILLMARK_NAME(Command_SaveSup);
-  QUILLMARK_NAME(Command_LoadPalette);
-  QUILLMARK_NAME(Command_SavePalette);
-  QUILLMARK_NAME(Command_Reload);
-  QUILLMARK_NAME(Command_Prev);
-  QUILLMARK_NAME(Command_Next);
-  QUILLMARK_NAME(Command_GoTo);
-  QUILLMARK_NAME(Command_SetActual);
-  QUILLMARK_NAME(Command_SetAll);
-  QUILLMARK_NAME(Command_LoadSecond);
-  QUILLMARK_NAME(Command_SaveSecond);
-  QUILLMARK_NAME(Command_GetGraphics);
-  QUILLMARK_NAME(Check_SavePics);
-  QUILLMARK_NAME(Text1);
-  QUILLMARK_NAME(Text_SubNum);
-  QUILLMARK_NAME(Text_StartTime);
-  QUILLMARK_NAME(Text_Dur);
-  QUILLMARK_NAME(Text_XPos);
-  QUILLMARK_NAME(Text_YPos);
-  QUILLMARK_NAME(Text_Width);
-  QUILLMARK_NAME(Text_Height);
-  QUILLMARK_NAME(Text_GraphFile);
-  QUILLMARK_NAME(ImageCombo1);
-  QUILLMARK_NAME(ImageCombo2);
-  QUILLMARK_NAME(ImageCombo3);
-  QUILLMARK_NAME(ImageCombo4);
-  QUILLMARK_NAME(ImageList1);
-  QUILLMARK_NAME(Picture1);
-  QUILLMARK_NAME(Frame1);
-  QUILLMARK_NAME(Frame2);
-  QUILLMARK_NAME(Frame3);
-  QUILLMARK_NAME(Option_File);
-  QUILLMARK_NAME(Option_Checker);
-  QUILLMARK_NAME(Option_720x480);
-  QUILLMARK_NAME(Option_720x576);
-  QUILLMARK_NAME_ARRAY(Combo1)
-  QUILLMARK_NAME_ARRAY(Label1)
-  QUILLMARK_NAME_ARRAY(Picture2)
-}
-
-#undef QUILLMARK_NAME
-#undef QUILLMARK_NAME_ARRAY
-
-void frmTestControls::SetTabOrder() const {
-  QWidget::setTabOrder(Command_Recover, Command_Forget);
-  QWidget::setTabOrder(Command_Forget, Command_Reopen);
-  QWidget::setTabOrder(Command_Reopen, Command_LoadSup);
-  QWidget* previous = Command_LoadSup;
-  const auto next = [&previous](QWidget* widget) {
-    QWidget::setTabOrder(previous, widget);
-    previous = widget;
-  };
-  for (QWidget* widget : std::initializer_list<QWidget*>{
-           Command_SaveSup, Command_LoadPalette, Command_SavePalette, Text1, Command_Prev, Command_Next,
-           Command_GoTo, Command_Reload, Text_SubNum, Text_StartTime, Text_Dur, Text_XPos, Text_YPos,
-           Text_Width, Text_Height, Check_SavePics}) {
-    next(widget);
-  }
-  for (PaletteSwatch* swatch : Label1) {
-    next(swatch);
-  }
-  for (QComboBox* list : ColourLists()) {
-    next(list);
-  }
-  for (QComboBox* list : Combo1) {
-    next(list);
-  }
-  for (QWidget* widget : std::initializer_list<QWidget*>{
-           Command_SetActual, Command_SetAll, Option_Checker, Option_File, Command_GetGraphics,
-           Text_GraphFile, Option_720x480, Option_720x576, Command_LoadSecond, Command_SaveSecond}) {
-    next(widget);
-  }
 }
 
 }  // namespace quillmark

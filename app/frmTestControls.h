@@ -11,7 +11,6 @@ class QLineEdit;
 class QMainWindow;
 class QPushButton;
 class QRadioButton;
-class QVBoxLayout;
 class QWidget;
 
 namespace quillmark {
@@ -20,6 +19,8 @@ class DisplayFrame;
 class ImageList;
 class PaletteSwatch;
 class Strip;
+class SubtitleList;
+class WindowBody;
 
 /// The main window's controls. Each one's objectName is its name here; element i of an array is "Name_i".
 struct frmTestControls {
@@ -32,6 +33,7 @@ struct frmTestControls {
   QPushButton* Command_Next = nullptr;
   QPushButton* Command_GoTo = nullptr;
   QPushButton* Command_SetActual = nullptr;
+  QPushButton* Command_SetSelected = nullptr;
   QPushButton* Command_SetAll = nullptr;
   QPushButton* Command_LoadSecond = nullptr;
   QPushButton* Command_SaveSecond = nullptr;
@@ -67,13 +69,10 @@ struct frmTestControls {
   QRadioButton* Option_Checker = nullptr;
   QRadioButton* Option_720x480 = nullptr;
   QRadioButton* Option_720x576 = nullptr;
+  WindowBody* Body = nullptr;
 
-  /// The window's two columns: what is inserted first stands above the frame, or above the commands.
-  QVBoxLayout* FrameColumn = nullptr;
-  QVBoxLayout* CommandColumn = nullptr;
-
-  /// Creates all controls inside `window` and lays them out; connects no commands.
-  void Build(QMainWindow* window);
+  /// Creates all controls inside `window` and lays them out, `list` among them; connects no commands.
+  void Build(QMainWindow* window, SubtitleList* list);
 
   /// The four colour lists by pixel code.
   [[nodiscard]] std::array<QComboBox*, 4> ColourLists() const {
@@ -91,7 +90,7 @@ struct frmTestControls {
   /// What an assistive tool hears of the picture, after the fields of the subtitle shown.
   void DescribePicture() const;
   void NameControls() const;
-  void SetTabOrder() const;
+  void SetTabOrder(const SubtitleList& list) const;
 };
 
 }  // namespace quillmark

@@ -9,12 +9,20 @@
 #include "app/Document.h"
 #include "app/DroppedFiles.h"
 #include "app/PathText.h"
+#include "app/SubtitleList.h"
+#include "app/WindowBody.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
 namespace {
 
 constexpr int MaxEntryLength = 60;
+
+// The parts of the window that the user arranges.
+constexpr QLatin1String ColumnsPart("columns");
+constexpr QLatin1String ProblemsPart("problems");
+constexpr QLatin1String ListPart("list");
+constexpr QLatin1String ListShownPart("list_shown");
 
 /// The key of the folder where files of that kind were chosen last.
 QString FolderKind(const QString& path) {
@@ -60,12 +68,29 @@ void frmTest::RememberUser() {
       setWindowState(windowState() | Qt::WindowMaximized);
     }
   }
+  RestoreArrangement();
   UpdateCommands();
+}
+
+void frmTest::RestoreArrangement() {
+  list_->Restore(memory_.Arrangement(ColumnsPart).toByteArray(),
+                 memory_.Arrangement(ProblemsPart).toByteArray());
+  Body->RestoreSplitter(memory_.Arrangement(ListPart).toByteArray());
+  Action_List->setChecked(memory_.Arrangement(ListShownPart).toBool() ||
+                          memory_.Arrangement(ListShownPart).isNull());
+}
+
+void frmTest::KeepArrangement() {
+  memory_.SetArrangement(ColumnsPart, list_->ColumnState());
+  memory_.SetArrangement(ProblemsPart, list_->SplitterState());
+  memory_.SetArrangement(ListPart, Body->SplitterState());
+  memory_.SetArrangement(ListShownPart, Action_List->isChecked());
 }
 
 void frmTest::closeEvent(QCloseEvent* event) {
   const QRect inside = isMaximized() ? normalGeometry() : QRect(pos(), size());
   memory_.SetPlace({.Corner = inside.topLeft(), .Size = inside.size(), .IsMaximised = isMaximized()});
+  KeepArrangement();
   QMainWindow::closeEvent(event);
 }
 

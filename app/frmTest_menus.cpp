@@ -11,6 +11,7 @@
 #include "app/Document.h"
 #include "app/PathText.h"
 #include "app/Strip.h"
+#include "app/SubtitleList.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -57,13 +58,19 @@ void frmTest::BuildMenus() {
   file->insertMenu(Action_Reopen, Menu_Recent);
   connect(Menu_Recent, &QMenu::aboutToShow, this, &frmTest::FillRecent);
   add("Menu_Edit", QStringLiteral("&Edit"),
-      {Action_Undo, Action_Redo, nullptr, Action_RevertPreview, nullptr, Action_Recover, Action_Forget});
+      {Action_Undo, Action_Redo, nullptr, Action_Copy, nullptr, Action_RevertPreview, nullptr, Action_Recover,
+       Action_Forget});
   add("Menu_Subtitle", QStringLiteral("&Subtitle"),
-      {Action_Prev, Action_Next, Action_GoTo, nullptr, Action_Reload});
-  add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetAll});
-  add("Menu_View", QStringLiteral("&View"),
-      {Action_720x480, Action_720x576, nullptr, Action_Checker, Action_File, nullptr, Action_PictureBehind,
-       Action_GetGraphics});
+      {Action_Prev, Action_Next, Action_GoTo, nullptr, Action_NextProblem, Action_PrevProblem, nullptr,
+       Action_Reload});
+  add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetSelected, Action_SetAll});
+  QMenu* view = add("Menu_View", QStringLiteral("&View"),
+                    {Action_List, nullptr, Action_720x480, Action_720x576, nullptr, Action_Checker,
+                     Action_File, nullptr, Action_PictureBehind, Action_GetGraphics});
+  auto* columns = new QMenu(QStringLiteral("List colu&mns"), view);
+  columns->setObjectName(QStringLiteral("Menu_Columns"));
+  columns->addActions(list_->ColumnActions());
+  view->insertMenu(view->actions().at(1), columns);
   add("Menu_Merge", QStringLiteral("&Merge"),
       {Action_LoadSecond, Action_Offset, Action_SaveSecond, nullptr, Action_LeaveMerge});
   add("Menu_Help", QStringLiteral("&Help"),

@@ -1,10 +1,10 @@
 #include <variant>
 
 #include <QFileInfo>
-#include <QLocale>
 #include <QPushButton>
 #include <QStatusTipEvent>
 
+#include "app/CountText.h"
 #include "app/Document.h"
 #include "app/StatusLine.h"
 #include "app/frmTest.h"
@@ -12,20 +12,9 @@
 namespace quillmark {
 namespace {
 
-/// The language of the program's texts.
-const QLocale& TextLocale() {
-  static const QLocale locale(QLocale::English, QLocale::UnitedStates);
-  return locale;
-}
-
 /// Black or white, whichever is read better on a button of this colour; styles make the upper half lighter.
 QColor TextOn(const QColor& ground) {
   return qGray(ground.lighter(120).rgb()) > 127 ? Qt::black : Qt::white;
-}
-
-QString SubtitlesText(std::int64_t count) {
-  return TextLocale().toString(static_cast<qlonglong>(count)) +
-         (count == 1 ? QStringLiteral(" subtitle") : QStringLiteral(" subtitles"));
 }
 
 }  // namespace
@@ -61,10 +50,8 @@ void frmTest::ShowPlace() {
     status_->ShowPlace({});
     return;
   }
-  const QString number = document_->HasSubtitle()
-                             ? TextLocale().toString(static_cast<qlonglong>(document_->Number()))
-                             : document_->NumberText();
-  status_->ShowPlace(number + QStringLiteral(" of ") + TextLocale().toString(static_cast<qlonglong>(count)));
+  const QString number = document_->HasSubtitle() ? CountText(document_->Number()) : document_->NumberText();
+  status_->ShowPlace(number + QStringLiteral(" of ") + CountText(count));
 }
 
 void frmTest::ShowPreviewMark() {

@@ -1,4 +1,6 @@
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -51,6 +53,11 @@ class Layout : public WindowTest {
     const auto& control = Control<QWidget>(name);
     return control.visibleRegion() == QRegion(control.rect());
   }
+  /// The same of one that its own viewport covers: its frame is seen all around.
+  [[nodiscard]] bool FrameIsWhole(const QString& name) const {
+    const auto& control = Control<QWidget>(name);
+    return control.visibleRegion().boundingRect() == control.rect();
+  }
   [[nodiscard]] int LeftOf(const QString& name) const {
     return Control<QWidget>(name).mapTo(&Window, QPoint()).x();
   }
@@ -85,10 +92,40 @@ TEST_F(Layout, FrameIsWhole) {
   EXPECT_TRUE(IsWhole("Picture1"));
 }
 
-TEST_F(Layout, SmallScreenLeavesRoomForAList) {
-  const auto& last = Control<QWidget>("Command_SetAll");
-  const QWidget* body = Window.centralWidget();
-  EXPECT_GE(body->height() - last.mapTo(body, QPoint(0, last.height())).y(), 180);
+TEST_F(Layout, ListStandsBetweenDetailsAndPaletteOnASmallScreen) {
+  const auto topOf = [this](const char* name) { return Control<QWidget>(name).mapTo(&Window, QPoint()).y(); };
+  EXPECT_TRUE(IsWhole("Picture1"));
+  EXPECT_TRUE(FrameIsWhole("List_Subtitles"));
+  EXPECT_GT(topOf("List_Subtitles"), topOf("Text_Height"));
+  EXPECT_GT(topOf("Text_Problems"), topOf("List_Subtitles"));
+  EXPECT_GT(topOf("Label1_0"), topOf("Text_Problems"));
+  EXPECT_EQ(LeftOf("List_Subtitles") / 100, LeftOf("Label1_0") / 100);
+  const auto& list = Control<QAbstractItemView>("List_Subtitles");
+  EXPECT_GE(list.viewport()->height(), 10 * 24);
+  EXPECT_EQ(list.visualRect(list.model()->index(1, 0)).height(), 24);
+}
+
+TEST_F(Layout, ListHasAColumnOfItsOwnFrom1600On) {
+  Resize({1599, 1000});
+  EXPECT_LT(LeftOf("List_Subtitles"), LeftOf("Command_SetAll"));
+  Resize({1600, 1000});
+  EXPECT_TRUE(IsWhole("Picture1"));
+  EXPECT_TRUE(FrameIsWhole("List_Subtitles"));
+  EXPECT_TRUE(IsWhole("Command_SetAll"));
+  EXPECT_GT(LeftOf("List_Subtitles"), LeftOf("Command_SetAll"));
+  Resize(SmallScreen);
+  EXPECT_LT(LeftOf("List_Subtitles"), LeftOf("Command_SetAll"));
+  EXPECT_TRUE(FrameIsWhole("List_Subtitles"));
+}
+
+TEST_F(Layout, HiddenListLeavesItsPlaceEmpty) {
+  Window.findChild<QAction*>("Action_List")->trigger();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(Control<QWidget>("List_Subtitles").isVisible());
+  EXPECT_FALSE(Control<QWidget>("Text_Filter").isVisible());
+  EXPECT_TRUE(IsWhole("Command_SetAll"));
+  Window.findChild<QAction*>("Action_List")->trigger();
+  EXPECT_TRUE(Control<QWidget>("List_Subtitles").isVisible());
 }
 
 TEST_F(Layout, GroupsBelowTheFrameGoToTheCommandsWhereTheFrameNeedsTheirPlace) {

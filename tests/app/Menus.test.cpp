@@ -50,11 +50,11 @@ class Menus : public MergeTest {
 using Names = QStringList;
 
 TEST_F(Menus, HoldTheCommands) {
-  EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "RevertPreview", "Recover", "Forget"}));
-  EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "Reload"}));
-  EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetAll"}));
-  EXPECT_EQ(EntriesOf("View"),
-            (Names{"720x480", "720x576", "Checker", "File", "PictureBehind", "GetGraphics"}));
+  EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "Copy", "RevertPreview", "Recover", "Forget"}));
+  EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "NextProblem", "PrevProblem", "Reload"}));
+  EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetSelected", "SetAll"}));
+  EXPECT_EQ(EntriesOf("View"), (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File",
+                                      "PictureBehind", "GetGraphics"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
   EXPECT_EQ(EntriesOf("File"),

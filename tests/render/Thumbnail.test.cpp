@@ -53,7 +53,7 @@ QImage Thumbnail(const Bytes& packet, const CodeColours& colours, const Thumbnai
   return ThumbnailPainter().Paint(unit.Bytes, DecodeControl(unit.Bytes, unit.ControlOffset), colours, room);
 }
 
-std::vector<QRgb> Column(const QImage& picture) {
+std::vector<QRgb> FirstColumn(const QImage& picture) {
   std::vector<QRgb> pixels;
   for (int y = 0; y < picture.height(); ++y) {
     pixels.push_back(picture.pixel(0, y));
@@ -61,7 +61,7 @@ std::vector<QRgb> Column(const QImage& picture) {
   return pixels;
 }
 
-std::vector<QRgb> Line(const QImage& picture) {
+std::vector<QRgb> FirstLine(const QImage& picture) {
   std::vector<QRgb> pixels;
   for (int x = 0; x < picture.width(); ++x) {
     pixels.push_back(picture.pixel(x, 0));
@@ -74,11 +74,11 @@ using Pixels = std::vector<QRgb>;
 TEST(Thumbnail, EmptyColumnsAroundAreCutAway) {
   const QImage picture = Thumbnail(TwoOfEach(), {Clear, Red, Green, Clear});
   EXPECT_EQ(picture.size(), QSize(4, 2));
-  EXPECT_EQ(Line(picture), (Pixels{Red, Red, Green, Green}));
+  EXPECT_EQ(FirstLine(picture), (Pixels{Red, Red, Green, Green}));
 }
 
 TEST(Thumbnail, WhatIsClearInsideIsTheGround) {
-  EXPECT_EQ(Line(Thumbnail(TwoOfEach(), {White, Clear, Clear, White})),
+  EXPECT_EQ(FirstLine(Thumbnail(TwoOfEach(), {White, Clear, Clear, White})),
             (Pixels{White, White, DarkGround, DarkGround, DarkGround, DarkGround, White, White}));
 }
 
@@ -96,11 +96,11 @@ TEST(Thumbnail, EachColourCountsAsOftenAsItIsSeen) {
 
 TEST(Thumbnail, TranslucentColoursAreSeenOverTheGround) {
   // 128/255 of white over 32: (255 * 128 + 32 * 127) / 255 = 143.9
-  EXPECT_EQ(Line(Thumbnail(TwoOfEach(), {White, 0x80FFFFFF, White, White}))[2], qRgb(144, 144, 144));
+  EXPECT_EQ(FirstLine(Thumbnail(TwoOfEach(), {White, 0x80FFFFFF, White, White}))[2], qRgb(144, 144, 144));
 }
 
 TEST(Thumbnail, ShrunkPixelsAreTheMeanOfTheirArea) {
-  EXPECT_EQ(Line(Thumbnail(TwoOfEach(), {Clear, Red, Green, Blue}, {.Pixels = {3, 22}, .Scale = 1})),
+  EXPECT_EQ(FirstLine(Thumbnail(TwoOfEach(), {Clear, Red, Green, Blue}, {.Pixels = {3, 22}, .Scale = 1})),
             (Pixels{Red, Green, Blue}));
   const QImage mixed = Thumbnail(OneCodeALine({1, 2}, 100, 400, 4), {Clear, White, Black, Clear},
                                  {.Pixels = {200, 1}, .Scale = 1});
@@ -121,7 +121,7 @@ TEST(Thumbnail, SmallPicturesHaveWholePixelsOfTheScreen) {
       Thumbnail(TwoOfEach(), {Clear, Red, Green, Clear}, {.Pixels = {400, 44}, .Scale = 2});
   EXPECT_EQ(picture.size(), QSize(8, 4));
   EXPECT_EQ(picture.devicePixelRatio(), 2);
-  EXPECT_EQ(Line(picture), (Pixels{Red, Red, Red, Red, Green, Green, Green, Green}));
+  EXPECT_EQ(FirstLine(picture), (Pixels{Red, Red, Red, Red, Green, Green, Green, Green}));
   EXPECT_EQ(Thumbnail(TwoOfEach(), {Clear, Red, Green, Clear}, {.Pixels = {250, 27}, .Scale = 1.25}).size(),
             QSize(4, 2));
 }
@@ -132,7 +132,7 @@ TEST(Thumbnail, FewOfTheEmptyLinesBetweenStay) {
   codes[6] = 1;
   codes[30] = 2;
   EXPECT_EQ(
-      Column(Thumbnail(OneCodeALine(codes, 100, 400, 4), {Clear, White, White, Clear})),
+      FirstColumn(Thumbnail(OneCodeALine(codes, 100, 400, 4), {Clear, White, White, Clear})),
       (Pixels{White, DarkGround, DarkGround, White, DarkGround, DarkGround, DarkGround, DarkGround, White}));
 }
 
@@ -183,7 +183,7 @@ TEST(Thumbnail, MergedPicturesAreDrawnTogether) {
                                      Wide);
   // The secondary's visible line, some of the empty ones, the primary's two lines.
   EXPECT_EQ(picture.size(), QSize(6, 7));
-  EXPECT_EQ(Column(picture),
+  EXPECT_EQ(FirstColumn(picture),
             (Pixels{DarkGround, DarkGround, DarkGround, DarkGround, DarkGround, White, White}));
   EXPECT_EQ(picture.pixel(5, 0), White);
   EXPECT_EQ(picture.pixel(5, 5), DarkGround);

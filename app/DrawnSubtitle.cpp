@@ -1,0 +1,51 @@
+#include "app/DrawnSubtitle.h"
+
+#include "app/Document.h"
+#include "app/SubtitleFacts.h"
+#include "render/Composition.h"
+
+namespace quillmark {
+
+std::optional<DrawnSubtitle> DrawnSubtitleReader::Read(const Document& document, std::size_t index) {
+  const auto over = SecondaryOver(document, index);
+  const SubtitleUnit unit =
+      over ? UnitForMerging(document.Primary(), index, unit_) : UnitOf(document.Primary(), index, unit_);
+  const SpuControl control = DecodeControl(unit.Bytes, unit.ControlOffset);
+  if (!control.IsValid()) {
+    return std::nullopt;
+  }
+  DrawnSubtitle drawn{.Unit = unit.Bytes,
+                      .Control = control,
+                      .Colours = MakeCodeColours(document.Palette(), control),
+                      .Merged = std::nullopt};
+  if (over) {
+    const SubtitleUnit secondary = UnitForMerging(document.Secondary(), *over, secondaryUnit_);
+    const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
+    if (secondaryControl.IsValid()) {
+      drawn.Merged = {.PrimaryUnit = unit.Bytes,
+                      .Primary = control,
+                      .SecondaryUnit = secondary.Bytes,
+                      .Secondary = secondaryControl,
+                      .YOffset = document.YOffset(),
+                      .Colours = drawn.Colours,
+                      .FrameHeight = document.FrameLines()};
+    }
+  }
+  return drawn;
+}
+
+QImage PictureOf(const Document& document, std::size_t index) {
+  DrawnSubtitleReader reader;
+  const auto drawn = reader.Read(document, index);
+  cBitmap picture;
+  if (drawn && drawn->Merged) {
+    MergedPicture merged;
+    merged.Compose(*drawn->Merged);
+    merged.CopyTo(picture);
+  } else if (drawn) {
+    DecodePicture(drawn->Unit, drawn->Control, drawn->Colours, picture);
+  }
+  return picture.Image();
+}
+
+}  // namespace quillmark

@@ -1,0 +1,205 @@
+#include "app/SubtitleDelegate.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QWidget>
+
+#include "app/Document.h"
+#include "app/PaletteSwatch.h"
+#include "app/QtColour.h"
+#include "app/SeverityIcon.h"
+#include "app/SubtitlePictures.h"
+#include "imaging/Blend.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int SideMargin = 4;     ///< within a cell, at its left and right
+constexpr int PictureMargin = 1;  ///< above and below
+constexpr int SwatchSide = 16;
+
+/// The squares that show through a swatch, and what is between them.
+constexpr QRgb CheckerLight = 0xFFFFFFFF;
+constexpr QRgb CheckerDark = 0xFFA0A0A0;
+constexpr QRgb CheckerMean = 0xFFD0D0D0;
+
+QString Digit(int nibble) {
+  return QString::number(nibble, 16).toUpper();
+}
+
+QRect Inside(const QRect& cell) {
+  return cell.adjusted(SideMargin, 0, -SideMargin, 0);
+}
+
+QColor TextColour(const QStyleOptionViewItem& option) {
+  const QPalette::ColorGroup group = (option.state & QStyle::State_Enabled) == 0  ? QPalette::Disabled
+                                     : (option.state & QStyle::State_Active) == 0 ? QPalette::Inactive
+                                                                                  : QPalette::Active;
+  const bool isSelected = (option.state & QStyle::State_Selected) != 0;
+  return option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
+}
+
+void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& where, const QString& text,
+               Qt::Alignment alignment = Qt::AlignLeft) {
+  if (text.isEmpty()) {
+    return;
+  }
+  const QFontMetrics& font = option.fontMetrics;
+  QString shown = text;
+  int width = font.horizontalAdvance(text);
+  if (width > where.width()) {
+    shown = font.elidedText(text, Qt::ElideRight, where.width());
+    width = font.horizontalAdvance(shown);
+  }
+  const int x = alignment == Qt::AlignRight ? where.right() + 1 - width : where.left();
+  painter.setPen(TextColour(option));
+  painter.drawText(x, where.top() + (where.height() - font.height()) / 2 + font.ascent(), shown);
+}
+
+/// Moves what is painted next at `corner` to the nearest whole screen pixel.
+void SnapToScreen(QPainter& painter, const QPointF& corner) {
+  const QTransform toDevice = painter.deviceTransform();
+  const QPointF device = toDevice.map(corner);
+  painter.translate(toDevice.inverted().map(QPointF(std::round(device.x()), std::round(device.y()))));
+}
+
+void PaintSwatch(QPainter& painter, const QStyleOptionViewItem& option, const QRect& swatch, Rgb colour,
+                 int entry, int contrast) {
+  const int half = swatch.width() / 2;
+  const Argb translucent = GetARGBColor(colour, static_cast<unsigned>(contrast));
+  painter.fillRect(swatch, QColor(BlendOver(translucent, CheckerLight)));
+  const QColor dark(BlendOver(translucent, CheckerDark));
+  painter.fillRect(swatch.x(), swatch.y(), half, half, dark);
+  painter.fillRect(swatch.x() + half, swatch.y() + half, half, half, dark);
+  const QColor text = TextColour(option);
+  painter.setPen(ToQColor(DigitColourOn(FromQColor(QColor(BlendOver(translucent, CheckerMean))))));
+  painter.drawText(swatch, Qt::AlignCenter, Digit(entry));
+  painter.setPen(text);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(swatch.adjusted(0, 0, -1, -1));
+  const QRect behind(swatch.right() + 2, option.rect.y(), option.fontMetrics.maxWidth(),
+                     option.rect.height());
+  painter.drawText(behind, Qt::AlignLeft | Qt::AlignVCenter, Digit(contrast));
+}
+
+}  // namespace
+
+SubtitleDelegate::SubtitleDelegate(const Document& document, const SubtitleModel& model,
+                                   SubtitlePictures& pictures, QObject* parent)
+    : QAbstractItemDelegate(parent), document_(document), model_(model), pictures_(pictures) {}
+
+void SubtitleDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
+  const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
+  style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+  const int row = index.row();
+  const bool isSubtitle = model_.SubjectOf(row).IsSubtitle();
+  const bool isShown = isSubtitle && model_.FactsAt(row).Described.has_value();
+  if (index.column() == SubtitleModel::Number) {
+    PaintNumber(*painter, option, row);
+  } else if (index.column() == SubtitleModel::Picture && isShown) {
+    PaintPicture(*painter, option, row);
+  } else if (index.column() == SubtitleModel::Colours && isShown) {
+    PaintCodes(*painter, option, row);
+  } else {
+    PaintText(*painter, option, Inside(option.rect), model_.TextAt(row, index.column()),
+              index.column() == SubtitleModel::Duration ? Qt::AlignRight : Qt::AlignLeft);
+  }
+}
+
+void SubtitleDelegate::PaintNumber(QPainter& painter, const QStyleOptionViewItem& option, int row) const {
+  const QRect inside = Inside(option.rect);
+  const auto severity = model_.SeverityAt(row);
+  if (severity) {
+    const int top = inside.y() + (inside.height() - SeverityIconSide) / 2;
+    PaintSeverity(painter, QRectF(inside.x(), top, SeverityIconSide, SeverityIconSide), *severity);
+  }
+  PaintText(painter, option, inside.adjusted(SeverityIconSide, 0, 0, 0),
+            model_.TextAt(row, SubtitleModel::Number), Qt::AlignRight);
+}
+
+void SubtitleDelegate::PaintPicture(QPainter& painter, const QStyleOptionViewItem& option, int row) const {
+  const QRect inside = Inside(option.rect).adjusted(0, PictureMargin, 0, -PictureMargin);
+  const double scale = painter.device()->devicePixelRatioF();
+  const QSize room(std::min(inside.width(), WidestPicture), inside.height());
+  pictures_.SetRoom({.Pixels = (QSizeF(room) * scale).toSize(), .Scale = scale});
+  const QImage picture = pictures_.Of(model_.SubjectOf(row).Index());
+  if (picture.isNull()) {
+    return;
+  }
+  const double height = picture.height() / scale;
+  painter.save();
+  SnapToScreen(painter, QPointF(inside.x(), inside.y() + (inside.height() - height) / 2));
+  painter.drawImage(QPointF(), picture);
+  painter.restore();
+}
+
+void SubtitleDelegate::PaintCodes(QPainter& painter, const QStyleOptionViewItem& option, int row) const {
+  const SpuControl& control = model_.FactsAt(row).Described->Control;
+  const auto swatches = Swatches(option.rect, option.fontMetrics);
+  painter.save();
+  painter.setClipRect(option.rect, Qt::IntersectClip);
+  for (std::size_t code = 0; code < swatches.size(); ++code) {
+    const int entry = control.Colour[code];
+    PaintSwatch(painter, option, swatches[code], document_.Palette()[static_cast<std::size_t>(entry)], entry,
+                control.Contrast[code]);
+  }
+  painter.restore();
+}
+
+std::array<QRect, 4> SubtitleDelegate::Swatches(const QRect& cell, const QFontMetrics& font) {
+  const QRect inside = Inside(cell);
+  const int step = SwatchSide + font.horizontalAdvance(u'8') + SideMargin;
+  std::array<QRect, 4> swatches;
+  for (int code = 0; code < 4; ++code) {
+    swatches[static_cast<std::size_t>(code)] = QRect(
+        inside.x() + code * step, inside.y() + (inside.height() - SwatchSide) / 2, SwatchSide, SwatchSide);
+  }
+  return swatches;
+}
+
+QSize SubtitleDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const auto column = static_cast<SubtitleModel::Column>(index.column());
+  const int text =
+      option.fontMetrics.horizontalAdvance(model_.TextAt(index.row(), index.column())) + 2 * SideMargin;
+  const bool isDrawn = column == SubtitleModel::Picture || column == SubtitleModel::Colours;
+  return {isDrawn ? UsualWidth(column, option.fontMetrics)
+                  : text + (column == SubtitleModel::Number ? SeverityIconSide : 0),
+          RowHeight};
+}
+
+int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetrics& font) {
+  const auto textWidth = [&font](const QString& text) {
+    return font.horizontalAdvance(text) + 2 * SideMargin;
+  };
+  switch (column) {
+    case SubtitleModel::Number:
+      return textWidth(QStringLiteral("00000")) + SeverityIconSide;
+    case SubtitleModel::Picture:
+      return 5 * RowHeight;
+    case SubtitleModel::Start:
+    case SubtitleModel::End:
+      return textWidth(QStringLiteral("00:00:00.00"));
+    case SubtitleModel::Duration:
+      return textWidth(QStringLiteral("Seconds"));
+    case SubtitleModel::Place:
+      return textWidth(QStringLiteral("000, 000"));
+    case SubtitleModel::Size:
+      return textWidth(QStringLiteral("000x000"));
+    case SubtitleModel::Colours:
+      return Swatches(QRect(), font).back().right() + 1 + font.horizontalAdvance(u'8') + 2 * SideMargin;
+    case SubtitleModel::Forced:
+      return textWidth(QStringLiteral("Forced"));
+    case SubtitleModel::Problems:
+    case SubtitleModel::Columns:
+      break;
+  }
+  return textWidth(QStringLiteral("still shown when the next starts"));
+}
+
+}  // namespace quillmark

@@ -1,0 +1,219 @@
+// Where one is in the list: its current row, the window's subtitle, the selection and the columns.
+
+#include <algorithm>
+#include <utility>
+
+#include <QAction>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QScopedValueRollback>
+#include <QSplitter>
+
+#include "app/DrawnSubtitle.h"
+#include "app/ProblemFinder.h"
+#include "app/SubtitleList.h"
+#include "app/SubtitleTable.h"
+#include "app/TimeStrip.h"
+
+namespace quillmark {
+
+void SubtitleList::CurrentRowMoved() {
+  ShowProblems();
+  if (!followsDocument_) {
+    movedByUser_ = true;
+    SettleLater();
+  }
+}
+
+/// What follows from a change of the current row or of the subtitle shown comes when the event is over that
+/// it belongs to: showing a subtitle may end in a message, and the document may pass several on its way to
+/// one.
+void SubtitleList::SettleLater() {
+  if (!settling_) {
+    settling_ = true;
+    QMetaObject::invokeMethod(this, &SubtitleList::Settle, Qt::QueuedConnection);
+  }
+}
+
+void SubtitleList::Settle() {
+  settling_ = false;
+  const auto subject = CurrentSubject();
+  if (std::exchange(movedByUser_, false) && subject && subject->IsSubtitle()) {
+    const auto number = static_cast<std::int64_t>(subject->Index()) + 1;
+    if (number != document_.Number()) {
+      emit Chosen(number);
+      // Where the window could not go there just now, the list is back at what it shows.
+      numberChanged_ = true;
+    }
+  }
+  if (std::exchange(numberChanged_, false)) {
+    FollowNumber();
+  }
+}
+
+void SubtitleList::FollowNumber() {
+  const auto shown = SubjectOfDocument();
+  strip_->SetCurrent(shown ? std::optional(shown->Index()) : std::nullopt,
+                     shown ? SecondaryOver(document_, shown->Index()) : std::nullopt);
+  if (!shown || CurrentSubject() == shown) {
+    return;
+  }
+  if (const auto row = model_->RowOf(*shown)) {
+    const QScopedValueRollback<bool> follows(followsDocument_, true);
+    table_->GoToRow(*row);
+  }
+}
+
+std::optional<RowSubject> SubtitleList::SubjectOfDocument() const {
+  const std::int64_t number = document_.LastTried();
+  return number > 0 && number <= document_.Primary().Count
+             ? std::optional(RowSubject::Subtitle(static_cast<std::size_t>(number - 1)))
+             : std::nullopt;
+}
+
+void SubtitleList::GoToSubtitle(std::size_t index) {
+  if (const auto row = model_->RowOf(RowSubject::Subtitle(index))) {
+    table_->GoToRow(*row);
+    movedByUser_ = true;
+    SettleLater();
+  } else {
+    emit Chosen(static_cast<std::int64_t>(index) + 1);
+  }
+}
+
+std::int64_t SubtitleList::ProblemCount() const {
+  const StreamSurvey& survey = finder_->Survey();
+  const auto count = static_cast<std::size_t>(std::max(document_.Primary().Count, 0));
+  if (survey.Marks().size() <= count) {
+    return static_cast<std::int64_t>(survey.PacketsWithProblems());
+  }
+  return std::ranges::count_if(survey.Marks().first(count), &PacketMarks::HasProblems);
+}
+
+QString SubtitleList::GoToProblem(bool forward) {
+  const int rows = model_->rowCount();
+  const QModelIndex current = table_->currentIndex();
+  const int step = forward ? 1 : -1;
+  for (int row = current.isValid() ? current.row() + step : 0; row >= 0 && row < rows; row += step) {
+    if (model_->SeverityAt(row)) {
+      table_->GoToRow(row);
+      return model_->SentenceAt(row);
+    }
+  }
+  return {};
+}
+
+std::optional<RowSubject> SubtitleList::CurrentSubject() const {
+  const QModelIndex current = table_->currentIndex();
+  return current.isValid() ? std::optional(model_->SubjectOf(current.row())) : std::nullopt;
+}
+
+void SubtitleList::ShowProblems() {
+  const QModelIndex current = table_->currentIndex();
+  const QString lines = current.isValid() ? model_->ProblemLinesAt(current.row()) : QString();
+  if (lines != problems_->toPlainText()) {
+    problems_->setPlainText(lines);
+  }
+  problems_->setPlaceholderText(!current.isValid()       ? QString()
+                                : !finder_->IsFinished() ? QStringLiteral("Looking for problems...")
+                                                         : QStringLiteral("No problems"));
+}
+
+std::vector<std::size_t> SubtitleList::Selected() const {
+  std::vector<std::size_t> subtitles;
+  for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      if (const RowSubject subject = model_->SubjectOf(row); subject.IsSubtitle()) {
+        subtitles.push_back(subject.Index());
+      }
+    }
+  }
+  std::ranges::sort(subtitles);
+  subtitles.erase(std::unique(subtitles.begin(), subtitles.end()), subtitles.end());
+  return subtitles;
+}
+
+bool SubtitleList::HasSelection() const {
+  return table_->selectionModel()->hasSelection();
+}
+
+std::unique_ptr<QMimeData> SubtitleList::Copied() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      rows.push_back(row);
+    }
+  }
+  std::ranges::sort(rows);
+  std::vector<int> columns;
+  const QHeaderView* header = table_->horizontalHeader();
+  for (int place = 0; place < header->count(); ++place) {
+    if (const int column = header->logicalIndex(place); !header->isSectionHidden(column)) {
+      columns.push_back(column);
+    }
+  }
+  if (rows.empty()) {
+    return nullptr;
+  }
+  auto copied = std::make_unique<QMimeData>();
+  copied->setText(model_->TabbedText(rows, columns));
+  if (rows.size() == 1 && model_->SubjectOf(rows.front()).IsSubtitle()) {
+    const QImage picture = PictureOf(document_, model_->SubjectOf(rows.front()).Index());
+    if (!picture.isNull()) {
+      copied->setImageData(picture);
+    }
+  }
+  return copied;
+}
+
+void SubtitleList::ShowColumn(int column, bool shown) {
+  const QHeaderView* header = table_->horizontalHeader();
+  if (!shown && header->hiddenSectionCount() == header->count() - 1) {
+    columnActions_[column]->setChecked(true);  // one stays
+    return;
+  }
+  table_->setColumnHidden(column, !shown);
+  UpdateColumns();
+}
+
+void SubtitleList::UpdateColumns() {
+  model_->SetSpokenColumn(table_->FirstColumn());
+  // The current cell is the one that assistive tools tell.
+  if (const QModelIndex current = table_->currentIndex(); current.isValid()) {
+    table_->selectionModel()->setCurrentIndex(current.siblingAtColumn(table_->FirstColumn()),
+                                              QItemSelectionModel::NoUpdate);
+  }
+}
+
+QByteArray SubtitleList::ColumnState() const {
+  return table_->horizontalHeader()->saveState();
+}
+
+QByteArray SubtitleList::SplitterState() const {
+  return splitter_->saveState();
+}
+
+void SubtitleList::Restore(const QByteArray& columns, const QByteArray& splitter) {
+  splitter_->restoreState(splitter);
+  QHeaderView* header = table_->horizontalHeader();
+  const QByteArray usual = header->saveState();
+  const bool restored = header->restoreState(columns);
+  if (restored &&
+      (header->count() != SubtitleModel::Columns || header->hiddenSectionCount() >= header->count())) {
+    header->restoreState(usual);
+  }
+  for (int column = 0; column < SubtitleModel::Columns; ++column) {
+    const QSignalBlocker blocked(columnActions_[column]);
+    columnActions_[column]->setChecked(!header->isSectionHidden(column));
+  }
+  UpdateColumns();
+}
+
+QList<QWidget*> SubtitleList::TabOrder() const {
+  return {text_, kind_, table_, problems_};
+}
+
+}  // namespace quillmark

@@ -1,0 +1,266 @@
+#include "app/SubtitleModel.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <QStringList>
+
+#include "app/CodeName.h"
+#include "app/ColourName.h"
+#include "app/Document.h"
+#include "app/ProblemFinder.h"
+#include "app/SubtitleSentence.h"
+#include "sup/Timecode.h"
+
+namespace quillmark {
+namespace {
+
+QString FromView(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+const std::array<QString, SubtitleModel::Columns>& Headings() {
+  static const std::array<QString, SubtitleModel::Columns> headings = {
+      QStringLiteral("#"),       QStringLiteral("Picture"), QStringLiteral("Start"),
+      QStringLiteral("End"),     QStringLiteral("Seconds"), QStringLiteral("Place"),
+      QStringLiteral("Size"),    QStringLiteral("Colours"), QStringLiteral("Forced"),
+      QStringLiteral("Problems")};
+  return headings;
+}
+
+const std::array<QString, SubtitleModel::Columns>& HeadingsInWords() {
+  static const std::array<QString, SubtitleModel::Columns> headings = {
+      QStringLiteral("Number"),
+      QStringLiteral("Picture"),
+      QStringLiteral("Start"),
+      QStringLiteral("End"),
+      QStringLiteral("Duration in seconds"),
+      QStringLiteral("Place: left and top edge in pixels"),
+      QStringLiteral("Size: width and height in pixels"),
+      QStringLiteral("Colours and opacities of background, pattern, emphasis 1 and 2"),
+      QStringLiteral("Forced: shown even where subtitles are off"),
+      QStringLiteral("Problems")};
+  return headings;
+}
+
+/// Lines of a tooltip, in which nothing is markup.
+QString ToolTipOf(const QStringList& lines) {
+  return lines.isEmpty() ? QString()
+                         : QStringLiteral("<qt>") +
+                               lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
+}
+
+}  // namespace
+
+SubtitleModel::SubtitleModel(const Document& document, const ProblemFinder& finder, QObject* parent)
+    : QAbstractTableModel(parent), document_(document), finder_(finder) {}
+
+void SubtitleModel::Show(std::vector<RowSubject> rows) {
+  beginResetModel();
+  rows_ = std::move(rows);
+  factsRow_.reset();
+  endResetModel();
+}
+
+std::optional<int> SubtitleModel::RowOf(RowSubject subject) const {
+  const int row = FirstRowFrom(subject);
+  return row < rowCount() && SubjectOf(row) == subject ? std::optional(row) : std::nullopt;
+}
+
+int SubtitleModel::FirstRowFrom(RowSubject subject) const {
+  return static_cast<int>(std::ranges::lower_bound(rows_, subject) - rows_.begin());
+}
+
+void SubtitleModel::TellChanged() {
+  factsRow_.reset();
+  if (!rows_.empty()) {
+    emit dataChanged(index(0, 0), index(rowCount() - 1, Columns - 1));
+  }
+}
+
+void SubtitleModel::TellMarked(std::size_t first, std::size_t end) {
+  const int firstRow = FirstRowFrom(RowSubject::DamageBefore(first));
+  const int endRow = FirstRowFrom(RowSubject::DamageBefore(end));
+  if (firstRow < endRow) {
+    emit dataChanged(index(firstRow, 0), index(endRow - 1, Columns - 1));
+  }
+}
+
+const SubtitleFacts& SubtitleModel::FactsAt(int row) const {
+  if (factsRow_ != row) {
+    facts_ = FactsOf(document_, SubjectOf(row).Index(), unit_);
+    factsRow_ = row;
+  }
+  return facts_;
+}
+
+PacketMarks SubtitleModel::MarksAt(int row) const {
+  return finder_.Survey().MarksOf(SubjectOf(row).Index());
+}
+
+std::optional<ProblemSeverity> SubtitleModel::SeverityAt(int row) const {
+  const RowSubject subject = SubjectOf(row);
+  if (subject.IsSubtitle()) {
+    return MarksAt(row).Severity();
+  }
+  const auto damage = finder_.Survey().DamageBefore(subject.Index());
+  return damage ? std::optional(SeverityOf(damage->Code)) : std::nullopt;
+}
+
+QString SubtitleModel::TextAt(int row, int column) const {
+  const RowSubject subject = SubjectOf(row);
+  if (!subject.IsSubtitle()) {
+    return DamageText(subject.Index(), column);
+  }
+  switch (column) {
+    case Number:
+      return FactsAt(row).NumberText();
+    case Picture:
+      return FactsAt(row).Described ? QString() : QStringLiteral("cannot be shown");
+    case Start:
+      return FactsAt(row).StartText();
+    case End:
+      return FactsAt(row).EndText();
+    case Duration:
+      return FactsAt(row).DurationText();
+    case Place:
+      return FactsAt(row).PlaceText();
+    case Size:
+      return FactsAt(row).SizeText();
+    case Colours:
+      return FactsAt(row).CodesText();
+    case Forced:
+      return MarksAt(row).Has(PacketTrait::Forced) ? QStringLiteral("forced") : QString();
+    case Problems: {
+      QStringList phrases;
+      for (const StreamProblemCode code : MarksAt(row).Problems()) {
+        phrases.append(FromView(ProblemPhrase(code)));
+      }
+      return phrases.join(QStringLiteral(", "));
+    }
+    default:
+      return {};
+  }
+}
+
+QString SubtitleModel::DamageText(std::size_t index, int column) const {
+  if (column == Picture) {
+    return QStringLiteral("damage");
+  }
+  const auto damage = column == Problems ? finder_.Survey().DamageBefore(index) : std::nullopt;
+  return damage ? FromView(ProblemPhrase(damage->Code)) : QString();
+}
+
+QString SubtitleModel::SentenceAt(int row) const {
+  const RowSubject subject = SubjectOf(row);
+  if (!subject.IsSubtitle()) {
+    const auto damage = finder_.Survey().DamageBefore(subject.Index());
+    const auto packets = static_cast<std::size_t>(std::max(document_.Primary().Count, 0));
+    return damage ? DamageSentence(subject.Index(), packets, damage->Code) : QString();
+  }
+  const SubtitleFacts& facts = FactsAt(row);
+  SpokenSubtitle spoken{.Number = facts.Index + 1,
+                        .StartTicks = facts.StartTicks,
+                        .DurationTicks = std::nullopt,
+                        .OverNumber = std::nullopt,
+                        .Marks = MarksAt(row)};
+  if (facts.Described && facts.Described->EndTicks) {
+    spoken.DurationTicks = facts.Described->Control.Delay * TicksPerDelayUnit;
+  }
+  if (facts.Over) {
+    spoken.OverNumber = *facts.Over + 1;
+  }
+  return SubtitleSentence(spoken);
+}
+
+QString SubtitleModel::ProblemLinesAt(int row) const {
+  const RowSubject subject = SubjectOf(row);
+  QStringList lines;
+  if (subject.IsSubtitle()) {
+    for (const StreamProblem& problem : finder_.Survey().ProblemsOf(subject.Index())) {
+      lines.append(QString::fromStdString(ProblemLine(problem)));
+    }
+  } else if (const auto damage = finder_.Survey().DamageBefore(subject.Index())) {
+    lines.append(QString::fromStdString(ProblemLine(*damage)));
+  }
+  return lines.join(u'\n');
+}
+
+QString SubtitleModel::CodesInWords(const SubtitleFacts& facts) const {
+  if (!facts.Described) {
+    return {};
+  }
+  QStringList lines;
+  for (std::size_t code = 0; code < 4; ++code) {
+    const auto entry = static_cast<std::size_t>(facts.Described->Control.Colour[code]);
+    const int contrast = facts.Described->Control.Contrast[code];
+    lines.append(CodeName(code) + QStringLiteral(": ") + QString::number(entry, 16).toUpper() +
+                 QStringLiteral(", ") + ColourName(document_.Palette()[entry]) +
+                 QStringLiteral(", opacity ") + QString::number(contrast, 16).toUpper());
+  }
+  return lines.join(u'\n');
+}
+
+QString SubtitleModel::ToolTipAt(int row, int column) const {
+  const QString lines =
+      column == Colours && SubjectOf(row).IsSubtitle() ? CodesInWords(FactsAt(row)) : ProblemLinesAt(row);
+  return ToolTipOf(lines.split(u'\n', Qt::SkipEmptyParts));
+}
+
+QString SubtitleModel::TabbedText(std::span<const int> rows, std::span<const int> columns) const {
+  QString text;
+  for (const int row : rows) {
+    QStringList cells;
+    for (const int column : columns) {
+      cells.append(TextAt(row, column));
+    }
+    text += cells.join(u'\t') + u'\n';
+  }
+  return text;
+}
+
+int SubtitleModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int SubtitleModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : Columns;
+}
+
+QVariant SubtitleModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    return {};
+  }
+  switch (role) {
+    case Qt::DisplayRole:
+      return TextAt(index.row(), index.column());
+    case Qt::ToolTipRole:
+      return ToolTipAt(index.row(), index.column());
+    case Qt::AccessibleTextRole:
+      return index.column() == spokenColumn_ ? SentenceAt(index.row()) : TextAt(index.row(), index.column());
+    default:
+      return {};
+  }
+}
+
+QVariant SubtitleModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || section < 0 || section >= Columns) {
+    return {};
+  }
+  const auto column = static_cast<std::size_t>(section);
+  switch (role) {
+    case Qt::DisplayRole:
+      return Headings()[column];
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+      return HeadingsInWords()[column];
+    case Qt::TextAlignmentRole:
+      return QVariant::fromValue((section == Number || section == Duration ? Qt::AlignRight : Qt::AlignLeft) |
+                                 Qt::AlignVCenter);
+    default:
+      return {};
+  }
+}
+
+}  // namespace quillmark
