@@ -95,8 +95,9 @@ class PlayerCheck {
     if (packet_.Size % 2 != 0) {
       Report(UnitStart, Code::OddUnitSize, {packet_.Size});
     }
-    if (packet_.ControlOffset < packet_.Size && packet_.Size - packet_.ControlOffset > MaxPlayerControl) {
-      Report(ControlOffsetStart, Code::PlayerControlSize, {packet_.Size - packet_.ControlOffset});
+    const int control = packet_.Size - packet_.ControlOffset;
+    if (control > 0 && static_cast<std::size_t>(control) > MaxPlayerControl) {
+      Report(ControlOffsetStart, Code::PlayerControlSize, {control});
     }
   }
 

@@ -123,9 +123,15 @@ SubtitleSet SubtitleSet::Others() const {
 std::string SubtitleSet::Text() const {
   std::string text;
   for (const SubtitleRange& range : ranges_) {
-    text += (text.empty() ? "" : ",") + std::to_string(range.First);
+    if (!text.empty()) {
+      text += ',';
+    }
+    text += std::to_string(range.First);
     if (range.Last != range.First) {
-      text += "-" + (range.Last ? std::to_string(*range.Last) : std::string());
+      text += '-';
+    }
+    if (range.Last && range.Last != range.First) {
+      text += std::to_string(*range.Last);
     }
   }
   return text;

@@ -47,7 +47,7 @@ TEST(UnitView, NumbersMayHangOverEitherEnd) {
 TEST(UnitView, AHeaderOrLessIsAnEmptyUnit) {
   for (std::size_t size = 0; size <= 4; ++size) {
     constexpr std::array<std::uint8_t, 4> Four = {0xFF, 0xFF, 0xFF, 0xFF};
-    const UnitView unit(std::span(Four).first(size));
+    const UnitView unit(std::span<const std::uint8_t>(Four).first(size));
     EXPECT_EQ(unit.Last(), 3);
     EXPECT_EQ(unit[0], 0);
     EXPECT_EQ(unit.U16be(3), 0);
