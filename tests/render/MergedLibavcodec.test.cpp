@@ -5,6 +5,8 @@
 #ifdef QUILLMARK_HAS_LIBAVCODEC
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -13,7 +15,6 @@
 #include <string>
 #include <vector>
 
-#include "imaging/Blend.h"
 #include "palette/Colour.h"
 #include "render/MergedPicture.h"
 #include "sup/ChooseSecondary.h"
@@ -112,6 +113,45 @@ CodeColours ColoursOf(const SpuControl& control) {
   return colours;
 }
 
+constexpr std::array<unsigned, 4> Shifts = {24, 16, 8, 0};
+
+double Component(Argb colour, unsigned shift) {
+  return static_cast<double>(colour >> shift & 0xFFU);
+}
+
+/// A pixel over another one, in straight alpha: what covers weighs its alpha, what is below its own alpha
+/// times what the other lets through.
+Argb LaidOver(Argb source, Argb below) {
+  if (source >> 24U == 0) {
+    return below;
+  }
+  const double sourceWeight = Component(source, 24) * 255;
+  const double belowWeight = Component(below, 24) * (255 - Component(source, 24));
+  Argb result = 0;
+  for (const unsigned shift : Shifts) {
+    const double value =
+        shift == 24 ? (sourceWeight + belowWeight) / 255
+                    : (Component(source, shift) * sourceWeight + Component(below, shift) * belowWeight) /
+                          (sourceWeight + belowWeight);
+    result |= static_cast<Argb>(std::lround(value)) << shift;
+  }
+  return result;
+}
+
+/// The first code of just this colour, else the first one whose components are all within one step, else 0.
+std::uint8_t CodeOf(Argb colour, const CodeColours& colours) {
+  for (const double distance : {0.0, 1.0}) {
+    for (std::uint8_t code = 0; code < 4; ++code) {
+      if (std::ranges::all_of(Shifts, [&](unsigned shift) {
+            return std::abs(Component(colour, shift) - Component(colours[code], shift)) <= distance;
+          })) {
+        return code;
+      }
+    }
+  }
+  return 0;
+}
+
 /// Both pictures as libavcodec reads them, laid over each other pixel by pixel.
 class ExpectedFrame {
  public:
@@ -129,7 +169,7 @@ class ExpectedFrame {
           const std::uint8_t code =
               picture.Codes[static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.Width) +
                             static_cast<std::size_t>(x)];
-          pixel = BlendOver(colours_[code], pixel);
+          pixel = LaidOver(colours_[code], pixel);
         }
       }
     }
@@ -138,8 +178,15 @@ class ExpectedFrame {
   /// The codes of rows 2 to height - 2.
   [[nodiscard]] Bytes ShownCodes() const {
     Bytes codes;
-    std::transform(pixels_.begin() + 1440, pixels_.end() - 720, std::back_inserter(codes),
-                   [&](Argb colour) { return CodeOfColour(colour, colours_); });
+    Argb colour = 0;
+    std::uint8_t code = CodeOf(colour, colours_);
+    for (std::size_t i = 1440; i < pixels_.size() - 720; ++i) {
+      if (pixels_[i] != colour) {
+        colour = pixels_[i];
+        code = CodeOf(colour, colours_);
+      }
+      codes.push_back(code);
+    }
     return codes;
   }
 

@@ -26,10 +26,24 @@ class IndexStreamFileTest : public testing::Test {
 
   Result<LoadedStream> Index() { return IndexStreamFile(path_, invalidFirst_); }
 
-  /// The index that loading the whole file makes is the measure.
-  void ExpectTheLoadersIndex() {
+  struct Packet {
+    std::int64_t Offset;
+    std::int64_t Start;
+    std::int64_t Size;  ///< of the unit
+    bool operator==(const Packet&) const = default;
+  };
+
+  /// These packets, and in all else the index that loading the whole file makes.
+  void ExpectIndex(const std::vector<Packet>& packets) {
     const SupStream loaded = test::StreamOf(LoadPrimaryStream(path_, invalidFirst_));
     stream_ = test::StreamOf(Index());
+    std::vector<Packet> found;
+    for (std::size_t i = 0; i < stream_.PacketOffset.size(); ++i) {
+      found.push_back(
+          {.Offset = stream_.PacketOffset[i], .Start = stream_.StartTime[i], .Size = stream_.SpuSize[i]});
+    }
+    EXPECT_TRUE(found == packets);
+    EXPECT_EQ(stream_.Count, static_cast<std::int64_t>(packets.size()));
     EXPECT_EQ(stream_.Count, loaded.Count);
     EXPECT_EQ(stream_.FileLength, loaded.FileLength);
     EXPECT_EQ(stream_.PacketOffset, loaded.PacketOffset);
@@ -59,37 +73,45 @@ Bytes LongPacket(std::int64_t start) {
 
 TEST_F(IndexStreamFileTest, IndexesAsTheLoaderDoes) {
   Bytes file;
+  std::vector<Packet> packets;
   for (int i = 0; i < 100; ++i) {
     file = Join({file, LongPacket(i), PacketBuilder().Time(i).Delay(9).Build()});
+    // 30,014 bytes and 48 bytes
+    packets.push_back({.Offset = i * 30062, .Start = i, .Size = 30004});
+    packets.push_back({.Offset = i * 30062 + 30014, .Start = i, .Size = 38});
   }
   Write(file);
-  ExpectTheLoadersIndex();
-  EXPECT_EQ(stream_.Count, 200);
+  ExpectIndex(packets);
+  EXPECT_EQ(stream_.FileLength, 3006200);
 }
 
 TEST_F(IndexStreamFileTest, WalksPastUnitsWithoutBuffers) {
   Bytes file;
+  std::vector<Packet> packets;
   for (int i = 0; i < 20; ++i) {
-    Bytes skipped = PacketBuilder().Size(0xFFFF).Build();
+    Bytes skipped = PacketBuilder().Time(i).Size(0xFFFF).Build();
     skipped.resize(0xFFFF + 10);
     file = Join({file, skipped, PacketBuilder().Size(0).Unit({}).Build()});
+    // 65,545 bytes, their size read as a signed one, and 14 bytes
+    packets.push_back({.Offset = i * 65559, .Start = i, .Size = -1});
+    packets.push_back({.Offset = i * 65559 + 65545, .Start = 0, .Size = 0});
   }
   Write(file);
-  ExpectTheLoadersIndex();
+  ExpectIndex(packets);
 }
 
 TEST_F(IndexStreamFileTest, CutLastPacketReadsAsZerosBehindTheEnd) {
   Bytes file = Join({LongPacket(1), LongPacket(2)});
   file.resize(file.size() - 29980);
   Write(file);
-  ExpectTheLoadersIndex();
+  ExpectIndex({{.Offset = 0, .Start = 1, .Size = 30004}, {.Offset = 30014, .Start = 2, .Size = 30004}});
 }
 
 TEST_F(IndexStreamFileTest, FirstSubtitleThatCannotBeShownEndsTheWalk) {
   invalidFirst_ = InvalidFirst::EndsTheWalk;
   Write(Join({PacketBuilder().WithoutArea().Build(), LongPacket(2)}));
-  ExpectTheLoadersIndex();
-  EXPECT_EQ(stream_.Count, 1);
+  // It counts as one packet, which begins where the file of 48 and 30,014 bytes ends.
+  ExpectIndex({{.Offset = 30062, .Start = 0, .Size = 38}});
 }
 
 TEST_F(IndexStreamFileTest, HoldsNoSubtitle) {
