@@ -41,11 +41,11 @@ class AppendFile {
   [[nodiscard]] Result<std::vector<std::uint8_t>> ReadAll();
   /// Appends the bytes in one write. When they cannot all be written, the file is as it was before.
   Result<void> Append(std::span<const std::uint8_t> bytes);
-  /// Cuts off what stands behind the first `length` bytes.
+  /// Cuts off what stands after the first `length` bytes.
   Result<void> CutTo(std::int64_t length);
   /// Removes the file; where its folder does not allow that, it is emptied.
   Result<void> Remove();
-  /// Gives the file `suffix` behind its name, and a number where there is such a file; its new path.
+  /// Gives the file `suffix` after its name, and a number where there is such a file; its new path.
   Result<QString> PutAside(const QString& suffix);
 
  private:

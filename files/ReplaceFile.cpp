@@ -27,7 +27,7 @@ Result<void> WriteInPlace(const Target& target, Bytes bytes, const WriteOptions&
   return file->Finish(options.Tail, options.Wait);
 }
 
-/// Copies what the target holds behind its first `start` bytes to the end of `to`.
+/// Copies what the target holds after its first `start` bytes to the end of `to`.
 Result<void> CopyTail(const Target& target, std::uint64_t start, Descriptor& to) {
   constexpr std::size_t ChunkSize = 1U << 20U;
   const auto from = Descriptor::Open(target.Path, O_RDONLY);

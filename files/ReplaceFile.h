@@ -34,7 +34,7 @@ struct WriteOptions {
 Result<void> ReplaceFile(const QString& path, std::span<const std::uint8_t> bytes,
                          const WriteOptions& options = {});
 
-/// Writes `bytes` behind what the file at `path` holds, all of them or none, and creates it if missing. The
+/// Writes `bytes` after what the file at `path` holds, all of them or none, and creates it if missing. The
 /// disk is not waited for. What ReplaceFile refuses is refused.
 Result<void> AppendToFile(const QString& path, std::span<const std::uint8_t> bytes);
 

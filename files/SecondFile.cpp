@@ -146,7 +146,7 @@ Failure FileInPlace::HalfWay(const Failure& failure) const {
   return {failure.Reason +
           ". The file could only be written in place and is now damaged: it holds the first " +
           std::to_string(file_.Written()) + " of " + std::to_string(length_) +
-          " new bytes, and behind them what was there before."};
+          " new bytes, and after them what was there before."};
 }
 
 }  // namespace quillmark

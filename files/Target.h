@@ -18,7 +18,7 @@ struct Target {
     Device,  ///< written to as it is
   };
 
-  std::string Path;    ///< as the file system has it, behind all symbolic links
+  std::string Path;    ///< as the file system has it, with all symbolic links followed
   std::string Folder;  ///< that it stands in; "." where the path names none
   Kind What = Kind::New;
   // Of an existing file only:

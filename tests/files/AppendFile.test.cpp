@@ -35,7 +35,7 @@ class AppendFileTest : public test::FolderTest {
   }
 };
 
-TEST_F(AppendFileTest, WhatIsAppendedStandsBehindWhatWas) {
+TEST_F(AppendFileTest, WhatIsAppendedStandsAfterWhatWas) {
   AppendFile file = Created("a");
   ASSERT_TRUE(file.Append(BytesOf("one ")));
   ASSERT_TRUE(file.Append(BytesOf("two")));

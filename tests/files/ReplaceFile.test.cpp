@@ -358,7 +358,7 @@ TEST_F(ReplaceFileFaults, FailureHalfWayInPlaceIsSaid) {
   System().Write = WriteThatBreaks;
   EXPECT_EQ(ReasonText(ReplaceFile(path, Bytes(300, 'n'), Drop)),
             "Input/output error. The file could only be written in place and is now damaged: it holds the "
-            "first 250 of 300 new bytes, and behind them what was there before.");
+            "first 250 of 300 new bytes, and after them what was there before.");
   EXPECT_EQ(Read("a"), std::string(250, 'n'));
 }
 
