@@ -166,7 +166,7 @@ std::int64_t Entries(const SpuControl& control) {
   std::ranges::transform(control.Colour, codes.begin(),
                          [](int entry) { return static_cast<std::uint8_t>(entry); });
   const CodeArguments packed = PackCodes(codes);
-  return packed[0] << 8 | packed[1];
+  return packed[0] << 8U | packed[1];
 }
 
 }  // namespace

@@ -1,0 +1,1 @@
+quillmark_fuzz(stream_fix LINK quillmark_sup)
