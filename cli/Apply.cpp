@@ -14,6 +14,7 @@
 #include "files/ReplaceFile.h"
 #include "recipe/Recipe.h"
 #include "sup/IndexedPacket.h"
+#include "sup/MendPackets.h"
 
 namespace quillmark::cli {
 namespace {
@@ -62,7 +63,7 @@ std::uintmax_t SizeOf(const std::string& file) {
 }
 
 /// The stream that the first step starts from. One that is no stream any more has a recipe that starts with
-/// salvage: its good packets are the stream.
+/// salvage, and its good packets are the stream, or with fix, and its mended packets are.
 Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) {
   Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(file), InvalidFirst::IsPassed);
   if (!loaded) {
@@ -71,13 +72,21 @@ Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) 
   if (!loaded->LostSignature) {
     return std::move(loaded->Stream);
   }
-  if (steps.empty() || !std::holds_alternative<SalvageStep>(steps.front().Options)) {
-    return Failure{ResultOf(loaded, file).Reason};
-  }
-  const SalvagedStream salvaged = SalvageStream(FileOf(loaded->Stream));
   std::vector<std::uint8_t> good;
-  for (const auto span : salvaged.Kept) {
-    good.insert(good.end(), span.begin(), span.end());
+  if (!steps.empty() && std::holds_alternative<FixStep>(steps.front().Options)) {
+    const auto damaged = FileOf(loaded->Stream);
+    good.assign(damaged.begin(), damaged.end());
+    StreamEdit edit = MendPackets(damaged).Edit;
+    if (const Result<void> applied = ApplyEdit(good, edit); !applied) {
+      return applied.Why();
+    }
+  } else if (!steps.empty() && std::holds_alternative<SalvageStep>(steps.front().Options)) {
+    const SalvagedStream salvaged = SalvageStream(FileOf(loaded->Stream));
+    for (const auto span : salvaged.Kept) {
+      good.insert(good.end(), span.begin(), span.end());
+    }
+  } else {
+    return Failure{ResultOf(loaded, file).Reason};
   }
   Result<LoadedStream> indexed = IndexPrimaryStream(std::move(good), InvalidFirst::IsPassed);
   return indexed ? Result<SupStream>(std::move(indexed->Stream)) : Result<SupStream>(indexed.Why());

@@ -2,28 +2,11 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
+#include "cli/ProblemText.h"
 #include "sup/StreamCheck.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark::cli {
-namespace {
-
-Json ProblemObject(const StreamProblem& problem) {
-  return {{"offset", problem.Offset},
-          {"packet", problem.Packet ? Json(*problem.Packet) : Json()},
-          {"code", ProblemName(problem.Code)},
-          {"message", ProblemMessage(problem)},
-          {"severity", SeverityName(SeverityOf(problem.Code))}};
-}
-
-std::string ProblemText(const StreamProblem& problem) {
-  const std::string place = problem.Packet ? "packet " + std::to_string(*problem.Packet) + ": " : "";
-  return "offset " + std::to_string(problem.Offset) + ": " + place + ProblemMessage(problem) + " [" +
-         std::string(ProblemName(problem.Code)) + "]\n";
-}
-
-}  // namespace
-
 CommandResult Check(const CheckOptions& options, const Console& console) {
   const Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
   if (!file) {

@@ -200,8 +200,8 @@ class CommandTable {
   /// The commands that run one tool on one stream.
   void AddToolCommands() {
     for (const Tool& tool : AllTools()) {
-      // These two have arguments of their own.
-      if (tool.Name != "join" && tool.Name != "salvage") {
+      // These have arguments or answers of their own.
+      if (tool.Name != "join" && tool.Name != "fix" && tool.Name != "salvage") {
         AddTool(tool);
       }
     }
@@ -218,6 +218,11 @@ class CommandTable {
         ->delimiter(',')
         ->expected(1, std::numeric_limits<int>::max());
     AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
+
+    CLI::App* fix = Add("fix", "Mend what can be mended without coding pictures again", fix_, Fix, true);
+    AddFile(fix, fix_.File);
+    AddRules(fix, fix_.Profile, fix_.Frame);
+    AddToolOutput(fix, fix_.Out, fix_.DryRun, fix_.Json);
 
     CLI::App* apply = Add("apply", "Run the steps of a recipe on any number of streams", apply_, Apply, true);
     AddFile(apply, apply_.Recipe, "RECIPE", "Recipe (JSON)");
@@ -372,6 +377,7 @@ class CommandTable {
   std::deque<ToolCommandOptions> tools_;  // that stay where they are when more are added
   std::vector<CLI::Option*> outs_;        // what --dry-run makes needless
   JoinCommandOptions join_;
+  FixOptions fix_;
   ApplyOptions apply_;
   std::string helpTopic_;
 };

@@ -73,6 +73,17 @@ struct CheckOptions {
 /// Every problem of the stream. Not done when there is one.
 CommandResult Check(const CheckOptions& options, const Console& console);
 
+struct FixOptions {
+  std::string File = {};
+  std::string Out = {};
+  std::string Profile = "spec";  ///< or "player"
+  int Frame = 576;               ///< 480 or 576
+  bool DryRun = false;
+  bool Json = false;
+};
+/// The stream with all mended that can be. Tells what was, and what is left; not done where something is.
+CommandResult Fix(const FixOptions& options, const Console& console);
+
 struct DiffOptions {
   std::string First = {};
   std::string Second = {};

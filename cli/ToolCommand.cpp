@@ -78,7 +78,9 @@ std::string LeftSummary(const std::vector<LeftSubtitle>& left, std::int64_t chos
   if (left.empty()) {
     return "";
   }
-  const bool asTheyAre = std::ranges::find(left, LeftReason::NotAsLong, &LeftSubtitle::Why) == left.end();
+  const bool asTheyAre = std::ranges::none_of(left, [](const LeftSubtitle& subtitle) {
+    return subtitle.Why == LeftReason::NotAsLong || subtitle.Why == LeftReason::NotMended;
+  });
   return std::to_string(left.size()) + " of " + std::to_string(chosen) + " subtitles are " +
          (asTheyAre ? "left as they are" : "not as asked for");
 }

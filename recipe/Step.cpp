@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "base/FilePath.h"
 #include "sup/ChoosePackets.h"
+#include "sup/IndexedPacket.h"
+#include "sup/StreamFix.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark {
@@ -19,6 +23,37 @@ Result<ToolResult> Join(const SupStream& stream, const JoinFile& join) {
     return Failure{join.Path + ": no \"SP\" stands where a packet should start"};
   }
   return JoinStreams(stream, added->Stream, join.Options);
+}
+
+/// Each number once, without the 0 of what is no packet.
+std::vector<std::int64_t> Ascending(std::vector<std::int64_t> numbers) {
+  std::erase(numbers, 0);
+  std::ranges::sort(numbers);
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+  return numbers;
+}
+
+Result<ToolResult> Fix(const SupStream& stream, const CheckOptions& rules) {
+  Result<StreamFix> fix = FixStream(FileOf(stream), rules);
+  if (!fix) {
+    return fix.Why();
+  }
+  std::vector<std::int64_t> mended;
+  for (const Mend& mend : fix->Mends) {
+    mended.push_back(mend.Packet);
+  }
+  std::vector<std::int64_t> left;
+  for (const StreamProblem& problem : fix->Left) {
+    left.push_back(problem.Packet.value_or(0));
+  }
+  ToolResult result{.Edit = std::move(fix->Edit), .Chosen = stream.Count, .Changed = {}, .Left = {}};
+  for (const std::int64_t number : Ascending(std::move(mended))) {
+    result.Changed.Append(number);
+  }
+  for (const std::int64_t number : Ascending(std::move(left))) {
+    result.Left.push_back({.Number = number, .Why = LeftReason::NotMended});
+  }
+  return result;
 }
 
 /// Runs what the step's options are those of.
@@ -39,6 +74,7 @@ struct Runner {
   Result<ToolResult> operator()(const CodeAssignment& codes) const {
     return AssignChosen(Stream, Only, codes);
   }
+  Result<ToolResult> operator()(const FixStep& fix) const { return Fix(Stream, fix.Rules); }
   Result<ToolResult> operator()(const SalvageStep& /*options*/) const { return DropDamage(Stream); }
 };
 

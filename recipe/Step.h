@@ -13,6 +13,7 @@
 #include "sup/ForceDisplay.h"
 #include "sup/JoinStreams.h"
 #include "sup/MoveArea.h"
+#include "sup/PacketCheck.h"
 #include "sup/Retime.h"
 #include "sup/SupStream.h"
 #include "sup/ToolResult.h"
@@ -55,6 +56,9 @@ struct CutStep {};
 struct KeepStep {};
 struct SortStep {};
 struct SalvageStep {};
+struct FixStep {
+  CheckOptions Rules;
+};
 struct JoinFile {
   std::string Path;  ///< of the stream that is added, UTF-8
   JoinOptions Options;
@@ -65,7 +69,7 @@ struct Step {
   const Tool* What = nullptr;
   SubtitleSet Only = SubtitleSet::All();
   std::variant<RetimeOptions, MoveOptions, DisplayStart, EndOptions, CutStep, KeepStep, SortStep, JoinFile,
-               CodeAssignment, SalvageStep>
+               CodeAssignment, FixStep, SalvageStep>
       Options;
 };
 

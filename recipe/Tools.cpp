@@ -44,6 +44,9 @@ constexpr std::array JoinTable = {
     ToolOption{"with", "FILE", "Stream that is added"},
     ToolOption{"gap", "MS", "How long after the last end the added stream starts"},
     ToolOption{"at", "TIME", "When it starts, [[h:]m:]s, in place of --gap"}};
+constexpr std::array FixTable = {
+    ToolOption{"profile", "spec|player", "Rules for everybody, or those for players too"},
+    ToolOption{"frame", "480|576", "Lines of the frame; 576 where it is not given"}};
 constexpr std::array AssignTable = {
     ToolOption{
         "colours", "HHHH",
@@ -80,18 +83,21 @@ Options ReadRetime(OptionReader& reader) {
   return options;
 }
 
+/// Lines of the frame.
+int ReadFrame(OptionReader& reader) {
+  const std::string* const lines = reader.Text("frame");
+  if (lines != nullptr && *lines != "480" && *lines != "576") {
+    reader.Refuse(reader.Named("frame") + ": '" + *lines + "' is neither 480 nor 576");
+  }
+  return lines != nullptr && *lines == "480" ? 480 : 576;
+}
+
 Options ReadMove(OptionReader& reader) {
   constexpr std::int64_t Far = 10000;
   MoveOptions options;
   options.X = static_cast<std::int32_t>(reader.Number("x", -Far, Far).value_or(0));
   options.Y = static_cast<std::int32_t>(reader.Number("y", -Far, Far).value_or(0));
-  if (reader.Has("frame")) {
-    const std::string& lines = *reader.Text("frame");
-    options.FrameLines = lines == "480" ? 480 : 576;
-    if (lines != "480" && lines != "576") {
-      reader.Refuse(reader.Named("frame") + ": '" + lines + "' is neither 480 nor 576");
-    }
-  }
+  options.FrameLines = ReadFrame(reader);
   if (const auto line = reader.Number("to-line", 0, options.FrameLines - 1)) {
     options.ToLine = static_cast<std::int32_t>(*line);
   }
@@ -194,6 +200,17 @@ Options ReadAssign(OptionReader& reader) {
   return codes;
 }
 
+Options ReadFix(OptionReader& reader) {
+  FixStep fix;
+  const std::string* const profile = reader.Text("profile");
+  if (profile != nullptr && *profile != "spec" && *profile != "player") {
+    reader.Refuse(reader.Named("profile") + ": '" + *profile + "' is neither spec nor player");
+  }
+  fix.Rules.Profile = profile != nullptr && *profile == "player" ? CheckProfile::Player : CheckProfile::Spec;
+  fix.Rules.FrameLines = ReadFrame(reader);
+  return fix;
+}
+
 Options ReadSalvage(OptionReader& /*reader*/) {
   return SalvageStep();
 }
@@ -210,12 +227,13 @@ constexpr std::array Tools = {
     Tool{"keep", "Take all other subtitles out of the stream", "taken out", ChoiceTable},
     Tool{"sort", "Put subtitles in the order of their start times", "moved", ChoiceTable},
     Tool{"join", "Add another stream behind the first", "added", JoinTable},
+    Tool{"fix", "Mend what can be mended without coding pictures again", "mended", FixTable},
     Tool{"salvage", "Keep the good packets of a damaged stream", "taken out", {}}};
 
 /// In the table's order.
 constexpr std::array<Options (*)(OptionReader&), Tools.size()> Readers = {
-    ReadAssign, ReadRetime, ReadMove, ReadForce, ReadEnds,
-    ReadCut,    ReadKeep,   ReadSort, ReadJoin,  ReadSalvage};
+    ReadAssign, ReadRetime, ReadMove, ReadForce, ReadEnds,   ReadCut,
+    ReadKeep,   ReadSort,   ReadJoin, ReadFix,   ReadSalvage};
 
 /// Refuses what the tool does not take, and what is given twice.
 void CheckNames(const Tool& tool, const StepText& text, OptionReader& reader) {

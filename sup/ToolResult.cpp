@@ -30,6 +30,8 @@ std::string_view LeftName(LeftReason reason) {
       return "end_elsewhere";
     case LeftReason::UnitFull:
       return "unit_full";
+    case LeftReason::NotMended:
+      return "not_mended";
     case LeftReason::DataAfterControl:
       return "data_after_control";
   }
@@ -65,6 +67,8 @@ std::string LeftText(const LeftSubtitle& left) {
       return asItIs("has an end that is not read from its stop command");
     case LeftReason::UnitFull:
       return asItIs("has no room for a stop command within " + std::to_string(MaxReadUnit) + " bytes");
+    case LeftReason::NotMended:
+      return "has a problem that cannot be mended";
     case LeftReason::DataAfterControl:
       return asItIs("has picture data behind its control sequences");
   }

@@ -26,6 +26,7 @@ enum class LeftReason : std::uint8_t {
   NotAsLong,         ///< the next one starts too early for it to be shown as long as asked for
   EndElsewhere,      ///< its end is not read from its stop command
   UnitFull,          ///< no room for a stop command in the longest unit that programs read
+  NotMended,         ///< it has a problem that nothing mends
   DataAfterControl,  ///< picture data after the control sequences, which would move
 };
 

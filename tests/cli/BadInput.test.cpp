@@ -30,6 +30,7 @@ std::vector<Use> StreamUses() {
           {"Picture", "in.sup", {"picture", "in.sup", "1", "-o", "out.png"}},
           {"Export", "in.sup", {"export", "in.sup", "-o", "out"}},
           {"Assign", "in.sup", {"assign", "in.sup", "--colours", "0123", "-o", "out.sup"}},
+          {"Fix", "in.sup", {"fix", "in.sup", "-o", "out.sup"}},
           {"Salvage", "in.sup", {"salvage", "in.sup", "-o", "out.sup"}},
           {"MergePrimary", "in.sup", {"merge", "in.sup", "sound.sup", "-o", "out.sup"}},
           {"MergeSecondary", "in.sup", {"merge", "sound.sup", "in.sup", "-o", "out.sup"}}};

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "render/StreamDiff.h"
+#include "sup/Mend.h"
 #include "sup/StreamCheck.h"
 #include "tests/cli/Program.h"
 
@@ -159,6 +160,17 @@ TEST_F(JsonTables, OfTheDiffAndItsWords) {
   EXPECT_THAT(tables[1], UnorderedElementsAreArray(words));
 }
 
+TEST_F(JsonTables, OfTheFixAndItsMends) {
+  Write("a.sup", test::Sound().Build());
+  EXPECT_EQ(TableNames(manual_, "### fix --json")[0],
+            NamesOf(Json::parse(Run({"fix", "a.sup", "-o", "b.sup", "--json"}).Out)));
+  std::vector<std::string> mends;
+  for (int kind = 0; kind <= static_cast<int>(MendKind::MovedArea); ++kind) {
+    mends.emplace_back(MendName(static_cast<MendKind>(kind)));
+  }
+  EXPECT_THAT(TableNames(manual_, "## Fixing"), ElementsAre(UnorderedElementsAreArray(mends)));
+}
+
 TEST_F(JsonTables, CodesHaveTheirSeverity) {
   for (int i = 0; i < StreamProblemCodes; ++i) {
     const auto code = static_cast<StreamProblemCode>(i);
@@ -225,8 +237,8 @@ TEST_P(CommandDocuments, ManualHasARowForIt) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,
                          testing::Values("report", "list", "picture", "export", "assign", "retime", "move",
-                                         "force", "ends", "cut", "keep", "sort", "join", "apply", "palette",
-                                         "merge", "check", "diff", "salvage", "help"),
+                                         "force", "ends", "cut", "keep", "sort", "join", "fix", "apply",
+                                         "palette", "merge", "check", "diff", "salvage", "help"),
                          [](const auto& test) { return test.param; });
 
 class ManualPages : public test::ProgramTest {};

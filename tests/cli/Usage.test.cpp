@@ -36,9 +36,9 @@ TEST_F(Usage, HelpNamesEveryCommand) {
     const auto run = Run({word});
     EXPECT_EQ(run.ExitCode, 0);
     EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli [OPTIONS] COMMAND\n"));
-    for (const char* command :
-         {"report", "list", "picture", "export", "assign", "retime", "move", "force", "ends", "cut", "keep",
-          "sort", "join", "apply", "palette", "merge", "check", "salvage", "help"}) {
+    for (const char* command : {"report", "list",    "picture", "export", "assign", "retime",  "move",
+                                "force",  "ends",    "cut",     "keep",   "sort",   "join",    "fix",
+                                "apply",  "palette", "merge",   "check",  "diff",   "salvage", "help"}) {
       EXPECT_THAT(run.Out, HasSubstr("\n  " + std::string(command) + "  ")) << word;
     }
     EXPECT_THAT(run.Err, IsEmpty());
@@ -46,9 +46,9 @@ TEST_F(Usage, HelpNamesEveryCommand) {
 }
 
 TEST_F(Usage, HelpOnACommandIsWhatItsOwnHelpOptionSays) {
-  for (const char* command :
-       {"report", "list", "picture", "export", "assign", "retime", "move", "force", "ends", "cut", "keep",
-        "sort", "join", "apply", "palette", "merge", "check", "salvage", "help"}) {
+  for (const char* command : {"report", "list",    "picture", "export", "assign", "retime",  "move",
+                              "force",  "ends",    "cut",     "keep",   "sort",   "join",    "fix",
+                              "apply",  "palette", "merge",   "check",  "diff",   "salvage", "help"}) {
     const auto run = Run({"help", command});
     EXPECT_EQ(run.ExitCode, 0);
     EXPECT_THAT(run.Out, HasSubstr("\nUsage: quillmark-cli " + std::string(command) + " [OPTIONS]"));
@@ -70,6 +70,8 @@ TEST_F(Usage, UsageLineShowsWhatIsRequired) {
                                  {"retime", "retime [OPTIONS] -o FILE.sup FILE"},
                                  {"force", "force [OPTIONS] -o FILE.sup on|off FILE"},
                                  {"join", "join [OPTIONS] -o FILE.sup FILES..."},
+                                 {"fix", "fix [OPTIONS] -o FILE.sup FILE"},
+                                 {"diff", "diff [OPTIONS] A B"},
                                  {"apply", "apply [OPTIONS] --out-dir DIR RECIPE FILES..."},
                                  {"palette", "palette [OPTIONS] -o FILE.pal|FILE.RGB IN"},
                                  {"merge", "merge [OPTIONS] -o FILE.sup PRIMARY SECONDARY"},

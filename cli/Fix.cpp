@@ -1,0 +1,92 @@
+#include <utility>
+#include <vector>
+
+#include "base/FilePath.h"
+#include "cli/Commands.h"
+#include "cli/Inputs.h"
+#include "cli/Json.h"
+#include "cli/ProblemText.h"
+#include "sup/StreamFix.h"
+#include "sup/StreamLoader.h"
+
+namespace quillmark::cli {
+namespace {
+
+Json MendObject(const Mend& mend) {
+  return {{"packet", mend.Packet > 0 ? Json(mend.Packet) : Json()},
+          {"kind", MendName(mend.Kind)},
+          {"message", MendText(mend)}};
+}
+
+Json FixObject(const FixOptions& options, const StreamFix& fix) {
+  Json mended = Json::array();
+  for (const Mend& mend : fix.Mends) {
+    mended.push_back(MendObject(mend));
+  }
+  Json left = Json::array();
+  for (const StreamProblem& problem : fix.Left) {
+    left.push_back(ProblemObject(problem));
+  }
+  return {{"file", options.File},
+          {"out", options.DryRun ? Json() : Json(options.Out)},
+          {"tool", "fix"},
+          {"mended", std::move(mended)},
+          {"left", std::move(left)}};
+}
+
+void TellWhatWasMended(const StreamFix& fix, const Console& console) {
+  for (const Mend& mend : fix.Mends) {
+    console.Out << "mended: " << (mend.Packet > 0 ? "packet " + std::to_string(mend.Packet) + ": " : "")
+                << MendText(mend) << '\n';
+  }
+  for (const StreamProblem& problem : fix.Left) {
+    console.Out << "left: " << ProblemText(problem);
+  }
+  if (fix.Mends.empty() && fix.Left.empty()) {
+    console.Out << "nothing to mend\n";
+  }
+}
+
+}  // namespace
+
+CommandResult Fix(const FixOptions& options, const Console& console) {
+  Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
+  if (!file) {
+    return Failed(options.File, file.Reason());
+  }
+  Result<StreamFix> fix =
+      FixStream(*file, {.Profile = ProfileOf(options.Profile), .FrameLines = options.Frame});
+  if (!fix) {
+    return Failed(options.File, fix.Reason());
+  }
+  const bool wasEmpty = file->empty();
+  if (const Result<void> applied = ApplyEdit(*file, fix->Edit); !applied) {
+    return Failed(options.File, applied.Reason());
+  }
+  if (file->empty() && !wasEmpty) {
+    return Failed(options.File, "no packet was found; nothing is written");
+  }
+  if (console.Interrupted()) {
+    return Interrupted();
+  }
+  if (!options.DryRun) {
+    if (CommandResult written = WriteFile(options.Out, *file); !written.IsDone()) {
+      return written;
+    }
+  }
+  CommandResult result;
+  if (!fix->Left.empty()) {
+    result = Failed(options.File, std::to_string(fix->Left.size()) +
+                                      (fix->Left.size() == 1 ? " problem is" : " problems are") + " left");
+  }
+  if (options.Json) {
+    WriteJson(console.Out, FixObject(options, *fix));
+    console.Out << '\n';
+    result.JsonWritten = true;
+  } else {
+    TellWhatWasMended(*fix, console);
+  }
+  return result;
+}
+
+}  // namespace quillmark::cli
