@@ -34,7 +34,7 @@ constexpr std::size_t GroupSize = 4;
 /// A column in 16 bits, four palette nibbles and four contrasts.
 constexpr std::size_t ChangeSize = 6;
 
-std::uint16_t NumberAt(std::span<const std::uint8_t> bytes, std::size_t at) {
+std::uint16_t FieldAt(std::span<const std::uint8_t> bytes, std::size_t at) {
   return static_cast<std::uint16_t>(bytes[at] << 8U | bytes[at + 1]);
 }
 
@@ -114,7 +114,7 @@ class Coordinates {
       TakeLine(command, at + 2);
       at += GroupSize;
       for (std::size_t change = 0; change < changes; ++change, at += ChangeSize) {
-        const std::uint16_t column = NumberAt(bytes, at);
+        const std::uint16_t column = FieldAt(bytes, at);
         x_.Include(column);
         numbers_.push_back({.Position = command.ArgumentAt(at), .Value = column, .IsLine = false});
       }
@@ -123,7 +123,7 @@ class Coordinates {
   }
 
   void TakeLine(const ControlCommand& command, std::size_t at) {
-    const std::uint16_t line = NumberAt(command.Arguments, at);
+    const std::uint16_t line = FieldAt(command.Arguments, at);
     y_.Include(line & 0x0FFF);
     numbers_.push_back({.Position = command.ArgumentAt(at), .Value = line, .IsLine = true});
   }
