@@ -21,14 +21,8 @@ namespace {
 
 /// What was done to one file.
 struct FileReport {
-  struct Step {
-    const Tool* What = nullptr;
-    std::int64_t Changed = 0;
-    std::int64_t Chosen = 0;
-    std::vector<LeftSubtitle> Left;
-  };
   std::string Out;
-  std::vector<Step> Steps;
+  std::vector<StepOutcome> Steps;
   std::string Error;  ///< empty when it was done
 };
 
@@ -92,29 +86,6 @@ Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) 
   return indexed ? Result<SupStream>(std::move(indexed->Stream)) : Result<SupStream>(indexed.Why());
 }
 
-Result<void> RunSteps(const std::vector<Step>& steps, SupStream& stream, FileReport& report) {
-  for (const Step& step : steps) {
-    const auto inStep = [&](const std::string& reason) {
-      return Failure{StepName(report.Steps.size(), step.What->Name) + ": " + reason};
-    };
-    if (const auto fits = FitsStream(step, stream); !fits) {
-      return inStep(fits.Reason());
-    }
-    Result<ToolResult> result = RunStep(step, stream);
-    if (!result) {
-      return inStep(result.Reason());
-    }
-    if (const auto applied = ApplyEdit(stream, result->Edit); !applied) {
-      return inStep(applied.Reason());
-    }
-    report.Steps.push_back({.What = step.What,
-                            .Changed = result->Changed.SizeWithin(std::numeric_limits<std::int64_t>::max()),
-                            .Chosen = result->Chosen,
-                            .Left = std::move(result->Left)});
-  }
-  return {};
-}
-
 std::string OutPath(const std::string& folder, const std::string& file) {
   return Utf8FromPath(PathFromUtf8(folder) / PathFromUtf8(file).filename());
 }
@@ -133,9 +104,13 @@ FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, 
       report.Error = stream.Reason();
       return report;
     }
-    if (const auto run = RunSteps(steps, *stream, report); !run) {
-      report.Error = run.Reason() + "; nothing is written";
-    } else if (!options.DryRun) {
+    Result<std::vector<StepOutcome>> outcomes = RunSteps(steps, *stream);
+    if (!outcomes) {
+      report.Error = outcomes.Reason() + "; nothing is written";
+      return report;
+    }
+    report.Steps = std::move(*outcomes);
+    if (!options.DryRun) {
       report.Error = WriteFile(report.Out, FileOf(*stream)).Text();
     }
   } catch (const std::bad_alloc&) {
@@ -193,12 +168,12 @@ void RunFiles(const ApplyOptions& options, const std::vector<Step>& steps, const
 }
 
 bool HasLeft(const FileReport& report) {
-  return std::ranges::any_of(report.Steps, [](const FileReport::Step& step) { return !step.Left.empty(); });
+  return std::ranges::any_of(report.Steps, [](const StepOutcome& step) { return !step.Left.empty(); });
 }
 
 Json ReportObject(const std::string& file, const FileReport& report, bool isDryRun) {
   Json steps = Json::array();
-  for (const FileReport::Step& step : report.Steps) {
+  for (const StepOutcome& step : report.Steps) {
     steps.push_back({{"tool", step.What->Name}, {"changed", step.Changed}, {"left", LeftObjects(step.Left)}});
   }
   const bool isWritten = report.Error.empty() && !isDryRun;
@@ -211,7 +186,7 @@ Json ReportObject(const std::string& file, const FileReport& report, bool isDryR
 /// "a.sup: 12 subtitles moved, 3 subtitles taken out; written to out/a.sup".
 std::string ReportLine(const std::string& file, const FileReport& report, bool isDryRun) {
   std::string steps;
-  for (const FileReport::Step& step : report.Steps) {
+  for (const StepOutcome& step : report.Steps) {
     steps += (steps.empty() ? "" : ", ") + std::to_string(step.Changed) +
              (step.Changed == 1 ? " subtitle " : " subtitles ") + (isDryRun ? "would be " : "") +
              std::string(step.What->Done);

@@ -1,6 +1,7 @@
 #include "recipe/Recipe.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 
 #include <nlohmann/json.hpp>
@@ -145,6 +146,30 @@ Result<std::vector<Step>> ReadSteps(const Recipe& recipe) {
     steps.push_back(std::move(*step));
   }
   return steps;
+}
+
+Result<std::vector<StepOutcome>> RunSteps(const std::vector<Step>& steps, SupStream& stream) {
+  std::vector<StepOutcome> outcomes;
+  for (const Step& step : steps) {
+    const auto inStep = [&](const std::string& reason) {
+      return InStep(outcomes.size(), step.What->Name, reason);
+    };
+    if (const auto fits = FitsStream(step, stream); !fits) {
+      return inStep(fits.Reason());
+    }
+    Result<ToolResult> result = RunStep(step, stream);
+    if (!result) {
+      return inStep(result.Reason());
+    }
+    if (const auto applied = ApplyEdit(stream, result->Edit); !applied) {
+      return inStep(applied.Reason());
+    }
+    outcomes.push_back({.What = step.What,
+                        .Changed = result->Changed.SizeWithin(std::numeric_limits<std::int64_t>::max()),
+                        .Chosen = result->Chosen,
+                        .Left = std::move(result->Left)});
+  }
+  return outcomes;
 }
 
 std::string StepName(std::size_t index, std::string_view tool) {

@@ -30,6 +30,18 @@ inline constexpr int RecipeVersion = 1;
 /// The steps as they are run; a Failure names the first one that is wrong.
 [[nodiscard]] Result<std::vector<Step>> ReadSteps(const Recipe& recipe);
 
+/// What a step did.
+struct StepOutcome {
+  const Tool* What = nullptr;
+  std::int64_t Changed = 0;
+  std::int64_t Chosen = 0;  ///< subtitles that it was asked to look at
+  std::vector<LeftSubtitle> Left;
+};
+
+/// Runs the steps on `stream`, one after another. A Failure names the first one that cannot be run; the steps
+/// before it have changed the stream then.
+[[nodiscard]] Result<std::vector<StepOutcome>> RunSteps(const std::vector<Step>& steps, SupStream& stream);
+
 /// "step 2 (retime)", for messages; `index` counts from 0.
 [[nodiscard]] std::string StepName(std::size_t index, std::string_view tool);
 

@@ -86,6 +86,11 @@ const Tool* FindTool(std::string_view name) {
   return tool == tools.end() ? nullptr : &*tool;
 }
 
+bool TakesOut(const Step& step) {
+  return std::holds_alternative<CutStep>(step.Options) || std::holds_alternative<KeepStep>(step.Options) ||
+         std::holds_alternative<SalvageStep>(step.Options);
+}
+
 Result<void> FitsStream(const Step& step, const SupStream& stream) {
   if (const auto outside = step.Only.Outside(stream.Count)) {
     return Failure{"there is no subtitle " + std::to_string(*outside) + ": it has " +

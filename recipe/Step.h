@@ -76,6 +76,9 @@ struct Step {
 /// A Failure says what is wrong, with `dashes` before the names of options: "--shift: 'abc' is ...".
 [[nodiscard]] Result<Step> ReadStep(const StepText& text, std::string_view dashes = "");
 
+/// Whether what the step changes are subtitles that it takes out of the stream.
+[[nodiscard]] bool TakesOut(const Step& step);
+
 /// Whether the step can be meant for that stream: a Failure where it names subtitles that it does not have,
 /// or times that no line leads through.
 Result<void> FitsStream(const Step& step, const SupStream& stream);
