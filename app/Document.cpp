@@ -53,6 +53,7 @@ EnabledCommands Document::Enabled() const {
           .Reopen = primary_.Count == 0 && primary_.Holds(0),
           .Merging = merging_,
           .Report = primary_.Count > 0,
+          .Tools = editing && !lostIndex_ && primary_.Count > 0,
           .List = primary_.Count > 0,
           .Help = true};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <variant>
@@ -12,6 +13,7 @@
 
 #include "base/Result.h"
 #include "palette/Colour.h"
+#include "recipe/Recipe.h"
 #include "render/SubtitleDescription.h"
 #include "sup/CodeAssignment.h"
 #include "sup/StreamEdit.h"
@@ -24,6 +26,7 @@ namespace quillmark {
 struct DocumentEdit {
   QString Name;
   std::variant<StreamEdit, DvdPalette> What;
+  std::optional<StepText> Tool = {};  ///< what does the same to another stream; none of a palette
 };
 
 /// What the colour and the opacity lists show for the four pixel codes.
@@ -68,8 +71,9 @@ struct EnabledCommands {
   bool Reopen = false;
   bool Merging = false;  ///< Offset, LeaveMerge
   bool Report = false;
-  bool List = false;  ///< going to a row of the list, to a problem, copying rows
-  bool Help = false;  ///< Keys, About, AboutQt
+  bool Tools = false;  ///< those that change the stream, and recipes
+  bool List = false;   ///< going to a row of the list, to a problem, copying rows
+  bool Help = false;   ///< Keys, About, AboutQt
 };
 
 /// What is open: the two streams, the palette, the frame, which subtitle is current, and the history of
@@ -184,6 +188,17 @@ class Document : public QObject {
   /// stay as they are.
   Result<void> SetSelected(std::span<const std::size_t> indexes);
   Result<void> SetPalette(const DvdPalette& palette, const QString& name);
+  /// Runs a tool as one step of the history of that name; what it did, without the edit. An edit that would
+  /// leave no subtitle is not made.
+  Result<ToolResult> RunTool(const StepText& tool, const QString& name);
+  /// Runs all steps of the recipe, each one of the history, or none where one of them cannot be run; how many
+  /// subtitles were left as they were, in all.
+  Result<std::int64_t> RunRecipe(const Recipe& recipe,
+                                 const std::function<QString(std::string_view tool)>& nameOf);
+  /// The steps of the history that are done, as far as they are tools.
+  [[nodiscard]] Recipe StepsDone() const;
+  /// How many steps that are done are none.
+  [[nodiscard]] std::int64_t StepsWithoutTool() const;
   void Undo();
   void Redo();
   /// Makes the edits once more that a record says were made of this stream, the first `done` of them in force
@@ -250,7 +265,10 @@ class Document : public QObject {
   [[nodiscard]] const DocumentEdit& EditAt(int step) const;
   [[nodiscard]] CodeAssignment Assignment() const;
   Result<void> Assign(std::int64_t first, std::int64_t end, const QString& name);
-  Result<void> MakeAssignment(StreamEdit edit, const QString& name, bool isOfCurrent);
+  Result<void> MakeAssignment(StreamEdit edit, const QString& name, const SubtitleSet& only,
+                              bool isOfCurrent);
+  /// After an edit: there may be fewer subtitles, or more.
+  void FollowCount();
 
   SupStream primary_;
   SupStream secondary_;

@@ -23,6 +23,15 @@ bool ChangesNothing(const std::vector<std::uint8_t>& bytes, const StreamEdit& ed
   return true;
 }
 
+/// A hexadecimal digit for each pixel code, code 0 first.
+std::string NibbleDigits(const CodeNibbles& nibbles) {
+  std::string digits;
+  for (const std::uint8_t nibble : nibbles) {
+    digits += "0123456789ABCDEF"[nibble & 0x0FU];
+  }
+  return digits;
+}
+
 /// Whether subtitles may stand elsewhere after the edit.
 bool MovesPackets(const StreamEdit& edit) {
   return edit.Reindexes || std::ranges::any_of(edit.Places, [](const StreamEdit::Place& place) {
@@ -70,9 +79,21 @@ Result<void> Document::Apply(std::variant<StreamEdit, DvdPalette>& what) {
   }
   auto& edit = std::get<StreamEdit>(what);
   const StreamChange change = MovesPackets(edit) ? StreamChange::Packets : StreamChange::Bytes;
+  const std::int32_t count = primary_.Count;
   Result<void> applied = ApplyEdit(primary_, edit);
+  if (primary_.Count != count) {
+    FollowCount();
+  }
   emit StreamChanged(change);
   return applied;
+}
+
+void Document::FollowCount() {
+  shownIndex_.reset();
+  if (!failed_ && number_ > primary_.Count) {
+    SetNumber(primary_.Count);
+  }
+  AllowSteps();
 }
 
 CodeAssignment Document::Assignment() const {
@@ -83,13 +104,22 @@ Result<void> Document::Assign(std::int64_t first, std::int64_t end, const QStrin
   if (first < 0 || end <= first) {
     return {};
   }
+  SubtitleSet only;
+  only.Add({.First = first + 1, .Last = end});
   return MakeAssignment(
       AssignCodes(primary_, static_cast<std::size_t>(first), static_cast<std::size_t>(end), Assignment()),
-      name, true);
+      name, end - first == primary_.Count ? SubtitleSet::All() : only, true);
 }
 
-Result<void> Document::MakeAssignment(StreamEdit edit, const QString& name, bool isOfCurrent) {
-  Result<void> made = Make({.Name = name, .What = std::move(edit)});
+Result<void> Document::MakeAssignment(StreamEdit edit, const QString& name, const SubtitleSet& only,
+                                      bool isOfCurrent) {
+  StepText tool{.Tool = "assign",
+                .Options = {{"colours", NibbleDigits(choice_.Colours)},
+                            {"opacities", NibbleDigits(choice_.Contrasts)}}};
+  if (only != SubtitleSet::All()) {
+    tool.Options.emplace_back("only", only.Text());
+  }
+  Result<void> made = Make({.Name = name, .What = std::move(edit), .Tool = std::move(tool)});
   if (made && isOfCurrent) {
     written_ = choice_;
     emit ChoiceChanged();
@@ -145,7 +175,11 @@ Result<void> Document::SetSelected(std::span<const std::size_t> indexes) {
   CodeAssignment codes = Assignment();
   codes.NeedsCommands = true;
   const auto current = static_cast<std::size_t>(Number() - 1);
-  return MakeAssignment(AssignCodes(primary_, indexes, codes), QStringLiteral("Set for selected"),
+  SubtitleSet only;
+  for (const std::size_t index : indexes) {
+    only.Append(static_cast<std::int64_t>(index) + 1);
+  }
+  return MakeAssignment(AssignCodes(primary_, indexes, codes), QStringLiteral("Set for selected"), only,
                         HasSubtitle() && std::ranges::binary_search(indexes, current) &&
                             HasCommandsFor(primary_, current, codes));
 }

@@ -49,6 +49,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectControls();
   ConnectRecovery();
   ConnectList();
+  ConnectTools();
   UpdateCommands();
   Command_LoadSup->setFocus();
 }
@@ -84,6 +85,8 @@ void frmTest::ConnectActions() {
   connectTo(Action_NextProblem, nullptr, &frmTest::Command_NextProblem_Click);
   connectTo(Action_PrevProblem, nullptr, &frmTest::Command_PrevProblem_Click);
   connectTo(Action_Copy, nullptr, &frmTest::Command_Copy_Click);
+  connectTo(Action_SaveRecipe, nullptr, &frmTest::Command_SaveRecipe_Click);
+  connectTo(Action_RunRecipe, nullptr, &frmTest::Command_RunRecipe_Click);
   connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
   connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
   connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
@@ -202,6 +205,7 @@ void frmTest::UpdateCommands() {
   Action_RevertPreview->setEnabled(enabled.Revert);
   ShowPreviewMark();
   UpdateList();
+  UpdateTools();
   Action_Report->setEnabled(enabled.Report);
   for (QAction* action : {Action_Keys, Action_About, Action_AboutQt}) {
     action->setEnabled(enabled.Help);

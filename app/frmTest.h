@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string_view>
+#include <utility>
 
 #include <QMainWindow>
 #include <QString>
@@ -89,6 +91,14 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Command_PrevProblem_Click();
   void TellProblem(const QString& sentence);
   void ShowProblemCount();
+
+  // frmTest_tools.cpp
+  void ConnectTools();
+  void UpdateTools();
+  [[nodiscard]] QList<std::pair<QAction*, std::string_view>> ToolActions() const;
+  void AskForTool(std::string_view tool);
+  void Command_SaveRecipe_Click();
+  void Command_RunRecipe_Click();
 
   // frmTest_memory.cpp
   void RestoreArrangement();

@@ -53,6 +53,17 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_PictureBehind, "Action_PictureBehind", QStringLiteral("&Picture behind..."));
   make(Action_Offset, "Action_Offset", QStringLiteral("&Offset..."));
   make(Action_LeaveMerge, "Action_LeaveMerge", QStringLiteral("Leave &merge mode"));
+  make(Action_Retime, "Action_Retime", QStringLiteral("&Retime..."), {QKeySequence(Qt::CTRL | Qt::Key_T)});
+  make(Action_Move, "Action_Move", QStringLiteral("&Move..."), {QKeySequence(Qt::CTRL | Qt::Key_M)});
+  make(Action_Force, "Action_Force", QStringLiteral("&Force..."));
+  make(Action_Ends, "Action_Ends", QStringLiteral("&Ends..."));
+  make(Action_Cut, "Action_Cut", QStringLiteral("&Cut..."));
+  make(Action_Keep, "Action_Keep", QStringLiteral("&Keep..."));
+  make(Action_Sort, "Action_Sort", QStringLiteral("&Sort..."));
+  make(Action_Join, "Action_Join", QStringLiteral("&Join..."));
+  make(Action_Salvage, "Action_Salvage", QStringLiteral("Sal&vage..."));
+  make(Action_SaveRecipe, "Action_SaveRecipe", QStringLiteral("Save steps as reci&pe..."));
+  make(Action_RunRecipe, "Action_RunRecipe", QStringLiteral("R&un recipe..."));
   make(Action_Report, "Action_Report", QStringLiteral("&Report again"));
   make(Action_Keys, "Action_Keys", QStringLiteral("&Keys"), {QKeySequence(Qt::Key_F1)});
   make(Action_About, "Action_About", QStringLiteral("&About Quillmark"));

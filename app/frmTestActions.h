@@ -40,6 +40,17 @@ struct frmTestActions {
   QAction* Action_PictureBehind = nullptr;
   QAction* Action_Offset = nullptr;
   QAction* Action_LeaveMerge = nullptr;
+  QAction* Action_Retime = nullptr;
+  QAction* Action_Move = nullptr;
+  QAction* Action_Force = nullptr;
+  QAction* Action_Ends = nullptr;
+  QAction* Action_Cut = nullptr;
+  QAction* Action_Keep = nullptr;
+  QAction* Action_Sort = nullptr;
+  QAction* Action_Join = nullptr;
+  QAction* Action_Salvage = nullptr;
+  QAction* Action_SaveRecipe = nullptr;
+  QAction* Action_RunRecipe = nullptr;
   QAction* Action_Report = nullptr;
   QAction* Action_Keys = nullptr;
   QAction* Action_About = nullptr;

@@ -1,0 +1,118 @@
+#include "app/ToolTrial.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <utility>
+
+#include "render/Composition.h"
+#include "sup/IndexedPacket.h"
+
+namespace quillmark {
+namespace {
+
+/// Finds out whether a unit starts even where subtitles are off.
+struct ForcedFinder {
+  bool Found = false;
+
+  void Begin(const ControlSequence& /*sequence*/) {}
+  void Take(const ControlCommand& command) { Found = Found || command.Code == ForcedStart; }
+};
+
+bool IsForced(const SupStream& stream, std::size_t index) {
+  ForcedFinder finder;
+  ControlWalk walk;
+  (void)WalkPacket(PacketOf(stream, index), finder, walk);
+  return finder.Found;
+}
+
+std::span<const std::uint8_t> BytesOf(const SupStream& stream, std::size_t index) {
+  const IndexedPacket packet = PacketOf(stream, index);
+  return FileOf(stream).subspan(packet.Offset, packet.End - packet.Offset);
+}
+
+/// Where the packet of subtitle `index` went while packets changed places: the first one of the same bytes,
+/// unless the one at its own place is.
+std::optional<std::size_t> FindSame(const SupStream& stream, std::size_t index, const SupStream& after) {
+  const auto bytes = BytesOf(stream, index);
+  if (after.Holds(index) && std::ranges::equal(bytes, BytesOf(after, index))) {
+    return index;
+  }
+  for (std::size_t i = 0; i < after.PacketOffset.size(); ++i) {
+    if (std::ranges::equal(bytes, BytesOf(after, i))) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+/// The index that subtitle `index` has after the step; none where it is taken out.
+std::optional<std::size_t> IndexAfter(const Step& step, const ToolResult& result, const SupStream& stream,
+                                      std::size_t index, const SupStream& after) {
+  const auto number = static_cast<std::int64_t>(index) + 1;
+  if (std::holds_alternative<SortStep>(step.Options)) {
+    return FindSame(stream, index, after);
+  }
+  if (!TakesOut(step)) {
+    return index;
+  }
+  if (result.Changed.Contains(number)) {
+    return std::nullopt;
+  }
+  return index - static_cast<std::size_t>(result.Changed.SizeWithin(number));
+}
+
+}  // namespace
+
+TriedSubtitle LookAt(const SupStream& stream, std::size_t index, const DvdPalette& palette) {
+  std::vector<std::uint8_t> buffer;
+  const SubtitleUnit unit = UnitOf(stream, index, buffer);
+  TriedSubtitle subtitle{.Number = static_cast<std::int64_t>(index) + 1,
+                         .Start = stream.StartTime[index],
+                         .End = stream.EndTime[index],
+                         .IsForced = IsForced(stream, index),
+                         .Described = DescribeSubtitle(unit),
+                         .Picture = {}};
+  if (subtitle.Described) {
+    cBitmap picture;
+    const SpuControl& control = subtitle.Described->Control;
+    DecodePicture(unit.Bytes, control, MakeCodeColours(palette, control), picture);
+    subtitle.Picture = picture.Image();
+  }
+  return subtitle;
+}
+
+Result<ToolTrial> TryStep(const StepText& text, const SupStream& stream, std::size_t index,
+                          const DvdPalette& palette) {
+  try {
+    const Result<Step> step = ReadStep(text);
+    if (!step) {
+      return step.Why();
+    }
+    if (Result<void> fits = FitsStream(*step, stream); !fits) {
+      return fits.Why();
+    }
+    Result<ToolResult> result = RunStep(*step, stream);
+    if (!result) {
+      return result.Why();
+    }
+    SupStream after = stream;
+    if (Result<void> applied = ApplyEdit(after, result->Edit); !applied) {
+      return applied.Why();
+    }
+    ToolTrial trial{.Chosen = result->Chosen,
+                    .Changed = result->Changed.SizeWithin(std::numeric_limits<std::int64_t>::max()),
+                    .Left = std::move(result->Left),
+                    .SubtitlesAfter = after.Count,
+                    .After = std::nullopt};
+    const auto found = IndexAfter(*step, *result, stream, index, after);
+    if (found && after.Holds(*found)) {
+      trial.After = LookAt(after, *found, palette);
+    }
+    return trial;
+  } catch (const std::bad_alloc&) {
+    return Failure{"there is not enough memory"};
+  }
+}
+
+}  // namespace quillmark

@@ -1,0 +1,387 @@
+#include <functional>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+
+#include "tests/app/ListTest.h"
+
+namespace quillmark::test {
+namespace {
+
+/// The dialog of a tool, worked as a user does.
+class OpenTool {
+ public:
+  explicit OpenTool(QDialog& dialog) : dialog_(dialog) {}
+
+  template <class Widget>
+  [[nodiscard]] Widget& Control(const QString& name) const {
+    auto* control = dialog_.findChild<Widget*>(name);
+    if (control == nullptr) {
+      throw std::runtime_error("no such control: " + name.toStdString());
+    }
+    return *control;
+  }
+  void Type(const QString& field, const QString& text) const {
+    auto& line = Control<QLineEdit>(field);
+    line.selectAll();
+    QTest::keyClick(&line, Qt::Key_Delete);
+    QTest::keyClicks(&line, text);
+    QCoreApplication::processEvents();
+  }
+  void Check(const QString& button) const {
+    Control<QAbstractButton>(button).click();
+    QCoreApplication::processEvents();
+  }
+  void Choose(const QString& list, int row) const {
+    Control<QComboBox>(list).setCurrentIndex(row);
+    QCoreApplication::processEvents();
+  }
+  [[nodiscard]] QString Now(int fact) const { return Control<QLabel>(Element("Label_Now", fact)).text(); }
+  [[nodiscard]] QString Then(int fact) const { return Control<QLabel>(Element("Label_Then", fact)).text(); }
+  [[nodiscard]] QString Outcome() const { return Control<QLabel>("Label_Outcome").text(); }
+  [[nodiscard]] QString Left() const { return Control<QPlainTextEdit>("Text_Left").toPlainText(); }
+  [[nodiscard]] bool CanRun() const { return Control<QPushButton>("Command_Run").isEnabled(); }
+  void Run() const { Control<QPushButton>("Command_Run").click(); }
+  void Cancel() const { dialog_.reject(); }
+
+ private:
+  QDialog& dialog_;
+};
+
+namespace fact {
+constexpr int Number = 0;
+constexpr int Start = 1;
+constexpr int End = 2;
+constexpr int Place = 3;
+constexpr int Forced = 5;
+}  // namespace fact
+
+class Tools : public ListTest {
+ protected:
+  /// Opens the tool's dialog, does this in it, and comes back when it is closed.
+  void In(const QString& tool, const std::function<void(const OpenTool&)>& work) {
+    Dialogs.Expect(DialogKind::Other, [work](QDialog& dialog) { work(OpenTool(dialog)); });
+    Action(tool).trigger();
+    QCoreApplication::processEvents();
+    Dialogs.Verify();
+  }
+  [[nodiscard]] QString Told() const { return Window.statusBar()->currentMessage(); }
+};
+
+PacketBuilder At(std::int64_t seconds) {
+  return PacketBuilder().Time(seconds * Second).Delay(80).Area(100, 103, 400, 401);
+}
+
+TEST_F(Tools, RetimeWritesTheNewTimesAndNothingElse) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(1).Time(93600).Build(), At(3).Time(273600).Build()}));
+}
+
+TEST_F(Tools, WhatItDidIsTold) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  EXPECT_EQ(Told(), "2 subtitles retimed");
+}
+
+TEST_F(Tools, OneUndoTakesItBack) {
+  const Bytes stream = Join({At(1).Build(), At(3).Build()});
+  LoadStream(stream);
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  EXPECT_EQ(Action("Undo").text().remove('&'), "Undo Retime");
+  EXPECT_EQ(TextOf("Text_StartTime"), "00:00:01.04");
+  Action("Undo").trigger();
+  EXPECT_EQ(TextOf("Text_StartTime"), "00:00:01.00");
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, CancelledDialogChangesNothing) {
+  const Bytes stream = At(1).Build();
+  LoadStream(stream);
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Cancel();
+  });
+  EXPECT_FALSE(Action("Undo").isEnabled());
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, CurrentSubtitleIsShownAsItIsAndAsItWouldBe) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  Click("Command_Next");
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "-500");
+    EXPECT_EQ(tool.Now(fact::Number), "2");
+    EXPECT_EQ(tool.Now(fact::Start), "00:00:03.00");
+    EXPECT_EQ(tool.Then(fact::Start), "00:00:02.50");
+    EXPECT_EQ(tool.Now(fact::End), "00:00:03.89");
+    EXPECT_EQ(tool.Then(fact::End), "00:00:03.39");
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, NegativeStartIsNamedAndCannotBeRun) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "-1500");
+    EXPECT_FALSE(tool.CanRun());
+    EXPECT_TRUE(tool.Outcome().contains("ubtitle 1")) << tool.Outcome().toStdString();
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, WrongValueIsNamedAndCannotBeRun) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "4x");
+    EXPECT_FALSE(tool.CanRun());
+    EXPECT_EQ(tool.Outcome(), "Shift: '4x' is no number of milliseconds");
+    tool.Type("Field_shift", "4");
+    EXPECT_TRUE(tool.CanRun());
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, PointsStartAtTheStartsThatAre) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Retime", [](const OpenTool& tool) {
+    tool.Choose("Combo_Way", 3);
+    EXPECT_EQ(tool.Control<QLineEdit>("Field_points").text(), "1=00:00:01.00,2=00:00:03.00");
+    tool.Type("Field_points", "1=2,2=6");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(2).Delay(160).Build(), At(6).Delay(160).Build()}));
+}
+
+TEST_F(Tools, MoveIsShownInTheFrameAndAsNumbers) {
+  LoadStream(At(1).Build());
+  In("Move", [](const OpenTool& tool) {
+    tool.Type("Field_x", "-20");
+    tool.Type("Field_y", "100");
+    EXPECT_EQ(tool.Now(fact::Place), "100, 400");
+    EXPECT_EQ(tool.Then(fact::Place), "80, 500");
+    tool.Run();
+  });
+  EXPECT_EQ(TextOf("Text_XPos"), "80");
+  EXPECT_EQ(SavedBytes(), At(1).Area(80, 83, 500, 501).Build());
+}
+
+TEST_F(Tools, WhatHasToBeLeftIsCountedAndNamed) {
+  LoadStream(Join({At(1).Build(), At(3).Area(100, 103, 570, 571).Build()}));
+  In("Move", [](const OpenTool& tool) {
+    tool.Type("Field_y", "10");
+    EXPECT_EQ(tool.Outcome(), "1 subtitle would be moved, 1 has to be left");
+    EXPECT_TRUE(tool.Left().startsWith("Subtitle 2 ")) << tool.Left().toStdString();
+    tool.Check("Field_clamp");
+    EXPECT_EQ(tool.Outcome(), "2 subtitles would be moved");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(),
+            Join({At(1).Area(100, 103, 410, 411).Build(), At(3).Area(100, 103, 574, 575).Build()}));
+}
+
+TEST_F(Tools, FrameIsThatOfTheWindowAtFirst) {
+  LoadStream(At(1).Build());
+  Click("Option_720x480");
+  In("Move", [](const OpenTool& tool) {
+    EXPECT_EQ(tool.Control<QComboBox>("Field_frame").currentText(), "720x480");
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, ForceWorksOnTheSelectedSubtitles) {
+  LoadStream(Join({At(1).Build(), At(3).Build(), At(5).Build()}));
+  ClickRow(2);
+  ClickRow(3, Qt::ControlModifier);
+  In("Force", [](const OpenTool& tool) {
+    EXPECT_TRUE(tool.Control<QRadioButton>("Option_Selected").isChecked());
+    EXPECT_EQ(tool.Outcome(), "2 subtitles would be changed");
+    EXPECT_EQ(tool.Now(fact::Forced), "no");
+    EXPECT_EQ(tool.Then(fact::Forced), "yes");
+    tool.Run();
+  });
+  // The start command is unit byte 12.
+  Bytes stream = Join({At(1).Build(), At(3).Build(), At(5).Build()});
+  stream[PacketBuilder::Length + 22] = 0x00;
+  stream[2 * PacketBuilder::Length + 22] = 0x00;
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, CutTakesTheSubtitleOutAndShowsTheNextOne) {
+  LoadStream(Join({At(1).Build(), At(3).Build(), At(5).Build()}));
+  Click("Command_Next");
+  In("Cut", [](const OpenTool& tool) {
+    EXPECT_EQ(tool.Control<QLineEdit>("Text_Only").text(), "2");
+    EXPECT_EQ(tool.Then(fact::Number), "-");
+    tool.Run();
+  });
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_EQ(TextOf("Text_StartTime"), "00:00:05.00");
+  EXPECT_EQ(List().model()->rowCount(), 2);
+  EXPECT_EQ(SavedBytes(), Join({At(1).Build(), At(5).Build()}));
+}
+
+TEST_F(Tools, CutOfTheLastSubtitleShowsTheOneBefore) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  Click("Command_Next");
+  In("Cut", [](const OpenTool& tool) { tool.Run(); });
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  EXPECT_FALSE(IsEnabled("Command_Next"));
+  EXPECT_FALSE(IsEnabled("Command_GoTo"));
+  Action("Undo").trigger();
+  EXPECT_TRUE(IsEnabled("Command_Next"));
+  EXPECT_EQ(SavedBytes(), Join({At(1).Build(), At(3).Build()}));
+}
+
+TEST_F(Tools, CutOfAllCannotBeRun) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Cut", [](const OpenTool& tool) {
+    tool.Check("Option_All");
+    EXPECT_EQ(tool.Outcome(), "No subtitle would be left");
+    EXPECT_FALSE(tool.CanRun());
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, SubtitleThatTheStreamLacksIsNamed) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Force", [](const OpenTool& tool) {
+    tool.Type("Text_Only", "2-7");
+    EXPECT_TRUE(tool.Control<QRadioButton>("Option_These").isChecked());
+    EXPECT_TRUE(tool.Outcome().startsWith("There is no subtitle ")) << tool.Outcome().toStdString();
+    EXPECT_FALSE(tool.CanRun());
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, SortTellsWhereTheSubtitleGoes) {
+  LoadStream(Join({At(5).Build(), At(1).Build()}));
+  In("Sort", [](const OpenTool& tool) {
+    EXPECT_EQ(tool.Now(fact::Number), "1");
+    EXPECT_EQ(tool.Then(fact::Number), "2");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(1).Build(), At(5).Build()}));
+}
+
+TEST_F(Tools, JoinAddsAStreamFromItsFile) {
+  LoadStream(At(1).Build());
+  const QString second = Write("second.sup", At(0).Build());
+  In("Join", [&](const OpenTool& tool) {
+    EXPECT_FALSE(tool.CanRun());
+    tool.Choose("Combo_Way", 1);
+    tool.Type("Field_with", second);
+    tool.Type("Field_at", "10");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(1).Build(), At(10).Build()}));
+  EXPECT_TRUE(IsEnabled("Command_Next"));
+}
+
+TEST_F(Tools, NoneCanBeUsedWhileStreamsAreMerged) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  EXPECT_TRUE(Action("Retime").isEnabled());
+  Merge(Join({At(1).Build(), At(3).Build()}), "-400");
+  for (const char* tool :
+       {"Retime", "Move", "Force", "Ends", "Cut", "Keep", "Sort", "Join", "Salvage", "RunRecipe"}) {
+    EXPECT_FALSE(Action(tool).isEnabled()) << tool;
+  }
+}
+
+TEST_F(Tools, NoneCanBeUsedWithoutAStream) {
+  for (const char* tool : {"Retime", "Move", "Cut", "SaveRecipe", "RunRecipe"}) {
+    EXPECT_FALSE(Action(tool).isEnabled()) << tool;
+  }
+}
+
+TEST_F(Tools, WhatWasDoneIsSavedAsARecipe) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  Choose("ImageCombo2", "3");
+  Click("Command_SetActual");
+  Dialogs.ExpectSave(Path("steps.json"));
+  Action("SaveRecipe").trigger();
+  EXPECT_EQ(ReadText(Path("steps.json")),
+            "{\n"
+            "  \"version\": 1,\n"
+            "  \"steps\": [\n"
+            "    {\n"
+            "      \"tool\": \"retime\",\n"
+            "      \"shift\": \"40\"\n"
+            "    },\n"
+            "    {\n"
+            "      \"tool\": \"assign\",\n"
+            "      \"colours\": \"0323\",\n"
+            "      \"opacities\": \"0FFF\",\n"
+            "      \"only\": \"1\"\n"
+            "    }\n"
+            "  ]\n"
+            "}\n");
+  EXPECT_EQ(Told(), "Saved steps.json, 2 steps");
+}
+
+TEST_F(Tools, StepsThatWereUndoneAreNotInTheRecipe) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  In("Sort", [](const OpenTool& tool) {
+    EXPECT_FALSE(tool.CanRun());
+    tool.Cancel();
+  });
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  Action("Undo").trigger();
+  EXPECT_FALSE(Action("SaveRecipe").isEnabled());
+}
+
+TEST_F(Tools, RecipeIsRunStepByStepAndEachIsUndone) {
+  const Bytes stream = Join({At(1).Build(), At(3).Build()});
+  LoadStream(stream);
+  const QString recipe = Write("steps.json", QByteArray(R"({"version": 1, "steps": [
+      {"tool": "retime", "shift": "1000"}, {"tool": "cut", "only": "1"}]})"));
+  Dialogs.ExpectOpen(recipe);
+  Action("RunRecipe").trigger();
+  EXPECT_EQ(Told(), "Ran steps.json, 2 steps");
+  EXPECT_EQ(SavedBytes(), At(4).Build());
+  Action("Undo").trigger();
+  Action("Undo").trigger();
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, RecipeThatCannotBeRunToItsEndChangesNothing) {
+  const Bytes stream = Join({At(1).Build(), At(3).Build()});
+  LoadStream(stream);
+  const QString recipe = Write("steps.json", QByteArray(R"({"version": 1, "steps": [
+      {"tool": "retime", "shift": "1000"}, {"tool": "cut", "only": "7"}]})"));
+  Dialogs.ExpectOpen(recipe);
+  Dialogs.ExpectMessageWith({recipe, "step 2 (cut): there is no subtitle 7"});
+  Action("RunRecipe").trigger();
+  EXPECT_FALSE(Action("Undo").isEnabled());
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, FileThatIsNoRecipeIsRefusedByName) {
+  LoadStream(At(1).Build());
+  const QString recipe = Write("steps.json", QByteArray("{\"version\": 2, \"steps\": []}"));
+  Dialogs.ExpectOpen(recipe);
+  Dialogs.ExpectMessageWith({recipe, "version is 2"});
+  Action("RunRecipe").trigger();
+}
+
+}  // namespace
+}  // namespace quillmark::test
