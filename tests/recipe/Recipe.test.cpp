@@ -1,0 +1,195 @@
+#include "recipe/Recipe.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/AppliedEdit.h"
+#include "tests/support/LoadedStream.h"
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Index;
+using test::Second;
+
+TEST(ParseRecipe, TakesTextsNumbersAndFlags) {
+  const auto recipe = ParseRecipe(R"({"version": 1, "steps": [
+    {"tool": "retime", "shift": "40", "only": "3-7"},
+    {"tool": "move", "y": -10, "clamp": true},
+    {"tool": "ends", "fill": true, "no-overlap": false, "gap": 12.5},
+    {"tool": "force", "state": "on"},
+    {"tool": "salvage"}]})");
+  ASSERT_TRUE(recipe) << recipe.Reason();
+  EXPECT_EQ(recipe->Steps,
+            (std::vector<StepText>{{.Tool = "retime", .Options = {{"shift", "40"}, {"only", "3-7"}}},
+                                   {.Tool = "move", .Options = {{"y", "-10"}, {"clamp", "true"}}},
+                                   {.Tool = "ends", .Options = {{"fill", "true"}, {"gap", "12.5"}}},
+                                   {.Tool = "force", .Options = {{"state", "on"}}},
+                                   {.Tool = "salvage", .Options = {}}}));
+}
+
+TEST(ParseRecipe, MayHaveNoSteps) {
+  const auto recipe = ParseRecipe(R"({"version": 1, "steps": []})");
+  ASSERT_TRUE(recipe);
+  EXPECT_TRUE(recipe->Steps.empty());
+}
+
+TEST(ParseRecipe, ReadsWhatIsWritten) {
+  const Recipe recipe{.Steps = {{.Tool = "retime", .Options = {{"shift", "-0.5"}, {"only", "1,3-"}}},
+                                {.Tool = "move", .Options = {{"to-line", "500"}, {"clamp", "true"}}},
+                                {.Tool = "join", .Options = {{"with", "a \"b\" \xC3\xA9.sup"}}}}};
+  const auto again = ParseRecipe(RecipeText(recipe));
+  ASSERT_TRUE(again) << again.Reason();
+  EXPECT_EQ(*again, recipe);
+}
+
+struct WrongRecipe {
+  const char* Name;
+  const char* Json;
+  const char* Reason;
+};
+
+void PrintTo(const WrongRecipe& wrong, std::ostream* out) {
+  *out << wrong.Name;
+}
+
+class RefusedRecipe : public testing::TestWithParam<WrongRecipe> {};
+
+TEST_P(RefusedRecipe, NamesWhatIsWrong) {
+  EXPECT_EQ(ParseRecipe(GetParam().Json).Reason(), GetParam().Reason);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Recipes, RefusedRecipe,
+    testing::Values(
+        WrongRecipe{"Empty", "", "it is no JSON: byte 1 does not fit"},
+        WrongRecipe{"Cut", R"({"version": 1)", "it is no JSON: byte 14 does not fit"},
+        WrongRecipe{"NoObject", "[]", "it is no JSON object"},
+        WrongRecipe{"NoVersion", R"({"steps": []})", "it has no 'version', which is 1"},
+        WrongRecipe{"TextVersion", R"({"version": "1", "steps": []})", "it has no 'version', which is 1"},
+        WrongRecipe{"OtherVersion", R"({"version": 2, "steps": []})",
+                    "its version is 2; this program knows version 1 alone"},
+        WrongRecipe{"NoSteps", R"({"version": 1})", "it has no list of 'steps'"},
+        WrongRecipe{"StepsAreNoList", R"({"version": 1, "steps": {}})", "it has no list of 'steps'"},
+        WrongRecipe{"UnknownTopField", R"({"version": 1, "steps": [], "name": "x"})", "unknown field 'name'"},
+        WrongRecipe{"StepIsNoObject", R"({"version": 1, "steps": ["sort"]})",
+                    "step 1: it is no object with the name of a 'tool'"},
+        WrongRecipe{"ToolIsNoText", R"({"version": 1, "steps": [{"tool": 1}]})",
+                    "step 1: it is no object with the name of a 'tool'"},
+        WrongRecipe{"UnknownTool", R"({"version": 1, "steps": [{"tool": "sort"}, {"tool": "sorty"}]})",
+                    "step 2: there is no tool 'sorty'"},
+        WrongRecipe{"UnknownField", R"({"version": 1, "steps": [{"tool": "sort", "shift": 1}]})",
+                    "step 1 (sort): unknown field 'shift'"},
+        WrongRecipe{"FlagIsNoBool", R"({"version": 1, "steps": [{"tool": "ends", "fill": "yes"}]})",
+                    "step 1 (ends): 'fill' is neither true nor false"},
+        WrongRecipe{"ValueIsABool", R"({"version": 1, "steps": [{"tool": "retime", "shift": true}]})",
+                    "step 1 (retime): 'shift' is neither a text nor a number"},
+        WrongRecipe{"ValueIsNull", R"({"version": 1, "steps": [{"tool": "retime", "shift": null}]})",
+                    "step 1 (retime): 'shift' is neither a text nor a number"},
+        WrongRecipe{"WrongValue", R"({"version": 1, "steps": [{"tool": "retime", "shift": "soon"}]})",
+                    "step 1 (retime): shift: 'soon' is no number of milliseconds"},
+        WrongRecipe{"NumberOutOfRange", R"({"version": 1, "steps": [{"tool": "retime", "shift": 1e300}]})",
+                    "step 1 (retime): shift: '1e+300' is no number of milliseconds"},
+        WrongRecipe{"NothingToDo", R"({"version": 1, "steps": [{"tool": "ends"}]})",
+                    "step 1 (ends): ends needs fill, no-overlap or shortest"}),
+    [](const auto& test) { return test.param.Name; });
+
+struct WrongStep {
+  StepText Step;
+  const char* Reason;
+};
+
+TEST(ReadStep, RefusesOptionsThatDoNotGoTogether) {
+  for (const WrongStep& wrong :
+       {WrongStep{{"retime", {}}, "retime needs --shift, --scale, --from and --to, or --points"},
+        {{"retime", {{"from", "24"}}}, "--from and --to belong together"},
+        {{"retime", {{"from", "24"}, {"to", "25"}, {"scale", "1/2"}}},
+         "--from and --to stand in place of --scale"},
+        {{"retime", {{"shift", "1"}, {"points", "1=1,2=2"}}}, "--points stands alone"},
+        {{"retime", {{"scale", "0/1"}}}, "--scale: '0/1' is no ratio such as 25/24"},
+        {{"retime", {{"from", "50"}, {"to", "25"}}},
+         "--from: '50' is none of the speeds 24000/1001 (23.976), 24, 25 and 30000/1001 (29.97)"},
+        {{"move", {}}, "move needs --x, --y or --to-line"},
+        {{"move", {{"y", "1"}, {"to-line", "2"}}}, "--to-line stands in place of --y"},
+        {{"move", {{"x", "1"}, {"frame", "500"}}}, "--frame: '500' is neither 480 nor 576"},
+        {{"move", {{"x", "10001"}}}, "--x: '10001' is no whole number from -10000 to 10000"},
+        {{"move", {{"frame", "480"}, {"to-line", "480"}}},
+         "--to-line: '480' is no whole number from 0 to 479"},
+        {{"force", {}}, "force needs 'on' or 'off'"},
+        {{"force", {{"state", "maybe"}}}, "state: 'maybe' is neither 'on' nor 'off'"},
+        {{"ends", {{"shortest", "1"}, {"longest", "1000"}}}, "--longest belongs to --fill"},
+        {{"ends", {{"shortest", "1"}, {"gap", "1"}}}, "--gap belongs to --fill and --no-overlap"},
+        {{"ends", {{"shortest", "-1"}}}, "--shortest: '-1' is not from 0 to 364077 milliseconds"},
+        {{"ends", {{"fill", "true"}, {"longest", "364078"}}},
+         "--longest: '364078' is not from 0 to 364077 milliseconds"},
+        {{"ends", {{"fill", "true"}, {"longest", "11"}}},
+         "--longest: '11' is shorter than a delay can say, which counts units of 1000 ticks"},
+        {{"cut", {}}, "cut needs --only"},
+        {{"keep", {}}, "keep needs --only"},
+        {{"cut", {{"only", "0"}}}, "--only: '0' is no range such as 3-7, 3 or 3-"},
+        {{"sort", {{"only", "1"}, {"only", "2"}}}, "--only is given twice"},
+        {{"sort", {{"gap", "1"}}}, "sort takes no '--gap'"},
+        {{"join", {}}, "join needs --with"},
+        {{"join", {{"with", "a"}, {"gap", "1"}, {"at", "2"}}}, "--at stands in place of --gap"},
+        {{"assign", {}}, "assign needs --colours, --opacities or both"},
+        {{"nothing", {}}, "there is no tool 'nothing'"}}) {
+    EXPECT_EQ(ReadStep(wrong.Step, "--").Reason(), wrong.Reason);
+  }
+}
+
+TEST(FitsStream, RefusesSubtitlesThatAreNotThere) {
+  const SupStream stream = Index(test::Join({test::Sound(1).Build(), test::Sound(2).Build()}));
+  const auto reason = [&](const StepText& text) {
+    const auto step = ReadStep(text);
+    EXPECT_TRUE(step) << step.Reason();
+    return step ? FitsStream(*step, stream).Reason() : "";
+  };
+  EXPECT_EQ(reason({"sort", {{"only", "1-2"}}}), "");
+  EXPECT_EQ(reason({"sort", {{"only", "1-3"}}}), "there is no subtitle 3: it has 2");
+  EXPECT_EQ(reason({"retime", {{"points", "1=0,5=1"}}}), "there is no subtitle 5: it has 2");
+}
+
+Bytes RunOn(const StepText& text, const Bytes& file) {
+  const auto step = ReadStep(text);
+  EXPECT_TRUE(step) << step.Reason();
+  const SupStream stream = Index(file);
+  const auto result = RunStep(*step, stream);
+  EXPECT_TRUE(result) << result.Reason();
+  return test::Applied(stream, result->Edit);
+}
+
+TEST(RunStep, EveryToolDoesWhatItsOptionsSay) {
+  const Bytes file = test::Join({test::Sound(Second).Build(), test::Sound(2 * Second).Build()});
+  using test::Changes;
+  using testing::ElementsAre;
+  using testing::Pair;
+  EXPECT_THAT(Changes(file, RunOn({"retime", {{"shift", "40"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(2, 0xA0), Pair(3, 0x6D)));
+  // 90000 x 25 x 1001 / 24000 = 93843.75 -> 0x16E94; the delay 90 x 1.0427 = 93.8
+  EXPECT_THAT(Changes(file, RunOn({"retime", {{"from", "25"}, {"to", "23.976"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(2, 0x94), Pair(3, 0x6E), Pair(43, 94)));
+  // x from 100-103 to 101-104
+  EXPECT_THAT(Changes(file, RunOn({"move", {{"x", "1"}, {"only", "2"}}}, file)),
+              ElementsAre(Pair(79, 0x50), Pair(80, 0x68)));
+  EXPECT_THAT(Changes(file, RunOn({"force", {{"state", "on"}}}, file)),
+              ElementsAre(Pair(22, 0), Pair(70, 0)));
+  EXPECT_THAT(Changes(file, RunOn({"ends", {{"shortest", "2000"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(43, 180)));
+  EXPECT_EQ(RunOn({"cut", {{"only", "1"}}}, file), test::Sound(2 * Second).Build());
+  EXPECT_EQ(RunOn({"keep", {{"only", "1"}}}, file), test::Sound(Second).Build());
+  EXPECT_EQ(RunOn({"sort", {}}, test::Join({test::Sound(9).Build(), test::Sound(4).Build()})),
+            test::Join({test::Sound(4).Build(), test::Sound(9).Build()}));
+  EXPECT_THAT(Changes(file, RunOn({"assign", {{"colours", "...9"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(24, 0x92)));
+  EXPECT_EQ(RunOn({"salvage", {}}, test::Join({test::Sound(9).Build(), {1, 2}})), test::Sound(9).Build());
+}
+
+TEST(RunStep, JoinOfAFileThatCannotBeReadNamesIt) {
+  const auto step = ReadStep({"join", {{"with", "no/such.sup"}}});
+  ASSERT_TRUE(step);
+  EXPECT_EQ(RunStep(*step, Index({})).Reason(), "no/such.sup: No such file or directory");
+}
+
+}  // namespace
+}  // namespace quillmark
