@@ -6,6 +6,7 @@
 #include "render/StreamDiff.h"
 #include "sup/Mend.h"
 #include "sup/StreamCheck.h"
+#include "sup/ToolResult.h"
 #include "tests/cli/Program.h"
 
 namespace quillmark::cli {
@@ -179,6 +180,25 @@ TEST_F(JsonTables, CodesHaveTheirSeverity) {
     const std::regex row("\n\\|[^|]*`" + std::string(ProblemName(code)) + "`[^|]*\\| " + severity + " \\|");
     EXPECT_TRUE(std::regex_search(manual_, row)) << ProblemName(code);
   }
+}
+
+TEST_F(JsonTables, OfTheToolsAndTheirCodes) {
+  Write("a.sup", test::Sound().Build());
+  auto tables = TableNames(manual_, "### Tools --json");
+  ASSERT_EQ(tables.size(), 2U);
+  EXPECT_EQ(tables[0], NamesOf(Json::parse(Run({"sort", "a.sup", "--dry-run", "--json"}).Out)));
+  std::vector<std::string> codes;
+  for (int code = 0; code <= static_cast<int>(LeftReason::DataAfterControl); ++code) {
+    codes.emplace_back(LeftName(static_cast<LeftReason>(code)));
+  }
+  EXPECT_THAT(tables[1], UnorderedElementsAreArray(codes));
+}
+
+TEST_F(JsonTables, OfApply) {
+  Write("a.sup", test::Sound().Build());
+  WriteText("r.json", R"({"version": 1, "steps": []})");
+  const Json array = Json::parse(Run({"apply", "r.json", "a.sup", "--out-dir", "out", "--json"}).Out);
+  EXPECT_THAT(TableNames(manual_, "### apply --json"), ElementsAre(NamesOf(array[0])));
 }
 
 /// The long options that a text names.
