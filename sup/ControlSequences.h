@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -8,6 +9,14 @@
 #include "sup/SpuCommand.h"
 
 namespace quillmark {
+
+/// Delays, pointers, sizes and columns: 16 bits, big-endian. `bytes` has both.
+[[nodiscard]] constexpr std::uint16_t NumberAt(std::span<const std::uint8_t> bytes, std::size_t at) {
+  return static_cast<std::uint16_t>(bytes[at] << 8U | bytes[at + 1]);
+}
+[[nodiscard]] constexpr std::array<std::uint8_t, 2> NumberBytes(std::size_t value) {
+  return {static_cast<std::uint8_t>(value >> 8U), static_cast<std::uint8_t>(value)};
+}
 
 /// How a walk from one control sequence to the next by their pointers ended.
 enum class ControlEnding : std::uint8_t {
@@ -55,7 +64,7 @@ struct ControlWalk {
     return static_cast<std::size_t>(ArgumentSize(command));
   }
   // They start with their own length, which counts its two bytes.
-  const std::size_t length = rest.size() < 2 ? 0 : std::size_t{rest[0]} << 8U | rest[1];
+  const std::size_t length = rest.size() < 2 ? 0 : NumberAt(rest, 0);
   return length < 2 ? rest.size() + 1 : length;
 }
 
@@ -78,10 +87,7 @@ ControlWalk WalkControl(std::span<const std::uint8_t> unit, std::uint16_t contro
       walk.End = ControlEnding::PointsOutside;
       return walk;
     }
-    const auto number = [&](std::size_t at) {
-      return static_cast<std::uint16_t>(unit[at] << 8U | unit[at + 1]);
-    };
-    const SequenceHeader header{.Delay = number(sequence), .Next = number(sequence + 2)};
+    const SequenceHeader header{.Delay = NumberAt(unit, sequence), .Next = NumberAt(unit, sequence + 2)};
     visitor.Begin(ControlSequence{.Position = walk.EndPosition,
                                   .Header = header,
                                   .Gap = walk.After == 0 ? 0 : walk.EndPosition - walk.After});

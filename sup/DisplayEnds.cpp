@@ -16,13 +16,12 @@
 namespace quillmark {
 namespace {
 
-/// What decides on a unit's end.
-class EndSurvey {
+/// What decides on a unit's end. Places count from the control offset.
+class EndPlan {
  public:
-  void Clear() { *this = EndSurvey(); }
-
+  void Clear(std::size_t controlOffset) { *this = EndPlan(controlOffset); }
   void Begin(const ControlSequence& sequence) {
-    last_ = sequence;
+    last_ = static_cast<std::size_t>(sequence.Position) - controlOffset_;
     readInOrder_ = readInOrder_ && sequence.Gap == 0;
   }
   void Take(const ControlCommand& command) {
@@ -30,25 +29,29 @@ class EndSurvey {
       stop_ = last_;
     } else if (command.Code == ChangeColours) {
       readInOrder_ = false;
-    } else if (command.Code == SetFieldOffsets && command.Arguments.size() == 4) {
-      for (const std::size_t at : {std::size_t{0}, std::size_t{2}}) {
-        dataEnd_ = std::max(dataEnd_, command.Arguments[at] << 8 | command.Arguments[at + 1]);
-      }
+    } else if (command.Code == SetFieldOffsets) {
+      fields_ = command.ArgumentAt(0) - controlOffset_;
     }
   }
 
-  [[nodiscard]] const ControlSequence& Last() const { return last_; }
-  /// The sequence with the last stop command.
-  [[nodiscard]] const std::optional<ControlSequence>& Stop() const { return stop_; }
+  EndPlan() = default;
+
+  /// Of the last sequence.
+  [[nodiscard]] std::size_t Last() const { return last_; }
+  /// Of the sequence with the last stop command.
+  [[nodiscard]] const std::optional<std::size_t>& Stop() const { return stop_; }
   /// Whether the stop's delay is sure to be what DecodeControl gives.
-  [[nodiscard]] bool StopIsRead() const { return readInOrder_ && stop_ && stop_->Position == last_.Position; }
-  /// A field's data starts there, or before.
-  [[nodiscard]] std::int32_t LastData() const { return dataEnd_; }
+  [[nodiscard]] bool StopIsRead() const { return readInOrder_ && stop_ == last_; }
+  /// Of the last two offsets of fields.
+  [[nodiscard]] const std::optional<std::size_t>& Fields() const { return fields_; }
 
  private:
-  ControlSequence last_;
-  std::optional<ControlSequence> stop_;
-  std::int32_t dataEnd_ = 0;
+  explicit EndPlan(std::size_t controlOffset) : controlOffset_(controlOffset) {}
+
+  std::size_t controlOffset_ = 0;
+  std::size_t last_ = 0;
+  std::optional<std::size_t> stop_;
+  std::optional<std::size_t> fields_;
   bool readInOrder_ = true;
 };
 
@@ -62,11 +65,13 @@ struct Display {
   bool HasStop = false;
 };
 
-Display DisplayOf(const IndexedPacket& packet, const EndSurvey& survey) {
-  const std::int16_t delay = survey.StopIsRead() ? std::bit_cast<std::int16_t>(survey.Stop()->Header.Delay)
-                                                 : Decoded(packet.Unit, packet).Delay;
+Display DisplayOf(const IndexedPacket& packet, const EndPlan& plan) {
+  const auto delay =
+      plan.StopIsRead()
+          ? std::bit_cast<std::int16_t>(NumberAt(packet.Unit, packet.ControlOffset + *plan.Stop()))
+          : Decoded(packet.Unit, packet).Delay;
   return {.Ticks = delay == 0 ? std::nullopt : std::optional(delay * TicksPerDelayUnit),
-          .HasStop = survey.Stop().has_value()};
+          .HasStop = plan.Stop().has_value()};
 }
 
 /// What the options make of one subtitle's display.
@@ -138,38 +143,34 @@ class Decider {
   const EndOptions& options_;
 };
 
-std::array<std::uint8_t, 2> NumberBytes(std::size_t value) {
-  return {static_cast<std::uint8_t>(value >> 8U), static_cast<std::uint8_t>(value)};
-}
-
 /// Writes ends; each answer is why one was not written.
 class EndWriter {
  public:
   explicit EndWriter(ToolRun& run) : run_(run) {}
 
-  std::optional<LeftReason> Write(const IndexedPacket& packet, const EndSurvey& survey,
-                                  const ControlWalk& walk, std::uint16_t delay) {
-    return survey.Stop() ? WriteDelay(packet, survey, delay) : AddStop(packet, survey, walk, delay);
+  std::optional<LeftReason> Write(const IndexedPacket& packet, const PlannedWalk<EndPlan>& plan,
+                                  std::uint16_t delay) {
+    return plan.What().Stop() ? WriteDelay(packet, plan.What(), delay) : AddStop(packet, plan, delay);
   }
 
  private:
-  std::optional<LeftReason> WriteDelay(const IndexedPacket& packet, const EndSurvey& survey,
+  std::optional<LeftReason> WriteDelay(const IndexedPacket& packet, const EndPlan& plan,
                                        std::uint16_t delay) {
-    const auto position = static_cast<std::size_t>(survey.Stop()->Position);
-    if (!survey.StopIsRead()) {
+    const std::size_t position = packet.ControlOffset + *plan.Stop();
+    if (!plan.StopIsRead()) {
       unit_.assign(packet.Unit.begin(), packet.Unit.end());
       WriteNumber(position, delay);
       if (!Reads(packet, delay)) {
         return LeftReason::EndElsewhere;
       }
     }
-    run_.Write(packet.FileOffset(position), NumberBytes(survey.Stop()->Header.Delay), NumberBytes(delay));
+    run_.Write(packet.FileOffset(position), NumberBytes(delay));
     return std::nullopt;
   }
 
-  std::optional<LeftReason> AddStop(const IndexedPacket& packet, const EndSurvey& survey,
-                                    const ControlWalk& walk, std::uint16_t delay) {
-    const auto place = static_cast<std::size_t>(walk.After);
+  std::optional<LeftReason> AddStop(const IndexedPacket& packet, const PlannedWalk<EndPlan>& plan,
+                                    std::uint16_t delay) {
+    const std::size_t place = packet.ControlOffset + plan.After();
     const auto delayBytes = NumberBytes(delay);
     const auto placeBytes = NumberBytes(place);
     const std::array<std::uint8_t, StopSequenceSize> stop = {delayBytes[0], delayBytes[1], placeBytes[0],
@@ -179,14 +180,14 @@ class EndWriter {
     if (size > MaxReadUnit) {
       return LeftReason::UnitFull;
     }
-    if (survey.LastData() >= walk.After) {
+    if (HasDataAfter(place, packet, plan.What())) {
       return LeftReason::DataAfterControl;
     }
-    const std::size_t pointer = static_cast<std::size_t>(survey.Last().Position) + 2;
+    const std::size_t pointer = packet.ControlOffset + plan.What().Last() + 2;
     unit_.assign(packet.Unit.begin(), packet.Unit.end());
     WriteNumber(0, size);
     WriteNumber(pointer, place);
-    unit_.insert(unit_.begin() + walk.After, stop.begin(), stop.end());
+    unit_.insert(unit_.begin() + static_cast<std::ptrdiff_t>(place), stop.begin(), stop.end());
     unit_.resize(size, EndOfSequence);
     if (!Reads(packet, delay)) {
       return LeftReason::EndElsewhere;
@@ -198,6 +199,12 @@ class EndWriter {
       run_.Replace(packet.End, 0, std::array{std::uint8_t{EndOfSequence}});
     }
     return std::nullopt;
+  }
+
+  static bool HasDataAfter(std::size_t place, const IndexedPacket& packet, const EndPlan& plan) {
+    const std::size_t fields = packet.ControlOffset + plan.Fields().value_or(0);
+    return plan.Fields() &&
+           (NumberAt(packet.Unit, fields) >= place || NumberAt(packet.Unit, fields + 2) >= place);
   }
 
   void WriteNumber(std::size_t at, std::size_t value) {
@@ -222,19 +229,17 @@ class EndWriter {
 ToolResult SetDisplayEnds(const SupStream& stream, const SubtitleSet& only, const EndOptions& options) {
   ToolRun run(stream, only);
   EndWriter writer(run);
-  EndSurvey survey;
+  PlannedWalk<EndPlan> plan;
   const Decider decider(options);
   run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
-    survey.Clear();
-    ControlWalk walk;
-    if (const PacketFault fault = WalkPacket(packet, survey, walk); fault != PacketFault::None) {
+    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
       run.LeaveDamaged(fault);
       return;
     }
-    Decision decision = decider.Of(DisplayOf(packet, survey), TicksToNext(stream, index));
+    Decision decision = decider.Of(DisplayOf(packet, plan.What()), TicksToNext(stream, index));
     if (decision.Ticks) {
       const auto units = static_cast<std::uint16_t>(*decision.Ticks / TicksPerDelayUnit);
-      const auto unwritten = writer.Write(packet, survey, walk, units);
+      const auto unwritten = writer.Write(packet, plan, units);
       decision.Left = unwritten ? unwritten : decision.Left;
     }
     if (decision.Left) {

@@ -8,19 +8,30 @@
 namespace quillmark {
 namespace {
 
-class StartCommands {
+/// Where a unit's start commands stand.
+class StartPlan {
  public:
-  void Clear() { positions_.clear(); }
+  struct Start {
+    std::size_t Place = 0;  ///< from the control offset
+    std::uint8_t Command = 0;
+  };
+
+  void Clear(std::size_t controlOffset) {
+    controlOffset_ = controlOffset;
+    starts_.clear();
+  }
   void Begin(const ControlSequence& /*sequence*/) {}
   void Take(const ControlCommand& command) {
     if (command.Code == ForcedStart || command.Code == StartDisplay) {
-      positions_.push_back(static_cast<std::size_t>(command.Position));
+      starts_.push_back(
+          {.Place = static_cast<std::size_t>(command.Position) - controlOffset_, .Command = command.Code});
     }
   }
-  [[nodiscard]] const std::vector<std::size_t>& Positions() const { return positions_; }
+  [[nodiscard]] const std::vector<Start>& Starts() const { return starts_; }
 
  private:
-  std::vector<std::size_t> positions_;  // memory reused
+  std::size_t controlOffset_ = 0;
+  std::vector<Start> starts_;
 };
 
 }  // namespace
@@ -28,18 +39,17 @@ class StartCommands {
 ToolResult ForceDisplay(const SupStream& stream, const SubtitleSet& only, DisplayStart start) {
   const std::array<std::uint8_t, 1> command = {start == DisplayStart::Forced ? ForcedStart : StartDisplay};
   ToolRun run(stream, only);
-  StartCommands starts;
+  PlannedWalk<StartPlan> plan;
   run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
-    starts.Clear();
-    ControlWalk walk;
-    if (const PacketFault fault = WalkPacket(packet, starts, walk); fault != PacketFault::None) {
+    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
       run.LeaveDamaged(fault);
-    } else if (starts.Positions().empty()) {
+      return;
+    }
+    if (plan.What().Starts().empty()) {
       run.Leave(LeftReason::NoStart);
-    } else {
-      for (const std::size_t position : starts.Positions()) {
-        run.Write(packet.FileOffset(position), command);
-      }
+    }
+    for (const StartPlan::Start& found : plan.What().Starts()) {
+      run.Write(packet.FileOffset(packet.ControlOffset + found.Place), std::array{found.Command}, command);
     }
   });
   return run.Finish(false);

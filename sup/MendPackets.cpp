@@ -13,10 +13,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using Span = std::span<const std::uint8_t>;
 
-std::uint16_t NumberAt(Span bytes, std::size_t at) {
-  return static_cast<std::uint16_t>(bytes[at] << 8U | bytes[at + 1]);
-}
-
 void WriteNumber(Bytes& bytes, std::size_t at, std::size_t value) {
   bytes[at] = static_cast<std::uint8_t>(value >> 8U);
   bytes[at + 1] = static_cast<std::uint8_t>(value);

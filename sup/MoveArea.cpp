@@ -34,66 +34,38 @@ constexpr std::size_t GroupSize = 4;
 /// A column in 16 bits, four palette nibbles and four contrasts.
 constexpr std::size_t ChangeSize = 6;
 
-std::uint16_t FieldAt(std::span<const std::uint8_t> bytes, std::size_t at) {
-  return static_cast<std::uint16_t>(bytes[at] << 8U | bytes[at + 1]);
-}
-
-/// What stands for a place in the frame in a unit: areas, and lines and columns of colour changes.
-class Coordinates {
+/// Where a unit says where it is in the frame: in areas, and in the lines and columns of colour changes.
+/// Places count from the control offset.
+class PlacePlan {
  public:
-  struct Area {
-    std::size_t Position = 0;  ///< of its six bytes in the unit
-    AreaRange X;
-    AreaRange Y;
-  };
-  /// 12 bits below a nibble that stays, or 16 bits.
   struct Number {
-    std::size_t Position = 0;  ///< of its two bytes in the unit
-    std::uint16_t Value = 0;   ///< with the nibble
+    std::size_t Place = 0;  ///< of 16 bits, or of 12 bits below a nibble that stays
     bool IsLine = false;
   };
 
-  void Clear() {
+  void Clear(std::size_t controlOffset) {
+    controlOffset_ = controlOffset;
     areas_.clear();
     numbers_.clear();
-    x_ = {};
-    y_ = {};
-    bottom_ = 0;
     changesAreSound_ = true;
   }
-
   void Begin(const ControlSequence& /*sequence*/) {}
   void Take(const ControlCommand& command) {
-    if (command.Code == SetDisplayArea && command.Arguments.size() == 6) {
-      TakeArea(command);
+    if (command.Code == SetDisplayArea) {
+      areas_.push_back(PlaceOf(command, 0));
     } else if (command.Code == ChangeColours) {
       changesAreSound_ = TakeChanges(command) && changesAreSound_;
     }
   }
 
-  [[nodiscard]] const std::vector<Area>& Areas() const { return areas_; }
+  /// Of six bytes each.
+  [[nodiscard]] const std::vector<std::size_t>& Areas() const { return areas_; }
   [[nodiscard]] const std::vector<Number>& Numbers() const { return numbers_; }
   [[nodiscard]] bool ChangesAreSound() const { return changesAreSound_; }
-  /// Of everything.
-  [[nodiscard]] const Extent& X() const { return x_; }
-  [[nodiscard]] const Extent& Y() const { return y_; }
-  /// The last line of the lowest area.
-  [[nodiscard]] std::int32_t Bottom() const { return bottom_; }
 
  private:
-  void TakeArea(const ControlCommand& command) {
-    const auto bytes = command.Arguments;
-    const Area area{.Position = command.ArgumentAt(0),
-                    .X = UnpackRange({bytes[0], bytes[1], bytes[2]}),
-                    .Y = UnpackRange({bytes[3], bytes[4], bytes[5]})};
-    for (const std::int32_t x : {area.X.First, area.X.Last}) {
-      x_.Include(x);
-    }
-    for (const std::int32_t y : {area.Y.First, area.Y.Last}) {
-      y_.Include(y);
-      bottom_ = std::max(bottom_, y);
-    }
-    areas_.push_back(area);
+  [[nodiscard]] std::size_t PlaceOf(const ControlCommand& command, std::size_t argument) const {
+    return command.ArgumentAt(argument) - controlOffset_;
   }
 
   /// False where the groups do not fit the arguments. They end with 0F FF FF FF, or with the arguments.
@@ -110,30 +82,54 @@ class Coordinates {
       if (!isGroup) {
         return false;
       }
-      TakeLine(command, at);
-      TakeLine(command, at + 2);
+      for (const std::size_t line : {at, at + 2}) {
+        numbers_.push_back({.Place = PlaceOf(command, line), .IsLine = true});
+      }
       at += GroupSize;
       for (std::size_t change = 0; change < changes; ++change, at += ChangeSize) {
-        const std::uint16_t column = FieldAt(bytes, at);
-        x_.Include(column);
-        numbers_.push_back({.Position = command.ArgumentAt(at), .Value = column, .IsLine = false});
+        numbers_.push_back({.Place = PlaceOf(command, at), .IsLine = false});
       }
     }
     return at == bytes.size();
   }
 
-  void TakeLine(const ControlCommand& command, std::size_t at) {
-    const std::uint16_t line = FieldAt(command.Arguments, at);
-    y_.Include(line & 0x0FFF);
-    numbers_.push_back({.Position = command.ArgumentAt(at), .Value = line, .IsLine = true});
+  std::size_t controlOffset_ = 0;
+  std::vector<std::size_t> areas_;
+  std::vector<Number> numbers_;
+  bool changesAreSound_ = true;
+};
+
+AreaRange RangeAt(std::span<const std::uint8_t> bytes, std::size_t at) {
+  return UnpackRange({bytes[at], bytes[at + 1], bytes[at + 2]});
+}
+
+constexpr std::size_t RangeSize = AreaArguments().size();
+
+/// Everything that a unit says of its place.
+struct Coordinates {
+  Coordinates(std::span<const std::uint8_t> control, const PlacePlan& plan) {
+    for (const std::size_t area : plan.Areas()) {
+      const AreaRange x = RangeAt(control, area);
+      const AreaRange y = RangeAt(control, area + RangeSize);
+      X.Include(x.First);
+      X.Include(x.Last);
+      Y.Include(y.First);
+      Y.Include(y.Last);
+      Bottom = std::max<std::int32_t>({Bottom, y.First, y.Last});
+    }
+    for (const PlacePlan::Number& number : plan.Numbers()) {
+      const std::uint16_t value = NumberAt(control, number.Place);
+      if (number.IsLine) {
+        Y.Include(value & 0x0FFF);
+      } else {
+        X.Include(value);
+      }
+    }
   }
 
-  std::vector<Area> areas_;  // memory reused
-  std::vector<Number> numbers_;
-  Extent x_;
-  Extent y_;
-  std::int32_t bottom_ = 0;
-  bool changesAreSound_ = true;
+  Extent X;
+  Extent Y;
+  std::int32_t Bottom = 0;  ///< the last line of the lowest area
 };
 
 /// `step`, or as much of it as keeps `extent` below `size`.
@@ -147,61 +143,80 @@ bool StaysWithin(std::int32_t step, const Extent& extent, std::int32_t size) {
 
 /// Nothing where the subtitle would leave the frame.
 std::optional<Step> StepOf(const Coordinates& coordinates, const MoveOptions& options) {
-  Step step{.X = options.X, .Y = options.ToLine ? *options.ToLine - coordinates.Bottom() : options.Y};
+  Step step{.X = options.X, .Y = options.ToLine ? *options.ToLine - coordinates.Bottom : options.Y};
   if (options.Clamp) {
-    step = {.X = Clamped(step.X, coordinates.X(), FrameWidth),
-            .Y = Clamped(step.Y, coordinates.Y(), options.FrameLines)};
+    step = {.X = Clamped(step.X, coordinates.X, FrameWidth),
+            .Y = Clamped(step.Y, coordinates.Y, options.FrameLines)};
   }
-  return StaysWithin(step.X, coordinates.X(), FrameWidth) &&
-                 StaysWithin(step.Y, coordinates.Y(), options.FrameLines)
+  return StaysWithin(step.X, coordinates.X, FrameWidth) &&
+                 StaysWithin(step.Y, coordinates.Y, options.FrameLines)
              ? std::optional(step)
              : std::nullopt;
 }
 
-AreaArguments Moved(const AreaRange& range, std::int32_t step) {
-  return PackRange(static_cast<unsigned>(range.First + step), static_cast<unsigned>(range.Last + step));
-}
+/// Writes all of a unit's places, in the order in which they stand in it.
+class PlaceWriter {
+ public:
+  PlaceWriter(const IndexedPacket& packet, const Step& step, ToolRun& run)
+      : control_(packet.Unit.subspan(packet.ControlOffset)),
+        offset_(packet.FileOffset(packet.ControlOffset)),
+        step_(step),
+        run_(run) {}
 
-void Write(const IndexedPacket& packet, const Coordinates& coordinates, const Step& step, ToolRun& run) {
-  auto number = coordinates.Numbers().begin();
-  const auto writeNumbersBefore = [&](std::size_t position) {
-    for (; number != coordinates.Numbers().end() && number->Position < position; ++number) {
-      // A line that stays within the frame leaves the nibble before it alone.
-      const auto value = static_cast<std::uint16_t>(number->Value + (number->IsLine ? step.Y : step.X));
-      const std::array<std::uint8_t, 2> bytes = {static_cast<std::uint8_t>(value >> 8U),
-                                                 static_cast<std::uint8_t>(value)};
-      run.Write(packet.FileOffset(number->Position), bytes);
+  void Write(const PlacePlan& plan) {
+    auto number = plan.Numbers().begin();
+    for (const std::size_t area : plan.Areas()) {
+      for (; number != plan.Numbers().end() && number->Place < area; ++number) {
+        WriteNumber(*number);
+      }
+      if (step_.X != 0) {
+        WriteRange(area, step_.X);
+      }
+      if (step_.Y != 0) {
+        WriteRange(area + RangeSize, step_.Y);
+      }
     }
-  };
-  for (const Coordinates::Area& area : coordinates.Areas()) {
-    writeNumbersBefore(area.Position);
-    const std::size_t offset = packet.FileOffset(area.Position);
-    if (step.X != 0) {
-      run.Write(offset, Moved(area.X, step.X));
-    }
-    if (step.Y != 0) {
-      run.Write(offset + AreaArguments().size(), Moved(area.Y, step.Y));
+    for (; number != plan.Numbers().end(); ++number) {
+      WriteNumber(*number);
     }
   }
-  writeNumbersBefore(packet.Unit.size());
-}
+
+ private:
+  void WriteRange(std::size_t place, std::int32_t step) {
+    const AreaRange range = RangeAt(control_, place);
+    run_.Write(offset_ + place, PackRange(static_cast<unsigned>(range.First + step),
+                                          static_cast<unsigned>(range.Last + step)));
+  }
+
+  void WriteNumber(const PlacePlan::Number& number) {
+    // A line that stays within the frame leaves the nibble before it alone.
+    const auto value =
+        static_cast<std::uint16_t>(NumberAt(control_, number.Place) + (number.IsLine ? step_.Y : step_.X));
+    run_.Write(offset_ + number.Place, NumberBytes(value));
+  }
+
+  std::span<const std::uint8_t> control_;
+  std::size_t offset_;
+  Step step_;
+  ToolRun& run_;
+};
 
 }  // namespace
 
 ToolResult MoveArea(const SupStream& stream, const SubtitleSet& only, const MoveOptions& options) {
-  ToolRun run(stream, only);
-  Coordinates coordinates;
+  const bool movesBothWays = options.X != 0 && (options.Y != 0 || options.ToLine);
+  ToolRun run(stream, only, movesBothWays ? 2 : 1);
+  PlannedWalk<PlacePlan> plan;
   run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
-    coordinates.Clear();
-    ControlWalk walk;
-    if (const PacketFault fault = WalkPacket(packet, coordinates, walk); fault != PacketFault::None) {
+    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
       run.LeaveDamaged(fault);
-    } else if (coordinates.Areas().empty()) {
+    } else if (plan.What().Areas().empty()) {
       run.Leave(LeftReason::NoArea);
-    } else if (!coordinates.ChangesAreSound()) {
+    } else if (!plan.What().ChangesAreSound()) {
       run.Leave(LeftReason::BadColourChange);
-    } else if (const auto step = StepOf(coordinates, options)) {
-      Write(packet, coordinates, *step, run);
+    } else if (const auto step =
+                   StepOf(Coordinates(packet.Unit.subspan(packet.ControlOffset), plan.What()), options)) {
+      PlaceWriter(packet, *step, run).Write(plan.What());
     } else {
       run.Leave(LeftReason::LeavesFrame);
     }

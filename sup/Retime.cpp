@@ -19,8 +19,12 @@ struct TimeMap {
   Scaler Scale = Scaler({});
   bool KeepsDelays = true;
   std::int64_t Shift = 0;
+  bool IsShift = false;  ///< and nothing else
 
   [[nodiscard]] std::optional<std::int64_t> Of(std::int64_t time) const {
+    if (IsShift) {
+      return Sum(time, Shift);
+    }
     const auto distance = Difference(time, From);
     const auto scaled = distance ? Scale.RoundedSum(To, *distance) : std::nullopt;
     return scaled ? Sum(*scaled, Shift) : std::nullopt;
@@ -68,45 +72,44 @@ Result<TimeMap> MapOf(const SupStream& stream, const RetimeOptions& options) {
   if (options.Points) {
     return LineThrough(stream, *options.Points);
   }
-  return TimeMap{
-      .Scale = Scaler(options.Scale), .KeepsDelays = options.Scale.IsOne(), .Shift = options.Shift};
+  return TimeMap{.Scale = Scaler(options.Scale),
+                 .KeepsDelays = options.Scale.IsOne(),
+                 .Shift = options.Shift,
+                 .IsShift = options.Scale.IsOne()};
 }
 
-/// Where a unit's delays stand that are not 0.
-class DelayPositions {
+/// Where a unit's delays stand.
+class DelayPlan {
  public:
-  struct Delay {
-    std::int32_t Position = 0;
-    std::uint16_t Units = 0;
-  };
-
-  void Clear() { delays_.clear(); }
+  void Clear(std::size_t controlOffset) {
+    controlOffset_ = controlOffset;
+    places_.clear();
+  }
   void Begin(const ControlSequence& sequence) {
-    if (sequence.Header.Delay != 0) {
-      delays_.push_back({.Position = sequence.Position, .Units = sequence.Header.Delay});
-    }
+    places_.push_back(static_cast<std::size_t>(sequence.Position) - controlOffset_);
   }
   void Take(const ControlCommand& /*command*/) {}
-  [[nodiscard]] const std::vector<Delay>& All() const { return delays_; }
+
+  /// From the control offset.
+  [[nodiscard]] const std::vector<std::size_t>& Places() const { return places_; }
 
  private:
-  std::vector<Delay> delays_;  // memory reused
+  std::size_t controlOffset_ = 0;
+  std::vector<std::size_t> places_;
 };
-
-std::array<std::uint8_t, 2> DelayBytes(std::uint16_t delay) {
-  return {static_cast<std::uint8_t>(delay >> 8U), static_cast<std::uint8_t>(delay)};
-}
 
 std::uint16_t ScaledDelay(const Scaler& scale, std::uint16_t delay) {
   constexpr std::int64_t Max = std::numeric_limits<std::uint16_t>::max();
   return static_cast<std::uint16_t>(std::clamp<std::int64_t>(scale.Rounded(delay).value_or(Max), 1, Max));
 }
 
-void WriteDelays(const IndexedPacket& packet, const DelayPositions& delays, const Scaler& scale,
-                 ToolRun& run) {
-  for (const DelayPositions::Delay& delay : delays.All()) {
-    run.Write(packet.FileOffset(static_cast<std::size_t>(delay.Position)), DelayBytes(delay.Units),
-              DelayBytes(ScaledDelay(scale, delay.Units)));
+void WriteDelays(const IndexedPacket& packet, const DelayPlan& plan, const Scaler& scale, ToolRun& run) {
+  for (const std::size_t place : plan.Places()) {
+    const std::size_t position = packet.ControlOffset + place;
+    const auto delay = NumberAt(packet.Unit, position);
+    if (delay != 0) {
+      run.Write(packet.FileOffset(position), NumberBytes(delay), NumberBytes(ScaledDelay(scale, delay)));
+    }
   }
 }
 
@@ -123,15 +126,13 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
     return map.Why();
   }
   ToolRun run(stream, only, map->KeepsDelays ? 1 : 2);
-  DelayPositions delays;
+  PlannedWalk<DelayPlan> delays;
   std::optional<Failure> impossible;
   run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
     if (impossible) {
       return;
     }
-    delays.Clear();
-    ControlWalk walk;
-    if (const PacketFault fault = WalkPacket(packet, delays, walk); fault != PacketFault::None) {
+    if (const PacketFault fault = delays.Read(packet); fault != PacketFault::None) {
       run.LeaveDamaged(fault);
       return;
     }
@@ -148,7 +149,7 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
       run.Write(packet.Offset + TimeStart, PackTime(old), PackTime(*fresh));
     }
     if (!map->KeepsDelays) {
-      WriteDelays(packet, delays, map->Scale, run);
+      WriteDelays(packet, delays.What(), map->Scale, run);
     }
   });
   if (impossible) {

@@ -18,7 +18,7 @@ struct TimePoint {
 
 struct RetimeOptions {
   /// New times are old ones times this, rounded to nearest, halves away from zero ...
-  Ratio Scale;
+  Ratio Scale = {};
   /// ... plus this, in 90 kHz ticks.
   std::int64_t Shift = 0;
   /// In place of both: the straight line on which both subtitles start as they say. What it does to the

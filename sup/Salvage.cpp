@@ -4,15 +4,9 @@
 #include <cstring>
 
 #include "sup/ControlSurvey.h"
-#include "sup/SpuCommand.h"
-#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
-
-/// The smallest sequence: its header and its end mark.
-constexpr std::size_t SmallestSequence = SequenceHeaderSize + CommandSize(EndOfSequence);
-constexpr std::size_t SmallestUnit = UnitHeaderSize + SmallestSequence;
 
 /// What one step of a search looks through: this many bytes, or so many places where a packet could start.
 constexpr std::size_t SearchPiece = 65536;
@@ -115,21 +109,6 @@ std::string_view FaultText(PacketFault fault) {
       return "another packet starts inside the packet, and none after it";
   }
   return "";
-}
-
-PacketFault InspectSizes(std::size_t unitSize, std::size_t controlOffset, std::size_t bytesThere) {
-  if (unitSize > MaxReadUnit) {
-    return PacketFault::UnitTooLarge;
-  }
-  if (unitSize < SmallestUnit) {
-    return PacketFault::UnitTooSmall;
-  }
-  if (unitSize > bytesThere) {
-    return PacketFault::PastEnd;
-  }
-  return controlOffset < UnitHeaderSize || controlOffset + SmallestSequence > unitSize
-             ? PacketFault::ControlOffsetOutside
-             : PacketFault::None;
 }
 
 PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset) {

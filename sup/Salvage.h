@@ -6,6 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "sup/SpuCommand.h"
+#include "sup/SupFormat.h"
+
 namespace quillmark {
 
 /// Why no whole packet stands at a place of a file.
@@ -24,11 +27,28 @@ enum class PacketFault {
 /// In words for the user.
 [[nodiscard]] std::string_view FaultText(PacketFault fault);
 
+/// The smallest unit: its header, a control sequence's, and an end mark.
+inline constexpr std::size_t SmallestSequence = SequenceHeaderSize + CommandSize(EndOfSequence);
+inline constexpr std::size_t SmallestUnit = UnitHeaderSize + SmallestSequence;
+
 /// Whether a unit of `unitSize` bytes, of which the file has `bytesThere`, can hold control sequences from
 /// `controlOffset` on; what the unit holds is not looked at. One of the faults from UnitTooSmall to
 /// ControlOffsetOutside, or None.
-[[nodiscard]] PacketFault InspectSizes(std::size_t unitSize, std::size_t controlOffset,
-                                       std::size_t bytesThere);
+[[nodiscard]] constexpr PacketFault InspectSizes(std::size_t unitSize, std::size_t controlOffset,
+                                                 std::size_t bytesThere) {
+  if (unitSize > MaxReadUnit) {
+    return PacketFault::UnitTooLarge;
+  }
+  if (unitSize < SmallestUnit) {
+    return PacketFault::UnitTooSmall;
+  }
+  if (unitSize > bytesThere) {
+    return PacketFault::PastEnd;
+  }
+  return controlOffset < UnitHeaderSize || controlOffset + SmallestSequence > unitSize
+             ? PacketFault::ControlOffsetOutside
+             : PacketFault::None;
+}
 
 /// Whether a plausible packet starts at `offset`: signature, a unit within the file, a control offset within
 /// the unit, and control sequences whose pointers lead to the last one within the unit. What they say is not
