@@ -1,0 +1,1 @@
+quillmark_fuzz(recipe LINK quillmark_recipe)
