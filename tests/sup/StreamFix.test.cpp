@@ -68,7 +68,7 @@ const Bytes Picture =
     Join({SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0), SetArea(100, 103, 400, 401), SetFields(4, 6)});
 
 /// A unit of two lines whose control sequences stand from unit byte 8 on.
-Bytes WithSequences(const Bytes& sequences) {
+Bytes PacketOfSequences(const Bytes& sequences) {
   return PacketBuilder().Unit(Join({{0x11, 0x00, 0x12, 0x00}, sequences})).Build();
 }
 
@@ -143,36 +143,36 @@ TEST(FixStream, AUnitOfAnOddSizeGetsAByte) {
 }
 
 TEST(FixStream, ALastSequenceGetsItsEndMark) {
-  const Fixed fixed = Fix(WithSequences(
+  const Fixed fixed = Fix(PacketOfSequences(
       Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}), Sequence(90, 32, {StopDisplay})})));
 
-  EXPECT_EQ(fixed.File, WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                            Sequence(90, 32, {StopDisplay, EndOfSequence})})));
+  EXPECT_EQ(fixed.File, PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                Sequence(90, 32, {StopDisplay, EndOfSequence})})));
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::AddedEndMark, 1)));
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
 TEST(FixStream, AFirstSequenceGetsItsEndMarkAndThePointersFollow) {
   // The second sequence, at 31, moves to 32. Its delay is read as a command until then.
-  const Fixed fixed = Fix(WithSequences(
+  const Fixed fixed = Fix(PacketOfSequences(
       Join({Sequence(0, 31, {StartDisplay, Picture}), Sequence(90, 31, {StopDisplay, EndOfSequence})})));
 
-  EXPECT_EQ(fixed.File, WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                            Sequence(90, 32, {StopDisplay, EndOfSequence})})));
+  EXPECT_EQ(fixed.File, PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                Sequence(90, 32, {StopDisplay, EndOfSequence})})));
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
 TEST(FixStream, ALastSequenceThatPointsToNothingPointsToItself) {
-  const Fixed fixed = Fix(WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                              Sequence(90, 0, {StopDisplay, EndOfSequence})})));
+  const Fixed fixed = Fix(PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                  Sequence(90, 0, {StopDisplay, EndOfSequence})})));
 
-  EXPECT_EQ(fixed.File, WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                            Sequence(90, 32, {StopDisplay, EndOfSequence})})));
+  EXPECT_EQ(fixed.File, PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                Sequence(90, 32, {StopDisplay, EndOfSequence})})));
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::ClosedSequences, 1, 0)));
 }
 
 TEST(FixStream, ACommandThatIsCutShortIsNotMended) {
-  const Bytes file = WithSequences(Sequence(0, 8, {StartDisplay, {0x05, 0x12, 0x34}}));
+  const Bytes file = PacketOfSequences(Sequence(0, 8, {StartDisplay, {0x05, 0x12, 0x34}}));
 
   const Fixed fixed = Fix(file);
 
@@ -218,12 +218,12 @@ TEST(FixStream, AMissingEndIsTheNextStart) {
 
 TEST(FixStream, AUnitWithoutAStopSequenceGetsOne) {
   const Bytes alone =
-      WithSequences(Join({Sequence(0, 8, {StartDisplay, Picture, EndOfSequence}), {0xFF, 0xFF}}));
+      PacketOfSequences(Join({Sequence(0, 8, {StartDisplay, Picture, EndOfSequence}), {0xFF, 0xFF}}));
   const Fixed fixed = Fix(Join({alone, SoundAt(60500).Build()}));
 
-  const Bytes whole = WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                          Sequence(60, 32, {StopDisplay, EndOfSequence}),
-                                          {0xFF, 0xFF}}));
+  const Bytes whole = PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                              Sequence(60, 32, {StopDisplay, EndOfSequence}),
+                                              {0xFF, 0xFF}}));
   EXPECT_EQ(fixed.File, Join({whole, SoundAt(60500).Build()}));
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
@@ -240,15 +240,15 @@ TEST(FixStream, PlayersNeedAMillisecondBeforeTheNextStart) {
 }
 
 TEST(FixStream, PlayersNeedAStopCommand) {
-  const Bytes without = WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                            Sequence(90, 32, {StartDisplay, EndOfSequence})}));
+  const Bytes without = PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                Sequence(90, 32, {StartDisplay, EndOfSequence})}));
   EXPECT_TRUE(Fix(Join({without, SoundAt(900000).Build()})).Edit.IsEmpty());
 
   const Fixed fixed = Fix(Join({without, SoundAt(900000).Build()}), {.Profile = CheckProfile::Player});
 
-  EXPECT_EQ(fixed.File, Join({WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                                  Sequence(90, 38, {StartDisplay, EndOfSequence}),
-                                                  Sequence(90, 38, {StopDisplay, EndOfSequence})})),
+  EXPECT_EQ(fixed.File, Join({PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                                      Sequence(90, 38, {StartDisplay, EndOfSequence}),
+                                                      Sequence(90, 38, {StopDisplay, EndOfSequence})})),
                               SoundAt(900000).Build()}));
   EXPECT_THAT(fixed.Left, ElementsAre(Left(Code::ManySequences)));
 }
