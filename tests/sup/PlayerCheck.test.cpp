@@ -23,6 +23,7 @@ using test::SetArea;
 using test::SetColour;
 using test::SetContrast;
 using test::SetFields;
+using test::Sound;
 using test::StartDisplay;
 using test::StopDisplay;
 using testing::AllOf;
@@ -52,17 +53,13 @@ auto Problem(std::int64_t offset, Code code, const std::string& words) {
                testing::ResultOf("message", ProblemMessage, HasSubstr(words)));
 }
 
-PacketBuilder Sound(std::int64_t start = 0) {
-  return PacketBuilder().Time(start).Delay(90);
-}
-
 /// A unit of two lines of 4 pixels whose control sequences stand from unit byte 8 on.
-Bytes WithSequences(const Bytes& sequences) {
+Bytes PlayerPacket(const Bytes& sequences) {
   return PacketBuilder().Unit(Join({{0x11, 0x00, 0x12, 0x00}, sequences})).Build();
 }
 
 /// What describes the picture, 19 bytes: 100 to 103, 400 to 401.
-const Bytes Picture =
+const Bytes PlayerPicture =
     Join({SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0), SetArea(100, 103, 400, 401), SetFields(4, 6)});
 
 TEST(CheckForPlayers, ASoundStreamHasNoProblem) {
@@ -117,33 +114,33 @@ TEST(CheckForPlayers, OddUnitSize) {
 }
 
 TEST(CheckForPlayers, NoCommandStartsTheDisplay) {
-  EXPECT_THAT(ForPlayers(WithSequences(Join({Sequence(0, 32, {StopDisplay, Picture, EndOfSequence}),
-                                             Sequence(90, 32, {StopDisplay, EndOfSequence})}))),
+  EXPECT_THAT(ForPlayers(PlayerPacket(Join({Sequence(0, 32, {StopDisplay, PlayerPicture, EndOfSequence}),
+                                            Sequence(90, 32, {StopDisplay, EndOfSequence})}))),
               ElementsAre(Problem(18, Code::MissingStart, "show nothing")));
 }
 
 TEST(CheckForPlayers, AForcedStartIsAStart) {
-  EXPECT_THAT(ForPlayers(WithSequences(Join({Sequence(0, 32, {ForcedStart, Picture, EndOfSequence}),
-                                             Sequence(90, 32, {StopDisplay, EndOfSequence})}))),
+  EXPECT_THAT(ForPlayers(PlayerPacket(Join({Sequence(0, 32, {ForcedStart, PlayerPicture, EndOfSequence}),
+                                            Sequence(90, 32, {StopDisplay, EndOfSequence})}))),
               IsEmpty());
 }
 
 TEST(CheckForPlayers, NoCommandStopsTheDisplay) {
-  EXPECT_THAT(ForPlayers(WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                             Sequence(90, 32, {StartDisplay, EndOfSequence})}))),
+  EXPECT_THAT(ForPlayers(PlayerPacket(Join({Sequence(0, 32, {StartDisplay, PlayerPicture, EndOfSequence}),
+                                            Sequence(90, 32, {StartDisplay, EndOfSequence})}))),
               ElementsAre(Problem(18, Code::MissingStop, "until the next subtitle")));
 }
 
 TEST(CheckForPlayers, OneWithoutAnEndIsToldOnce) {
-  EXPECT_THAT(
-      ForPlayers(WithSequences(Join({Sequence(0, 8, {StartDisplay, Picture, EndOfSequence}), {0xFF, 0xFF}}))),
-      ElementsAre(Problem(18, Code::NoEnd, "no end")));
+  EXPECT_THAT(ForPlayers(PlayerPacket(
+                  Join({Sequence(0, 8, {StartDisplay, PlayerPicture, EndOfSequence}), {0xFF, 0xFF}}))),
+              ElementsAre(Problem(18, Code::NoEnd, "no end")));
 }
 
 TEST(CheckForPlayers, ACommandThatOnlyALaterSequenceHas) {
   // The area is in the second sequence, unit byte 25.
   const Bytes first = Join({SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0), SetFields(4, 6)});
-  EXPECT_THAT(ForPlayers(WithSequences(
+  EXPECT_THAT(ForPlayers(PlayerPacket(
                   Join({Sequence(0, 25, {StartDisplay, first, EndOfSequence}),
                         Sequence(90, 25, {SetArea(100, 103, 400, 401), StopDisplay, EndOfSequence})}))),
               ElementsAre(Problem(10 + 29, Code::LateCommand, "command 0x05")));
@@ -151,17 +148,17 @@ TEST(CheckForPlayers, ACommandThatOnlyALaterSequenceHas) {
 
 TEST(CheckForPlayers, ACommandThatIsRepeatedLaterIsNoProblem) {
   EXPECT_THAT(
-      ForPlayers(WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                     Sequence(90, 32, {SetColour(0, 0, 0, 0), StopDisplay, EndOfSequence}),
-                                     {0xFF}}))),
+      ForPlayers(PlayerPacket(Join({Sequence(0, 32, {StartDisplay, PlayerPicture, EndOfSequence}),
+                                    Sequence(90, 32, {SetColour(0, 0, 0, 0), StopDisplay, EndOfSequence}),
+                                    {0xFF}}))),
       IsEmpty());
 }
 
 TEST(CheckForPlayers, DelaysThatStepBack) {
-  const Bytes file = WithSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
-                                         Sequence(90, 38, {SetColour(0, 0, 0, 0)}),
-                                         {0xFF},
-                                         Sequence(60, 40, {StopDisplay, EndOfSequence})}));
+  const Bytes file = PlayerPacket(Join({Sequence(0, 32, {StartDisplay, PlayerPicture, EndOfSequence}),
+                                        Sequence(90, 38, {SetColour(0, 0, 0, 0)}),
+                                        {0xFF},
+                                        Sequence(60, 40, {StopDisplay, EndOfSequence})}));
   // The second sequence has 8 bytes, so the third one stands at 40.
   Bytes moved = file;
   moved[10 + 35] = 40;
