@@ -128,6 +128,18 @@ ToolForm Join() {
                    {QStringLiteral("At a time"), {"with", "at"}}}};
 }
 
+ToolForm Fix() {
+  return {.Tool = "fix",
+          .Name = QStringLiteral("Fix"),
+          .What = QStringLiteral("Mends what can be mended without encoding a picture again."),
+          .Fields = {Choice("profile", QStringLiteral("&Profile"), QStringLiteral("spec"),
+                            {{QStringLiteral("what this program tells as a problem"), QStringLiteral("spec")},
+                             {QStringLiteral("also what players show wrongly"), QStringLiteral("player")}}),
+                     Choice("frame", QStringLiteral("&Frame"), QStringLiteral("576"),
+                            {{QStringLiteral("720x480"), QStringLiteral("480")},
+                             {QStringLiteral("720x576"), QStringLiteral("576")}})}};
+}
+
 ToolForm Salvage() {
   return {.Tool = "salvage",
           .Name = QStringLiteral("Salvage"),
@@ -137,8 +149,8 @@ ToolForm Salvage() {
 }  // namespace
 
 const std::vector<ToolForm>& ToolForms() {
-  static const std::vector<ToolForm> forms = {Retime(), Move(), Force(), Ends(),   Cut(),
-                                              Keep(),   Sort(), Join(),  Salvage()};
+  static const std::vector<ToolForm> forms = {Retime(), Move(), Force(), Ends(), Cut(),
+                                              Keep(),   Sort(), Join(),  Fix(),  Salvage()};
   return forms;
 }
 

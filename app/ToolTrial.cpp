@@ -46,12 +46,26 @@ std::optional<std::size_t> FindSame(const SupStream& stream, std::size_t index, 
   return std::nullopt;
 }
 
+/// The subtitle that starts then, at `index` if that one does: packets may have been dropped or sorted.
+std::optional<std::size_t> FindStart(const SupStream& stream, std::int64_t start, std::size_t index) {
+  if (index < stream.StartTime.size() && stream.StartTime[index] == start) {
+    return index;
+  }
+  const auto found = std::ranges::find(stream.StartTime, start);
+  return found == stream.StartTime.end()
+             ? std::nullopt
+             : std::optional(static_cast<std::size_t>(found - stream.StartTime.begin()));
+}
+
 /// The index that subtitle `index` has after the step; none where it is taken out.
 std::optional<std::size_t> IndexAfter(const Step& step, const ToolResult& result, const SupStream& stream,
                                       std::size_t index, const SupStream& after) {
   const auto number = static_cast<std::int64_t>(index) + 1;
   if (std::holds_alternative<SortStep>(step.Options)) {
     return FindSame(stream, index, after);
+  }
+  if (std::holds_alternative<FixStep>(step.Options)) {
+    return FindStart(after, stream.StartTime[index], index);
   }
   if (!TakesOut(step)) {
     return index;

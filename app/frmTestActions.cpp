@@ -61,6 +61,7 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_Keep, "Action_Keep", QStringLiteral("&Keep..."));
   make(Action_Sort, "Action_Sort", QStringLiteral("&Sort..."));
   make(Action_Join, "Action_Join", QStringLiteral("&Join..."));
+  make(Action_Fix, "Action_Fix", QStringLiteral("F&ix..."));
   make(Action_Salvage, "Action_Salvage", QStringLiteral("Sal&vage..."));
   make(Action_SaveRecipe, "Action_SaveRecipe", QStringLiteral("Save steps as reci&pe..."));
   make(Action_RunRecipe, "Action_RunRecipe", QStringLiteral("R&un recipe..."));

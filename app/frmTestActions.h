@@ -48,6 +48,7 @@ struct frmTestActions {
   QAction* Action_Keep = nullptr;
   QAction* Action_Sort = nullptr;
   QAction* Action_Join = nullptr;
+  QAction* Action_Fix = nullptr;
   QAction* Action_Salvage = nullptr;
   QAction* Action_SaveRecipe = nullptr;
   QAction* Action_RunRecipe = nullptr;

@@ -44,9 +44,10 @@ QString NameOf(std::string_view tool) {
 }  // namespace
 
 QList<std::pair<QAction*, std::string_view>> frmTest::ToolActions() const {
-  return {{Action_Retime, "retime"}, {Action_Move, "move"}, {Action_Force, "force"},
-          {Action_Ends, "ends"},     {Action_Cut, "cut"},   {Action_Keep, "keep"},
-          {Action_Sort, "sort"},     {Action_Join, "join"}, {Action_Salvage, "salvage"}};
+  return {{Action_Retime, "retime"},  {Action_Move, "move"}, {Action_Force, "force"},
+          {Action_Ends, "ends"},      {Action_Cut, "cut"},   {Action_Keep, "keep"},
+          {Action_Sort, "sort"},      {Action_Join, "join"}, {Action_Fix, "fix"},
+          {Action_Salvage, "salvage"}};
 }
 
 void frmTest::ConnectTools() {

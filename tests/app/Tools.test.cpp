@@ -290,12 +290,24 @@ TEST_F(Tools, JoinAddsAStreamFromItsFile) {
   EXPECT_TRUE(IsEnabled("Command_Next"));
 }
 
+TEST_F(Tools, FixMendsAndNamesWhatItCannot) {
+  // The first one lacks its end, the second its colours.
+  LoadStream(Join({At(1).Delay(0).Build(), At(3).WithoutColour().Build(), At(5).Build()}));
+  In("Fix", [](const OpenTool& tool) {
+    EXPECT_EQ(tool.Outcome(), "1 subtitle would be mended, 1 has to be left");
+    EXPECT_TRUE(tool.Left().startsWith("Subtitle 2 ")) << tool.Left().toStdString();
+    EXPECT_EQ(tool.Then(fact::End), "00:00:03.00");
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(1).Delay(180).Build(), At(3).WithoutColour().Build(), At(5).Build()}));
+}
+
 TEST_F(Tools, NoneCanBeUsedWhileStreamsAreMerged) {
   LoadStream(Join({At(1).Build(), At(3).Build()}));
   EXPECT_TRUE(Action("Retime").isEnabled());
   Merge(Join({At(1).Build(), At(3).Build()}), "-400");
   for (const char* tool :
-       {"Retime", "Move", "Force", "Ends", "Cut", "Keep", "Sort", "Join", "Salvage", "RunRecipe"}) {
+       {"Retime", "Move", "Force", "Ends", "Cut", "Keep", "Sort", "Join", "Fix", "Salvage", "RunRecipe"}) {
     EXPECT_FALSE(Action(tool).isEnabled()) << tool;
   }
 }
