@@ -9,7 +9,6 @@
 #include <vector>
 
 #include <QFile>
-#include <QFileInfo>
 
 #include "files/SystemCalls.h"
 #include "tests/support/FolderTest.h"
@@ -117,14 +116,6 @@ TEST_F(FileWriterTest, WhatIsNoFileIsRefused) {
   EXPECT_EQ(FileWriter::Replacing(Path("loop")).Reason(), "Too many levels of symbolic links");
   EXPECT_EQ(FileWriter::Replacing(Path("missing/a")).Reason(), "No such file or directory");
   EXPECT_EQ(FileWriter::Replacing("").Reason(), "The name is empty");
-}
-
-TEST_F(FileWriterTest, DeviceIsWrittenToAsItIs) {
-  auto writer = FileWriter::Replacing("/dev/full");
-  EXPECT_EQ(Write(writer, "new"), "No space left on device");
-  auto first = FileWriter::DeletingFirst("/dev/full");
-  EXPECT_EQ(Write(first, "new"), "No space left on device");
-  EXPECT_TRUE(QFileInfo::exists("/dev/full"));
 }
 
 TEST_F(FileWriterTest, DeletingFirstWritesPieceByPiece) {

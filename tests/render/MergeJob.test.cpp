@@ -7,6 +7,7 @@
 
 #include "sup/StreamLoader.h"
 #include "tests/support/LoadedStream.h"
+#include "tests/support/OwnDevice.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
@@ -59,12 +60,13 @@ class MergeStreamsTest : public testing::Test {
     return MergeStreams(first, second, {.Palette = StartUpPalette, .YOffset = 0, .FrameHeight = 576}, *out,
                         steps);
   }
-  [[nodiscard]] int WrittenPackets() const {
+  [[nodiscard]] Bytes WrittenBytes() const {
     QFile file(folder_.filePath("merged.sup"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
-    return Index(Bytes(bytes.begin(), bytes.end())).Count;
+    return {bytes.begin(), bytes.end()};
   }
+  [[nodiscard]] int WrittenPackets() const { return Index(WrittenBytes()).Count; }
 
   static PacketBuilder Shown(std::int64_t start) { return PacketBuilder().Time(start).Delay(90); }
 
@@ -122,25 +124,35 @@ TEST_F(MergeStreamsTest, InvalidSecondaryIsToldWithThePrimarysDescription) {
 }
 
 TEST_F(MergeStreamsTest, FullDiskEndsItWithItsReason) {
-  const MergeReport report =
-      Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(), {}, "/dev/full");
+  const std::string full = test::OwnDevice(folder_.path().toStdString(), test::Device::Full);
+  if (full.empty()) {
+    GTEST_SKIP() << test::NeedsDevices;
+  }
+  const MergeReport report = Merge(Join({Shown(Second).Build(), Shown(5 * Second).Build()}), Shown(0).Build(),
+                                   {}, QString::fromStdString(full));
   EXPECT_EQ(report.How, Ending::FileFailed);
   EXPECT_EQ(report.Number, 1);
   EXPECT_EQ(report.Reason, "No space left on device");
 }
 
-/// `lines` lines of 226 pixels, codes 1 and 2 by turns, one nibble for each: 113 bytes a line. Opaque, at
-/// (100, 2). Merged, each line has 117 bytes: 100 pixels of code 0 before it, and its end.
-Bytes Noise(std::int64_t time, unsigned lines) {
-  const unsigned fieldBytes = lines / 2 * 113;
-  const unsigned control = 4 + 2 * fieldBytes;
+/// `lines` lines, an even number, of 226 pixels, codes 1 and 2 by turns, one nibble for each: 113 bytes a
+/// line. Opaque, at (100, 2). Merged, each line has 117 bytes: 2 for 100 pixels of code 0 before it, and 2
+/// for its end. Two more lines end it, the first of them with `more` bytes of the same noise, then of one
+/// colour.
+Bytes Noise(std::int64_t time, unsigned lines, unsigned more = 0) {
+  const Bytes field(std::size_t{lines} / 2 * 113, 0x56);
+  const Bytes endOfLine = {0x00, 0x00};
+  const Bytes top = Join({field, Bytes(more, 0x56), endOfLine});
+  const Bytes bottom = Join({field, endOfLine});
+  const auto bottomOffset = static_cast<unsigned>(4 + top.size());
+  const auto control = static_cast<unsigned>(bottomOffset + bottom.size());
   const Bytes commands =
       Join({test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
-            test::SetArea(100, 325, 2, 1 + lines), test::SetFields(4, 4 + fieldBytes), test::EndOfSequence});
+            test::SetArea(100, 325, 2, 3 + lines), test::SetFields(4, bottomOffset), test::EndOfSequence});
   return PacketBuilder()
       .Time(time)
       .ControlOffset(control)
-      .Unit(Join({Bytes(std::size_t{2} * fieldBytes, 0x56), test::Sequence(0, control + 24, {commands}),
+      .Unit(Join({top, bottom, test::Sequence(0, control + 24, {commands}),
                   test::Sequence(10, control + 24, {test::StopDisplay, test::EndOfSequence})}))
       .Build();
 }
@@ -153,6 +165,25 @@ TEST_F(MergeStreamsTest, UnitsThatProgramsCannotReadAreWrittenAndNamed) {
       clear);
   EXPECT_EQ(report.How, Ending::Complete);
   EXPECT_THAT(report.TooLong, ElementsAre(2, 4));
+}
+
+TEST_F(MergeStreamsTest, LongestUnitThatCanBeReadIsNotNamed) {
+  const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
+  // 573 lines, those of one colour in 2 bytes each: 37 + 274 * 117 + (4 + 72) + 298 * 2 = 32,767.
+  EXPECT_THAT(Merge(Noise(Second, 274, 72), clear).TooLong, ElementsAre());
+  const Bytes written = WrittenBytes();
+  EXPECT_EQ(Bytes(written.begin() + 10, written.begin() + 12), (Bytes{0x7F, 0xFF}));
+  const SupStream read = Index(written);
+  EXPECT_EQ(read.Count, 1);
+  EXPECT_EQ(read.Stats.ParseErrors, 0);
+}
+
+TEST_F(MergeStreamsTest, UnitOfOneByteMoreIsNamed) {
+  const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
+  EXPECT_THAT(Merge(Noise(Second, 274, 73), clear).TooLong, ElementsAre(1));
+  const Bytes written = WrittenBytes();
+  EXPECT_EQ(Bytes(written.begin() + 10, written.begin() + 12), (Bytes{0x80, 0x00}));
+  EXPECT_EQ(Index(written).Stats.ParseErrors, 1);
 }
 
 TEST(TooLongText, NamesTheSubtitles) {
