@@ -1,9 +1,6 @@
 #include "files/AppendFile.h"
 
-#include <cerrno>
 #include <new>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <utility>
 
 #include <QFile>
@@ -18,31 +15,28 @@ Failure WhyOf(const QFile& file) {
   return {file.errorString().toStdString()};
 }
 
-/// False once the file was removed; an owner before may have done that between opening and locking it.
-bool HasName(const QFile& file) {
-  struct stat status {};
-  return ::fstat(file.handle(), &status) == 0 && status.st_nlink > 0;
+/// What removes or renames a file must close it first where the system does not let an open one go. Elsewhere
+/// it must not: the file would be free while it still has its name.
+void LetGo(QFile& file) {
+  if constexpr (FileOwner::OutlivesHandle) {
+    file.close();
+  }
 }
 
 }  // namespace
 
-AppendFile::AppendFile(std::unique_ptr<QFile> file) : file_(std::move(file)) {}
+AppendFile::AppendFile(FileOwner owner, std::unique_ptr<QFile> file)
+    : owner_(std::move(owner)), file_(std::move(file)) {}
 AppendFile::AppendFile(AppendFile&&) noexcept = default;
 AppendFile& AppendFile::operator=(AppendFile&&) noexcept = default;
 AppendFile::~AppendFile() = default;
 
 Result<std::optional<AppendFile>> AppendFile::Owned(std::unique_ptr<QFile> file) {
-  // The system lets go of this lock with the last handle, so that a program that was killed leaves none
-  // behind.
-  while (::flock(file->handle(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EWOULDBLOCK) {
-      return std::optional<AppendFile>();
-    }
-    if (errno != EINTR) {
-      return Failure{qt_error_string(errno).toStdString()};
-    }
+  auto owner = FileOwner::Of(*file);
+  if (!owner) {
+    return owner.Why();
   }
-  return HasName(*file) ? std::optional(AppendFile(std::move(file))) : std::nullopt;
+  return *owner ? std::optional(AppendFile(std::move(**owner), std::move(file))) : std::nullopt;
 }
 
 Result<std::optional<AppendFile>> AppendFile::Create(const QString& path) {
@@ -127,7 +121,7 @@ Result<void> AppendFile::CutTo(std::int64_t length) {
 }
 
 Result<void> AppendFile::Remove() {
-  // Not QFile::remove(), which closes the file first, and so gives it free while it still has its name.
+  LetGo(*file_);
   return QFile::remove(Path()) ? Result<void>() : CutTo(0);
 }
 
@@ -137,6 +131,7 @@ Result<QString> AppendFile::PutAside(const QString& suffix) {
   for (int number = 2; QFileInfo::exists(aside); ++number) {
     aside = path + suffix + QString::number(number);
   }
+  LetGo(*file_);
   QFile other(path);
   return other.rename(aside) ? Result<QString>(aside) : WhyOf(other);
 }

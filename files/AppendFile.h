@@ -9,6 +9,7 @@
 #include <QString>
 
 #include "base/Result.h"
+#include "files/FileOwner.h"
 
 class QFile;
 
@@ -43,15 +44,17 @@ class AppendFile {
   Result<void> Append(std::span<const std::uint8_t> bytes);
   /// Cuts off what stands after the first `length` bytes.
   Result<void> CutTo(std::int64_t length);
-  /// Removes the file; where its folder does not allow that, it is emptied.
+  /// Removes the file, which is used no more then; where its folder does not allow that, it is emptied.
   Result<void> Remove();
-  /// Gives the file `suffix` after its name, and a number where there is such a file; its new path.
+  /// Gives the file `suffix` after its name, and a number where there is such a file; its new path. It is
+  /// used no more then.
   Result<QString> PutAside(const QString& suffix);
 
  private:
-  explicit AppendFile(std::unique_ptr<QFile> file);
+  AppendFile(FileOwner owner, std::unique_ptr<QFile> file);
   [[nodiscard]] static Result<std::optional<AppendFile>> Owned(std::unique_ptr<QFile> file);
 
+  FileOwner owner_;  // goes after the file
   std::unique_ptr<QFile> file_;
 };
 

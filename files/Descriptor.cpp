@@ -12,7 +12,7 @@ Failure SystemFailure(int error) {
   return {std::generic_category().message(error)};
 }
 
-Result<Descriptor> Descriptor::Open(const std::string& path, int flags, mode_t mode) {
+Result<Descriptor> Descriptor::Open(const std::string& path, int flags, unsigned mode) {
   int number = -1;
   do {
     number = System().Open(path.c_str(), flags, mode);
@@ -39,9 +39,17 @@ Descriptor::~Descriptor() {
   static_cast<void>(Close());
 }
 
+Result<std::size_t> Descriptor::ReadAt(std::uint64_t start, std::span<std::uint8_t> bytes) const {
+  const std::ptrdiff_t length = quillmark::ReadAt(number_, bytes.data(), bytes.size(), start);
+  if (length < 0) {
+    return SystemFailure(errno);
+  }
+  return static_cast<std::size_t>(length);
+}
+
 Result<void> Descriptor::Write(std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
-    const ssize_t taken = System().Write(number_, bytes.data(), bytes.size());
+    const std::ptrdiff_t taken = System().Write(number_, bytes.data(), bytes.size());
     if (taken < 0 && errno == EINTR) {
       continue;
     }

@@ -1,9 +1,8 @@
 #include "files/FileWriter.h"
 
-#include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -39,11 +38,11 @@ Result<FileWriter> FileWriter::Replacing(const QString& path) {
 }
 
 Result<FileWriter> FileWriter::DeletingFirst(const QString& path) {
-  const std::string name = PathFromUtf8(path.toStdString()).string();
-  struct stat status {};
-  const bool exists = ::lstat(name.c_str(), &status) == 0;
-  if (exists && (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))) {
-    ::unlink(name.c_str());
+  const std::filesystem::path place = PathFromUtf8(path.toStdString());
+  std::error_code ignored;
+  const auto type = std::filesystem::symlink_status(place, ignored).type();
+  if (type == std::filesystem::file_type::regular || type == std::filesystem::file_type::symlink) {
+    std::filesystem::remove(place, ignored);
   }
   auto target = InspectTarget(path);
   if (!target) {
@@ -88,17 +87,18 @@ Result<void> FileWriter::CopyInPlace() {
     return to.Why();
   }
   std::vector<std::uint8_t> chunk(ChunkSize);
-  for (;;) {
-    const ssize_t length = ::read(from->Number(), chunk.data(), chunk.size());
-    if (length < 0) {
-      return SystemFailure(errno);
+  for (std::uint64_t start = 0;;) {
+    const auto length = from->ReadAt(start, chunk);
+    if (!length) {
+      return length.Why();
     }
-    if (length == 0) {
+    if (*length == 0) {
       return to->Finish(OldTail::Dropped, Durability::Synced);
     }
-    if (auto written = to->Write(std::span(chunk).first(static_cast<std::size_t>(length))); !written) {
+    if (auto written = to->Write(std::span(chunk).first(*length)); !written) {
       return written;
     }
+    start += *length;
   }
 }
 

@@ -1,9 +1,8 @@
 #include "files/ReplaceFile.h"
 
-#include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
 #include "base/FilePath.h"
@@ -36,17 +35,17 @@ Result<void> CopyTail(const Target& target, std::uint64_t start, Descriptor& to)
   }
   std::vector<std::uint8_t> chunk(ChunkSize);
   for (;;) {
-    const ssize_t length = ::pread(from->Number(), chunk.data(), chunk.size(), static_cast<off_t>(start));
-    if (length < 0) {
-      return SystemFailure(errno);
+    const auto length = from->ReadAt(start, chunk);
+    if (!length) {
+      return length.Why();
     }
-    if (length == 0) {
+    if (*length == 0) {
       return {};
     }
-    if (auto written = to.Write(Bytes(chunk).first(static_cast<std::size_t>(length))); !written) {
+    if (auto written = to.Write(Bytes(chunk).first(*length)); !written) {
       return written;
     }
-    start += static_cast<std::uint64_t>(length);
+    start += *length;
   }
 }
 
@@ -95,22 +94,15 @@ Result<void> AppendToFile(const QString& path, std::span<const std::uint8_t> byt
   }
   // On a full disk part of it may be there; what comes next must not be glued to it.
   if (file->Written() > 0 && target->What != Target::Kind::Device) {
-    static_cast<void>(System().Truncate(file->Number(), static_cast<off_t>(target->Size)));
+    static_cast<void>(System().Truncate(file->Number(), static_cast<std::int64_t>(target->Size)));
   }
   return written;
 }
 
 Result<void> MakeFolder(const QString& path) {
-  const std::string folder = PathFromUtf8(path.toStdString()).string();
-  if (::mkdir(folder.c_str(), 0777) == 0) {
-    return {};
-  }
-  const int error = errno;
-  struct stat status {};
-  if (error == EEXIST && ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
-    return {};
-  }
-  return SystemFailure(error);
+  std::error_code error;
+  std::filesystem::create_directory(PathFromUtf8(path.toStdString()), error);
+  return error ? Result<void>(Failure{error.message()}) : Result<void>();
 }
 
 }  // namespace quillmark

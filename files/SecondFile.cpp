@@ -6,11 +6,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <random>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
+#include "base/FilePath.h"
 #include "files/SystemCalls.h"
 
 namespace quillmark {
@@ -26,23 +25,13 @@ std::string RandomName() {
   return name + ".tmp";
 }
 
-/// The old file's owner and group, as far as the user may give the file away; then its permissions, of which
-/// those that act in the owner's name go only with the owner.
-void TakeOver(const Target& target, int file) {
-  const bool same = ::fchown(file, target.Owner, target.Group) == 0;
-  if (!same && ::fchown(file, static_cast<uid_t>(-1), target.Group) != 0) {
-    // It stays the user's own file, in the user's group.
-  }
-  static_cast<void>(::fchmod(file, same ? target.Mode : target.Mode & 0777U));
-}
-
 }  // namespace
 
-Result<SecondFile> SecondFile::In(const std::string& folder, mode_t mode) {
+Result<SecondFile> SecondFile::In(const std::string& folder, unsigned mode) {
   constexpr int Attempts = 100;
   int attempt = 0;
   for (;;) {
-    std::string path = (std::filesystem::path(folder) / RandomName()).string();
+    std::string path = Utf8FromPath(PathFromUtf8(folder) / RandomName());
     auto file = Descriptor::Open(path, O_RDWR | O_CREAT | O_EXCL, mode);
     if (file) {
       return SecondFile(std::move(path), std::move(*file));
@@ -61,7 +50,7 @@ Result<SecondFile> SecondFile::Beside(const Target& target) {
 Result<SecondFile> SecondFile::Elsewhere() {
   std::error_code error;
   const auto folder = std::filesystem::temp_directory_path(error);
-  return In(error ? std::string("/tmp") : folder.string(), 0600U);
+  return In(error ? std::string("/tmp") : Utf8FromPath(folder), 0600U);
 }
 
 SecondFile::SecondFile(SecondFile&& other) noexcept
@@ -75,13 +64,15 @@ SecondFile& SecondFile::operator=(SecondFile&& other) noexcept {
 
 SecondFile::~SecondFile() {
   if (!path_.empty()) {
-    ::unlink(path_.c_str());
+    static_cast<void>(file_.Close());  // not every system removes a file that is open
+    std::error_code ignored;
+    std::filesystem::remove(PathFromUtf8(path_), ignored);
   }
 }
 
 SecondFile::Place SecondFile::TakePlaceOf(const Target& target, Durability durability) {
   if (target.What == Target::Kind::File) {
-    TakeOver(target, file_.Number());
+    TakeOver(file_.Number(), target.Owner, target.Group, target.Mode);
   }
   if (durability == Durability::Synced) {
     if (const auto synced = file_.Sync(); !synced) {
@@ -104,9 +95,8 @@ Result<FileInPlace> FileInPlace::Open(const Target& target, std::uint64_t length
     return file.Why();
   }
   if (target.What == Target::Kind::File && length > target.Size) {
-    const int error = System().Reserve(file->Number(), static_cast<off_t>(length));
-    if (error == ENOSPC || error == EFBIG || error == EDQUOT) {
-      static_cast<void>(System().Truncate(file->Number(), static_cast<off_t>(target.Size)));
+    if (const int error = System().Reserve(file->Number(), static_cast<std::int64_t>(length)); error != 0) {
+      static_cast<void>(System().Truncate(file->Number(), static_cast<std::int64_t>(target.Size)));
       return SystemFailure(error);
     }
   }
@@ -127,7 +117,7 @@ Result<void> FileInPlace::Finish(OldTail tail, Durability durability) {
     }
   }
   if (target_.What == Target::Kind::File && tail == OldTail::Dropped && target_.Size > length_ &&
-      System().Truncate(file_.Number(), static_cast<off_t>(length_)) != 0) {
+      System().Truncate(file_.Number(), static_cast<std::int64_t>(length_)) != 0) {
     return SystemFailure(errno);
   }
   return file_.Close();
@@ -139,7 +129,7 @@ Failure FileInPlace::HalfWay(const Failure& failure) const {
   }
   // The room that was reserved is given back.
   const std::uint64_t used = std::max(target_.Size, file_.Written());
-  static_cast<void>(System().Truncate(file_.Number(), static_cast<off_t>(used)));
+  static_cast<void>(System().Truncate(file_.Number(), static_cast<std::int64_t>(used)));
   if (file_.Written() == 0) {
     return failure;
   }

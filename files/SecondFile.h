@@ -42,7 +42,7 @@ class SecondFile {
 
  private:
   SecondFile(std::string path, Descriptor file) : path_(std::move(path)), file_(std::move(file)) {}
-  [[nodiscard]] static Result<SecondFile> In(const std::string& folder, mode_t mode);
+  [[nodiscard]] static Result<SecondFile> In(const std::string& folder, unsigned mode);
 
   std::string path_;  // empty when there is nothing to remove
   Descriptor file_;

@@ -1,14 +1,12 @@
 #include "files/Target.h"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <optional>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 #include "base/FilePath.h"
 #include "files/Descriptor.h"
+#include "files/SystemCalls.h"
 
 namespace quillmark {
 namespace {
@@ -30,14 +28,19 @@ std::optional<fs::path> BehindLinks(fs::path path) {
 }
 
 /// A pipe holds whoever writes to it until the other end reads, and nothing of it stays.
-const char* WhyNoFile(mode_t mode) {
-  if (S_ISDIR(mode)) {
-    return "It is a folder";
+const char* WhyNoFile(FileStatus::Kind kind) {
+  switch (kind) {
+    case FileStatus::Kind::Folder:
+      return "It is a folder";
+    case FileStatus::Kind::Pipe:
+      return "It is a pipe, not a file";
+    case FileStatus::Kind::Socket:
+      return "It is a socket, not a file";
+    case FileStatus::Kind::File:
+    case FileStatus::Kind::Device:
+      break;
   }
-  if (S_ISFIFO(mode)) {
-    return "It is a pipe, not a file";
-  }
-  return S_ISSOCK(mode) ? "It is a socket, not a file" : nullptr;
+  return nullptr;
 }
 
 }  // namespace
@@ -50,27 +53,27 @@ Result<Target> InspectTarget(const QString& path) {
   if (!place) {
     return SystemFailure(ELOOP);
   }
-  Target target{.Path = place->string(),
-                .Folder = (place->has_parent_path() ? place->parent_path() : fs::path(".")).string()};
-  struct stat status {};
-  if (::stat(target.Path.c_str(), &status) != 0) {
-    if (errno == ENOENT && place->has_filename()) {
+  Target target{.Path = Utf8FromPath(*place),
+                .Folder = Utf8FromPath(place->has_parent_path() ? place->parent_path() : fs::path("."))};
+  FileStatus status;
+  if (const int error = ReadStatus(target.Path.c_str(), status); error != 0) {
+    if (error == ENOENT && place->has_filename()) {
       return target;
     }
-    return SystemFailure(errno);
+    return SystemFailure(error);
   }
-  if (const char* reason = WhyNoFile(status.st_mode)) {
+  if (const char* reason = WhyNoFile(status.What)) {
     return Failure{reason};
   }
-  if (::faccessat(AT_FDCWD, target.Path.c_str(), W_OK, AT_EACCESS) != 0) {
-    return errno == EACCES ? Failure{"The file is not writable"} : SystemFailure(errno);
+  if (const int error = WhyNotWritable(target.Path.c_str()); error != 0) {
+    return error == EACCES ? Failure{"The file is not writable"} : SystemFailure(error);
   }
-  target.What = S_ISREG(status.st_mode) ? Target::Kind::File : Target::Kind::Device;
-  target.Size = static_cast<std::uint64_t>(status.st_size);
-  target.Names = status.st_nlink;
-  target.Mode = status.st_mode & 07777U;
-  target.Owner = status.st_uid;
-  target.Group = status.st_gid;
+  target.What = status.What == FileStatus::Kind::File ? Target::Kind::File : Target::Kind::Device;
+  target.Size = status.Size;
+  target.Names = status.Names;
+  target.Mode = status.Mode;
+  target.Owner = status.Owner;
+  target.Group = status.Group;
   return target;
 }
 

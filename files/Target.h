@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <sys/types.h>
 
 #include <QString>
 
@@ -18,15 +17,16 @@ struct Target {
     Device,  ///< written to as it is
   };
 
-  std::string Path;    ///< as the file system has it, with all symbolic links followed
+  std::string Path;    ///< in UTF-8 where the file system has no bytes, with all symbolic links followed
   std::string Folder;  ///< that it stands in; "." where the path names none
   Kind What = Kind::New;
   // Of an existing file only:
   std::uint64_t Size = 0;
   std::uint64_t Names = 1;  ///< hard links
-  mode_t Mode = 0;          ///< permission bits
-  uid_t Owner = 0;
-  gid_t Group = 0;
+  // Of systems that have them:
+  unsigned Mode = 0;  ///< permission bits
+  unsigned Owner = 0;
+  unsigned Group = 0;
 
   /// A device keeps its place; a file of several names would become two files if another one took the place
   /// of one of them.

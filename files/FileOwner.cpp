@@ -1,0 +1,58 @@
+#include "files/FileOwner.h"
+
+#include <utility>
+
+#include <QFile>
+#include <QLockFile>
+
+#ifndef _WIN32
+#include <cerrno>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include "files/Descriptor.h"
+#endif
+
+namespace quillmark {
+
+FileOwner::FileOwner(std::unique_ptr<QLockFile> lock) : lock_(std::move(lock)) {}
+FileOwner::FileOwner(FileOwner&&) noexcept = default;
+FileOwner& FileOwner::operator=(FileOwner&&) noexcept = default;
+FileOwner::~FileOwner() = default;
+
+#ifdef _WIN32
+
+Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
+  auto lock = std::make_unique<QLockFile>(file.fileName() + QStringLiteral(".lock"));
+  lock->setStaleLockTime(0);  // only one whose program has ended
+  if (lock->tryLock(0)) {
+    return std::optional(FileOwner(std::move(lock)));
+  }
+  if (lock->error() == QLockFile::LockFailedError) {
+    return std::optional<FileOwner>();
+  }
+  return Failure{"It cannot be locked"};
+}
+
+#else
+
+Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
+  // The system lets go of this lock with the last handle, so that a program that was killed leaves none
+  // behind.
+  while (::flock(file.handle(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EWOULDBLOCK) {
+      return std::optional<FileOwner>();
+    }
+    if (errno != EINTR) {
+      return SystemFailure(errno);
+    }
+  }
+  // An owner before may have removed the file between opening and locking it.
+  struct stat status {};
+  const bool hasName = ::fstat(file.handle(), &status) == 0 && status.st_nlink > 0;
+  return hasName ? std::optional(FileOwner(nullptr)) : std::nullopt;
+}
+
+#endif
+
+}  // namespace quillmark
