@@ -52,34 +52,12 @@ Json TrailingObject() {
 
 std::string DifferenceText(SubtitleDifference difference, const ComparedPair& pair, const SupStream& first,
                            const SupStream& second) {
-  switch (difference) {
-    case SubtitleDifference::Missing:
-      return "missing";
-    case SubtitleDifference::Added:
-      return "added";
-    case SubtitleDifference::Validity:
-      return "only one of the two can be shown";
-    case SubtitleDifference::Start:
-      return "moved in time, from " + FormatTimecode(first.StartTime[*pair.Pair.First]) + " to " +
-             FormatTimecode(second.StartTime[*pair.Pair.Second]);
-    case SubtitleDifference::Duration:
-      return "other duration";
-    case SubtitleDifference::Place:
-      return "moved in place";
-    case SubtitleDifference::Size:
-      return "other size";
-    case SubtitleDifference::Colours:
-      return "other colours";
-    case SubtitleDifference::Opacities:
-      return "other opacities";
-    case SubtitleDifference::Forced:
-      return "other forced flag";
-    case SubtitleDifference::Pixels:
-      return std::to_string(pair.OtherPixels) + (pair.OtherPixels == 1 ? " other pixel" : " other pixels");
-    case SubtitleDifference::Bytes:
-      return "the same, otherwise written";
+  std::string text = DifferencePhrase(difference, pair.OtherPixels);
+  if (difference == SubtitleDifference::Start) {
+    text += ", from " + FormatTimecode(first.StartTime[*pair.Pair.First]) + " to " +
+            FormatTimecode(second.StartTime[*pair.Pair.Second]);
   }
-  return "";
+  return text;
 }
 
 std::string NumberText(const std::optional<std::size_t>& index) {
@@ -95,20 +73,10 @@ std::string PairText(const ComparedPair& pair, const SupStream& first, const Sup
   return text;
 }
 
-struct Counts {
-  std::int64_t Same = 0;
-  std::int64_t Different = 0;
-  std::int64_t Missing = 0;
-  std::int64_t Added = 0;
-
-  void Add(const ComparedPair& pair) {
-    ++(!pair.Pair.Second ? Missing : !pair.Pair.First ? Added : pair.Differences.empty() ? Same : Different);
-  }
-  [[nodiscard]] std::string Text() const {
-    return std::to_string(Same) + " the same, " + std::to_string(Different) + " different, " +
-           std::to_string(Missing) + " missing, " + std::to_string(Added) + " added";
-  }
-};
+std::string CountsText(const PairCounts& counts) {
+  return std::to_string(counts.Same) + " the same, " + std::to_string(counts.Different) + " different, " +
+         std::to_string(counts.Missing) + " missing, " + std::to_string(counts.Added) + " added";
+}
 
 }  // namespace
 
@@ -121,7 +89,7 @@ CommandResult Diff(const DiffOptions& options, const Console& console) {
   if (CommandResult loaded = LoadToCompare(options.Second, second); !loaded.IsDone()) {
     return loaded;
   }
-  Counts counts;
+  PairCounts counts;
   const bool sameTrailing = HaveSameTrailingBytes(first, second);
   if (options.Json) {
     JsonArrayWriter array(console.Out);
@@ -139,9 +107,10 @@ CommandResult Diff(const DiffOptions& options, const Console& console) {
         console.Out << PairText(pair, first, second) << '\n';
       }
     });
-    console.Out << (sameTrailing ? "" : "other bytes after the last subtitle\n") << counts.Text() << '\n';
+    console.Out << (sameTrailing ? "" : "other bytes after the last subtitle\n") << CountsText(counts)
+                << '\n';
   }
-  const bool isSame = sameTrailing && counts.Different + counts.Missing + counts.Added == 0;
+  const bool isSame = sameTrailing && counts.AreAllSame();
   return {.Code = isSame ? ExitCode::Done : ExitCode::Failed};
 }
 

@@ -221,6 +221,50 @@ std::string_view DifferenceName(SubtitleDifference difference) {
   return "";
 }
 
+std::string_view DifferenceWords(SubtitleDifference difference) {
+  switch (difference) {
+    case SubtitleDifference::Missing:
+      return "missing";
+    case SubtitleDifference::Added:
+      return "added";
+    case SubtitleDifference::Validity:
+      return "only one of the two can be shown";
+    case SubtitleDifference::Start:
+      return "moved in time";
+    case SubtitleDifference::Duration:
+      return "other duration";
+    case SubtitleDifference::Place:
+      return "moved in place";
+    case SubtitleDifference::Size:
+      return "other size";
+    case SubtitleDifference::Colours:
+      return "other colours";
+    case SubtitleDifference::Opacities:
+      return "other opacities";
+    case SubtitleDifference::Forced:
+      return "other forced flag";
+    case SubtitleDifference::Pixels:
+      return "other pixels";
+    case SubtitleDifference::Bytes:
+      return "the same, otherwise written";
+  }
+  return "";
+}
+
+std::string DifferencePhrase(SubtitleDifference difference, std::int64_t otherPixels) {
+  if (difference == SubtitleDifference::Pixels) {
+    return std::to_string(otherPixels) + (otherPixels == 1 ? " other pixel" : " other pixels");
+  }
+  return std::string(DifferenceWords(difference));
+}
+
+void PairCounts::Add(const ComparedPair& pair) {
+  ++(!pair.Pair.Second ? Missing : !pair.Pair.First ? Added : pair.Differences.empty() ? Same : Different);
+  for (const SubtitleDifference difference : pair.Differences) {
+    ++With[static_cast<std::size_t>(difference)];
+  }
+}
+
 void CompareStreams(const SupStream& first, const SupStream& second,
                     const std::function<void(const ComparedPair&)>& report) {
   Comparison comparison(first, second);

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,9 +28,14 @@ enum class SubtitleDifference : std::uint8_t {
   Pixels,     ///< pixel codes
   Bytes,      ///< none of these: the same subtitle, otherwise written
 };
+inline constexpr std::size_t SubtitleDifferences = 12;
 
 /// "moved_in_time", "other_pixels", ...: for scripts, never changed.
 [[nodiscard]] std::string_view DifferenceName(SubtitleDifference difference);
+/// "moved in time", "other pixels", ...: for people.
+[[nodiscard]] std::string_view DifferenceWords(SubtitleDifference difference);
+/// The words with how many pixels are others: "12 other pixels".
+[[nodiscard]] std::string DifferencePhrase(SubtitleDifference difference, std::int64_t otherPixels);
 
 struct ComparedPair {
   SubtitlePair Pair;
@@ -35,6 +43,18 @@ struct ComparedPair {
   /// How many pixels have other codes. Pictures of one size are held against one another pixel by pixel,
   /// wherever they stand; others at their places in the frame, with code 0 around each.
   std::int64_t OtherPixels = 0;
+};
+
+/// How many pairs there are of each sort.
+struct PairCounts {
+  std::int64_t Same = 0;
+  std::int64_t Different = 0;  ///< subtitles of both streams
+  std::int64_t Missing = 0;
+  std::int64_t Added = 0;
+  std::array<std::int64_t, SubtitleDifferences> With{};  ///< pairs with each difference, in the order above
+
+  void Add(const ComparedPair& pair);
+  [[nodiscard]] bool AreAllSame() const { return Different + Missing + Added == 0; }
 };
 
 /// Reports every pair that PairSubtitles gives, in its order. What is reported is valid during the call.
