@@ -195,6 +195,8 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
       return Swatches(QRect(), font).back().right() + 1 + font.horizontalAdvance(u'8') + 2 * SideMargin;
     case SubtitleModel::Forced:
       return textWidth(QStringLiteral("Forced"));
+    case SubtitleModel::Compared:
+      return textWidth(QStringLiteral("moved in time, 000 other pixels"));
     case SubtitleModel::Problems:
     case SubtitleModel::Columns:
       break;

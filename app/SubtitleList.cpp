@@ -42,7 +42,10 @@ constexpr KindEntry Kinds[] = {{FilterKind::All, "All"},
 /// The columns' names with what calls them in a menu.
 constexpr const char* ColumnTexts[] = {"&Number", "&Picture", "&Start",   "&End",    "&Duration",
                                        "P&lace",  "S&ize",    "&Colours", "&Forced", "P&roblems"};
-static_assert(std::size(ColumnTexts) == SubtitleModel::Columns);
+static_assert(std::size(ColumnTexts) == SubtitleModel::Compared);
+
+/// Where it is in sight without moving the others.
+constexpr int PlaceOfCompared = SubtitleModel::Start + 1;
 
 std::vector<TimeBar> BarsOf(const SupStream& stream) {
   const std::size_t count = std::min(stream.StartTime.size(), stream.EndTime.size());
@@ -164,6 +167,10 @@ void SubtitleList::BuildColumns() {
   for (int column = 0; column < SubtitleModel::Columns; ++column) {
     table_->setColumnWidth(
         column, SubtitleDelegate::UsualWidth(static_cast<SubtitleModel::Column>(column), fontMetrics()));
+  }
+  columns->moveSection(SubtitleModel::Compared, PlaceOfCompared);
+  table_->setColumnHidden(SubtitleModel::Compared, true);
+  for (int column = 0; column < SubtitleModel::Compared; ++column) {
     auto* action = new QAction(QLatin1String(ColumnTexts[column]), this);
     action->setObjectName(QStringLiteral("Action_Column_") + QString::number(column));
     action->setCheckable(true);

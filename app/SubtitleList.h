@@ -25,6 +25,7 @@ class QSplitter;
 
 namespace quillmark {
 
+class Comparison;
 class ProblemFinder;
 class SubtitleTable;
 class TimeStrip;
@@ -54,7 +55,9 @@ class SubtitleList : public QWidget {
   /// Goes to the next row with problems, or to the one before; its sentence, empty where there is none.
   QString GoToProblem(bool forward);
 
-  /// One for each column: whether it is shown.
+  /// Has rows say what they differ in while the comparison is open, in a column that is there no longer.
+  void ShowComparison(const Comparison& comparison);
+  /// One for each column that the user may hide: whether it is shown.
   [[nodiscard]] const QList<QAction*>& ColumnActions() const { return columnActions_; }
   /// What the user made of the columns and of the room for the problems.
   [[nodiscard]] QByteArray ColumnState() const;

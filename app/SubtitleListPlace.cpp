@@ -12,6 +12,7 @@
 #include <QScopedValueRollback>
 #include <QSplitter>
 
+#include "app/Comparison.h"
 #include "app/DrawnSubtitle.h"
 #include "app/ProblemFinder.h"
 #include "app/SubtitleList.h"
@@ -170,8 +171,7 @@ std::unique_ptr<QMimeData> SubtitleList::Copied() const {
 }
 
 void SubtitleList::ShowColumn(int column, bool shown) {
-  const QHeaderView* header = table_->horizontalHeader();
-  if (!shown && header->hiddenSectionCount() == header->count() - 1) {
+  if (!shown && std::ranges::none_of(columnActions_, &QAction::isChecked)) {
     columnActions_[column]->setChecked(true);  // one stays
     return;
   }
@@ -188,6 +188,14 @@ void SubtitleList::UpdateColumns() {
   }
 }
 
+void SubtitleList::ShowComparison(const Comparison& comparison) {
+  model_->SetComparison(comparison);
+  if (comparison.IsOpen() == table_->isColumnHidden(SubtitleModel::Compared)) {
+    table_->setColumnHidden(SubtitleModel::Compared, !comparison.IsOpen());
+    UpdateColumns();
+  }
+}
+
 QByteArray SubtitleList::ColumnState() const {
   return table_->horizontalHeader()->saveState();
 }
@@ -200,12 +208,15 @@ void SubtitleList::Restore(const QByteArray& columns, const QByteArray& splitter
   splitter_->restoreState(splitter);
   QHeaderView* header = table_->horizontalHeader();
   const QByteArray usual = header->saveState();
+  const bool hidesCompared = header->isSectionHidden(SubtitleModel::Compared);
   const bool restored = header->restoreState(columns);
+  header->setSectionHidden(SubtitleModel::Compared, true);
   if (restored &&
       (header->count() != SubtitleModel::Columns || header->hiddenSectionCount() >= header->count())) {
     header->restoreState(usual);
   }
-  for (int column = 0; column < SubtitleModel::Columns; ++column) {
+  header->setSectionHidden(SubtitleModel::Compared, hidesCompared);
+  for (int column = 0; column < SubtitleModel::Compared; ++column) {
     const QSignalBlocker blocked(columnActions_[column]);
     columnActions_[column]->setChecked(!header->isSectionHidden(column));
   }

@@ -8,6 +8,7 @@
 
 #include "app/CodeName.h"
 #include "app/ColourName.h"
+#include "app/Comparison.h"
 #include "app/Document.h"
 #include "app/ProblemFinder.h"
 #include "app/SubtitleSentence.h"
@@ -22,10 +23,10 @@ QString FromView(std::string_view text) {
 
 const std::array<QString, SubtitleModel::Columns>& Headings() {
   static const std::array<QString, SubtitleModel::Columns> headings = {
-      QStringLiteral("#"),       QStringLiteral("Picture"), QStringLiteral("Start"),
-      QStringLiteral("End"),     QStringLiteral("Seconds"), QStringLiteral("Place"),
-      QStringLiteral("Size"),    QStringLiteral("Colours"), QStringLiteral("Forced"),
-      QStringLiteral("Problems")};
+      QStringLiteral("#"),        QStringLiteral("Picture"), QStringLiteral("Start"),
+      QStringLiteral("End"),      QStringLiteral("Seconds"), QStringLiteral("Place"),
+      QStringLiteral("Size"),     QStringLiteral("Colours"), QStringLiteral("Forced"),
+      QStringLiteral("Problems"), QStringLiteral("Compared")};
   return headings;
 }
 
@@ -40,7 +41,8 @@ const std::array<QString, SubtitleModel::Columns>& HeadingsInWords() {
       QStringLiteral("Size: width and height in pixels"),
       QStringLiteral("Colours and opacities of background, pattern, emphasis 1 and 2"),
       QStringLiteral("Forced: shown even where subtitles are off"),
-      QStringLiteral("Problems")};
+      QStringLiteral("Problems"),
+      QStringLiteral("What differs from the file compared with")};
   return headings;
 }
 
@@ -85,6 +87,11 @@ void SubtitleModel::TellMarked(std::size_t first, std::size_t end) {
   if (firstRow < endRow) {
     emit dataChanged(index(firstRow, 0), index(endRow - 1, Columns - 1));
   }
+}
+
+void SubtitleModel::SetComparison(const Comparison& comparison) {
+  comparison_ = &comparison;
+  TellChanged();
 }
 
 const SubtitleFacts& SubtitleModel::FactsAt(int row) const {
@@ -139,9 +146,15 @@ QString SubtitleModel::TextAt(int row, int column) const {
       }
       return phrases.join(QStringLiteral(", "));
     }
+    case Compared:
+      return ComparedText(subject.Index());
     default:
       return {};
   }
+}
+
+QString SubtitleModel::ComparedText(std::size_t index) const {
+  return comparison_ != nullptr ? comparison_->WordsOf(index) : QString();
 }
 
 QString SubtitleModel::DamageText(std::size_t index, int column) const {
@@ -171,7 +184,9 @@ QString SubtitleModel::SentenceAt(int row) const {
   if (facts.Over) {
     spoken.OverNumber = *facts.Over + 1;
   }
-  return SubtitleSentence(spoken);
+  const QString differences = ComparedText(subject.Index());
+  return SubtitleSentence(spoken) +
+         (differences.isEmpty() ? QString() : QStringLiteral(", compared: ") + differences);
 }
 
 QString SubtitleModel::ProblemLinesAt(int row) const {
@@ -203,8 +218,15 @@ QString SubtitleModel::CodesInWords(const SubtitleFacts& facts) const {
 }
 
 QString SubtitleModel::ToolTipAt(int row, int column) const {
-  const QString lines =
-      column == Colours && SubjectOf(row).IsSubtitle() ? CodesInWords(FactsAt(row)) : ProblemLinesAt(row);
+  const RowSubject subject = SubjectOf(row);
+  QString lines;
+  if (column == Colours && subject.IsSubtitle()) {
+    lines = CodesInWords(FactsAt(row));
+  } else if (column == Compared && subject.IsSubtitle()) {
+    lines = ComparedText(subject.Index());
+  } else {
+    lines = ProblemLinesAt(row);
+  }
   return ToolTipOf(lines.split(u'\n', Qt::SkipEmptyParts));
 }
 

@@ -14,6 +14,7 @@
 
 namespace quillmark {
 
+class Comparison;
 class Document;
 class ProblemFinder;
 
@@ -59,6 +60,7 @@ class SubtitleModel : public QAbstractTableModel {
     Colours,
     Forced,
     Problems,
+    Compared,  ///< last, since it is not always there
     Columns
   };
 
@@ -80,6 +82,8 @@ class SubtitleModel : public QAbstractTableModel {
   void TellChanged();
   /// The problems of the packets from index `first` to before `end` are others.
   void TellMarked(std::size_t first, std::size_t end);
+  /// Rows say what they differ in, as this has it now and from now on.
+  void SetComparison(const Comparison& comparison);
   /// The column in which assistive tools find the whole row told in a sentence.
   void SetSpokenColumn(int column) { spokenColumn_ = column; }
 
@@ -104,10 +108,12 @@ class SubtitleModel : public QAbstractTableModel {
   [[nodiscard]] PacketMarks MarksAt(int row) const;
   [[nodiscard]] QString DamageText(std::size_t index, int column) const;
   [[nodiscard]] QString ToolTipAt(int row, int column) const;
+  [[nodiscard]] QString ComparedText(std::size_t index) const;
   [[nodiscard]] QString CodesInWords(const SubtitleFacts& facts) const;
 
   const Document& document_;
   const ProblemFinder& finder_;
+  const Comparison* comparison_ = nullptr;
   std::vector<RowSubject> rows_;
   int spokenColumn_ = Number;
   // The row asked for last: a list asks for one cell after another.

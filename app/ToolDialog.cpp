@@ -18,9 +18,9 @@
 
 #include "app/CountText.h"
 #include "app/Dialogs.h"
+#include "app/SubtitleFrame.h"
 #include "app/ToolForm.h"
 #include "app/ToolTrial.h"
-#include "app/TrialFrame.h"
 #include "sup/SubtitleSet.h"
 #include "sup/Timecode.h"
 
@@ -41,14 +41,6 @@ SubtitleSet SetOf(const std::vector<std::size_t>& indexes) {
     set.Append(static_cast<std::int64_t>(index) + 1);
   }
   return set;
-}
-
-QRect AreaOf(const TriedSubtitle& subtitle) {
-  if (!subtitle.Described) {
-    return {};
-  }
-  const SpuControl& control = subtitle.Described->Control;
-  return {control.X1, control.Y1, control.Width(), control.Height()};
 }
 
 /// The first and the last subtitle, at the starts that they have.
@@ -119,8 +111,8 @@ ToolDialog::ToolDialog(const ToolForm& form, ToolSubject subject, QWidget* paren
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   columns->addWidget(buttons);
-  const TriedSubtitle now = LookAt(subject_.Stream, subject_.Index, subject_.Palette);
-  areaBefore_ = AreaOf(now);
+  const FramedSubtitle now = LookAt(subject_.Stream, subject_.Index, subject_.Palette);
+  areaBefore_ = now.Area();
   ShowSubtitle(0, &now);
   ShowWay();
   Try();
@@ -254,7 +246,9 @@ QLayout* ToolDialog::BuildTrial() {
   }
   grid->setRowStretch(static_cast<int>(Facts) + 1, 1);
   sides->addWidget(facts);
-  Picture_Trial = new TrialFrame(subject_.FrameLines, this);
+  Picture_Trial = new SubtitleFrame(subject_.FrameLines, this);
+  Picture_Trial->setFixedSize(Picture_Trial->sizeHint());
+  Picture_Trial->setAccessibleName(QStringLiteral("The subtitle in the frame"));
   Picture_Trial->setObjectName(QStringLiteral("Picture_Trial"));
   sides->addWidget(Picture_Trial, 0, Qt::AlignTop);
 
@@ -348,22 +342,22 @@ void ToolDialog::Try() {
   reason[0] = reason[0].toUpper();
   Label_Outcome->setText(reason);
   Text_Left->hide();
-  Picture_Trial->Show(areaBefore_, {}, {});
+  Picture_Trial->Show({}, {}, areaBefore_);
   ShowSubtitle(1, nullptr);
   Command_Run->setEnabled(false);
 }
 
 void ToolDialog::ShowTrial(const ToolTrial& trial) {
   ShowSubtitle(1, trial.After ? &*trial.After : nullptr);
-  Picture_Trial->Show(areaBefore_, trial.After ? AreaOf(*trial.After) : QRect(),
-                      trial.After ? trial.After->Picture : QImage());
+  Picture_Trial->Show(trial.After ? trial.After->Area() : QRect(),
+                      trial.After ? trial.After->Picture : QImage(), areaBefore_);
   Label_Outcome->setText(OutcomeText(*tool_, trial));
   Text_Left->setPlainText(LeftLines(trial.Left));
   Text_Left->setVisible(!trial.Left.empty());
   Command_Run->setEnabled(trial.Changed > 0 && trial.SubtitlesAfter > 0);
 }
 
-void ToolDialog::ShowSubtitle(std::size_t column, const TriedSubtitle* subtitle) {
+void ToolDialog::ShowSubtitle(std::size_t column, const FramedSubtitle* subtitle) {
   std::array<QString, Facts> texts;
   texts.fill(QStringLiteral("-"));
   if (subtitle != nullptr) {
@@ -372,7 +366,7 @@ void ToolDialog::ShowSubtitle(std::size_t column, const TriedSubtitle* subtitle)
     texts[2] =
         subtitle->End == 0 ? QStringLiteral("???") : QString::fromStdString(FormatTimecode(subtitle->End));
     if (subtitle->Described) {
-      const QRect area = AreaOf(*subtitle);
+      const QRect area = subtitle->Area();
       texts[3] = QString::number(area.x()) + QStringLiteral(", ") + QString::number(area.y());
       texts[4] = QString::number(area.width()) + u'x' + QString::number(area.height());
     }

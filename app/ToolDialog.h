@@ -26,8 +26,8 @@ namespace quillmark {
 struct ToolForm;
 struct ToolField;
 struct ToolTrial;
-struct TriedSubtitle;
-class TrialFrame;
+struct FramedSubtitle;
+class SubtitleFrame;
 
 /// What a dialog on a tool is about. The stream must not change while it is open.
 struct ToolSubject {
@@ -69,7 +69,7 @@ class ToolDialog : public QDialog {
   [[nodiscard]] QString Only() const;
   void Try();
   void ShowTrial(const ToolTrial& trial);
-  void ShowSubtitle(std::size_t column, const TriedSubtitle* subtitle);
+  void ShowSubtitle(std::size_t column, const FramedSubtitle* subtitle);
 
   const ToolForm& form_;
   ToolSubject subject_;
@@ -84,7 +84,7 @@ class ToolDialog : public QDialog {
   QRadioButton* Option_These = nullptr;
   QLineEdit* Text_Only = nullptr;
   std::vector<QLabel*> shown_;  // Facts of them now, then as many after the tool
-  TrialFrame* Picture_Trial = nullptr;
+  SubtitleFrame* Picture_Trial = nullptr;
   QLabel* Label_Outcome = nullptr;
   QPlainTextEdit* Text_Left = nullptr;
   QPushButton* Command_Run = nullptr;

@@ -5,26 +5,10 @@
 #include <new>
 #include <utility>
 
-#include "render/Composition.h"
 #include "sup/IndexedPacket.h"
 
 namespace quillmark {
 namespace {
-
-/// Finds out whether a unit starts even where subtitles are off.
-struct ForcedFinder {
-  bool Found = false;
-
-  void Begin(const ControlSequence& /*sequence*/) {}
-  void Take(const ControlCommand& command) { Found = Found || command.Code == ForcedStart; }
-};
-
-bool IsForced(const SupStream& stream, std::size_t index) {
-  ForcedFinder finder;
-  ControlWalk walk;
-  (void)WalkPacket(PacketOf(stream, index), finder, walk);
-  return finder.Found;
-}
 
 std::span<const std::uint8_t> BytesOf(const SupStream& stream, std::size_t index) {
   const IndexedPacket packet = PacketOf(stream, index);
@@ -77,24 +61,6 @@ std::optional<std::size_t> IndexAfter(const Step& step, const ToolResult& result
 }
 
 }  // namespace
-
-TriedSubtitle LookAt(const SupStream& stream, std::size_t index, const DvdPalette& palette) {
-  std::vector<std::uint8_t> buffer;
-  const SubtitleUnit unit = UnitOf(stream, index, buffer);
-  TriedSubtitle subtitle{.Number = static_cast<std::int64_t>(index) + 1,
-                         .Start = stream.StartTime[index],
-                         .End = stream.EndTime[index],
-                         .IsForced = IsForced(stream, index),
-                         .Described = DescribeSubtitle(unit),
-                         .Picture = {}};
-  if (subtitle.Described) {
-    cBitmap picture;
-    const SpuControl& control = subtitle.Described->Control;
-    DecodePicture(unit.Bytes, control, MakeCodeColours(palette, control), picture);
-    subtitle.Picture = picture.Image();
-  }
-  return subtitle;
-}
 
 Result<ToolTrial> TryStep(const StepText& text, const SupStream& stream, std::size_t index,
                           const DvdPalette& palette) {

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 
+#include "app/Comparison.h"
 #include "app/Dialogs.h"
 #include "app/DisplayFrame.h"
 #include "app/Document.h"
@@ -30,7 +31,8 @@ frmTest::frmTest(QWidget* parent)
       document_(new Document(this)),
       // Before anything that shows the document, so that an edit is written down before it is shown.
       recovery_(new RecoveryJournal(*document_, this)),
-      list_(new SubtitleList(*document_, this)) {
+      list_(new SubtitleList(*document_, this)),
+      comparison_(new Comparison(*document_, this)) {
   setObjectName(QStringLiteral("frmTest"));
   setWindowTitle(QStringLiteral("Quillmark"));
   setAcceptDrops(true);
@@ -49,6 +51,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectControls();
   ConnectRecovery();
   ConnectList();
+  ConnectCompare();
   ConnectTools();
   UpdateCommands();
   Command_LoadSup->setFocus();
@@ -87,6 +90,7 @@ void frmTest::ConnectActions() {
   connectTo(Action_Copy, nullptr, &frmTest::Command_Copy_Click);
   connectTo(Action_SaveRecipe, nullptr, &frmTest::Command_SaveRecipe_Click);
   connectTo(Action_RunRecipe, nullptr, &frmTest::Command_RunRecipe_Click);
+  connectTo(Action_Compare, nullptr, &frmTest::Command_Compare_Click);
   connectTo(Action_Undo, nullptr, &frmTest::Command_Undo_Click);
   connectTo(Action_Redo, nullptr, &frmTest::Command_Redo_Click);
   connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
@@ -205,6 +209,7 @@ void frmTest::UpdateCommands() {
   Action_RevertPreview->setEnabled(enabled.Revert);
   ShowPreviewMark();
   UpdateList();
+  UpdateCompare();
   UpdateTools();
   Action_Report->setEnabled(enabled.Report);
   for (QAction* action : {Action_Keys, Action_About, Action_AboutQt}) {

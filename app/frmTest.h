@@ -24,6 +24,8 @@ struct ExportFailures;
 struct SpuControl;
 struct SubtitleDescription;
 class cBitmap;
+class CompareWindow;
+class Comparison;
 class Document;
 class RecoveryJournal;
 class StatusLine;
@@ -99,6 +101,12 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void AskForTool(std::string_view tool);
   void Command_SaveRecipe_Click();
   void Command_RunRecipe_Click();
+
+  // frmTest_compare.cpp
+  void ConnectCompare();
+  void UpdateCompare();
+  void Command_Compare_Click();
+  void CompareWith(const QString& path);
 
   // frmTest_memory.cpp
   void RestoreArrangement();
@@ -202,9 +210,11 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   Document* document_;
   RecoveryJournal* recovery_;
   SubtitleList* list_;
-  bool running_ = false;            // a command runs
-  bool listChangeIsDrawn_ = false;  // of the choice that a list is about to tell
-  QString picturePath_;             // where the shown picture is saved; empty unless pictures are
+  Comparison* comparison_;
+  CompareWindow* compareWindow_ = nullptr;  // made when it is first asked for
+  bool running_ = false;                    // a command runs
+  bool listChangeIsDrawn_ = false;          // of the choice that a list is about to tell
+  QString picturePath_;                     // where the shown picture is saved; empty unless pictures are
 };
 
 }  // namespace quillmark

@@ -65,6 +65,8 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_Salvage, "Action_Salvage", QStringLiteral("Sal&vage..."));
   make(Action_SaveRecipe, "Action_SaveRecipe", QStringLiteral("Save steps as reci&pe..."));
   make(Action_RunRecipe, "Action_RunRecipe", QStringLiteral("R&un recipe..."));
+  make(Action_Compare, "Action_Compare", QStringLiteral("Compare &with file..."),
+       {QKeySequence(Qt::CTRL | Qt::Key_D)});
   make(Action_Report, "Action_Report", QStringLiteral("&Report again"));
   make(Action_Keys, "Action_Keys", QStringLiteral("&Keys"), {QKeySequence(Qt::Key_F1)});
   make(Action_About, "Action_About", QStringLiteral("&About Quillmark"));

@@ -52,6 +52,7 @@ struct frmTestActions {
   QAction* Action_Salvage = nullptr;
   QAction* Action_SaveRecipe = nullptr;
   QAction* Action_RunRecipe = nullptr;
+  QAction* Action_Compare = nullptr;
   QAction* Action_Report = nullptr;
   QAction* Action_Keys = nullptr;
   QAction* Action_About = nullptr;

@@ -73,7 +73,8 @@ void frmTest::BuildMenus() {
   view->insertMenu(view->actions().at(1), columns);
   add("Menu_Tools", QStringLiteral("&Tools"),
       {Action_Retime, Action_Ends, Action_Move, Action_Force, nullptr, Action_Cut, Action_Keep, Action_Join,
-       Action_Sort, nullptr, Action_Fix, Action_Salvage, nullptr, Action_SaveRecipe, Action_RunRecipe});
+       Action_Sort, nullptr, Action_Fix, Action_Salvage, nullptr, Action_SaveRecipe, Action_RunRecipe,
+       nullptr, Action_Compare});
   add("Menu_Merge", QStringLiteral("&Merge"),
       {Action_LoadSecond, Action_Offset, Action_SaveSecond, nullptr, Action_LeaveMerge});
   add("Menu_Help", QStringLiteral("&Help"),
