@@ -82,16 +82,16 @@ TEST(Retime, HalvesGoAwayFromZeroAndTheShiftComesAfter) {
   EXPECT_EQ(DelayOf(after, 0), 45);
 }
 
-struct DelayCase {
+struct ScaledDelay {
   unsigned Old;
   Ratio Scale;
   int New;
 };
 
 TEST(Retime, DelayNeverBecomesZeroNorMoreThanItsField) {
-  for (const DelayCase& each :
-       {DelayCase{1, {1, 1000}, 1}, DelayCase{40000, {2, 1}, 65535}, DelayCase{32768, {2, 1}, 65535},
-        DelayCase{32767, {2, 1}, 65534}, DelayCase{0, {2, 1}, 0}, DelayCase{0xFFFF, {Max, 1}, 65535}}) {
+  for (const ScaledDelay& each :
+       {ScaledDelay{1, {1, 1000}, 1}, ScaledDelay{40000, {2, 1}, 65535}, ScaledDelay{32768, {2, 1}, 65535},
+        ScaledDelay{32767, {2, 1}, 65534}, ScaledDelay{0, {2, 1}, 0}, ScaledDelay{0xFFFF, {Max, 1}, 65535}}) {
     const SupStream stream = Index(PacketBuilder().Time(0).Delay(each.Old).Build());
     EXPECT_EQ(DelayOf(Applied(stream, Retimed(stream, {.Scale = each.Scale}).Edit), 0), each.New) << each.Old;
   }
