@@ -164,8 +164,8 @@ TEST_F(Folder, JournalThatBelongsToAnotherContentThanItsNameSaysIsPutAside) {
 }
 
 TEST_F(Folder, FolderThatCannotBeMadeGivesTheReason) {
-  ASSERT_TRUE(QFile(Path("file")).open(QIODevice::WriteOnly));
-  const QString path = Path("file/quillmark");
+  ASSERT_TRUE(QFile(Temporary.filePath("file")).open(QIODevice::WriteOnly));
+  const QString path = Temporary.filePath("file/quillmark");
   const JournalFolder folder(path);
   EXPECT_EQ(folder.Create(Base()).Reason(), "The folder " + path.toStdString() + " cannot be made");
   EXPECT_FALSE(folder.Find(40, [] { return std::uint64_t{0xAB}; }).Found.has_value());

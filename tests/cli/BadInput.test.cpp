@@ -32,6 +32,9 @@ std::vector<Use> StreamUses() {
           {"Assign", "in.sup", {"assign", "in.sup", "--colours", "0123", "-o", "out.sup"}},
           {"Fix", "in.sup", {"fix", "in.sup", "-o", "out.sup"}},
           {"Salvage", "in.sup", {"salvage", "in.sup", "-o", "out.sup"}},
+          {"Retime", "in.sup", {"retime", "in.sup", "--shift", "40", "-o", "out.sup"}},
+          {"JoinFirst", "in.sup", {"join", "in.sup", "sound.sup", "-o", "out.sup"}},
+          {"JoinSecond", "in.sup", {"join", "sound.sup", "in.sup", "-o", "out.sup"}},
           {"MergePrimary", "in.sup", {"merge", "in.sup", "sound.sup", "-o", "out.sup"}},
           {"MergeSecondary", "in.sup", {"merge", "sound.sup", "in.sup", "-o", "out.sup"}}};
 }

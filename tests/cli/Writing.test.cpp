@@ -161,7 +161,10 @@ INSTANTIATE_TEST_SUITE_P(, WritingCommand,
                                          Writer{"Merge", "quillmark-cli merge a.sup b.sup -o", ".sup"},
                                          Writer{"Picture", "quillmark-cli picture a.sup 1 -o", ".png"},
                                          Writer{"Palette", "quillmark-cli palette p.pal -o", ".pal"},
-                                         Writer{"Salvage", "quillmark-cli salvage a.sup -o", ".sup"}),
+                                         Writer{"Salvage", "quillmark-cli salvage a.sup -o", ".sup"},
+                                         Writer{"Fix", "quillmark-cli fix a.sup -o", ".sup"},
+                                         Writer{"Retime", "quillmark-cli retime a.sup --shift 40 -o", ".sup"},
+                                         Writer{"Join", "quillmark-cli join a.sup b.sup -o", ".sup"}),
                          [](const auto& test) { return test.param.Name; });
 
 class ExportWriting : public test::ProgramTest {
