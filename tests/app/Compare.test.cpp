@@ -46,6 +46,8 @@ class CompareFile : public ListTest {
   }
   void PressInDifferences(Qt::Key key) {
     QTest::keyClick(&Differences(), key);
+    // The window goes there after the key's event, and the list follows after the window's.
+    QCoreApplication::processEvents();
     QCoreApplication::processEvents();
   }
   /// What assistive tools tell of a row of the list.
