@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -26,6 +27,7 @@ namespace {
 
 constexpr QSize UsualSize(900, 660);
 constexpr int TitleLetters = 40;
+constexpr int LeastDifferences = 4;  // rows of the list that are always in sight
 
 /// What is told of a subtitle, each with its name.
 using FactTexts = std::vector<std::pair<QString, QString>>;
@@ -74,6 +76,7 @@ CompareWindow::CompareWindow(const Document& document, Comparison& comparison, Q
       model_(new DifferenceModel(document, comparison, this)) {
   setObjectName(QStringLiteral("CompareWindow"));
   Build();
+  resize(sizeHint());
   connect(&comparison_, &Comparison::Changed, this, &CompareWindow::FollowComparison);
   connect(&document_, &Document::NumberChanged, this, &CompareWindow::SettleLater);
   connect(&document_, &Document::PaletteChanged, this, &CompareWindow::ShowPair);
@@ -127,6 +130,8 @@ void CompareWindow::Build() {
   sides->addWidget(BuildHalf(halves_[0], QStringLiteral("Here"), QStringLiteral("Picture here")), 1);
   sides->addWidget(
       BuildHalf(halves_[1], QStringLiteral("There"), QStringLiteral("Picture in the other file")), 1);
+  table_->setMinimumHeight(table_->horizontalHeader()->sizeHint().height() +
+                           LeastDifferences * table_->verticalHeader()->defaultSectionSize());
   splitter->setStretchFactor(0, 2);
   splitter->setStretchFactor(1, 5);
 
