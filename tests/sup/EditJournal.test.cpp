@@ -78,7 +78,7 @@ const JournalChange SetCodesChange = {.Name = "Set", .What = SetCodes};
 const JournalChange MoveBytesChange = {.Name = "", .What = MoveBytes};
 const JournalChange PaletteChange = {.Name = "Pal", .What = Palette};
 
-using Changes = std::vector<JournalChange>;
+using JournalChanges = std::vector<JournalChange>;
 
 void ExpectDamaged(const Bytes& bytes) {
   EXPECT_FALSE(ReadJournal(bytes).IsOk());
@@ -125,7 +125,7 @@ TEST(ReadJournal, ChangesStandInTheirOrder) {
   const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, MoveBytesRecord}));
   ASSERT_TRUE(journal.IsOk());
   EXPECT_EQ(journal->Base, Base);
-  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, PaletteChange, MoveBytesChange}));
+  EXPECT_EQ(journal->Changes, (JournalChanges{SetCodesChange, PaletteChange, MoveBytesChange}));
   EXPECT_EQ(journal->Done, 3U);
   EXPECT_EQ(journal->Length, 49U + 52U + 81U + 62U);
   EXPECT_TRUE(journal->HasUnsavedEdits());
@@ -134,7 +134,7 @@ TEST(ReadJournal, ChangesStandInTheirOrder) {
 TEST(ReadJournal, UndoneChangeIsKeptButNotInForce) {
   const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, UndoRecord}));
   ASSERT_TRUE(journal.IsOk());
-  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, PaletteChange}));
+  EXPECT_EQ(journal->Changes, (JournalChanges{SetCodesChange, PaletteChange}));
   EXPECT_EQ(journal->Done, 1U);
 }
 
@@ -149,7 +149,7 @@ TEST(ReadJournal, ChangeBehindAnUndoneOneReplacesIt) {
   const auto journal =
       ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, UndoRecord, MoveBytesRecord}));
   ASSERT_TRUE(journal.IsOk());
-  EXPECT_EQ(journal->Changes, (Changes{SetCodesChange, MoveBytesChange}));
+  EXPECT_EQ(journal->Changes, (JournalChanges{SetCodesChange, MoveBytesChange}));
   EXPECT_EQ(journal->Done, 2U);
 }
 
