@@ -5,11 +5,10 @@ namespace {
 
 using test::Bytes;
 using test::Join;
+using test::Second;
 using test::Sound;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-constexpr std::int64_t Second = 90000;
 
 class FixCommand : public test::ProgramTest {};
 
