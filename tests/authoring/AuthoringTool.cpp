@@ -6,12 +6,13 @@
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
 
 #include "render/Composition.h"
 #include "render/PictureFile.h"
 #include "render/SubtitleExport.h"
 #include "sup/StreamLoader.h"
-#include "tests/authoring/ProgramStream.h"
 
 namespace quillmark::test {
 namespace {
@@ -57,10 +58,12 @@ AuthoredSubtitle ReadOne(const SubtitleUnit& unit, std::vector<YCrCb> palette) {
   return authored;
 }
 
-std::vector<AuthoredSubtitle> ReadAuthored(const QByteArray& programStream) {
-  const std::vector<AuthoredUnit> units =
-      ReadProgramStream({reinterpret_cast<const std::uint8_t*>(programStream.constData()),
-                         static_cast<std::size_t>(programStream.size())});
+std::vector<AuthoredUnit> UnitsOf(const QByteArray& programStream) {
+  return ReadProgramStream({reinterpret_cast<const std::uint8_t*>(programStream.constData()),
+                            static_cast<std::size_t>(programStream.size())});
+}
+
+std::vector<AuthoredSubtitle> ReadAuthored(const std::vector<AuthoredUnit>& units) {
   const Result<LoadedStream> loaded = IndexPrimaryStream(MakeSup(units));
   if (!loaded || loaded->LostSignature || loaded->Stream.PacketOffset.size() != units.size()) {
     throw std::runtime_error("the units cannot be loaded");
@@ -71,6 +74,37 @@ std::vector<AuthoredSubtitle> ReadAuthored(const QByteArray& programStream) {
   std::vector<std::uint8_t> buffer;
   for (std::size_t i = 0; i < units.size(); ++i) {
     subtitles.push_back(ReadOne(UnitOf(stream, i, buffer), units[i].Palette));
+  }
+  return subtitles;
+}
+
+QByteArray ProgramStreamOf(const SupStream& stream) {
+  std::vector<AuthoredUnit> units(stream.PacketOffset.size());
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    units[i].Start = stream.StartTime[i];
+    CopyUnit(stream, i, units[i].Bytes);
+  }
+  const std::vector<std::uint8_t> bytes = MakeProgramStream(units);
+  return {reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size())};
+}
+
+/// The list that spuunmux writes; it names the pictures by their whole paths.
+std::vector<UnmuxedSubtitle> ReadList(const QString& path) {
+  std::vector<UnmuxedSubtitle> subtitles;
+  QXmlStreamReader list(ReadFile(path));
+  while (!list.atEnd()) {
+    if (list.readNext() == QXmlStreamReader::StartElement && list.name() == QStringLiteral("spu")) {
+      const QXmlStreamAttributes values = list.attributes();
+      const auto value = [&values](const char* name) { return values.value(QLatin1String(name)).toString(); };
+      subtitles.push_back({.Start = value("start"),
+                           .End = value("end"),
+                           .Place = value("xoffset") + QStringLiteral(", ") + value("yoffset"),
+                           .IsForced = value("force") == QStringLiteral("yes"),
+                           .Picture = QImage(value("image"))});
+    }
+  }
+  if (list.hasError()) {
+    throw std::runtime_error("cannot read " + path.toStdString());
   }
   return subtitles;
 }
@@ -110,9 +144,28 @@ AuthoringRun Author(const QString& spumux, const ExportPaths& paths, const QStri
   }
   run.Log = QString::fromUtf8(process.readAllStandardError());
   if (run.ExitCode == 0) {
-    run.Subtitles = ReadAuthored(ReadFile(output));
+    run.Units = UnitsOf(ReadFile(output));
+    run.Subtitles = ReadAuthored(run.Units);
   }
   return run;
+}
+
+QString FindSpuunmux() {
+  return QStandardPaths::findExecutable(QStringLiteral("spuunmux"));
+}
+
+std::vector<UnmuxedSubtitle> Unmux(const QString& spuunmux, const SupStream& stream, const QString& folder) {
+  QTemporaryDir own(folder + QStringLiteral("/unmuxed"));
+  const QString film = own.filePath(QStringLiteral("film.mpg"));
+  const QString base = own.filePath(QStringLiteral("out"));
+  WriteFile(film, ProgramStreamOf(stream));
+  QProcess process;
+  process.setStandardInputFile(QProcess::nullDevice());
+  process.start(spuunmux, {QStringLiteral("-F"), QStringLiteral("PAL"), QStringLiteral("-o"), base, film});
+  if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+    throw std::runtime_error("spuunmux failed: " + process.readAllStandardError().toStdString());
+  }
+  return ReadList(base + QStringLiteral(".xml"));
 }
 
 }  // namespace quillmark::test

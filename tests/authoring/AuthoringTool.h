@@ -10,6 +10,7 @@
 #include "render/PictureExport.h"
 #include "render/SubtitleDescription.h"
 #include "sup/SupStream.h"
+#include "tests/authoring/ProgramStream.h"
 
 namespace quillmark::test {
 
@@ -37,9 +38,26 @@ struct AuthoredSubtitle {
 struct AuthoringRun {
   int ExitCode = -1;
   QString Log;
-  std::vector<AuthoredSubtitle> Subtitles;
+  std::vector<AuthoredUnit> Units;
+  std::vector<AuthoredSubtitle> Subtitles;  ///< what they say
 };
 /// Encodes the list for video of `format`, "PAL" or "NTSC".
 [[nodiscard]] AuthoringRun Author(const QString& spumux, const ExportPaths& paths, const QString& format);
+
+/// Empty where the tool is not installed.
+[[nodiscard]] QString FindSpuunmux();
+
+/// A subtitle as the authoring tool reads it, in the words of its own list.
+struct UnmuxedSubtitle {
+  QString Start;
+  QString End;  ///< empty where there is none
+  QString Place;
+  bool IsForced = false;
+  QImage Picture;
+};
+/// Has the subtitles of `stream` laid into a program stream and read out of it again; `folder` holds what
+/// that takes.
+[[nodiscard]] std::vector<UnmuxedSubtitle> Unmux(const QString& spuunmux, const SupStream& stream,
+                                                 const QString& folder);
 
 }  // namespace quillmark::test

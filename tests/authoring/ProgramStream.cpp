@@ -115,6 +115,50 @@ void ReadPadding(std::span<const std::uint8_t> body, UnitAssembler& units) {
   units.SetPalette(std::move(palette));
 }
 
+constexpr std::size_t MaxPayload = 2000;  // what a disc's sector has room for
+
+/// `count` bits of a time from bit `low` on, with the marker bit after them.
+std::uint64_t MarkedBits(std::int64_t time, unsigned low, unsigned count) {
+  return (static_cast<std::uint64_t>(time) >> low & ((std::uint64_t{1} << count) - 1)) << 1U | 1U;
+}
+
+void AppendBytes(std::vector<std::uint8_t>& stream, std::uint64_t value, unsigned count) {
+  while (count-- > 0) {
+    stream.push_back(static_cast<std::uint8_t>(value >> (8 * count)));
+  }
+}
+
+/// With `time` as the clock reference, whose extension of 9 bits is 0, and the mux rate of a disc.
+void AppendPackHeader(std::vector<std::uint8_t>& stream, std::int64_t time) {
+  constexpr std::uint64_t MuxRate = 25200;
+  stream.insert(stream.end(), {0x00, 0x00, 0x01, PackHeader});
+  AppendBytes(stream,
+              std::uint64_t{1} << 46U | MarkedBits(time, 30, 3) << 42U | MarkedBits(time, 15, 15) << 26U |
+                  MarkedBits(time, 0, 15) << 10U | 1U,
+              6);
+  AppendBytes(stream, MuxRate << 2U | 3U, 3);
+  stream.push_back(0xF8);  // no stuffing
+}
+
+/// `start`: the presentation time of the unit that begins in it.
+void AppendPrivatePacket(std::vector<std::uint8_t>& stream, std::span<const std::uint8_t> payload,
+                         const std::optional<std::int64_t>& start) {
+  constexpr unsigned TimestampSize = 5;
+  const unsigned header = start ? TimestampSize : 0;
+  stream.insert(stream.end(), {0x00, 0x00, 0x01, PrivateStream1});
+  AppendBytes(stream, 3 + header + 1 + payload.size(), 2);
+  AppendBytes(stream, start ? 0x8180 : 0x8100, 2);
+  AppendBytes(stream, header, 1);
+  if (start) {
+    AppendBytes(stream,
+                std::uint64_t{2} << 36U | MarkedBits(*start, 30, 3) << 32U |
+                    MarkedBits(*start, 15, 15) << 16U | MarkedBits(*start, 0, 15),
+                TimestampSize);
+  }
+  stream.push_back(FirstSubpictureStream);
+  stream.insert(stream.end(), payload.begin(), payload.end());
+}
+
 }  // namespace
 
 std::vector<AuthoredUnit> ReadProgramStream(std::span<const std::uint8_t> bytes) {
@@ -137,6 +181,22 @@ std::vector<AuthoredUnit> ReadProgramStream(std::span<const std::uint8_t> bytes)
     }
   }
   return units.Finish();
+}
+
+std::vector<std::uint8_t> MakeProgramStream(std::span<const AuthoredUnit> units) {
+  std::vector<std::uint8_t> stream;
+  for (const AuthoredUnit& unit : units) {
+    std::span<const std::uint8_t> rest = unit.Bytes;
+    while (!rest.empty()) {
+      const bool isFirst = rest.size() == unit.Bytes.size();
+      const auto part = rest.first(std::min(rest.size(), MaxPayload));
+      AppendPackHeader(stream, unit.Start);
+      AppendPrivatePacket(stream, part, isFirst ? std::optional(unit.Start) : std::nullopt);
+      rest = rest.subspan(part.size());
+    }
+  }
+  stream.insert(stream.end(), {0x00, 0x00, 0x01, ProgramEnd});
+  return stream;
 }
 
 std::vector<std::uint8_t> MakeSup(std::span<const AuthoredUnit> units) {

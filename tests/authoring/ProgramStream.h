@@ -20,6 +20,9 @@ struct AuthoredUnit {
 /// the disc, in padding packets ahead of each unit. Throws where the stream is cut off or is something else.
 [[nodiscard]] std::vector<AuthoredUnit> ReadProgramStream(std::span<const std::uint8_t> stream);
 
+/// The units as such a stream, without their palettes.
+[[nodiscard]] std::vector<std::uint8_t> MakeProgramStream(std::span<const AuthoredUnit> units);
+
 /// The units as packets of a SUP file.
 [[nodiscard]] std::vector<std::uint8_t> MakeSup(std::span<const AuthoredUnit> units);
 
