@@ -19,7 +19,7 @@
 namespace quillmark {
 namespace {
 
-constexpr int SideMargin = 4;     ///< within a cell, at its left and right
+constexpr int SideMargin = 3;     ///< within a cell, at its left and right
 constexpr int PictureMargin = 1;  ///< above and below
 constexpr int SwatchSide = 16;
 
@@ -179,7 +179,7 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
   };
   switch (column) {
     case SubtitleModel::Number:
-      return textWidth(QStringLiteral("00000")) + SeverityIconSide;
+      return textWidth(QStringLiteral("0000")) + SeverityIconSide;
     case SubtitleModel::Picture:
       return 5 * RowHeight;
     case SubtitleModel::Start:

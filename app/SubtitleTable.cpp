@@ -119,6 +119,14 @@ void SubtitleTable::timerEvent(QTimerEvent* event) {
   QTableView::timerEvent(event);
 }
 
+void SubtitleTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  // Rows are what one goes to; assistive tools hear them told in the first column.
+  if (current.isValid() && current.column() != FirstColumn()) {
+    selectionModel()->setCurrentIndex(current.siblingAtColumn(FirstColumn()), QItemSelectionModel::NoUpdate);
+  }
+}
+
 QModelIndex SubtitleTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
   const int rows = model() == nullptr ? 0 : model()->rowCount();
   if (rows == 0) {

@@ -38,6 +38,7 @@ class SubtitleTable : public QTableView {
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override;
 

@@ -178,8 +178,10 @@ void WindowBody::ShowList(bool shown) {
 }
 
 void WindowBody::Fold(bool folds) {
-  folds_ = folds;
-  Arrange();
+  if (folds != folds_) {
+    folds_ = folds;
+    Arrange();
+  }
 }
 
 QByteArray WindowBody::SplitterState() const {

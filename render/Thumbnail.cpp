@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 #include "imaging/Blend.h"
 #include "render/Composition.h"
@@ -15,27 +16,53 @@ namespace {
 /// Cell values are bytes.
 constexpr std::size_t CellValues = 256;
 
-/// How often each cell value occurs, and what it is drawn as.
-using CellCounts = std::array<std::uint32_t, CellValues>;
+/// How often each cell value occurs, and how often it stands beside a clear cell.
+struct CellCounts {
+  std::array<std::uint32_t, CellValues> All = {};
+  std::array<std::uint32_t, CellValues> AtEdge = {};
+};
 using CellColours = std::array<QRgb, CellValues>;
+
+/// So many lines are enough to count in.
+constexpr std::size_t CountedLines = 24;
+
+void CountLine(std::span<const std::uint8_t> cells, CellCounts& counts) {
+  std::uint8_t before = 0;
+  for (const std::uint8_t cell : cells) {
+    ++counts.All[cell];
+    // One of the two is 0.
+    counts.AtEdge[before | cell] += (before == 0) != (cell == 0) ? 1 : 0;
+    before = cell;
+  }
+  ++counts.AtEdge[before];
+}
 
 int Luminance(QRgb colour) {
   return (299 * qRed(colour) + 587 * qGreen(colour) + 114 * qBlue(colour)) / 1000;
 }
 
 /// By how much the cells differ from the ground, all together.
-std::uint64_t Contrast(const CellCounts& counts, std::span<const Argb> colours, QRgb ground) {
+std::uint64_t ContrastOf(const CellCounts& counts, std::span<const Argb> colours, QRgb ground) {
   std::uint64_t contrast = 0;
   for (std::size_t value = 1; value < colours.size(); ++value) {
     const int difference = std::abs(Luminance(BlendOver(colours[value], ground)) - Luminance(ground));
-    contrast += std::uint64_t{counts[value]} * static_cast<unsigned>(difference);
+    contrast += std::uint64_t{counts.All[value]} * static_cast<unsigned>(difference);
   }
   return contrast;
 }
 
-QRgb GroundFor(const CellCounts& counts, std::span<const Argb> colours) {
-  return Contrast(counts, colours, LightGround) > Contrast(counts, colours, DarkGround) ? LightGround
-                                                                                        : DarkGround;
+/// What is written has an outline mostly, which has to differ from it and not from the ground: the colour
+/// that stands beside clear cells most often does not count where there is another one.
+QRgb GroundFor(CellCounts counts, std::span<const Argb> colours) {
+  counts.All[0] = counts.AtEdge[0] = 0;
+  const auto outline =
+      static_cast<std::size_t>(std::ranges::max_element(counts.AtEdge) - counts.AtEdge.begin());
+  const std::uint32_t outlineCount = std::exchange(counts.All[outline], 0);
+  if (std::ranges::all_of(counts.All, [](std::uint32_t count) { return count == 0; })) {
+    counts.All[outline] = outlineCount;
+  }
+  return ContrastOf(counts, colours, LightGround) > ContrastOf(counts, colours, DarkGround) ? LightGround
+                                                                                            : DarkGround;
 }
 
 QImage Fitted(const QImage& whole, const ThumbnailRoom& room) {
@@ -140,11 +167,9 @@ QImage ThumbnailPainter::Draw(const Part& part, std::span<const Argb> colours, c
     const auto start = static_cast<std::size_t>(line) * static_cast<std::size_t>(part.Stride);
     return std::span(cells_).subspan(start + static_cast<std::size_t>(columns.First), width);
   };
-  CellCounts counts = {};
-  for (const int line : lines_) {
-    for (const std::uint8_t cell : cellsOf(line)) {
-      ++counts[cell];
-    }
+  CellCounts counts;
+  for (std::size_t i = 0; i < lines_.size(); i += 1 + lines_.size() / CountedLines) {
+    CountLine(cellsOf(lines_[i]), counts);
   }
   const QRgb ground = GroundFor(counts, colours);
   CellColours drawn = {};

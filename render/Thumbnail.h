@@ -28,8 +28,8 @@ struct ThumbnailRoom {
 
 /// Draws subtitles small, so that they can be told apart in a list: what of the picture is visible inside the
 /// frame, without the empty lines and columns around it and with at most MostEmptyLines between its lines,
-/// over the ground that differs most from it. What is shrunk is averaged by area; what is not has whole
-/// pixels. Memory is reused from one to the next.
+/// over the ground that differs more from what is written, its outline apart. What is shrunk is averaged by
+/// area; what is not has whole pixels. Memory is reused from one to the next.
 class ThumbnailPainter {
  public:
   static constexpr int MostEmptyLines = 4;

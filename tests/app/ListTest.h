@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include "app/ProblemFinder.h"
+#include "app/SubtitleList.h"
 #include "tests/app/MergeTest.h"
 
 /// What the tests of the list share.

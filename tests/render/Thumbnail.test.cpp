@@ -88,10 +88,19 @@ TEST(Thumbnail, GroundIsTheOneThatTheColoursDifferMoreFrom) {
 }
 
 TEST(Thumbnail, EachColourCountsAsOftenAsItIsSeen) {
-  // Three lines of black below one of white.
-  const Bytes packet = OneCodeALine({1, 0, 2, 2, 2, 2}, 100, 400, 4);
-  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(0, 1), LightGround);
-  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Clear}).pixel(0, 1), DarkGround);
+  // Two of code 3, three of 1, one of 2, two of 3; below it seven of code 3 and a clear pixel.
+  Bytes packet = PacketBuilder().Area(100, 107, 400, 401).Build();
+  std::ranges::copy(Bytes{0xBD, 0x6B, 0x1F, 0x40}, packet.begin() + 14);
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Red}).pixel(7, 1), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Red}).pixel(7, 1), LightGround);
+}
+
+TEST(Thumbnail, OutlineMayVanishInTheGround) {
+  // Three of code 1, one of 2, one of 2, three of 1; below it seven of code 1 and a clear pixel.
+  Bytes packet = PacketBuilder().Area(100, 107, 400, 401).Build();
+  std::ranges::copy(Bytes{0xD6, 0x6D, 0x1D, 0x40}, packet.begin() + 14);
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Clear}).pixel(7, 1), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(7, 1), LightGround);
 }
 
 TEST(Thumbnail, TranslucentColoursAreSeenOverTheGround) {

@@ -1,0 +1,196 @@
+#include "app/SubtitleDelegate.h"
+
+#include <algorithm>
+#include <set>
+
+#include <QCoreApplication>
+#include <QPainter>
+#include <QStyleOptionViewItem>
+
+#include "app/Document.h"
+#include "app/ProblemFinder.h"
+#include "app/SeverityIcon.h"
+#include "app/SubtitlePictures.h"
+#include "tests/app/Streams.h"
+#include "tests/support/LoadedStream.h"
+
+namespace quillmark::test {
+namespace {
+
+const QColor Cyan(3, 253, 251);  // entry 1
+const QColor PlainWhite(255, 255, 255);
+const QColor PlainGreen(2, 252, 2);  // entry 3
+const QColor Paper(200, 190, 180);
+
+/// Cells painted on paper, without a window.
+class SubtitleDelegateTest : public testing::Test {
+ protected:
+  void Open(const Bytes& bytes) {
+    Opened.BeginLoading();
+    Opened.SetNumber(1);
+    Opened.Open(Index(bytes));
+    Finder.Start(Opened.Primary().RawBytes, 1);
+    while (!Finder.IsFinished()) {
+      QCoreApplication::processEvents();
+    }
+    Model.Show({RowSubject::Subtitle(0)});
+  }
+  /// A cell of the only row, at (0, 0), in screen pixels.
+  [[nodiscard]] QImage Painted(SubtitleModel::Column column, int width, double scale = 1,
+                               const QColor& text = Qt::black) const {
+    QImage image((QSizeF(width, SubtitleDelegate::RowHeight) * scale).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Paper);
+    QStyleOptionViewItem option;
+    option.rect = QRect(0, 0, width, SubtitleDelegate::RowHeight);
+    option.state = QStyle::State_Enabled | QStyle::State_Active;
+    option.palette.setColor(QPalette::Text, text);
+    QPainter painter(&image);
+    Delegate.paint(&painter, option, Model.index(0, column));
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
+  }
+
+  Document Opened;
+  ProblemFinder Finder;
+  SubtitleModel Model{Opened, Finder, nullptr};
+  SubtitlePictures Pictures{Opened};
+  SubtitleDelegate Delegate{Opened, Model, Pictures, nullptr};
+};
+
+/// The picture's six visible pixels a line, each `side` screen pixels wide and high, with paper around them.
+void ExpectPictureAt(const QImage& cell, QPoint corner, int side) {
+  const QColor colours[] = {Cyan, Cyan, PlainWhite, PlainWhite, PlainGreen, PlainGreen};
+  for (int y = 0; y < cell.height(); ++y) {
+    for (int x = 0; x < cell.width(); ++x) {
+      const QPoint inside = QPoint(x, y) - corner;
+      const bool isPicture = QRect(0, 0, 6 * side, 2 * side).contains(inside);
+      ASSERT_EQ(cell.pixelColor(x, y).name(), (isPicture ? colours[inside.x() / side] : Paper).name())
+          << x << ", " << y;
+    }
+  }
+}
+
+TEST_F(SubtitleDelegateTest, PictureStandsInTheMiddleOfItsCell) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  ExpectPictureAt(Painted(SubtitleModel::Picture, 60), {3, 11}, 1);
+}
+
+TEST_F(SubtitleDelegateTest, PictureHasThePixelsOfTheScreen) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  ExpectPictureAt(Painted(SubtitleModel::Picture, 60, 2), {6, 22}, 2);
+  // 3.75 and 14 screen pixels; a frame pixel is not drawn larger by a part.
+  ExpectPictureAt(Painted(SubtitleModel::Picture, 60, 1.25), {4, 14}, 1);
+}
+
+TEST_F(SubtitleDelegateTest, SwatchesShowColoursAndOpacities) {
+  Open(FourCodes(PacketBuilder().Delay(10).Colour(3, 2, 1, 4).Contrast(15, 5, 15, 0)));
+  const QImage cell = Painted(SubtitleModel::Colours, 140);
+  const auto swatches =
+      SubtitleDelegate::Swatches(QRect(0, 0, 140, SubtitleDelegate::RowHeight), QFontMetrics(QFont()));
+  const auto inner = [&](std::size_t code, int x, int y) {
+    return cell.pixelColor(swatches[code].topLeft() + QPoint(x, y));
+  };
+  // Code 0 is clear: the squares behind it.
+  EXPECT_EQ(inner(0, 14, 1), QColor(255, 255, 255));
+  EXPECT_EQ(inner(0, 1, 1), QColor(160, 160, 160));
+  EXPECT_EQ(inner(1, 1, 1), Cyan);
+  EXPECT_EQ(inner(1, 14, 1), Cyan);
+  // Opacity 5 is alpha 85: white over 160 is (255 * 85 + 160 * 170) / 255.
+  EXPECT_EQ(inner(2, 1, 1), QColor(192, 192, 192));
+  EXPECT_EQ(inner(3, 1, 1), PlainGreen);
+}
+
+TEST_F(SubtitleDelegateTest, SwatchesBearEntryAndOpacity) {
+  Open(FourCodes(PacketBuilder().Delay(10).Colour(3, 2, 1, 4)));
+  const QImage before = Painted(SubtitleModel::Colours, 140);
+  const auto swatches =
+      SubtitleDelegate::Swatches(QRect(0, 0, 140, SubtitleDelegate::RowHeight), QFontMetrics(QFont()));
+  const auto colours = [&before](const QRect& part) {
+    std::set<QRgb> found;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      for (int x = part.left(); x <= part.right(); ++x) {
+        found.insert(before.pixel(x, y));
+      }
+    }
+    return found;
+  };
+  for (std::size_t code = 0; code < 4; ++code) {
+    const QRect swatch = swatches[code];
+    const auto inside = colours(swatch.adjusted(1, 1, -1, -1));
+    EXPECT_TRUE(std::any_of(inside.begin(), inside.end(), [](QRgb ink) { return qGray(ink) < 100; })) << code;
+    const QRect behind(swatch.right() + 2, swatch.top(), 8, swatch.height());
+    EXPECT_GT(colours(behind).size(), 1U) << code;
+  }
+}
+
+TEST_F(SubtitleDelegateTest, TextHasTheColourOfTheTheme) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  const auto closest = [this](const QColor& text) {
+    const QImage cell = Painted(SubtitleModel::Start, 120, 1, text);
+    int best = 255 * 3;
+    for (int y = 0; y < cell.height(); ++y) {
+      for (int x = 0; x < cell.width(); ++x) {
+        const QColor pixel = cell.pixelColor(x, y);
+        best = std::min(best, std::abs(pixel.red() - text.red()) + std::abs(pixel.green() - text.green()) +
+                                  std::abs(pixel.blue() - text.blue()));
+      }
+    }
+    return best;
+  };
+  EXPECT_LT(closest(Qt::black), 90);
+  EXPECT_LT(closest(Qt::white), 60);
+}
+
+TEST_F(SubtitleDelegateTest, NumberBearsTheIconOfTheWorstProblem) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  const auto hasIcon = [this] {
+    return Painted(SubtitleModel::Number, 60).copy(3, 5, 14, 14) != [] {
+      QImage paper(14, 14, QImage::Format_RGB32);
+      paper.fill(Paper);
+      return paper;
+    }();
+  };
+  EXPECT_FALSE(hasIcon());
+  Open(FourCodes(PacketBuilder()));
+  EXPECT_TRUE(hasIcon());
+}
+
+QImage Icon(ProblemSeverity severity) {
+  QImage icon(SeverityIconSide, SeverityIconSide, QImage::Format_RGB32);
+  icon.fill(Qt::black);
+  QPainter painter(&icon);
+  PaintSeverity(painter, icon.rect(), severity);
+  return icon;
+}
+
+TEST(SeverityIcon, ShapesDifferWithoutTheirColours) {
+  std::set<QString> shapes;
+  for (const auto severity :
+       {ProblemSeverity::Untidy, ProblemSeverity::ShownWrongly, ProblemSeverity::CannotBeShown}) {
+    const QImage icon = Icon(severity);
+    QString shape;
+    for (int y = 0; y < icon.height(); ++y) {
+      for (int x = 0; x < icon.width(); ++x) {
+        shape += icon.pixel(x, y) == qRgb(0, 0, 0) ? ' ' : '#';
+      }
+    }
+    EXPECT_GT(shape.count('#'), 70);
+    EXPECT_GT(shape.count(' '), 20);
+    shapes.insert(shape);
+  }
+  EXPECT_EQ(shapes.size(), 3U);
+}
+
+TEST(SeverityIcon, ColoursTellTheSeverity) {
+  const QColor red = Icon(ProblemSeverity::CannotBeShown).pixelColor(7, 2);
+  EXPECT_GT(red.red(), 2 * red.blue());
+  const QColor amber = Icon(ProblemSeverity::ShownWrongly).pixelColor(4, 11);
+  EXPECT_GT(amber.green(), 2 * amber.blue());
+  const QColor blue = Icon(ProblemSeverity::Untidy).pixelColor(7, 3);
+  EXPECT_GT(blue.blue(), 2 * blue.red());
+}
+
+}  // namespace
+}  // namespace quillmark::test
