@@ -44,6 +44,20 @@ QColor TextColour(const QStyleOptionViewItem& option) {
   return option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
 }
 
+/// As wide as the text is at most. Its characters are not fitted to each other, which would take as long as
+/// painting them.
+int WidthOf(const QString& text, const QFontMetrics& font) {
+  int width = 0;
+  for (const QChar character : text) {
+    width += font.horizontalAdvance(character);
+  }
+  return width;
+}
+
+int BaselineIn(const QRect& cell, const QFontMetrics& font) {
+  return cell.top() + (cell.height() - font.height()) / 2 + font.ascent();
+}
+
 void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& where, const QString& text,
                Qt::Alignment alignment = Qt::AlignLeft) {
   if (text.isEmpty()) {
@@ -51,14 +65,14 @@ void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRec
   }
   const QFontMetrics& font = option.fontMetrics;
   QString shown = text;
-  int width = font.horizontalAdvance(text);
+  int width = WidthOf(text, font);
   if (width > where.width()) {
     shown = font.elidedText(text, Qt::ElideRight, where.width());
     width = font.horizontalAdvance(shown);
   }
   const int x = alignment == Qt::AlignRight ? where.right() + 1 - width : where.left();
   painter.setPen(TextColour(option));
-  painter.drawText(x, where.top() + (where.height() - font.height()) / 2 + font.ascent(), shown);
+  painter.drawText(x, BaselineIn(where, font), shown);
 }
 
 /// Moves what is painted next at `corner` to the nearest whole screen pixel.
@@ -144,6 +158,7 @@ void SubtitleDelegate::PaintCodes(QPainter& painter, const QStyleOptionViewItem&
   const auto swatches = Swatches(option.rect, option.fontMetrics);
   painter.save();
   painter.setClipRect(option.rect, Qt::IntersectClip);
+  painter.setBrush(Qt::NoBrush);
   for (std::size_t code = 0; code < swatches.size(); ++code) {
     const int entry = control.Colour[code];
     PaintSwatch(painter, option, swatches[code], document_.Palette()[static_cast<std::size_t>(entry)], entry,

@@ -3,6 +3,7 @@
 #include <QStatusBar>
 
 #include "app/Document.h"
+#include "app/TimeStrip.h"
 #include "tests/app/ListTest.h"
 
 namespace quillmark::test {
@@ -293,6 +294,38 @@ TEST_F(ListTest, DamageHasARowOfItsOwn) {
   EXPECT_EQ(TextOf("Text_SubNum"), "1");
   EXPECT_TRUE(Problems().startsWith("Offset 144: ")) << Problems().toStdString();
   EXPECT_EQ(CurrentRow(), 4);
+}
+
+TEST_F(ListTest, ClickInTheStripOfTimeIsAJump) {
+  LoadStream(ThreeSubtitles());
+  auto& strip = Control<TimeStrip>("Strip_Time");
+  int x = 0;
+  while (x < strip.width() && strip.SubtitleAt(x) != 1U) {
+    ++x;
+  }
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_EQ(CurrentRow(), 2);
+  Type("1");
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+}
+
+TEST_F(ListTest, ManyPacketsOfNothingAreListed) {
+  Bytes stream = FourCodes(PacketBuilder().Delay(10));
+  const Bytes nothing = PacketBuilder().Unit({}).Build();
+  for (int i = 0; i < 50'000; ++i) {
+    stream.insert(stream.end(), nothing.begin(), nothing.end());
+  }
+  LoadStream(stream);
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  Press(Qt::Key_End);
+  EXPECT_EQ(CurrentRow(), 50'001);
+  EXPECT_EQ(Cell(50'000, column::Picture), "cannot be shown");
+  Type("50000-");
+  EXPECT_EQ(Count(), "2 of 50,001");
 }
 
 }  // namespace
