@@ -71,7 +71,7 @@ std::optional<int> SubtitleModel::RowOf(RowSubject subject) const {
 }
 
 int SubtitleModel::FirstRowFrom(RowSubject subject) const {
-  return static_cast<int>(std::ranges::lower_bound(rows_, subject) - rows_.begin());
+  return static_cast<int>(std::lower_bound(rows_.begin(), rows_.end(), subject) - rows_.begin());
 }
 
 void SubtitleModel::TellChanged() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -34,7 +33,8 @@ class RowSubject {
   [[nodiscard]] constexpr std::size_t Index() const { return code_ >> 1U; }
 
   /// In the order of the file.
-  auto operator<=>(const RowSubject&) const = default;
+  [[nodiscard]] constexpr bool operator<(RowSubject other) const { return code_ < other.code_; }
+  bool operator==(const RowSubject&) const = default;
 
  private:
   explicit constexpr RowSubject(std::uint32_t code) : code_(code) {}

@@ -184,7 +184,7 @@ QImage ThumbnailPainter::Draw(const Part& part, std::span<const Argb> colours, c
   }
   return Fitted(
       QImage(reinterpret_cast<const uchar*>(pixels_.data()), columns.Count, static_cast<int>(lines_.size()),
-             columns.Count * static_cast<int>(sizeof(QRgb)), QImage::Format_RGB32),
+             columns.Count * static_cast<qsizetype>(sizeof(QRgb)), QImage::Format_RGB32),
       room);
 }
 
