@@ -92,7 +92,7 @@ std::optional<Scaler::Product> Scaler::Multiply(std::int64_t value) const {
                             : Product{.Floor = -whole - 1, .Rest = divisor - quotient.Rest};
 }
 
-std::optional<std::int64_t> Scaler::RoundedSum(std::int64_t offset, std::int64_t value) const {
+std::optional<std::int64_t> Scaler::RoundedSumOfAny(std::int64_t offset, std::int64_t value) const {
   const auto product = Multiply(value);
   const auto floor = product ? Sum(offset, product->Floor) : std::nullopt;
   if (!floor) {
@@ -102,10 +102,6 @@ std::optional<std::int64_t> Scaler::RoundedSum(std::int64_t offset, std::int64_t
   const std::uint64_t up = static_cast<std::uint64_t>(ratio_.Denominator) - product->Rest;
   const bool roundsUp = *floor >= 0 ? product->Rest >= up : product->Rest > up;
   return Sum(*floor, roundsUp ? 1 : 0);
-}
-
-std::optional<std::int64_t> Scaler::Rounded(std::int64_t value) const {
-  return RoundedSum(0, value);
 }
 
 }  // namespace quillmark

@@ -37,13 +37,28 @@ class Scaler {
   /// nullopt where 64 bits do not hold it.
   [[nodiscard]] std::optional<Product> Multiply(std::int64_t value) const;
   /// The product rounded to nearest, halves away from zero.
-  [[nodiscard]] std::optional<std::int64_t> Rounded(std::int64_t value) const;
+  [[nodiscard]] std::optional<std::int64_t> Rounded(std::int64_t value) const { return RoundedSum(0, value); }
   /// The same of `offset` plus the product.
-  [[nodiscard]] std::optional<std::int64_t> RoundedSum(std::int64_t offset, std::int64_t value) const;
+  [[nodiscard]] std::optional<std::int64_t> RoundedSum(std::int64_t offset, std::int64_t value) const {
+    // Times of films, which are many: nothing that is added to in here comes near 2^63.
+    constexpr std::int64_t Far = std::int64_t{1} << 62U;
+    if (value >= 0 && static_cast<std::uint64_t>(value) <= withinWord_ && offset >= 0 && offset < Far) {
+      const std::uint64_t product =
+          static_cast<std::uint64_t>(value) * static_cast<std::uint64_t>(ratio_.Numerator);
+      const auto divisor = static_cast<std::uint64_t>(ratio_.Denominator);
+      const std::uint64_t rest = product % divisor;
+      if (product < static_cast<std::uint64_t>(Far)) {
+        return offset + static_cast<std::int64_t>(product / divisor + (rest >= divisor - rest ? 1 : 0));
+      }
+    }
+    return RoundedSumOfAny(offset, value);
+  }
 
   [[nodiscard]] std::int64_t Denominator() const { return ratio_.Denominator; }
 
  private:
+  [[nodiscard]] std::optional<std::int64_t> RoundedSumOfAny(std::int64_t offset, std::int64_t value) const;
+
   Ratio ratio_;
   std::uint64_t withinWord_;  // magnitudes up to here times the numerator fit 64 bits
 };

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -20,22 +19,29 @@ namespace quillmark {
 class ControlLayout {
  public:
   /// Whether a walk through the unit would call its visitor for the same commands at the same places after
-  /// its control offset, and end well.
-  [[nodiscard]] bool IsOf(const IndexedPacket& packet) const {
-    if (packet.Unit.size() < packet.ControlOffset + length_ || length_ < sizeof(Word)) {
+  /// its control offset, and end well. The unit is whole and within `file`, and what the index says of it
+  /// without a fault, if so.
+  [[nodiscard]] bool IsOf(std::span<const std::uint8_t> file, const IndexEntry& unit) const {
+    const std::size_t first = unit.FileOffset(unit.ControlOffset);
+    if (unit.ControlOffset < UnitHeaderSize || unit.ControlOffset + length_ > unit.Size ||
+        unit.Size > MaxReadUnit || unit.FileOffset(unit.Size) > file.size() ||
+        first + blocks_.size() * sizeof(Words) > file.size()) {
       return false;
     }
-    const std::uint8_t* const control = packet.Unit.data() + packet.ControlOffset;
+    const std::uint8_t* const control = file.data() + first;
     Word differences = 0;
-    for (const Part& part : parts_) {
-      Word word = 0;
-      std::memcpy(&word, control + part.Position, sizeof(word));
-      differences |= (word & part.Mask) ^ part.Expected;
+    const std::uint8_t* at = control;
+    for (const Block& block : blocks_) {
+      for (std::size_t i = 0; i < block.Mask.size(); ++i, at += sizeof(Word)) {
+        Word word = 0;
+        std::memcpy(&word, at, sizeof(word));
+        differences |= (word & block.Mask[i]) ^ block.Expected[i];
+      }
     }
     for (const Pointer& pointer : pointers_) {
       const auto next =
           static_cast<std::uint32_t>(control[pointer.Position] << 8U | control[pointer.Position + 1]);
-      differences |= next ^ (packet.ControlOffset + pointer.Next);
+      differences |= next ^ (unit.ControlOffset + pointer.Next);
     }
     return differences == 0;
   }
@@ -66,46 +72,42 @@ class ControlLayout {
   /// The walk came to its end; `isWhole`: without damage.
   void End(bool isWhole) {
     fixed_.push_back(last_);
-    length_ = isWhole && isFixed_ ? last_ + 1 : 0;
-    MakeParts();
+    length_ = isWhole && isFixed_ ? last_ + 1 : NoLength;
+    MakeBlocks();
   }
 
  private:
   using Word = std::uint64_t;
-  struct Part {
-    std::uint32_t Position = 0;
-    Word Mask = 0;
-    Word Expected = 0;
+  using Words = std::array<Word, 4>;
+  /// So many bytes at once; those that the mask leaves out may also be those of what follows the sequences.
+  struct Block {
+    Words Mask = {};
+    Words Expected = {};
   };
   struct Pointer {
     std::uint32_t Position = 0;
     std::uint32_t Next = 0;  ///< from the control offset
   };
+  static constexpr std::size_t NoLength = std::numeric_limits<std::uint32_t>::max();  // no unit has it
 
-  void MakeParts() {
-    parts_.clear();
-    if (length_ < sizeof(Word)) {
+  void MakeBlocks() {
+    blocks_.clear();
+    if (length_ == NoLength) {
       return;
     }
-    for (std::uint32_t position = 0; position < length_; position += sizeof(Word)) {
-      // The last one overlaps the one before it, so that none reaches past the sequences.
-      const auto first = std::min(position, static_cast<std::uint32_t>(length_ - sizeof(Word)));
-      std::array<std::uint8_t, sizeof(Word)> mask = {};
-      std::array<std::uint8_t, sizeof(Word)> expected = {};
-      for (const std::uint32_t fixed : fixed_) {
-        if (fixed >= first && fixed < first + sizeof(Word)) {
-          mask[fixed - first] = 0xFF;
-          expected[fixed - first] = control_[fixed];
-        }
-      }
-      parts_.push_back(
-          {.Position = first, .Mask = std::bit_cast<Word>(mask), .Expected = std::bit_cast<Word>(expected)});
+    blocks_.resize((length_ + sizeof(Words) - 1) / sizeof(Words));
+    for (const std::uint32_t fixed : fixed_) {
+      Block& block = blocks_[fixed / sizeof(Words)];
+      const std::size_t at = fixed % sizeof(Words);
+      constexpr std::uint8_t AllBits = 0xFF;
+      std::memcpy(reinterpret_cast<std::uint8_t*>(block.Mask.data()) + at, &AllBits, 1);
+      std::memcpy(reinterpret_cast<std::uint8_t*>(block.Expected.data()) + at, &control_[fixed], 1);
     }
   }
 
-  std::vector<Part> parts_;
+  std::vector<Block> blocks_;
   std::vector<Pointer> pointers_;
-  std::size_t length_ = 0;  // of all sequences; 0: no unit has this layout
+  std::size_t length_ = NoLength;  // of all sequences
   // While one is learnt:
   std::span<const std::uint8_t> control_;
   std::vector<std::uint32_t> fixed_;  // positions of commands and end marks
@@ -120,13 +122,15 @@ class ControlLayout {
 template <typename Plan>
 class PlannedWalk {
  public:
+  /// Whether what was learnt last holds for this unit.
+  [[nodiscard]] bool Knows(std::span<const std::uint8_t> file, const IndexEntry& unit) const {
+    return layout_.IsOf(file, unit);
+  }
+
   /// What damage there is; where there is none, the plan holds for this packet.
-  PacketFault Read(const IndexedPacket& packet) {
+  PacketFault Learn(const IndexedPacket& packet) {
     if (packet.Fault != PacketFault::None) {
       return packet.Fault;
-    }
-    if (layout_.IsOf(packet)) {
-      return PacketFault::None;
     }
     plan_.Clear(packet.ControlOffset);
     layout_.Begin(packet);

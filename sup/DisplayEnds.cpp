@@ -55,8 +55,8 @@ class EndPlan {
   bool readInOrder_ = true;
 };
 
-SpuControl Decoded(std::span<const std::uint8_t> unit, const IndexedPacket& packet) {
-  return DecodeControl(unit, std::bit_cast<std::int16_t>(packet.ControlOffset));
+SpuControl Decoded(std::span<const std::uint8_t> bytes, const IndexEntry& unit) {
+  return DecodeControl(bytes, static_cast<std::int16_t>(unit.ControlOffset));
 }
 
 /// How long this program shows a subtitle.
@@ -65,11 +65,11 @@ struct Display {
   bool HasStop = false;
 };
 
-Display DisplayOf(const IndexedPacket& packet, const EndPlan& plan) {
+Display DisplayOf(std::span<const std::uint8_t> file, const IndexEntry& unit, const EndPlan& plan) {
   const auto delay =
       plan.StopIsRead()
-          ? std::bit_cast<std::int16_t>(NumberAt(packet.Unit, packet.ControlOffset + *plan.Stop()))
-          : Decoded(packet.Unit, packet).Delay;
+          ? std::bit_cast<std::int16_t>(NumberAt(file, unit.FileOffset(unit.ControlOffset + *plan.Stop())))
+          : Decoded(file.subspan(unit.FileOffset(0), unit.Size), unit).Delay;
   return {.Ticks = delay == 0 ? std::nullopt : std::optional(delay * TicksPerDelayUnit),
           .HasStop = plan.Stop().has_value()};
 }
@@ -148,63 +148,68 @@ class EndWriter {
  public:
   explicit EndWriter(ToolRun& run) : run_(run) {}
 
-  std::optional<LeftReason> Write(const IndexedPacket& packet, const PlannedWalk<EndPlan>& plan,
+  std::optional<LeftReason> Write(const IndexEntry& unit, const PlannedWalk<EndPlan>& plan,
                                   std::uint16_t delay) {
-    return plan.What().Stop() ? WriteDelay(packet, plan.What(), delay) : AddStop(packet, plan, delay);
+    return plan.What().Stop() ? WriteDelay(unit, plan.What(), delay) : AddStop(unit, plan, delay);
   }
 
  private:
-  std::optional<LeftReason> WriteDelay(const IndexedPacket& packet, const EndPlan& plan,
-                                       std::uint16_t delay) {
-    const std::size_t position = packet.ControlOffset + *plan.Stop();
+  std::optional<LeftReason> WriteDelay(const IndexEntry& unit, const EndPlan& plan, std::uint16_t delay) {
+    const std::size_t position = unit.ControlOffset + *plan.Stop();
     if (!plan.StopIsRead()) {
-      unit_.assign(packet.Unit.begin(), packet.Unit.end());
+      const auto old = BytesOf(unit);
+      unit_.assign(old.begin(), old.end());
       WriteNumber(position, delay);
-      if (!Reads(packet, delay)) {
+      if (!Reads(unit, delay)) {
         return LeftReason::EndElsewhere;
       }
     }
-    run_.Write(packet.FileOffset(position), NumberBytes(delay));
+    run_.Write(unit.FileOffset(position), NumberBytes(delay));
     return std::nullopt;
   }
 
-  std::optional<LeftReason> AddStop(const IndexedPacket& packet, const PlannedWalk<EndPlan>& plan,
+  std::optional<LeftReason> AddStop(const IndexEntry& unit, const PlannedWalk<EndPlan>& plan,
                                     std::uint16_t delay) {
-    const std::size_t place = packet.ControlOffset + plan.After();
+    const std::size_t place = unit.ControlOffset + plan.After();
     const auto delayBytes = NumberBytes(delay);
     const auto placeBytes = NumberBytes(place);
     const std::array<std::uint8_t, StopSequenceSize> stop = {delayBytes[0], delayBytes[1], placeBytes[0],
                                                              placeBytes[1], StopDisplay,   EndOfSequence};
-    const std::size_t whole = packet.Unit.size() + stop.size();
+    const std::size_t whole = unit.Size + stop.size();
     const std::size_t size = whole + whole % 2;
     if (size > MaxReadUnit) {
       return LeftReason::UnitFull;
     }
-    if (HasDataAfter(place, packet, plan.What())) {
+    if (HasDataAfter(place, unit, plan.What())) {
       return LeftReason::DataAfterControl;
     }
-    const std::size_t pointer = packet.ControlOffset + plan.What().Last() + 2;
-    unit_.assign(packet.Unit.begin(), packet.Unit.end());
+    const std::size_t pointer = unit.ControlOffset + plan.What().Last() + 2;
+    const auto old = BytesOf(unit);
+    unit_.assign(old.begin(), old.end());
     WriteNumber(0, size);
     WriteNumber(pointer, place);
     unit_.insert(unit_.begin() + static_cast<std::ptrdiff_t>(place), stop.begin(), stop.end());
     unit_.resize(size, EndOfSequence);
-    if (!Reads(packet, delay)) {
+    if (!Reads(unit, delay)) {
       return LeftReason::EndElsewhere;
     }
-    run_.Replace(packet.FileOffset(0), 2, NumberBytes(size));
-    run_.Replace(packet.FileOffset(pointer), 2, placeBytes);
-    run_.Replace(packet.FileOffset(place), 0, stop);
+    run_.Replace(unit.FileOffset(0), 2, NumberBytes(size));
+    run_.Replace(unit.FileOffset(pointer), 2, placeBytes);
+    run_.Replace(unit.FileOffset(place), 0, stop);
     if (size > whole) {
-      run_.Replace(packet.End, 0, std::array{std::uint8_t{EndOfSequence}});
+      run_.Replace(unit.FileOffset(unit.Size), 0, std::array{std::uint8_t{EndOfSequence}});
     }
     return std::nullopt;
   }
 
-  static bool HasDataAfter(std::size_t place, const IndexedPacket& packet, const EndPlan& plan) {
-    const std::size_t fields = packet.ControlOffset + plan.Fields().value_or(0);
+  [[nodiscard]] bool HasDataAfter(std::size_t place, const IndexEntry& unit, const EndPlan& plan) const {
+    const std::size_t fields = unit.ControlOffset + plan.Fields().value_or(0);
     return plan.Fields() &&
-           (NumberAt(packet.Unit, fields) >= place || NumberAt(packet.Unit, fields + 2) >= place);
+           (NumberAt(BytesOf(unit), fields) >= place || NumberAt(BytesOf(unit), fields + 2) >= place);
+  }
+
+  [[nodiscard]] std::span<const std::uint8_t> BytesOf(const IndexEntry& unit) const {
+    return run_.File().subspan(unit.FileOffset(0), unit.Size);
   }
 
   void WriteNumber(std::size_t at, std::size_t value) {
@@ -212,8 +217,8 @@ class EndWriter {
   }
 
   /// Whether this program reads that end in `unit_`.
-  [[nodiscard]] bool Reads(const IndexedPacket& packet, std::uint16_t delay) const {
-    return std::bit_cast<std::uint16_t>(Decoded(unit_, packet).Delay) == delay;
+  [[nodiscard]] bool Reads(const IndexEntry& unit, std::uint16_t delay) const {
+    return std::bit_cast<std::uint16_t>(Decoded(unit_, unit).Delay) == delay;
   }
 
   /// A header, the stop command and the end mark.
@@ -231,15 +236,11 @@ ToolResult SetDisplayEnds(const SupStream& stream, const SubtitleSet& only, cons
   EndWriter writer(run);
   PlannedWalk<EndPlan> plan;
   const Decider decider(options);
-  run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
-    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
-      run.LeaveDamaged(fault);
-      return;
-    }
-    Decision decision = decider.Of(DisplayOf(packet, plan.What()), TicksToNext(stream, index));
+  run.ForEachPlanned(plan, [&](std::size_t index, const IndexEntry& unit) {
+    Decision decision = decider.Of(DisplayOf(run.File(), unit, plan.What()), TicksToNext(stream, index));
     if (decision.Ticks) {
       const auto units = static_cast<std::uint16_t>(*decision.Ticks / TicksPerDelayUnit);
-      const auto unwritten = writer.Write(packet, plan, units);
+      const auto unwritten = writer.Write(unit, plan, units);
       decision.Left = unwritten ? unwritten : decision.Left;
     }
     if (decision.Left) {

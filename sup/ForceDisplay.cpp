@@ -40,16 +40,12 @@ ToolResult ForceDisplay(const SupStream& stream, const SubtitleSet& only, Displa
   const std::array<std::uint8_t, 1> command = {start == DisplayStart::Forced ? ForcedStart : StartDisplay};
   ToolRun run(stream, only);
   PlannedWalk<StartPlan> plan;
-  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
-    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
-      run.LeaveDamaged(fault);
-      return;
-    }
+  run.ForEachPlanned(plan, [&](std::size_t /*index*/, const IndexEntry& unit) {
     if (plan.What().Starts().empty()) {
       run.Leave(LeftReason::NoStart);
     }
     for (const StartPlan::Start& found : plan.What().Starts()) {
-      run.Write(packet.FileOffset(packet.ControlOffset + found.Place), std::array{found.Command}, command);
+      run.Write(unit.FileOffset(unit.ControlOffset + found.Place), std::array{found.Command}, command);
     }
   });
   return run.Finish(false);

@@ -16,6 +16,36 @@ namespace quillmark {
   return std::span(stream.RawBytes).first(stream.RawBytes.empty() ? 0 : stream.RawBytes.size() - 1);
 }
 
+/// What the index has of one subtitle.
+struct IndexEntry {
+  std::size_t Offset = 0;         ///< of "SP" in the file
+  std::size_t Size = 0;           ///< of the unit
+  std::size_t ControlOffset = 0;  ///< from the unit's byte 0
+
+  /// The position of unit byte `position` in the file.
+  [[nodiscard]] std::size_t FileOffset(std::size_t position) const { return Offset + UnitStart + position; }
+};
+
+/// The index of a stream whose arrays stay where they are.
+class IndexView {
+ public:
+  explicit IndexView(const SupStream& stream)
+      : offsets_(stream.PacketOffset.data()),
+        sizes_(stream.SpuSize.data()),
+        controlOffsets_(stream.ControlOffset.data()) {}
+
+  [[nodiscard]] IndexEntry operator[](std::size_t index) const {
+    return {.Offset = std::bit_cast<std::uint32_t>(offsets_[index]),
+            .Size = std::bit_cast<std::uint16_t>(sizes_[index]),
+            .ControlOffset = std::bit_cast<std::uint16_t>(controlOffsets_[index])};
+  }
+
+ private:
+  const std::int32_t* offsets_;
+  const std::int16_t* sizes_;
+  const std::int16_t* controlOffsets_;
+};
+
 /// A packet as the index has it. The packets of a stream stand one right after another, up to a scrap that
 /// is too short for one.
 struct IndexedPacket {

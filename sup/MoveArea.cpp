@@ -157,11 +157,9 @@ std::optional<Step> StepOf(const Coordinates& coordinates, const MoveOptions& op
 /// Writes all of a unit's places, in the order in which they stand in it.
 class PlaceWriter {
  public:
-  PlaceWriter(const IndexedPacket& packet, const Step& step, ToolRun& run)
-      : control_(packet.Unit.subspan(packet.ControlOffset)),
-        offset_(packet.FileOffset(packet.ControlOffset)),
-        step_(step),
-        run_(run) {}
+  /// `control`: offset of the control sequences in the file.
+  PlaceWriter(std::size_t control, const Step& step, ToolRun& run)
+      : control_(run.File().subspan(control)), offset_(control), step_(step), run_(run) {}
 
   void Write(const PlacePlan& plan) {
     auto number = plan.Numbers().begin();
@@ -207,16 +205,18 @@ ToolResult MoveArea(const SupStream& stream, const SubtitleSet& only, const Move
   const bool movesBothWays = options.X != 0 && (options.Y != 0 || options.ToLine);
   ToolRun run(stream, only, movesBothWays ? 2 : 1);
   PlannedWalk<PlacePlan> plan;
-  run.ForEach([&](std::size_t /*index*/, const IndexedPacket& packet) {
-    if (const PacketFault fault = plan.Read(packet); fault != PacketFault::None) {
-      run.LeaveDamaged(fault);
-    } else if (plan.What().Areas().empty()) {
+  run.ForEachPlanned(plan, [&](std::size_t /*index*/, const IndexEntry& unit) {
+    if (plan.What().Areas().empty()) {
       run.Leave(LeftReason::NoArea);
-    } else if (!plan.What().ChangesAreSound()) {
+      return;
+    }
+    if (!plan.What().ChangesAreSound()) {
       run.Leave(LeftReason::BadColourChange);
-    } else if (const auto step =
-                   StepOf(Coordinates(packet.Unit.subspan(packet.ControlOffset), plan.What()), options)) {
-      PlaceWriter(packet, *step, run).Write(plan.What());
+      return;
+    }
+    const std::size_t control = unit.FileOffset(unit.ControlOffset);
+    if (const auto step = StepOf(Coordinates(run.File().subspan(control), plan.What()), options)) {
+      PlaceWriter(control, *step, run).Write(plan.What());
     } else {
       run.Leave(LeftReason::LeavesFrame);
     }

@@ -103,12 +103,12 @@ std::uint16_t ScaledDelay(const Scaler& scale, std::uint16_t delay) {
   return static_cast<std::uint16_t>(std::clamp<std::int64_t>(scale.Rounded(delay).value_or(Max), 1, Max));
 }
 
-void WriteDelays(const IndexedPacket& packet, const DelayPlan& plan, const Scaler& scale, ToolRun& run) {
+void WriteDelays(const IndexEntry& unit, const DelayPlan& plan, const Scaler& scale, ToolRun& run) {
+  const std::size_t control = unit.FileOffset(unit.ControlOffset);
   for (const std::size_t place : plan.Places()) {
-    const std::size_t position = packet.ControlOffset + place;
-    const auto delay = NumberAt(packet.Unit, position);
+    const auto delay = NumberAt(run.File(), control + place);
     if (delay != 0) {
-      run.Write(packet.FileOffset(position), NumberBytes(delay), NumberBytes(ScaledDelay(scale, delay)));
+      run.Write(control + place, NumberBytes(delay), NumberBytes(ScaledDelay(scale, delay)));
     }
   }
 }
@@ -128,12 +128,8 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
   ToolRun run(stream, only, map->KeepsDelays ? 1 : 2);
   PlannedWalk<DelayPlan> delays;
   std::optional<Failure> impossible;
-  run.ForEach([&](std::size_t index, const IndexedPacket& packet) {
+  run.ForEachPlanned(delays, [&](std::size_t index, const IndexEntry& unit) {
     if (impossible) {
-      return;
-    }
-    if (const PacketFault fault = delays.Read(packet); fault != PacketFault::None) {
-      run.LeaveDamaged(fault);
       return;
     }
     const std::int64_t old = stream.StartTime[index];
@@ -146,10 +142,10 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
       return;
     }
     if (*fresh != old) {
-      run.Write(packet.Offset + TimeStart, PackTime(old), PackTime(*fresh));
+      run.Write(unit.Offset + TimeStart, PackTime(old), PackTime(*fresh));
     }
     if (!map->KeepsDelays) {
-      WriteDelays(packet, delays.What(), map->Scale, run);
+      WriteDelays(unit, delays.What(), map->Scale, run);
     }
   });
   if (impossible) {

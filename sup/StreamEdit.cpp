@@ -1,6 +1,7 @@
 #include "sup/StreamEdit.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -54,6 +55,36 @@ void PrefetchForWriting([[maybe_unused]] const std::uint8_t* at) {
 #endif
 }
 
+/// `count` is from the size of a Number to twice that: its first and its last bytes, which may overlap.
+template <typename Number>
+void SwapNumbers(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
+  const std::size_t last = count - sizeof(Number);
+  const auto read = [](const std::uint8_t* from) {
+    Number number = 0;
+    std::memcpy(&number, from, sizeof(number));
+    return number;
+  };
+  const std::array<Number, 2> ofA = {read(a), read(a + last)};
+  const std::array<Number, 2> ofB = {read(b), read(b + last)};
+  std::memcpy(a, &ofB[0], sizeof(Number));
+  std::memcpy(a + last, &ofB[1], sizeof(Number));
+  std::memcpy(b, &ofA[0], sizeof(Number));
+  std::memcpy(b + last, &ofA[1], sizeof(Number));
+}
+
+/// Most places are a number of a unit, of up to 8 bytes.
+void SwapBytes(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
+  if (count == 1) {
+    std::swap(*a, *b);
+  } else if (count == 2 || count == 3) {
+    SwapNumbers<std::uint16_t>(a, b, count);
+  } else if (count >= 4 && count <= 8) {
+    SwapNumbers<std::uint32_t>(a, b, count);
+  } else {
+    std::swap_ranges(a, a + count, b);
+  }
+}
+
 void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
   std::uint8_t* const start = bytes.data();
   std::uint8_t* other = edit.Bytes.data();
@@ -62,13 +93,7 @@ void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
     if (i + PlacesAhead < places.size()) {
       PrefetchForWriting(start + places[i + PlacesAhead].Offset);
     }
-    std::uint8_t* const here = start + places[i].Offset;
-    if (places[i].Removed == 2) {  // a command's arguments
-      std::swap(here[0], other[0]);
-      std::swap(here[1], other[1]);
-    } else {
-      std::swap_ranges(here, here + places[i].Removed, other);
-    }
+    SwapBytes(start + places[i].Offset, other, places[i].Removed);
     other += places[i].Removed;
   }
 }

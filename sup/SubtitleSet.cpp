@@ -66,6 +66,10 @@ std::optional<SubtitleSet> SubtitleSet::Parse(std::string_view text) {
 }
 
 void SubtitleSet::Add(const SubtitleRange& range) {
+  if (!ranges_.empty() && ranges_.back().Last && *ranges_.back().Last < range.First - 1) {
+    ranges_.push_back(range);
+    return;
+  }
   // The ranges that overlap or touch the new one become one with it.
   const auto from = std::ranges::find_if(
       ranges_, [&](const SubtitleRange& other) { return !other.Last || *other.Last >= range.First - 1; });

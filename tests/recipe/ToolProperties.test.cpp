@@ -186,6 +186,48 @@ TEST_P(EveryTool, NamesBytesOfChangedSubtitlesAloneAndCanBeTakenBack) {
   EXPECT_GT(changed, 150);
 }
 
+/// A layout of control sequences that was learnt from one unit serves for those that follow; a subtitle that
+/// is looked at alone has nothing before it.
+TEST_P(EveryTool, DoesToAllWhatItDoesToEachAlone) {
+  Random random(GetParam());
+  int compared = 0;
+  for (int round = 0; round < 300; ++round) {
+    auto loaded = IndexPrimaryStream(RandomFile(random), InvalidFirst::IsPassed);
+    ASSERT_TRUE(loaded && !loaded->LostSignature);
+    const SupStream& stream = loaded->Stream;
+    StepText text = RandomStep(random, stream.Count);
+    if (text.Tool != "retime" && text.Tool != "move" && text.Tool != "force" && text.Tool != "ends") {
+      continue;
+    }
+    std::erase_if(text.Options, [](const auto& option) { return option.first == "only"; });
+    SCOPED_TRACE(text.Tool + " in round " + std::to_string(round));
+    auto step = ReadStep(text);
+    ASSERT_TRUE(step) << step.Reason();
+    const auto all = RunStep(*step, stream);
+    if (!all) {
+      continue;
+    }
+    ToolResult each;
+    for (std::int64_t number = 1; number <= stream.Count; ++number) {
+      step->Only = SubtitleSet::Of(number);
+      const auto one = RunStep(*step, stream);
+      ASSERT_TRUE(one) << one.Reason();
+      each.Edit.Places.insert(each.Edit.Places.end(), one->Edit.Places.begin(), one->Edit.Places.end());
+      each.Edit.Bytes.insert(each.Edit.Bytes.end(), one->Edit.Bytes.begin(), one->Edit.Bytes.end());
+      each.Left.insert(each.Left.end(), one->Left.begin(), one->Left.end());
+      if (one->Changed.Contains(number)) {
+        each.Changed.Append(number);
+      }
+    }
+    ASSERT_EQ(all->Edit.Places, each.Edit.Places);
+    ASSERT_EQ(all->Edit.Bytes, each.Edit.Bytes);
+    ASSERT_EQ(all->Left, each.Left);
+    ASSERT_EQ(all->Changed, each.Changed);
+    compared += stream.Count > 1 ? 1 : 0;
+  }
+  EXPECT_GT(compared, 100);
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, EveryTool, testing::Values(1U, 2U, 3U, 4U));
 
 }  // namespace
