@@ -9,9 +9,10 @@ cd "$root"
 
 layers='(base|palette|sup|recipe|imaging|render|files|app|cli)'
 
-# OwnFiles: the sources that ship and their headers, as git names them.
+# OwnFiles: the sources that ship and their headers, as git names them, but for those of another system, which are not
+# compiled here.
 OwnFiles() {
-  git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' | grep -E "^$layers/"
+  git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h' | grep -E "^$layers/" | grep -v 'Windows[.]cpp$'
 }
 
 # IncludedFiles: lines "source TAB file of ours that it reads": itself, and what it includes through any number of
