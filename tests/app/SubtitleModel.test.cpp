@@ -36,7 +36,7 @@ class SubtitleModelTest : public testing::Test {
   }
   [[nodiscard]] QStringList Texts(int row) const {
     QStringList texts;
-    for (int column = 0; column < SubtitleModel::Columns; ++column) {
+    for (int column = SubtitleModel::Number; column <= SubtitleModel::Problems; ++column) {
       texts.append(Model.index(row, column).data().toString());
     }
     return texts;
