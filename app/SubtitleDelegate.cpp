@@ -67,6 +67,9 @@ void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRec
   QString shown = text;
   int width = WidthOf(text, font);
   if (width > where.width()) {
+    width = font.horizontalAdvance(text);
+  }
+  if (width > where.width()) {
     shown = font.elidedText(text, Qt::ElideRight, where.width());
     width = font.horizontalAdvance(shown);
   }
@@ -180,8 +183,7 @@ std::array<QRect, 4> SubtitleDelegate::Swatches(const QRect& cell, const QFontMe
 
 QSize SubtitleDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto column = static_cast<SubtitleModel::Column>(index.column());
-  const int text =
-      option.fontMetrics.horizontalAdvance(model_.TextAt(index.row(), index.column())) + 2 * SideMargin;
+  const int text = WidthOf(model_.TextAt(index.row(), index.column()), option.fontMetrics) + 2 * SideMargin;
   const bool isDrawn = column == SubtitleModel::Picture || column == SubtitleModel::Colours;
   return {isDrawn ? UsualWidth(column, option.fontMetrics)
                   : text + (column == SubtitleModel::Number ? SeverityIconSide : 0),
@@ -189,9 +191,7 @@ QSize SubtitleDelegate::sizeHint(const QStyleOptionViewItem& option, const QMode
 }
 
 int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetrics& font) {
-  const auto textWidth = [&font](const QString& text) {
-    return font.horizontalAdvance(text) + 2 * SideMargin;
-  };
+  const auto textWidth = [&font](const QString& text) { return WidthOf(text, font) + 2 * SideMargin; };
   switch (column) {
     case SubtitleModel::Number:
       return textWidth(QStringLiteral("0000")) + SeverityIconSide;
