@@ -123,7 +123,7 @@ Options ReadForce(OptionReader& reader) {
 }
 
 /// Longer than any stream; keeps sums of times far from where 64 bits end.
-constexpr std::int64_t LongestGap = 1000 * 3600 * TicksPerSecond;
+constexpr std::int64_t LongestGap = TicksPerSecond * 3600 * 1000;
 
 Options ReadEnds(OptionReader& reader) {
   EndOptions options;
