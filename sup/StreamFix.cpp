@@ -85,14 +85,14 @@ class Fixer {
   explicit Fixer(const CheckOptions& options) : options_(options) {}
 
   Result<void> Run(std::span<const std::uint8_t> file) {
-    if (const Result<void> loaded = Load(file); !loaded) {
+    if (Result<void> loaded = Load(file); !loaded) {
       return loaded;
     }
     // Ends that were added may be too late for players, and areas that were moved may not be where they
     // should; each round leaves less to do.
     for (int round = 0; round < MaxRounds; ++round) {
       const std::size_t before = fix_.Mends.size();
-      const Result<void> done = RunOnce();
+      Result<void> done = RunOnce();
       if (!done || fix_.Mends.size() == before) {
         return done;
       }
@@ -115,7 +115,7 @@ class Fixer {
     fix_.Edit = mends.Edit;
     fix_.Mends = std::move(mends.Mends);
     std::vector<std::uint8_t> bytes(file.begin(), file.end());
-    if (const Result<void> applied = ApplyEdit(bytes, mends.Edit); !applied) {
+    if (Result<void> applied = ApplyEdit(bytes, mends.Edit); !applied) {
       return applied;
     }
     Result<LoadedStream> loaded = IndexPrimaryStream(std::move(bytes), InvalidFirst::IsPassed);
@@ -127,14 +127,14 @@ class Fixer {
   }
 
   Result<void> RunOnce() {
-    if (const Result<void> sorted = Sort(); !sorted) {
+    if (Result<void> sorted = Sort(); !sorted) {
       return sorted;
     }
     const StreamSurvey survey = Survey();
     const std::vector<Result<void> (Fixer::*)(const StreamSurvey&)> steps = {
         &Fixer::CutEnds, &Fixer::CutPlayerEnds, &Fixer::MoveAreas, &Fixer::AddEnds, &Fixer::AddStops};
     for (const auto step : steps) {
-      if (const Result<void> done = (this->*step)(survey); !done) {
+      if (Result<void> done = (this->*step)(survey); !done) {
         return done;
       }
     }
@@ -226,7 +226,7 @@ class Fixer {
     result.Changed.ForEachIndex(stream_.PacketOffset.size(), [&](std::size_t index) {
       before.emplace_back(index, ControlOf(index).Delay);
     });
-    if (const Result<void> applied = Apply(std::move(result.Edit)); !applied) {
+    if (Result<void> applied = Apply(std::move(result.Edit)); !applied) {
       return applied;
     }
     for (const auto& [index, delay] : before) {

@@ -89,10 +89,11 @@ Matches LongestAscending(const Matches& matches) {
   }
   Matches run(ends.size());
   std::size_t at = ends.empty() ? None : ends.back();
-  for (auto match = run.rbegin(); match != run.rend(); ++match) {
-    *match = matches[at];
+  std::generate(run.rbegin(), run.rend(), [&] {
+    const auto match = matches[at];
     at = before[at];
-  }
+    return match;
+  });
   return run;
 }
 
