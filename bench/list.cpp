@@ -21,46 +21,21 @@
 #include "app/Document.h"
 #include "app/frmTest.h"
 #include "bench/Film.h"
+#include "bench/WindowWatchers.h"
 #include "render/Composition.h"
 #include "render/SubtitleDescription.h"
 
 namespace {
 
 using namespace quillmark;
+using bench::DialogCloser;
+using bench::EndAfterFirstPaint;
 
 /// What a screen of 1366x768 leaves to the window.
 constexpr QSize SmallScreen(1358, 728);
 constexpr int ManySubtitles = 100'000;
 /// Packets of 14 bytes, units without anything.
 constexpr int TinyPackets = 2'000'000;
-
-/// Closes each dialog as soon as it is shown.
-class DialogCloser : public QObject {
- public:
-  bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() == QEvent::Show && object->inherits("QDialog")) {
-      QMetaObject::invokeMethod(object, "accept", Qt::QueuedConnection);
-    }
-    return false;
-  }
-};
-
-/// Ends the process when the window was painted for the first time.
-class EndAfterFirstPaint : public QObject {
- public:
-  explicit EndAfterFirstPaint(QWidget* window) {
-    window->winId();  // makes the system's window, to which the expose event goes
-    window->windowHandle()->installEventFilter(this);
-  }
-
-  bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() == QEvent::Expose) {
-      object->event(event);
-      std::_Exit(EXIT_SUCCESS);
-    }
-    return false;
-  }
-};
 
 int Start(const char* path, bool withList) {
   frmTest window;
