@@ -6,10 +6,13 @@ runPackages=(
   fonts-dejavu-core
   g++
   libcli11-dev
+  libebml-dev
+  libmatroska-dev
   ninja-build
   nlohmann-json3-dev
   qt6-base-dev
   qt6-wayland
+  zlib1g-dev
 )
 
 # To build the tests and benchmarks as well.
@@ -20,7 +23,6 @@ buildPackages=(
   libgmock-dev
   libgtest-dev
   pkg-config
-  zlib1g-dev
 )
 
 # To run them all, with the fuzz targets and checks.
@@ -30,9 +32,11 @@ testPackages=(
   clang-format-14
   clang-tidy-14
   dvdauthor
+  ffmpeg
   groff-base
   libclang-14-dev
   libclang-rt-14-dev
   llvm-14
   llvm-14-dev
+  mkvtoolnix
 )

@@ -7,7 +7,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-layers='(base|palette|sup|recipe|imaging|render|files|app|cli)'
+layers='(base|palette|sup|recipe|imaging|render|files|containers|app|cli)'
 
 # OwnFiles: the sources that ship and their headers, as git names them, but for those of another system, which are not
 # compiled here.

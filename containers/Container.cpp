@@ -1,0 +1,161 @@
+#include "containers/Container.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <span>
+#include <utility>
+
+#include "base/FilePath.h"
+#include "containers/ByteSource.h"
+#include "sup/StreamLoader.h"
+#include "sup/SupFormat.h"
+#ifdef QUILLMARK_HAS_VOBSUB
+#include "containers/VobSub.h"
+#endif
+#ifdef QUILLMARK_HAS_MATROSKA
+#include "containers/Matroska.h"
+#endif
+#ifdef QUILLMARK_HAS_PROGRAM_STREAM
+#include "containers/ProgramStream.h"
+#endif
+#ifdef QUILLMARK_HAS_AUTHORING
+#include "containers/AuthoringList.h"
+#endif
+
+namespace quillmark {
+namespace {
+
+bool StartsLikeSup(std::string_view head) {
+  return head.starts_with("SP");
+}
+
+ReadContainerResult ReadSup(const std::filesystem::path& path, const ReadProgress& /*progress*/) {
+  auto file = ReadStreamFile(path);
+  if (!file) {
+    return file.Why();
+  }
+  if (!StartsWithSignature(*file)) {
+    return Failure{"No SUP signature found"};
+  }
+  Container container;
+  container.Tracks.push_back({.Id = "1", .Packets = std::move(*file)});
+  return std::optional(std::move(container));
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), [](unsigned char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : static_cast<char>(c);
+  });
+  return lower;
+}
+
+std::string HeadOf(const std::filesystem::path& path) {
+  const auto source = OpenFileSource(path);
+  if (!source) {
+    return {};
+  }
+  std::array<std::uint8_t, 256> head = {};
+  const auto found = (*source)->ReadAt(0, head);
+  return found ? std::string(head.begin(), head.begin() + static_cast<std::ptrdiff_t>(*found))
+               : std::string();
+}
+
+/// "1 (en), 2 (de), 3"
+std::string TrackNames(const Container& container) {
+  std::string names;
+  for (std::size_t i = 0; i < container.Tracks.size(); ++i) {
+    names += (i == 0 ? "" : ", ") + std::to_string(i + 1);
+    if (!container.Tracks[i].Language.empty()) {
+      names += " (" + container.Tracks[i].Language + ")";
+    }
+  }
+  return names;
+}
+
+}  // namespace
+
+const std::vector<ContainerFormat>& ContainerFormats() {
+  static const std::vector<ContainerFormat> Formats = {
+      {.Id = "sup", .Name = "SUP streams", .Endings = {".sup"}, .StartsLike = StartsLikeSup, .Read = ReadSup},
+#ifdef QUILLMARK_HAS_VOBSUB
+      {.Id = "vobsub",
+       .Name = "VobSub pairs",
+       .Endings = {".idx", ".sub"},
+       .StartsLike = StartsLikeVobSub,
+       .Read = ReadVobSub},
+#endif
+#ifdef QUILLMARK_HAS_MATROSKA
+      {.Id = "matroska",
+       .Name = "Matroska files",
+       .Endings = {".mkv", ".mks"},
+       .StartsLike = StartsLikeMatroska,
+       .Read = ReadMatroska},
+#endif
+#ifdef QUILLMARK_HAS_PROGRAM_STREAM
+      {.Id = "program-stream",
+       .Name = "Program streams",
+       .Endings = {".vob", ".mpg", ".m2p"},
+       .StartsLike = StartsLikeProgramStream,
+       .Read = ReadProgramStream},
+#endif
+#ifdef QUILLMARK_HAS_AUTHORING
+      {.Id = "authoring-list",
+       .Name = "Authoring lists",
+       .Endings = {".xml"},
+       .StartsLike = StartsLikeAuthoringList,
+       .Read = ReadAuthoringList},
+#endif
+  };
+  return Formats;
+}
+
+const ContainerFormat& FormatOf(const std::filesystem::path& path) {
+  const auto& formats = ContainerFormats();
+  const std::string head = HeadOf(path);
+  if (StartsLikeSup(head)) {
+    return formats.front();
+  }
+  const std::string ending = LowerCase(Utf8FromPath(path.extension()));
+  for (const ContainerFormat& format : formats) {
+    if (std::ranges::find(format.Endings, ending) != format.Endings.end()) {
+      return format;
+    }
+  }
+  for (const ContainerFormat& format : formats) {
+    if (format.StartsLike(head)) {
+      return format;
+    }
+  }
+  return formats.front();
+}
+
+ReadContainerResult ReadContainer(const std::filesystem::path& path, const ReadProgress& progress) {
+  auto read = FormatOf(path).Read(path, progress);
+  if (read && *read && (*read)->Tracks.empty()) {
+    std::string reason = "it holds no DVD subtitles";
+    for (const std::string& note : (*read)->Notes) {
+      reason += "; " + note;
+    }
+    return Failure{reason};
+  }
+  return read;
+}
+
+Result<std::size_t> FindTrack(const Container& container, std::string_view named) {
+  const auto& tracks = container.Tracks;
+  if (named.empty()) {
+    return tracks.size() == 1 ? Result<std::size_t>(0U)
+                              : Failure{"it has several tracks: " + TrackNames(container)};
+  }
+  const std::string lower = LowerCase(named);
+  for (std::size_t i = 0; i < tracks.size(); ++i) {
+    if (std::to_string(i + 1) == named || LowerCase(tracks[i].Language) == lower) {
+      return i;
+    }
+  }
+  return Failure{"there is no track " + std::string(named) + "; it has " + TrackNames(container)};
+}
+
+}  // namespace quillmark
