@@ -30,7 +30,7 @@ bool StartsLikeSup(std::string_view head) {
   return head.starts_with("SP");
 }
 
-ReadContainerResult ReadSup(const std::filesystem::path& path, const ReadProgress& /*progress*/) {
+ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /*progress*/) {
   auto file = ReadStreamFile(path);
   if (!file) {
     return file.Why();
@@ -131,7 +131,7 @@ const ContainerFormat& FormatOf(const std::filesystem::path& path) {
   return formats.front();
 }
 
-ReadContainerResult ReadContainer(const std::filesystem::path& path, const ReadProgress& progress) {
+ReadContainerResult ReadContainer(const std::filesystem::path& path, const Progress& progress) {
   auto read = FormatOf(path).Read(path, progress);
   if (read && *read && (*read)->Tracks.empty()) {
     std::string reason = "it holds no DVD subtitles";

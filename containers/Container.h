@@ -2,12 +2,12 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/Progress.h"
 #include "base/Result.h"
 #include "palette/Colour.h"
 
@@ -32,11 +32,8 @@ struct Container {
       Notes;  ///< what concerns no single track: streams of other kinds, a clock that restarts
 };
 
-/// Told now and then how many bytes of so many were read; false ends the reading.
-using ReadProgress = std::function<bool(std::uint64_t done, std::uint64_t length)>;
-
-/// What a reader gives: nullopt where the progress ended it. The reason is in words for the user, without the
-/// path.
+/// What a reader gives: nullopt where the progress, which counts bytes of the file, ended it. The reason is
+/// in words for the user, without the path.
 using ReadContainerResult = Result<std::optional<Container>>;
 
 /// A kind of file that this program reads subtitles from.
@@ -47,7 +44,7 @@ struct ContainerFormat {
   std::vector<std::string_view> Endings;
   /// Whether a file starts as these do, whatever its name is. Only where that is sure.
   bool (*StartsLike)(std::string_view head) = nullptr;
-  ReadContainerResult (*Read)(const std::filesystem::path& path, const ReadProgress& progress) = nullptr;
+  ReadContainerResult (*Read)(const std::filesystem::path& path, const Progress& progress) = nullptr;
 };
 
 /// Those that this build reads; SUP files come first.
@@ -60,7 +57,7 @@ struct ContainerFormat {
 
 /// All subtitle streams of the file at `path`. A file without any is a Failure.
 [[nodiscard]] ReadContainerResult ReadContainer(const std::filesystem::path& path,
-                                                const ReadProgress& progress = {});
+                                                const Progress& progress = {});
 
 /// The track that a user names: its number, counted from 1, or its language in any case; the reason names
 /// the tracks that there are. Where nothing is named, the only one.

@@ -19,6 +19,7 @@ runPackages=(
 buildPackages=(
   "${runPackages[@]}"
   libavcodec-dev
+  libavformat-dev
   libbenchmark-dev
   libgmock-dev
   libgtest-dev
