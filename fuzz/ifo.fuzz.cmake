@@ -1,0 +1,1 @@
+quillmark_fuzz(ifo LINK quillmark_containers)
