@@ -4,6 +4,7 @@
 #include <functional>
 #include <utility>
 
+#include "sup/EditBuilder.h"
 #include "sup/IndexedPacket.h"
 
 namespace quillmark {
@@ -36,6 +37,9 @@ struct ArgumentChange {
       Bytes[i] = {.Kept = keptBytes[i], .Set = setBytes[i]};
     }
   }
+
+  /// Both bytes where nothing of the old ones is kept.
+  [[nodiscard]] CodeArguments Whole() const { return {Bytes[0].Set, Bytes[1].Set}; }
 
   bool IsNeeded;
   bool ReadsOld;
@@ -74,7 +78,7 @@ class PacketChange {
     }
   }
 
-  void AppendTo(StreamEdit& edit) const {
+  void AppendTo(EditBuilder& edit) const {
     for (std::size_t i = 0; i < count_;) {
       std::size_t end = i + 1;
       while (end < count_ && positions_[end] == positions_[end - 1] + 1) {
@@ -114,17 +118,10 @@ class PacketChange {
   std::size_t count_ = 0;  // invariant: positions_ ascend up to here
 };
 
-/// Appends one command's arguments, which are written whole.
-void AppendWhole(StreamEdit& edit, std::int64_t position, const ArgumentChange& change) {
-  edit.Places.push_back({.Offset = static_cast<std::uint32_t>(position), .Removed = 2, .Inserted = 2});
-  edit.Bytes.push_back(change.Bytes[0].Set);
-  edit.Bytes.push_back(change.Bytes[1].Set);
-}
-
 /// The common case of a unit with both commands, of which all codes are written: appended at once, and
 /// quickly, as long films have many of them. False, and nothing appended, for any other.
-bool AppendSound(StreamEdit& edit, const SupStream& stream, std::size_t index, const ArgumentChange& colours,
-                 const ArgumentChange& contrasts) {
+bool AppendSound(EditBuilder& edit, const SupStream& stream, std::size_t index, const CodeArguments& colours,
+                 const CodeArguments& contrasts) {
   const PacketBounds packet(stream, index);
   const std::int64_t colour = stream.ColourBytesOffset[index];
   const std::int64_t contrast = stream.ContrastBytesOffset[index];
@@ -132,11 +129,11 @@ bool AppendSound(StreamEdit& edit, const SupStream& stream, std::size_t index, c
     return false;
   }
   if (colour + 2 < contrast) {
-    AppendWhole(edit, colour, colours);
-    AppendWhole(edit, contrast, contrasts);
+    edit.Write(static_cast<std::size_t>(colour), colours);
+    edit.Write(static_cast<std::size_t>(contrast), contrasts);
   } else if (contrast + 2 < colour) {
-    AppendWhole(edit, contrast, contrasts);
-    AppendWhole(edit, colour, colours);
+    edit.Write(static_cast<std::size_t>(contrast), contrasts);
+    edit.Write(static_cast<std::size_t>(colour), colours);
   } else {
     return false;
   }
@@ -153,19 +150,17 @@ bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<
 template <typename IndexAt>
 StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const IndexAt& indexAt,
                          const CodeAssignment& codes) {
-  StreamEdit edit;
+  EditBuilder edit;
   const ArgumentChange colours(codes.Colours);
   const ArgumentChange contrasts(codes.Contrasts);
-  const std::size_t perSubtitle = (colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U);
-  edit.Places.reserve(subtitles * perSubtitle);
-  edit.Bytes.reserve(subtitles * perSubtitle * 2);
+  edit.Expect(subtitles * ((colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U)));
   const bool allWhole = colours.IsNeeded && contrasts.IsNeeded && !colours.ReadsOld && !contrasts.ReadsOld;
   for (std::size_t k = 0; k < subtitles; ++k) {
     const std::size_t i = indexAt(k);
     if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {
       continue;
     }
-    if (allWhole && AppendSound(edit, stream, i, colours, contrasts)) {
+    if (allWhole && AppendSound(edit, stream, i, colours.Whole(), contrasts.Whole())) {
       continue;
     }
     PacketChange change(stream, i);
@@ -177,7 +172,7 @@ StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const I
     }
     change.AppendTo(edit);
   }
-  return edit;
+  return edit.Finish();
 }
 
 }  // namespace

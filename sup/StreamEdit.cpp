@@ -55,6 +55,16 @@ void PrefetchForWriting([[maybe_unused]] const std::uint8_t* at) {
 #endif
 }
 
+template <typename Number>
+void SwapNumber(std::uint8_t* a, std::uint8_t* b) {
+  Number ofA = 0;
+  Number ofB = 0;
+  std::memcpy(&ofA, a, sizeof(Number));
+  std::memcpy(&ofB, b, sizeof(Number));
+  std::memcpy(a, &ofB, sizeof(Number));
+  std::memcpy(b, &ofA, sizeof(Number));
+}
+
 /// `count` is from the size of a Number to twice that: its first and its last bytes, which may overlap.
 template <typename Number>
 void SwapNumbers(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
@@ -76,7 +86,9 @@ void SwapNumbers(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
 void SwapBytes(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
   if (count == 1) {
     std::swap(*a, *b);
-  } else if (count == 2 || count == 3) {
+  } else if (count == 2) {
+    SwapNumber<std::uint16_t>(a, b);
+  } else if (count == 3) {
     SwapNumbers<std::uint16_t>(a, b, count);
   } else if (count >= 4 && count <= 8) {
     SwapNumbers<std::uint32_t>(a, b, count);
