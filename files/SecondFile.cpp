@@ -13,9 +13,8 @@
 #include "files/SystemCalls.h"
 
 namespace quillmark {
-namespace {
 
-std::string RandomName() {
+std::string TemporaryName() {
   constexpr char Letters[] = "abcdefghijklmnopqrstuvwxyz012345";
   thread_local std::random_device random;
   std::string name = "quillmark-";
@@ -25,13 +24,11 @@ std::string RandomName() {
   return name + ".tmp";
 }
 
-}  // namespace
-
 Result<SecondFile> SecondFile::In(const std::string& folder, unsigned mode) {
   constexpr int Attempts = 100;
   int attempt = 0;
   for (;;) {
-    std::string path = Utf8FromPath(PathFromUtf8(folder) / RandomName());
+    std::string path = Utf8FromPath(PathFromUtf8(folder) / TemporaryName());
     auto file = Descriptor::Open(path, O_RDWR | O_CREAT | O_EXCL, mode);
     if (file) {
       return SecondFile(std::move(path), std::move(*file));

@@ -11,6 +11,9 @@
 
 namespace quillmark {
 
+/// A name for what stands in a folder for a while: short, and no other's.
+[[nodiscard]] std::string TemporaryName();
+
 /// A file that is written while the one it is meant for stays as it is. Gone, unless it took that one's
 /// place.
 class SecondFile {

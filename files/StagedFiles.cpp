@@ -1,0 +1,168 @@
+#include "files/StagedFiles.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "base/FilePath.h"
+#include "files/Descriptor.h"
+#include "files/ReplaceFile.h"
+#include "files/SecondFile.h"
+#include "files/SystemCalls.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A link that leads nowhere is something, too.
+bool Stands(const fs::path& path) {
+  std::error_code ignored;
+  return fs::exists(fs::symlink_status(path, ignored));
+}
+
+Failure At(const fs::path& path, const std::string& reason) {
+  return Failure{Utf8FromPath(path) + ": " + reason};
+}
+
+Result<void> Replace(const fs::path& from, const fs::path& to) {
+  std::ifstream file(from, std::ios::binary);
+  const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+  if (!file) {
+    return At(from, "it cannot be read");
+  }
+  const auto written = ReplaceFile(QString::fromStdString(Utf8FromPath(to)),
+                                   {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
+                                   {.Wait = Durability::Unsynced});
+  return written ? written : At(to, written.Reason());
+}
+
+/// Moves what was staged to where it is meant for, and takes that back unless it is kept.
+class Mover {
+ public:
+  explicit Mover(Overwriting overwriting) : overwriting_(overwriting) {}
+  Mover(const Mover&) = delete;
+  Mover& operator=(const Mover&) = delete;
+  ~Mover() {
+    std::error_code ignored;
+    for (const fs::path& path : placed_) {
+      fs::remove_all(path, ignored);
+    }
+  }
+
+  /// All that stands in one folder to the other one.
+  Result<void> MoveAll(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    std::vector<fs::path> names;  // all, before any of them leaves
+    for (auto entry = fs::directory_iterator(from, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+      names.push_back(entry->path().filename());
+    }
+    if (error) {
+      return At(from, error.message());
+    }
+    for (const fs::path& name : names) {
+      if (auto moved = Move(from / name, to / name); !moved) {
+        return moved;
+      }
+    }
+    return {};
+  }
+  void Keep() { placed_.clear(); }
+
+ private:
+  Result<void> Move(const fs::path& from, const fs::path& to) {
+    if (!Stands(to)) {
+      if (System().Rename(Utf8FromPath(from).c_str(), Utf8FromPath(to).c_str()) != 0) {
+        return At(to, SystemFailure(errno).Reason);
+      }
+      placed_.push_back(to);
+      return {};
+    }
+    if (overwriting_ == Overwriting::Refused) {
+      return At(to, "it is there already");
+    }
+    std::error_code ignored;
+    if (!fs::is_directory(from, ignored)) {
+      return Replace(from, to);
+    }
+    return fs::is_directory(to, ignored) ? MoveAll(from, to) : Result<void>(At(to, "it is no folder"));
+  }
+
+  Overwriting overwriting_;
+  std::vector<fs::path> placed_;  // that are new
+};
+
+}  // namespace
+
+std::vector<QString> ExistingPaths(const std::vector<QString>& paths) {
+  std::vector<QString> existing;
+  for (const QString& path : paths) {
+    if (Stands(PathFromUtf8(path.toStdString()))) {
+      existing.push_back(path);
+    }
+  }
+  return existing;
+}
+
+Result<void> RefuseExisting(const std::vector<QString>& paths) {
+  std::string names;
+  for (const QString& path : ExistingPaths(paths)) {
+    names += (names.empty() ? "" : ", ") + path.toStdString();
+  }
+  return names.empty() ? Result<void>() : Result<void>(Failure{"already there: " + names});
+}
+
+Result<StagedFiles> StagedFiles::In(const QString& folder) {
+  const std::string name = folder.isEmpty() ? "." : folder.toStdString();
+  const fs::path stage = PathFromUtf8(name) / ("." + TemporaryName());
+  std::error_code error;
+  if (!fs::create_directory(stage, error)) {
+    return At(PathFromUtf8(name), error ? error.message() : "no folder can be made in it");
+  }
+  return StagedFiles(name, Utf8FromPath(stage));
+}
+
+StagedFiles::StagedFiles(StagedFiles&& other) noexcept
+    : folder_(std::move(other.folder_)), stage_(std::exchange(other.stage_, {})) {}
+
+StagedFiles& StagedFiles::operator=(StagedFiles&& other) noexcept {
+  std::swap(folder_, other.folder_);
+  std::swap(stage_, other.stage_);
+  return *this;
+}
+
+StagedFiles::~StagedFiles() {
+  if (!stage_.empty()) {
+    std::error_code ignored;
+    fs::remove_all(PathFromUtf8(stage_), ignored);
+  }
+}
+
+QString StagedFiles::NameOf(const QString& path) const {
+  return path.mid(PathOf({}).size());
+}
+
+QString StagedFiles::PathOf(const QString& name) const {
+  return QString::fromStdString(stage_) + QLatin1Char('/') + name;
+}
+
+Result<void> StagedFiles::AddFolder(const QString& name) {
+  auto made = MakeFolder(PathOf(name));
+  return made ? made : Failure{name.toStdString() + ": " + made.Reason()};
+}
+
+Result<void> StagedFiles::TakePlaces(Overwriting overwriting) {
+  Mover mover(overwriting);
+  auto moved = mover.MoveAll(PathFromUtf8(stage_), PathFromUtf8(folder_));
+  if (moved) {
+    mover.Keep();
+  }
+  return moved;
+}
+
+}  // namespace quillmark
