@@ -3,27 +3,9 @@
 #include <vector>
 
 #include "render/Composition.h"
-#include "sup/IndexedPacket.h"
+#include "sup/ForceDisplay.h"
 
 namespace quillmark {
-namespace {
-
-/// Finds out whether a unit starts even where subtitles are off.
-struct ForcedFinder {
-  bool Found = false;
-
-  void Begin(const ControlSequence& /*sequence*/) {}
-  void Take(const ControlCommand& command) { Found = Found || command.Code == ForcedStart; }
-};
-
-bool IsForced(const SupStream& stream, std::size_t index) {
-  ForcedFinder finder;
-  ControlWalk walk;
-  (void)WalkPacket(PacketOf(stream, index), finder, walk);
-  return finder.Found;
-}
-
-}  // namespace
 
 QRect FramedSubtitle::Area() const {
   if (!Described) {

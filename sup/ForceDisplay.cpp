@@ -34,7 +34,22 @@ class StartPlan {
   std::vector<Start> starts_;
 };
 
+/// Finds out whether a unit starts even where subtitles are off.
+struct ForcedFinder {
+  bool Found = false;
+
+  void Begin(const ControlSequence& /*sequence*/) {}
+  void Take(const ControlCommand& command) { Found = Found || command.Code == ForcedStart; }
+};
+
 }  // namespace
+
+bool IsForced(const SupStream& stream, std::size_t index) {
+  ForcedFinder finder;
+  ControlWalk walk;
+  static_cast<void>(WalkPacket(PacketOf(stream, index), finder, walk));
+  return finder.Found;
+}
 
 ToolResult ForceDisplay(const SupStream& stream, const SubtitleSet& only, DisplayStart start) {
   const std::array<std::uint8_t, 1> command = {start == DisplayStart::Forced ? ForcedStart : StartDisplay};
