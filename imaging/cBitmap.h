@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include <QByteArray>
 #include <QImage>
@@ -12,11 +13,14 @@
 
 namespace quillmark {
 
-/// One image: 32-bit ARGB, not premultiplied, unless a file was loaded into it.
+/// One image: 32-bit ARGB, not premultiplied, unless a file was loaded into it or it took over another.
 class cBitmap {
  public:
   /// Failures are reported to `instance`, which may be null and must outlive the bitmap.
   explicit cBitmap(const cGDIP* instance = nullptr) : instance_(instance) {}
+  /// Takes over an image of any format.
+  explicit cBitmap(QImage image, const cGDIP* instance = nullptr)
+      : instance_(instance), image_(std::move(image)) {}
 
   /// A transparent black image of width x height pixels, replacing the current one.
   void Create(int width, int height);

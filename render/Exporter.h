@@ -2,27 +2,17 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include <QString>
 
 #include "base/Result.h"
 #include "imaging/cBitmap.h"
+#include "render/PictureBatch.h"
 #include "render/PictureExport.h"
 #include "render/SubtitleDescription.h"
 
 namespace quillmark {
-
-/// What of an export could not be written.
-struct ExportFailures {
-  std::int64_t Count = 0;
-  QString FirstPath;
-  std::string FirstReason;
-
-  void Add(const QString& path, const std::string& reason);
-  /// The first one with its reason, and how many there are where it is not alone; empty without a failure.
-  [[nodiscard]] QString Text() const;
-};
 
 /// Whether there is a picture to export: a reversed area has no pixels.
 [[nodiscard]] inline bool HasPixels(const SpuControl& control) {
@@ -45,34 +35,24 @@ class Exporter {
   /// one stays. One without an image is a failure.
   void Add(const SubtitleDescription& description, cBitmap picture);
   /// Writes the pictures that are still held.
-  void Flush();
+  void Flush() { pictures_.Flush(); }
   /// Starts the list afresh with the lines of all that were added. Of no use with List::Appended.
   Result<void> WriteList() const;
 
   /// Those that were tried, their failures included.
-  [[nodiscard]] std::int64_t Pictures() const { return pictures_; }
+  [[nodiscard]] std::int64_t Pictures() const { return pictures_.Count(); }
   /// Without those that are still held.
-  [[nodiscard]] const ExportFailures& PictureFailures() const { return pictureFailures_; }
+  [[nodiscard]] const ExportFailures& PictureFailures() const { return pictures_.Failures(); }
   /// Of appended lines.
   [[nodiscard]] const ExportFailures& ListFailures() const { return listFailures_; }
 
  private:
-  struct HeldPicture {
-    QString Path;
-    cBitmap Picture;
-    Result<void> Saved = {};
-  };
-
   void AddLine(const QString& line);
-  void Hold(const QString& path, cBitmap picture);
 
   ExportPaths paths_;
   List list_;
   std::string lines_;
-  std::vector<HeldPicture> held_;
-  std::int64_t heldPixels_ = 0;
-  std::int64_t pictures_ = 0;
-  ExportFailures pictureFailures_;
+  PictureBatch pictures_;
   ExportFailures listFailures_;
 };
 

@@ -24,11 +24,6 @@ QString AttributeText(const QString& text) {
       .replace(QLatin1Char('\t'), QLatin1String("&#9;"));
 }
 
-/// name="value" and a blank.
-QString Attribute(const QString& name, const QString& value) {
-  return name + QStringLiteral("=\"") + value + QStringLiteral("\" ");
-}
-
 }  // namespace
 
 ExportPaths ExportPathsFor(const QString& supPath) {
@@ -49,13 +44,39 @@ QString PicturePath(const QString& folder, const QString& name) {
   return folder + QDir::separator() + name;
 }
 
+QString XmlAttribute(const QString& name, const QString& value) {
+  return name + QStringLiteral("=\"") + AttributeText(value) + QStringLiteral("\" ");
+}
+
+QString SpuLine(const SpuElement& element) {
+  return QStringLiteral("    <spu ") + XmlAttribute(QStringLiteral("start"), element.Start) +
+         (element.End.isEmpty() ? QString() : XmlAttribute(QStringLiteral("end"), element.End)) +
+         XmlAttribute(QStringLiteral("image"), element.Image) +
+         XmlAttribute(QStringLiteral("xoffset"), QString::number(element.X)) +
+         XmlAttribute(QStringLiteral("yoffset"), QString::number(element.Y)) +
+         (element.IsForced ? XmlAttribute(QStringLiteral("force"), QStringLiteral("yes")) : QString()) +
+         QStringLiteral("/>\r\n");
+}
+
 QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks, const QString& picturePath,
                 int x1, int y1) {
-  return QStringLiteral("    <spu ") + Attribute(QStringLiteral("start"), TimeText(startTicks)) +
-         (endTicks ? Attribute(QStringLiteral("end"), TimeText(*endTicks)) : QString()) +
-         Attribute(QStringLiteral("image"), AttributeText(picturePath)) +
-         Attribute(QStringLiteral("xoffset"), QString::number(x1)) +
-         Attribute(QStringLiteral("yoffset"), QString::number(y1)) + QStringLiteral("/>\r\n");
+  return SpuLine({.Start = TimeText(startTicks),
+                  .End = endTicks ? TimeText(*endTicks) : QString(),
+                  .Image = picturePath,
+                  .X = x1,
+                  .Y = y1});
+}
+
+QString AuthoringTimeText(std::int64_t ticks) {
+  constexpr std::int64_t PerSecond = 10000;
+  constexpr std::int64_t TicksEach = TicksPerSecond / PerSecond;
+  const std::int64_t time = (ticks + TicksEach / 2) / TicksEach;
+  const auto digits = [](std::int64_t value, int count) {
+    return QString::number(value).rightJustified(count, QLatin1Char('0'));
+  };
+  const std::int64_t seconds = time / PerSecond;
+  return digits(seconds / 3600, 2) + QLatin1Char(':') + digits(seconds / 60 % 60, 2) + QLatin1Char(':') +
+         digits(seconds % 60, 2) + QLatin1Char('.') + digits(time % PerSecond, 4);
 }
 
 Result<void> AppendSpuLine(const QString& listPath, const QString& line) {

@@ -26,10 +26,29 @@ struct ExportPaths {
 /// The picture's place in the folder, joined with the platform's separator.
 [[nodiscard]] QString PicturePath(const QString& folder, const QString& name);
 
-/// One line of the list, ended by CR LF. `endTicks` is nullopt when the unit has no delay. Characters of the
-/// path that mean something in an attribute are written as entities.
+/// name="value" and a blank. Characters that mean something in an attribute are written as entities.
+[[nodiscard]] QString XmlAttribute(const QString& name, const QString& value);
+
+/// What the list says of one subtitle, times as texts.
+struct SpuElement {
+  QString Start;
+  QString End;    ///< empty: none
+  QString Image;  ///< path of the picture
+  int X = 0;
+  int Y = 0;
+  bool IsForced = false;
+};
+/// Its line, ended by CR LF.
+[[nodiscard]] QString SpuLine(const SpuElement& element);
+
+/// The line of a subtitle whose times are told to the hundredth. `endTicks` is nullopt when the unit has no
+/// delay.
 [[nodiscard]] QString SpuLine(std::int64_t startTicks, std::optional<std::int64_t> endTicks,
                               const QString& picturePath, int x1, int y1);
+
+/// "hh:mm:ss.ffff", rounded to ten-thousandths of a second: all digits that authoring tools read. `ticks` is
+/// not negative.
+[[nodiscard]] QString AuthoringTimeText(std::int64_t ticks);
 
 /// Appends one line, in UTF-8, to the list at `listPath`, creating it if missing.
 Result<void> AppendSpuLine(const QString& listPath, const QString& line);
