@@ -1,0 +1,94 @@
+#include "containers/ProgramTracks.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "containers/PacketAppender.h"
+#include "containers/PacketWalk.h"
+#include "containers/StreamClock.h"
+#include "sup/StreamLoader.h"
+#include "sup/Timecode.h"
+
+namespace quillmark {
+namespace {
+
+Track TrackOf(std::size_t number, GatheredSubstream substream, std::int64_t origin) {
+  Track track;
+  track.Id = SubstreamName(number);
+  track.Notes = substream.Notes();
+  track.Packets.reserve(substream.Bytes.size() + substream.Units.size() * UnitStart);
+  for (const GatheredUnit& unit : substream.Units) {
+    AppendPacket(track.Packets, unit.Time - origin, substream.BytesOf(unit));
+  }
+  return track;
+}
+
+std::string RestartNote(const std::vector<std::int64_t>& restarts, std::int64_t origin) {
+  const std::string first = FormatTimecode(restarts.front() - origin);
+  return restarts.size() == 1 ? "the clock restarts at " + first + "; times go on"
+                              : "the clock restarts " + std::to_string(restarts.size()) +
+                                    " times, first at " + first + "; times go on";
+}
+
+}  // namespace
+
+bool IsTooMuch(const UnitGatherer& gatherer) {
+  return gatherer.Size() > MaxStreamLength;
+}
+
+std::string SubstreamName(std::size_t substream) {
+  constexpr const char* Digits = "0123456789ABCDEF";
+  const std::size_t value = FirstSubtitleSubstream + substream;
+  return std::string("0x") + Digits[value / 16] + Digits[value % 16];
+}
+
+ReadContainerResult ReadProgramTracks(ByteSource& source, const Progress& progress) {
+  ForwardReader reader(source, progress);
+  PacketWalk walk(reader);
+  StreamClock clock;
+  UnitGatherer gatherer;
+  Tally encrypted;
+  for (ProgramPacket packet; walk.Next(packet);) {
+    clock.See(packet);
+    if (packet.IsEncrypted) {
+      encrypted.Add(packet.Position);
+    }
+    if (const auto substream = SubtitleSubstreamOf(packet)) {
+      gatherer.Add(packet, clock.TimeOf(packet, *substream));
+      if (IsTooMuch(gatherer)) {
+        return Failure{TooMuchReason};
+      }
+    }
+  }
+  if (reader.IsCancelled()) {
+    return std::optional<Container>();
+  }
+  if (!reader.Status()) {
+    return reader.Status().Why();
+  }
+  if (!walk.FoundPack()) {
+    return Failure{NoPackReason};
+  }
+  Container container;
+  auto substreams = gatherer.Finish();
+  for (std::size_t i = 0; i < substreams.size(); ++i) {
+    if (!substreams[i].Units.empty()) {
+      container.Tracks.push_back(TrackOf(i, std::exchange(substreams[i], {}), clock.Origin()));
+    } else {
+      for (const std::string& note : substreams[i].Notes()) {
+        container.Notes.push_back(SubstreamName(i) + ": " + note);
+      }
+    }
+  }
+  if (container.Tracks.empty() && encrypted.Count > 0) {
+    container.Notes.emplace_back("the file is encrypted");
+  }
+  if (!clock.Restarts().empty()) {
+    container.Notes.push_back(RestartNote(clock.Restarts(), clock.Origin()));
+  }
+  return std::optional(std::move(container));
+}
+
+}  // namespace quillmark

@@ -1,0 +1,113 @@
+#include "containers/StreamClock.h"
+
+#include <algorithm>
+
+#include "base/ByteReader.h"
+#include "sup/Timecode.h"
+
+namespace quillmark {
+namespace {
+
+constexpr unsigned NavigationBits = 32;
+
+/// How far `to` is from `from`, both of which count up to so many bits and start again: the shorter way.
+std::int64_t Distance(std::int64_t from, std::int64_t to, unsigned bits) {
+  const std::int64_t turn = std::int64_t{1} << bits;
+  const std::int64_t forward = (to - from) & (turn - 1);
+  return forward < turn / 2 ? forward : forward - turn;
+}
+
+}  // namespace
+
+void StreamClock::See(const ProgramPacket& packet) {
+  if (packet.Clock) {
+    SeeClock(*packet.Clock);
+  }
+  if (packet.Stream == PrivateStream2) {
+    SeeNavigation(packet.Payload);
+  } else if (packet.Stream >= FirstAudioStream && packet.Stream <= LastVideoStream) {
+    hasMedia_ = true;
+    if (packet.Stream >= FirstVideoStream && packet.Time && !packet.IsEncrypted) {
+      SeeVideo(*packet.Time);
+    }
+  }
+}
+
+void StreamClock::SeeClock(std::int64_t clock) {
+  if (!clock_) {
+    clock_ = {.Stamp = clock, .Time = clock};
+    return;
+  }
+  std::int64_t step = Distance(clock_->Stamp, clock, TimeStampBits);
+  if (step < -TicksPerSecond && hasMedia_ && !unit_) {
+    restarts_.push_back(clock_->Time);
+    step = 0;
+  }
+  clock_ = {.Stamp = clock, .Time = clock_->Time + step};
+}
+
+void StreamClock::SeeNavigation(std::span<const std::uint8_t> payload) {
+  constexpr std::uint8_t PresentationControl = 0;  // the substream that has the times
+  constexpr std::size_t StartAt = 13;
+  ByteReader reader(payload);
+  if (reader.U8() != PresentationControl || !reader.Seek(StartAt)) {
+    return;
+  }
+  const auto start = reader.U32be();
+  const auto end = reader.U32be();
+  if (!start || !end || *start == *end) {
+    return;
+  }
+  if (!unit_) {
+    unit_ = {.Stamp = *start, .Time = *start};
+    origin_ = *start;
+  } else {
+    const std::int64_t time = unit_->Time + Distance(unit_->Stamp, unitEnd_, NavigationBits);
+    if (*start != unitEnd_) {
+      restarts_.push_back(time);
+    }
+    unit_ = {.Stamp = *start, .Time = time};
+  }
+  unitEnd_ = *end;
+}
+
+void StreamClock::SeeVideo(std::int64_t stamp) {
+  // Pictures come in the order of decoding: the one that is shown first is among those of the first second.
+  if (unit_ || !clock_) {
+    return;
+  }
+  const std::int64_t time = clock_->Time + Distance(clock_->Stamp, stamp, TimeStampBits);
+  if (!origin_) {
+    origin_ = time;
+    firstVideo_ = time;
+  } else if (time < *origin_ && time > firstVideo_ - TicksPerSecond) {
+    origin_ = time;
+  }
+}
+
+std::int64_t StreamClock::TimeOf(const ProgramPacket& packet, std::size_t substream) {
+  if (!packet.Time) {
+    return 0;
+  }
+  const std::int64_t stamp = *packet.Time;
+  if (unit_) {
+    return unit_->Time + Distance(unit_->Stamp, stamp, NavigationBits);
+  }
+  if (hasMedia_ && clock_) {
+    return clock_->Time + Distance(clock_->Stamp, stamp, TimeStampBits);
+  }
+  std::optional<Fixed>& last = subtitles_[substream];
+  std::int64_t time = stamp;
+  if (last) {
+    std::int64_t step = Distance(last->Stamp, stamp, TimeStampBits);
+    if (step < -TicksPerSecond) {
+      step = TicksPerSecond;
+      restarts_.push_back(last->Time + step);
+    }
+    time = last->Time + step;
+  }
+  last = {.Stamp = stamp, .Time = time};
+  return time;
+}
+
+}  // namespace quillmark

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "containers/PacketWalk.h"
+#include "containers/UnitGatherer.h"
+
+namespace quillmark {
+
+/// Lays the time stamps of a program stream on one clock that never goes back, in ticks of 90 kHz.
+///
+/// Where there are navigation packets, their times lead: a video object unit that does not start where the
+/// last one ended goes on from there. Else the packs' clock references do, as soon as there is sound or
+/// video: one that is more than a second before the last goes on from that. In a stream of subtitles alone,
+/// whose clock references are often all the same, a time stamp more than a second before the last of its
+/// substream goes on one second after that. A clock that passes its 33 bits goes on, too.
+class StreamClock {
+ public:
+  /// Every packet of the stream is shown to it in turn.
+  void See(const ProgramPacket& packet);
+
+  /// When the unit that starts in the packet, which was seen last, is shown.
+  [[nodiscard]] std::int64_t TimeOf(const ProgramPacket& packet, std::size_t substream);
+
+  /// When the first picture of the video is shown, which is where a film starts; 0 without video.
+  [[nodiscard]] std::int64_t Origin() const { return origin_.value_or(0); }
+
+  /// Where the clock was set anew: the times at which it went on.
+  [[nodiscard]] const std::vector<std::int64_t>& Restarts() const { return restarts_; }
+
+ private:
+  /// A time stamp or reference, and what it is on the one clock.
+  struct Fixed {
+    std::int64_t Stamp = 0;
+    std::int64_t Time = 0;
+  };
+
+  void SeeClock(std::int64_t clock);
+  void SeeNavigation(std::span<const std::uint8_t> payload);
+  void SeeVideo(std::int64_t stamp);
+
+  bool hasMedia_ = false;       // sound or video
+  std::optional<Fixed> clock_;  // the last clock reference
+  std::optional<Fixed> unit_;   // the start of the current video object unit
+  std::uint32_t unitEnd_ = 0;   // its end
+  std::array<std::optional<Fixed>, SubtitleSubstreams> subtitles_;  // the last time stamp of each substream
+  std::optional<std::int64_t> origin_;
+  std::int64_t firstVideo_ = 0;
+  std::vector<std::int64_t> restarts_;
+};
+
+}  // namespace quillmark

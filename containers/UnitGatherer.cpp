@@ -1,0 +1,141 @@
+#include "containers/UnitGatherer.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "sup/ControlSequences.h"
+#include "sup/SupFormat.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::size_t MaxUnit = 0xFFFF;
+constexpr std::size_t Header = UnitHeaderSize;
+
+struct NoVisitor {
+  void Begin(const ControlSequence& /*sequence*/) const {}
+  void Take(const ControlCommand& /*command*/) const {}
+};
+
+/// Control sequences stand at a unit's end, so a unit that has them all is whole.
+bool HasAllControlSequences(std::span<const std::uint8_t> unit) {
+  const std::uint16_t offset = NumberAt(unit, 2);
+  NoVisitor visitor;
+  return offset >= Header && WalkControl(unit, offset, visitor).End == ControlEnding::PointsToItself;
+}
+
+std::string Counted(std::uint64_t count, const char* one, const char* many) {
+  return std::to_string(count) + (count == 1 ? one : many);
+}
+
+std::string FirstAt(const Tally& tally) {
+  return (tally.Count == 1 ? " (at byte " : " (the first at byte ") + std::to_string(tally.First) + ")";
+}
+
+}  // namespace
+
+std::vector<std::string> GatheredSubstream::Notes() const {
+  std::vector<std::string> notes;
+  if (Encrypted.Count > 0) {
+    notes.push_back(Counted(Encrypted.Count, " packet is encrypted", " packets are encrypted") +
+                    FirstAt(Encrypted) + "; their subtitles are left out");
+  }
+  if (Cut.Count > 0) {
+    notes.push_back(
+        Counted(Cut.Count, " subtitle is cut short and left out", " subtitles are cut short and left out") +
+        FirstAt(Cut));
+  }
+  if (Resized.Count > 0) {
+    notes.push_back(Counted(Resized.Count, " subtitle had a wrong size", " subtitles had a wrong size") +
+                    FirstAt(Resized) + ", which was mended");
+  }
+  return notes;
+}
+
+bool UnitGatherer::IsStart(const ProgramPacket& packet) const {
+  return std::ranges::binary_search(starts_, packet.Pack) ||
+         std::ranges::binary_search(starts_, packet.Position);
+}
+
+void UnitGatherer::Add(const ProgramPacket& packet, std::int64_t time) {
+  const auto index = SubtitleSubstreamOf(packet);
+  if (!index) {
+    return;
+  }
+  Pending& pending = pending_[*index];
+  if (packet.IsEncrypted) {
+    substreams_[*index].Encrypted.Add(packet.Position);
+    if (std::exchange(pending.IsOpen, false)) {
+      substreams_[*index].Bytes.resize(pending.Unit.Start);
+    }
+    return;
+  }
+  const bool hasOtherTime = packet.Time && packet.Time != pending.Unit.TimeStamp;
+  const bool starts = !pending.IsOpen       ? packet.Time.has_value() || IsStart(packet)
+                      : pending.SizeIsWrong ? hasOtherTime || IsStart(packet)
+                                            : hasOtherTime && (!hasStarts_ || IsStart(packet));
+  if (starts) {
+    End(*index);
+    pending.IsOpen = true;
+    pending.Unit = {.Pack = packet.Pack,
+                    .Packet = packet.Position,
+                    .TimeStamp = packet.Time,
+                    .Time = time,
+                    .Start = substreams_[*index].Bytes.size()};
+  }
+  if (pending.IsOpen) {
+    Append(*index, packet.Payload.subspan(1));
+  }
+}
+
+void UnitGatherer::Append(std::size_t index, std::span<const std::uint8_t> payload) {
+  Pending& pending = pending_[index];
+  std::vector<std::uint8_t>& bytes = substreams_[index].Bytes;
+  bytes.insert(bytes.end(), payload.begin(), payload.end());
+  const auto unit = std::span(bytes).subspan(pending.Unit.Start);
+  if (unit.size() < Header) {
+    return;
+  }
+  const std::size_t size = NumberAt(unit, 0);
+  pending.SizeIsWrong = size < NumberAt(unit, 2) || size < Header;
+  if (pending.SizeIsWrong ? unit.size() > MaxUnit : unit.size() >= size) {
+    End(index);
+  }
+}
+
+void UnitGatherer::End(std::size_t index) {
+  Pending& pending = pending_[index];
+  if (!std::exchange(pending.IsOpen, false)) {
+    return;
+  }
+  GatheredSubstream& substream = substreams_[index];
+  GatheredUnit& unit = pending.Unit;
+  auto bytes = std::span(substream.Bytes).subspan(unit.Start);
+  bytes = bytes.first(std::min(bytes.size(), MaxUnit));
+  const std::size_t said = bytes.size() < Header ? 0 : NumberAt(bytes, 0);
+  unit.Size = said;
+  if (bytes.size() >= Header && said != bytes.size() && (pending.SizeIsWrong || said > bytes.size()) &&
+      HasAllControlSequences(bytes)) {
+    unit.Size = bytes.size();
+    std::ranges::copy(NumberBytes(unit.Size), bytes.begin());
+    substream.Resized.Add(unit.Packet);
+  }
+  const bool isWhole = unit.Size >= Header && unit.Size <= bytes.size();
+  substream.Bytes.resize(unit.Start + (isWhole ? unit.Size : 0));
+  if (isWhole) {
+    substream.Units.push_back(unit);
+    size_ += unit.Size;
+  } else {
+    substream.Cut.Add(unit.Packet);
+  }
+  pending.SizeIsWrong = false;
+}
+
+std::array<GatheredSubstream, SubtitleSubstreams> UnitGatherer::Finish() {
+  for (std::size_t i = 0; i < SubtitleSubstreams; ++i) {
+    End(i);
+  }
+  return std::move(substreams_);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "containers/PacketWalk.h"
+
+namespace quillmark {
+
+/// The substreams of private stream 1 that carry DVD subtitles: 0x20 to 0x3F.
+inline constexpr std::uint8_t FirstSubtitleSubstream = 0x20;
+inline constexpr std::size_t SubtitleSubstreams = 32;
+
+/// A unit that was put together from packets.
+struct GatheredUnit {
+  std::uint64_t Pack = 0;                 ///< as of its first packet
+  std::uint64_t Packet = 0;               ///< where that starts
+  std::optional<std::int64_t> TimeStamp;  ///< 90 kHz ticks, 33 bits
+  std::int64_t Time = 0;                  ///< what whoever added its first packet said
+  std::size_t Start = 0;                  ///< in Substream::Bytes
+  std::size_t Size = 0;                   ///< as its size field says
+};
+
+/// How many there were, and where the first one stands in the file.
+struct Tally {
+  std::uint64_t Count = 0;
+  std::uint64_t First = 0;
+
+  void Add(std::uint64_t position) {
+    if (Count++ == 0) {
+      First = position;
+    }
+  }
+};
+
+/// The units of one substream, in the order of the file.
+struct GatheredSubstream {
+  std::vector<std::uint8_t> Bytes;
+  std::vector<GatheredUnit> Units;
+  Tally Cut;        ///< units left out, since packets of them are missing
+  Tally Resized;    ///< units whose size field was not that of their bytes, and was mended
+  Tally Encrypted;  ///< packets left out, since their scrambling bits are set
+
+  [[nodiscard]] std::span<const std::uint8_t> BytesOf(const GatheredUnit& unit) const {
+    return std::span(Bytes).subspan(unit.Start, unit.Size);
+  }
+  /// What was mended or left out, in words for the user.
+  [[nodiscard]] std::vector<std::string> Notes() const;
+};
+
+/// Puts units together from the packets of private stream 1.
+///
+/// A unit starts in a packet with a time stamp and is complete when it has as many bytes as its size field
+/// says; what its last packet holds behind them is dropped. A time stamp other than its own before that
+/// starts the next unit. What was gathered then is a unit whose size field is wrong if all its control
+/// sequences are there, and is left out as cut short if not. A size field that ends before the control
+/// sequences is wrong as well: such a unit goes on to the next time stamp.
+class UnitGatherer {
+ public:
+  UnitGatherer() = default;
+  /// `starts`: positions of packs, or packets, in ascending order. A unit can start there without a time
+  /// stamp; a time stamp elsewhere starts none where a unit is incomplete.
+  explicit UnitGatherer(std::vector<std::uint64_t> starts) : starts_(std::move(starts)), hasStarts_(true) {}
+
+  /// Takes the packet into the unit that it belongs to; passed where it carries no subtitle. `time` is that
+  /// of a unit that starts in it.
+  void Add(const ProgramPacket& packet, std::int64_t time);
+  /// Ends units that are incomplete, and gives all of them.
+  [[nodiscard]] std::array<GatheredSubstream, SubtitleSubstreams> Finish();
+
+  /// Bytes of all units.
+  [[nodiscard]] std::size_t Size() const { return size_; }
+
+ private:
+  struct Pending {
+    GatheredUnit Unit;
+    bool IsOpen = false;
+    bool SizeIsWrong = false;
+  };
+
+  [[nodiscard]] bool IsStart(const ProgramPacket& packet) const;
+  void Append(std::size_t index, std::span<const std::uint8_t> payload);
+  void End(std::size_t index);
+
+  std::vector<std::uint64_t> starts_;
+  bool hasStarts_ = false;
+  std::size_t size_ = 0;
+  std::array<Pending, SubtitleSubstreams> pending_;
+  std::array<GatheredSubstream, SubtitleSubstreams> substreams_;
+};
+
+/// The number of the subtitle substream that the packet belongs to, from 0; nullopt where it belongs to none.
+[[nodiscard]] inline std::optional<std::size_t> SubtitleSubstreamOf(const ProgramPacket& packet) {
+  if (packet.Stream != PrivateStream1 || packet.Payload.empty() ||
+      packet.Payload[0] < FirstSubtitleSubstream ||
+      packet.Payload[0] >= FirstSubtitleSubstream + SubtitleSubstreams) {
+    return std::nullopt;
+  }
+  return packet.Payload[0] - FirstSubtitleSubstream;
+}
+
+}  // namespace quillmark

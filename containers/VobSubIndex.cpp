@@ -1,0 +1,277 @@
+#include "containers/VobSubIndex.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+#include "base/Digit.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view Blanks = " \t\r\n\v\f";
+
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(Blanks);
+  return first == std::string_view::npos ? std::string_view()
+                                         : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// `lower` is in lower case.
+bool IsWord(std::string_view text, std::string_view lower) {
+  return std::ranges::equal(text, lower, {}, Lower);
+}
+
+/// What stands before `separator`, and what after it; all of it before where there is none.
+std::pair<std::string_view, std::string_view> Split(std::string_view text, char separator) {
+  const std::size_t at = text.find(separator);
+  return at == std::string_view::npos ? std::pair(Trimmed(text), std::string_view())
+                                      : std::pair(Trimmed(text.substr(0, at)), Trimmed(text.substr(at + 1)));
+}
+
+/// A number that the whole text is, without a sign.
+template <typename Number>
+std::optional<Number> Whole(std::string_view text, int base) {
+  Number number = 0;
+  const char* end = text.data() + text.size();
+  if (text.empty() || text.front() == '-') {
+    return std::nullopt;
+  }
+  const auto read = std::from_chars(text.data(), end, number, base);
+  return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
+}
+
+/// "[-]hh:mm:ss:mmm" in milliseconds, with a point or another sign before these as well.
+std::optional<std::int64_t> ReadTime(std::string_view text) {
+  const bool isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) {
+    text = Trimmed(text.substr(1));
+  }
+  std::array<std::int64_t, 4> parts = {};
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const auto end = static_cast<std::size_t>(std::ranges::find_if_not(text, IsDigit) - text.begin());
+    constexpr std::size_t MaxDigits = 6;
+    const auto number = end <= MaxDigits ? Whole<std::int64_t>(text.substr(0, end), 10) : std::nullopt;
+    const bool isLast = i + 1 == parts.size();
+    if (!number || (isLast ? end != text.size() : end == text.size() || (i < 2 && text[end] != ':'))) {
+      return std::nullopt;
+    }
+    parts[i] = *number;
+    text.remove_prefix(isLast ? end : end + 1);
+  }
+  const std::int64_t time = ((parts[0] * 60 + parts[1]) * 60 + parts[2]) * 1000 + parts[3];
+  return isNegative ? -time : time;
+}
+
+/// "rrggbb"
+std::optional<Rgb> ReadColour(std::string_view text) {
+  const auto number = Whole<std::uint32_t>(text, 16);
+  return number ? std::optional(MakeRgb(*number >> 16U & 0xFFU, *number >> 8U & 0xFFU, *number & 0xFFU))
+                : std::nullopt;
+}
+
+/// Colours between commas or blanks; how many of them the text starts with.
+template <std::size_t Count>
+std::size_t ReadColours(std::string_view text, std::array<Rgb, Count>& colours) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    text.remove_prefix(std::min(text.find_first_not_of(", \t"), text.size()));
+    const std::string_view word = text.substr(0, text.find_first_of(", \t"));
+    const auto colour = ReadColour(word);
+    if (!colour) {
+      return i;
+    }
+    colours[i] = *colour;
+    text.remove_prefix(word.size());
+  }
+  return Count;
+}
+
+class IndexReader {
+ public:
+  void Line(std::string_view line) {
+    ++line_;
+    line = Trimmed(line);
+    if (line.empty() || line.front() == '#') {
+      return;
+    }
+    const auto [key, value] = Split(line, ':');
+    for (const auto& [name, read] : Keys) {
+      if (IsWord(key, name)) {
+        (this->*read)(value);
+        return;
+      }
+    }
+  }
+
+  [[nodiscard]] VobSubIndex Take() {
+    if (passed_ > 0) {
+      Note(std::to_string(passed_) + (passed_ == 1 ? " line is" : " lines are") +
+           " no time and position (the first is line " + std::to_string(firstPassed_) + ")");
+    }
+    return std::move(index_);
+  }
+
+ private:
+  using Read = void (IndexReader::*)(std::string_view);
+
+  void Note(std::string note) { index_.Notes.push_back(std::move(note)); }
+  [[nodiscard]] std::string ThisLine() const { return "line " + std::to_string(line_); }
+
+  void Size(std::string_view value) {
+    const auto [width, height] = Split(value, 'x');
+    const auto readWidth = Whole<int>(width, 10);
+    const auto readHeight = Whole<int>(height, 10);
+    if (readWidth && readHeight) {
+      index_.Width = *readWidth;
+      index_.Height = *readHeight;
+    }
+  }
+
+  void TimeOffset(std::string_view value) {
+    const bool isNegative = value.starts_with('-');
+    const auto plain = Whole<std::int32_t>(isNegative ? value.substr(1) : value, 10);
+    if (plain) {
+      index_.TimeOffset = isNegative ? -std::int64_t{*plain} : *plain;
+    } else {
+      index_.TimeOffset = ReadTime(value).value_or(0);
+    }
+  }
+
+  void ForcedSubs(std::string_view value) { index_.ShowsForcedAlone = IsWord(value, "on"); }
+
+  void Palette(std::string_view value) {
+    DvdPalette palette = {};
+    const std::size_t count = ReadColours(value, palette);
+    if (count == 0) {
+      Note(ThisLine() + " has no palette that can be read");
+      return;
+    }
+    if (count < palette.size()) {
+      Note(ThisLine() + ": the palette has " + std::to_string(count) +
+           " of 16 colours; the others are black");
+    }
+    index_.Palette = palette;
+  }
+
+  /// "ON, tridx: 1000, colors: 000000, ffffff, 000000, 000000"
+  void Custom(std::string_view value) {
+    CustomColours custom{.IsOn = IsWord(Split(value, ',').first, "on")};
+    std::string lower(value.size(), ' ');
+    std::ranges::transform(value, lower.begin(), Lower);
+    constexpr std::string_view TransparentKey = "tridx:";
+    constexpr std::string_view ColourKey = "colors:";
+    if (const std::size_t at = lower.find(TransparentKey); at != std::string::npos) {
+      const std::string_view digits = Trimmed(value.substr(at + TransparentKey.size()));
+      for (std::size_t i = 0; i < std::min(digits.size(), custom.IsTransparent.size()); ++i) {
+        custom.IsTransparent[i] = digits[i] == '1';
+      }
+    }
+    if (const std::size_t at = lower.find(ColourKey); at != std::string::npos) {
+      ReadColours(value.substr(at + ColourKey.size()), custom.Colours);
+    }
+    index_.Custom = custom;
+  }
+
+  void Preselected(std::string_view value) { index_.Preselected = Whole<std::size_t>(value, 10).value_or(0); }
+
+  /// "en, index: 0"
+  void Language(std::string_view value) {
+    const auto [letters, rest] = Split(value, ',');
+    VobSubLanguage language{.Language =
+                                std::string(IsWord(letters, "und") || letters == "--" ? "" : letters)};
+    const auto [key, number] = Split(rest, ':');
+    const auto substream = Whole<unsigned>(number, 10);
+    if (IsWord(key, "index") && substream && *substream < 32) {
+      language.Substream = *substream;
+    }
+    index_.Languages.push_back(std::move(language));
+    delay_ = 0;
+  }
+
+  void Name(std::string_view value) {
+    if (!index_.Languages.empty()) {
+      index_.Languages.back().Name = value;
+    }
+  }
+
+  void Delay(std::string_view value) {
+    constexpr std::int64_t MaxDelay = std::int64_t{1} << 40U;
+    if (const auto delay = ReadTime(value)) {
+      delay_ = std::clamp(delay_ + *delay, -MaxDelay, MaxDelay);
+    } else {
+      Note(ThisLine() + " is no delay");
+    }
+  }
+
+  /// "00:00:01:000, filepos: 00000a800"
+  void Entry(std::string_view value) {
+    const auto [time, rest] = Split(value, ',');
+    const auto [key, digits] = Split(rest, ':');
+    const auto readTime = ReadTime(time);
+    const auto position = Whole<std::uint64_t>(digits, 16);
+    if (!readTime || !position || !IsWord(key, "filepos")) {
+      if (passed_++ == 0) {
+        firstPassed_ = line_;
+      }
+      return;
+    }
+    if (index_.Languages.empty()) {
+      index_.Languages.emplace_back();
+    }
+    index_.Languages.back().Entries.push_back({.Time = *readTime,
+                                               .Delay = delay_,
+                                               .Position = *position,
+                                               .DecimalPosition = Whole<std::uint64_t>(digits, 10),
+                                               .Line = line_});
+  }
+
+  static constexpr std::array<std::pair<std::string_view, Read>, 10> Keys = {{
+      {"timestamp", &IndexReader::Entry},
+      {"delay", &IndexReader::Delay},
+      {"id", &IndexReader::Language},
+      {"alt", &IndexReader::Name},
+      {"size", &IndexReader::Size},
+      {"palette", &IndexReader::Palette},
+      {"custom colors", &IndexReader::Custom},
+      {"time offset", &IndexReader::TimeOffset},
+      {"forced subs", &IndexReader::ForcedSubs},
+      {"langidx", &IndexReader::Preselected},
+  }};
+
+  VobSubIndex index_;
+  std::int64_t delay_ = 0;
+  std::size_t line_ = 0;
+  std::size_t passed_ = 0;
+  std::size_t firstPassed_ = 0;
+};
+
+std::string_view WithoutMark(std::string_view text) {
+  return text.starts_with(ByteOrderMark) ? text.substr(ByteOrderMark.size()) : text;
+}
+
+}  // namespace
+
+bool IsVobSubIndex(std::string_view text) {
+  constexpr std::string_view First = "# vobsub index file";
+  const std::string_view start = WithoutMark(text).substr(0, First.size());
+  return IsWord(start, First);
+}
+
+VobSubIndex ParseVobSubIndex(std::string_view text) {
+  text = WithoutMark(text);
+  IndexReader reader;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    reader.Line(text.substr(0, end));
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return reader.Take();
+}
+
+}  // namespace quillmark

@@ -1,0 +1,72 @@
+#include "containers/VobSubTimes.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/FloorDivision.h"
+#include "containers/PacketWalk.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::int64_t TicksPerMs = 90;
+
+/// The time stamp without the turns of its 33 bits, nearest to `ticks`.
+std::int64_t Unwrapped(std::int64_t stamp, std::int64_t ticks) {
+  constexpr std::int64_t Turn = std::int64_t{1} << TimeStampBits;
+  const std::int64_t ahead = (stamp - ticks) & (Turn - 1);
+  return ticks + (ahead < Turn / 2 ? ahead : ahead - Turn);
+}
+
+/// By how many whole milliseconds the line is later than its time stamp cut off to milliseconds.
+std::int64_t ShiftOf(std::int64_t line, std::int64_t stamp) {
+  return line - FloorDivide(Unwrapped(stamp, line * TicksPerMs), TicksPerMs);
+}
+
+/// The shift that more than half of several subtitles have; 0 where there is none.
+std::int64_t CommonShift(std::span<const VobSubTime> times) {
+  std::vector<std::int64_t> shifts;
+  shifts.reserve(times.size());
+  for (const VobSubTime& time : times) {
+    if (time.TimeStamp && time.Line >= 0) {
+      shifts.push_back(ShiftOf(time.Line, *time.TimeStamp));
+    }
+  }
+  if (shifts.size() < 2) {
+    return 0;
+  }
+  const auto middle = shifts.begin() + static_cast<std::ptrdiff_t>(shifts.size() / 2);
+  std::ranges::nth_element(shifts, middle);
+  const auto near = std::ranges::count_if(
+      shifts, [shift = *middle](std::int64_t other) { return std::abs(other - shift) <= 1; });
+  return near * 2 > static_cast<std::ptrdiff_t>(shifts.size()) ? *middle : 0;
+}
+
+std::int64_t TicksOf(const VobSubTime& time, std::int64_t shift) {
+  const std::int64_t line = time.Line * TicksPerMs;
+  const std::int64_t delay = time.Delay * TicksPerMs;
+  if (!time.TimeStamp) {
+    return line + delay;
+  }
+  for (const std::int64_t tried : {std::int64_t{0}, shift * TicksPerMs}) {
+    const std::int64_t stamp = Unwrapped(*time.TimeStamp, line - tried) + tried;
+    if (std::abs(stamp - line) <= TicksPerMs) {
+      return stamp + delay;
+    }
+  }
+  return (time.Line < 0 ? *time.TimeStamp : line) + delay;
+}
+
+}  // namespace
+
+std::vector<std::int64_t> TicksOf(std::span<const VobSubTime> times) {
+  const std::int64_t shift = CommonShift(times);
+  std::vector<std::int64_t> ticks;
+  ticks.reserve(times.size());
+  for (const VobSubTime& time : times) {
+    ticks.push_back(TicksOf(time, shift));
+  }
+  return ticks;
+}
+
+}  // namespace quillmark

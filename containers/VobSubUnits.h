@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "containers/UnitGatherer.h"
+
+namespace quillmark {
+
+/// A unit of a .sub, among all of them.
+struct UnitPlace {
+  std::uint64_t Pack = 0;
+  std::uint64_t Packet = 0;
+  std::size_t Substream = 0;  ///< from 0
+  std::size_t Unit = 0;       ///< in its substream
+};
+
+/// The units of a .sub, to be looked up by what an index says of them.
+class UnitTable {
+ public:
+  explicit UnitTable(std::array<GatheredSubstream, SubtitleSubstreams> substreams);
+
+  [[nodiscard]] bool HasUnits() const { return !places_.empty(); }
+  [[nodiscard]] const GatheredSubstream& Substream(std::size_t substream) const {
+    return substreams_[substream];
+  }
+  [[nodiscard]] const GatheredUnit& Unit(const UnitPlace& place) const {
+    return substreams_[place.Substream].Units[place.Unit];
+  }
+
+  /// The unit whose pack or first packet stands there; of several in a pack that of the substream, if any.
+  [[nodiscard]] std::optional<UnitPlace> At(std::uint64_t position, std::size_t substream) const;
+  /// The first unit of the substream whose time stamp is within a millisecond of the time, in ticks; unless a
+  /// line has named it.
+  [[nodiscard]] std::optional<UnitPlace> AtTime(std::int64_t ticks, std::size_t substream);
+  /// The first unit of the substream from there on; unless a line has named it.
+  [[nodiscard]] std::optional<UnitPlace> From(std::uint64_t position, std::size_t substream) const;
+
+  /// A line of the index names it.
+  void Name(const UnitPlace& place) { named_[place.Substream][place.Unit] = true; }
+
+ private:
+  [[nodiscard]] UnitPlace PlaceOf(std::size_t substream, std::size_t unit) const;
+
+  std::array<GatheredSubstream, SubtitleSubstreams> substreams_;
+  std::vector<UnitPlace> places_;  // in the order of the file
+  std::array<std::vector<bool>, SubtitleSubstreams> named_;
+  std::array<std::vector<std::size_t>, SubtitleSubstreams>
+      byTime_;  // units with a time stamp; made when asked for
+};
+
+}  // namespace quillmark

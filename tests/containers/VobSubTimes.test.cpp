@@ -1,0 +1,67 @@
+#include "containers/VobSubTimes.h"
+
+#include <gmock/gmock.h>
+
+#include <gtest/gtest.h>
+
+namespace quillmark {
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::int64_t> Ticks(const std::vector<VobSubTime>& times) {
+  return TicksOf(times);
+}
+
+TEST(VobSubTimes, WithoutATimeStampTheLineCounts) {
+  EXPECT_THAT(Ticks({{.Line = 1000}}), ElementsAre(90000));
+}
+
+TEST(VobSubTimes, TimeStampHasTheTicksOfALineThatWasCutOff) {
+  EXPECT_THAT(Ticks({{.Line = 1000, .TimeStamp = 90089}}), ElementsAre(90089));
+}
+
+TEST(VobSubTimes, TimeStampHasTheTicksOfALineThatWasRounded) {
+  EXPECT_THAT(Ticks({{.Line = 1000, .TimeStamp = 89955}}), ElementsAre(89955));
+}
+
+TEST(VobSubTimes, LineCountsBeforeATimeStampFurtherAway) {
+  EXPECT_THAT(Ticks({{.Line = 1000, .TimeStamp = 90091}}), ElementsAre(90000));
+}
+
+TEST(VobSubTimes, DelayShiftsBoth) {
+  EXPECT_THAT(Ticks({{.Line = 1000, .Delay = 1500, .TimeStamp = 90001}, {.Line = 2000, .Delay = 1500}}),
+              ElementsAre(225001, 315000));
+}
+
+TEST(VobSubTimes, ShiftOfAllLinesKeepsTheTicks) {
+  // 2 s later than their time stamps of 90001, 180002, 270089 ticks.
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
+                     {.Line = 4000, .TimeStamp = 180002},
+                     {.Line = 5000, .TimeStamp = 270089}}),
+              ElementsAre(270001, 360002, 450089));
+}
+
+TEST(VobSubTimes, LineThatDoesNotFollowTheShiftCounts) {
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
+                     {.Line = 4500, .TimeStamp = 180002},
+                     {.Line = 5000, .TimeStamp = 270089}}),
+              ElementsAre(270001, 405000, 450089));
+}
+
+TEST(VobSubTimes, LineBeforeZeroGivesWay) {
+  EXPECT_THAT(Ticks({{.Line = -5000, .TimeStamp = 90001}, {.Line = -4000, .TimeStamp = 180002}}),
+              ElementsAre(90001, 180002));
+}
+
+TEST(VobSubTimes, LineBeforeZeroStaysWithoutATimeStamp) {
+  EXPECT_THAT(Ticks({{.Line = -1000}}), ElementsAre(-90000));
+}
+
+TEST(VobSubTimes, TimeStampThatPassedItsBitsIsTheNearest) {
+  // 2^33 + 45 ticks are 95443718.2 ms.
+  EXPECT_THAT(Ticks({{.Line = 95443718, .TimeStamp = 45}}), ElementsAre(8589934637));
+}
+
+}  // namespace
+}  // namespace quillmark
