@@ -39,7 +39,9 @@ ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /
     return Failure{"No SUP signature found"};
   }
   Container container;
-  container.Tracks.push_back({.Id = "1", .Packets = std::move(*file)});
+  Track& track = container.Tracks.emplace_back();
+  track.Id = "1";
+  track.Packets = std::move(*file);
   return std::optional(std::move(container));
 }
 

@@ -183,8 +183,10 @@ class IndexReader {
   /// "en, index: 0"
   void Language(std::string_view value) {
     const auto [letters, rest] = Split(value, ',');
-    VobSubLanguage language{.Language =
-                                std::string(IsWord(letters, "und") || letters == "--" ? "" : letters)};
+    VobSubLanguage language;
+    if (!IsWord(letters, "und") && letters != "--") {
+      language.Language = letters;
+    }
     const auto [key, number] = Split(rest, ':');
     const auto substream = Whole<unsigned>(number, 10);
     if (IsWord(key, "index") && substream && *substream < 32) {
