@@ -190,6 +190,10 @@ LoadedStream IndexOwned(std::vector<std::uint8_t> bytes, InvalidFirst invalidFir
   return loaded;
 }
 
+Failure TooLarge() {
+  return {"it is too large: a stream may have " + std::to_string(MaxStreamLength) + " bytes"};
+}
+
 /// Opens the file and finds its length.
 Result<std::uintmax_t> OpenStreamFile(const std::filesystem::path& path, std::ifstream& file) {
   std::error_code error;
@@ -201,7 +205,7 @@ Result<std::uintmax_t> OpenStreamFile(const std::filesystem::path& path, std::if
     return Failure{error.message()};
   }
   if (length > MaxStreamLength) {
-    return Failure{"it is too large: a stream may have " + std::to_string(MaxStreamLength) + " bytes"};
+    return TooLarge();
   }
   errno = 0;
   file.open(path, std::ios::binary);
@@ -266,6 +270,9 @@ Result<SupStream> IndexStream(std::span<const std::uint8_t> file, InvalidFirst i
 }
 
 Result<LoadedStream> IndexPrimaryStream(std::vector<std::uint8_t> file, InvalidFirst invalidFirst) {
+  if (file.size() > MaxStreamLength) {
+    return TooLarge();
+  }
   return WithinMemory([&]() -> Result<LoadedStream> {
     LoadedStream loaded = IndexOwned(std::move(file), invalidFirst);
     RepairEndTimes(loaded.Stream);
@@ -290,9 +297,19 @@ Result<LoadedStream> LoadSecondaryStream(const std::filesystem::path& path, cons
   if (!file) {
     return file.Why();
   }
+  Result<LoadedStream> loaded = IndexSecondaryStream(std::move(*file), primary);
+  if (loaded) {
+    loaded->Stream.Path = Utf8FromPath(path);
+  }
+  return loaded;
+}
+
+Result<LoadedStream> IndexSecondaryStream(std::vector<std::uint8_t> file, const SupStream& primary) {
+  if (file.size() > MaxStreamLength) {
+    return TooLarge();
+  }
   return WithinMemory([&]() -> Result<LoadedStream> {
-    LoadedStream loaded = IndexOwned(std::move(*file), InvalidFirst::EndsTheWalk);
-    loaded.Stream.Path = Utf8FromPath(path);
+    LoadedStream loaded = IndexOwned(std::move(file), InvalidFirst::EndsTheWalk);
     ChainEndTimes(primary, loaded.Stream);
     return loaded;
   });

@@ -48,7 +48,7 @@ struct LoadedStream {
 [[nodiscard]] Result<LoadedStream> LoadPrimaryStream(const std::filesystem::path& path,
                                                      InvalidFirst invalidFirst = InvalidFirst::EndsTheWalk);
 
-/// The same of bytes already in memory, which are taken over.
+/// The same of bytes already in memory, which are taken over; a Failure where they are too many.
 [[nodiscard]] Result<LoadedStream> IndexPrimaryStream(std::vector<std::uint8_t> file,
                                                       InvalidFirst invalidFirst = InvalidFirst::EndsTheWalk);
 
@@ -68,5 +68,9 @@ struct LoadedStream {
 /// streams' last starts.
 [[nodiscard]] Result<LoadedStream> LoadSecondaryStream(const std::filesystem::path& path,
                                                        const SupStream& primary);
+
+/// The same of bytes already in memory, which are taken over; a Failure where they are too many.
+[[nodiscard]] Result<LoadedStream> IndexSecondaryStream(std::vector<std::uint8_t> file,
+                                                        const SupStream& primary);
 
 }  // namespace quillmark
