@@ -206,8 +206,14 @@ bool Document::ShowFirst(const SubtitleUnit& unit) {
   return Convert(unit, nullptr, true);
 }
 
-void Document::Open(SupStream stream) {
+void Document::TakePalette(const DvdPalette& palette) {
+  palette_ = palette;
+  emit PaletteChanged();
+}
+
+void Document::Open(SupStream stream, const std::string& language) {
   primary_ = std::move(stream);
+  language_ = language;
   lostIndex_ = false;
   primary_.Path = supPath_.toStdString();
   if (primary_.PacketOffset.empty()) {

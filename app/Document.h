@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -58,7 +59,7 @@ enum class StreamChange : std::uint8_t {
 
 /// Which groups of commands can be used now.
 struct EnabledCommands {
-  bool Load = false;     ///< LoadSup, LoadSecond, SaveSecond
+  bool Load = false;     ///< LoadSup, Import, LoadSecond, SaveSecond
   bool Save = false;     ///< SaveSup, SavePalette
   bool Editing = false;  ///< LoadPalette, swatches, lists, background and size
   bool Change = false;   ///< Reload, SetActual, SetAll
@@ -90,6 +91,8 @@ class Document : public QObject {
   /// Of the primary stream, or of what was tried last while none is open.
   [[nodiscard]] const QString& SupPath() const { return supPath_; }
   [[nodiscard]] const DvdPalette& Palette() const { return palette_; }
+  /// Of the primary stream, as the file that it was imported from has it; empty: unknown.
+  [[nodiscard]] const std::string& Language() const { return language_; }
   /// 480 or 576: the height of the frame that subtitles are merged for and drawn on.
   [[nodiscard]] int FrameLines() const { return frameLines_; }
   /// Picture lines added to every secondary picture's vertical position.
@@ -142,8 +145,10 @@ class Document : public QObject {
   void BeginLoading();
   /// Shows the first unit of a stream that is being loaded; false when it cannot be converted.
   [[nodiscard]] bool ShowFirst(const SubtitleUnit& unit);
+  /// The palette that comes with a stream that is being loaded; no step of any history.
+  void TakePalette(const DvdPalette& palette);
   /// Takes a loaded stream over. A new history begins.
-  void Open(SupStream stream);
+  void Open(SupStream stream, const std::string& language = {});
   /// The load failed before anything of it was shown, perhaps before it began: the stream before it stays.
   void KeepStream();
   /// The load failed after packets that were shown: the bytes before it stay and can be saved, but there is
@@ -274,6 +279,7 @@ class Document : public QObject {
   SupStream secondary_;
   QString supPath_;
   DvdPalette palette_ = StartUpPalette;
+  std::string language_;
   int frameLines_ = 576;
   std::int16_t yOffset_ = 0;
   bool merging_ = false;

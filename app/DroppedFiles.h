@@ -7,10 +7,17 @@ class QMimeData;
 namespace quillmark {
 
 /// What the window knows to do with a file, by its name.
-enum class FileKind { Sup, Palette, Picture, Other };
+enum class FileKind {
+  Sup,
+  Container,  ///< another file that may hold subtitles
+  Palette,
+  Picture,
+  Other,
+};
 [[nodiscard]] FileKind KindOf(const QString& path);
 
-/// What a drag brings: one file, or two SUP files; otherwise nothing.
+/// What a drag brings: one file, two SUP files, or the two files of a VobSub pair, of which Path is the
+/// index; otherwise nothing.
 struct DroppedFiles {
   FileKind Kind = FileKind::Other;
   QString Path;

@@ -68,6 +68,7 @@ void frmTest::ConnectActions() {
     }
   };
   connectTo(Action_LoadSup, Command_LoadSup, &frmTest::Command_LoadSup_Click);
+  connectTo(Action_Import, nullptr, &frmTest::Command_Import_Click);
   connectTo(Action_SaveSup, Command_SaveSup, &frmTest::Command_SaveSup_Click);
   connectTo(Action_LoadPalette, Command_LoadPalette, &frmTest::Command_LoadPalette_Click);
   connectTo(Action_SavePalette, Command_SavePalette, &frmTest::Command_SavePalette_Click);
@@ -159,7 +160,7 @@ bool frmTest::IsBusy() const {
 
 void frmTest::UpdateCommands() {
   const EnabledCommands enabled = document_->Enabled();
-  for (QAction* action : {Action_LoadSup, Action_LoadSecond, Action_SaveSecond}) {
+  for (QAction* action : {Action_LoadSup, Action_Import, Action_LoadSecond, Action_SaveSecond}) {
     action->setEnabled(enabled.Load);
   }
   for (QAction* action : {Action_SaveSup, Action_SavePalette}) {

@@ -4,15 +4,18 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include <QMainWindow>
 #include <QString>
 
+#include "app/LongWork.h"
 #include "app/UserMemory.h"
 #include "app/frmTestActions.h"
 #include "app/frmTestControls.h"
+#include "base/Result.h"
 #include "imaging/cGDIP.h"
 #include "palette/Colour.h"
 
@@ -21,12 +24,17 @@ namespace quillmark {
 struct ConvertedSubtitle;
 struct DroppedFiles;
 struct ExportFailures;
+struct ImportedFile;
+struct ImportedTrack;
+struct LoadedStream;
 struct SpuControl;
 struct SubtitleDescription;
+struct SupStream;
 class cBitmap;
 class CompareWindow;
 class Comparison;
 class Document;
+class HourglassPointer;
 class RecoveryJournal;
 class StatusLine;
 class SubtitleList;
@@ -48,6 +56,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   /// place. To be called before it is shown.
   void RememberUser();
   [[nodiscard]] Document& Content() { return *document_; }
+  /// How long reading and writing go on before a dialog tells of it.
+  void SetPatience(Patience patience) { patience_ = patience; }
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -56,6 +66,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   bool event(QEvent* event) override;
 
  private:
+  using LoadSecondary = std::function<Result<LoadedStream>()>;
+
   // frmTest.cpp
   void ConnectActions();
   void ConnectControls();
@@ -76,7 +88,20 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Command_LoadSup_Click();
   /// Whether a stream was opened.
   bool LoadSup(const QString& path);
+  /// Shows the first subtitle of a stream that is about to be opened. What it has to tell of a failure comes
+  /// without the hourglass.
+  void ShowFirst(const QString& path, const SupStream& stream, HourglassPointer& hourglass);
+  /// The last steps of opening a stream, with the report at the end and `remark` below it.
+  void Open(const QString& path, LoadedStream loaded, const std::string& language = {},
+            const QString& remark = {});
   void TellUnreadable(const QString& path, const std::string& reason);
+
+  // frmTest_import.cpp
+  void Command_Import_Click();
+  /// Loads a SUP file as Load SUP does, and imports any other.
+  void OpenFile(const QString& path);
+  void Import(const QString& path);
+  void OpenTrack(const QString& path, const ImportedFile& file, ImportedTrack& track);
 
   // frmTest_drop.cpp
   [[nodiscard]] bool Takes(const DroppedFiles& files) const;
@@ -194,8 +219,11 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   /// What comes before a second stream is chosen; false when there can be none.
   [[nodiscard]] bool BeginSecond();
   void MergeWith(const QString& path);
+  /// The same with what is read out of the file by other means; `remark` stands below the report.
+  void MergeWith(const QString& path, const LoadSecondary& load, const QString& remark = {});
   void Command_SaveSecond_Click();
-  [[nodiscard]] bool LoadSecondaryStream(const QString& path);
+  [[nodiscard]] bool LoadSecondaryStream(const QString& path, const LoadSecondary& load,
+                                         const QString& remark);
   [[nodiscard]] bool AskForOffset();
   void ShowFirstMergedSubtitle();
   void SaveMerged(const QString& path);
@@ -204,6 +232,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void ShowPrimaryAlone(const SpuControl& control, std::size_t index, cBitmap& picture);
 
   cGDIP gdip_;
+  Patience patience_ = UsualPatience;
   StatusLine* status_ = nullptr;
   QMenu* Menu_Recent = nullptr;
   UserMemory memory_;

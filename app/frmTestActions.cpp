@@ -18,6 +18,8 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   };
   make(Action_LoadSup, "Action_LoadSup", QStringLiteral("&Load SUP..."),
        {QKeySequence(Qt::CTRL | Qt::Key_O)});
+  make(Action_Import, "Action_Import", QStringLiteral("&Import subtitles..."),
+       {QKeySequence(Qt::CTRL | Qt::Key_I)});
   make(Action_SaveSup, "Action_SaveSup", QStringLiteral("&Save SUP..."),
        {QKeySequence(Qt::CTRL | Qt::Key_S)});
   make(Action_LoadPalette, "Action_LoadPalette", QStringLiteral("Load &Palette..."));

@@ -9,6 +9,7 @@ namespace quillmark {
 /// objectName is its name here.
 struct frmTestActions {
   QAction* Action_LoadSup = nullptr;
+  QAction* Action_Import = nullptr;
   QAction* Action_SaveSup = nullptr;
   QAction* Action_LoadPalette = nullptr;
   QAction* Action_SavePalette = nullptr;

@@ -11,6 +11,7 @@ namespace quillmark {
 bool frmTest::Takes(const DroppedFiles& files) const {
   switch (files.Kind) {
     case FileKind::Sup:
+    case FileKind::Container:
       return true;
     case FileKind::Palette:
       return Action_LoadPalette->isEnabled();
@@ -52,6 +53,9 @@ void frmTest::LoadDropped(const DroppedFiles& files) {
         if (LoadSup(files.Path) && !files.Second.isEmpty() && BeginSecond()) {
           MergeWith(files.Second);
         }
+        break;
+      case FileKind::Container:
+        OpenFile(files.Path);
         break;
       case FileKind::Palette:
         LoadPalette(files.Path);

@@ -7,6 +7,7 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/HourglassPointer.h"
+#include "app/ImportJob.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "sup/StreamLoader.h"
@@ -20,9 +21,12 @@ void frmTest::OpenCommandLine(const QString& commandLine) {
     return;
   }
   RunCommand([&] {
-    document_->BeginLoading();
-    document_->SetSupPath(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
-    (void)LoadSup(document_->SupPath());
+    const QString absolute = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (IsSupFile(absolute)) {
+      document_->BeginLoading();
+      document_->SetSupPath(absolute);
+    }
+    OpenFile(absolute);
   });
 }
 
@@ -57,36 +61,50 @@ bool frmTest::LoadSup(const QString& path) {
     document_->KeepStream();
     return false;
   }
-  const bool hasFirst = loaded->Stream.Holds(0);
-  if (hasFirst) {
-    document_->BeginLoading();
-    document_->SetSupPath(path);
-    std::vector<std::uint8_t> unit;
-    const bool isShown = document_->ShowFirst(FirstUnit(loaded->Stream, unit));
-    if (!isShown) {
-      hourglass.Release();
-      ShowMessage(this, QStringLiteral("Error converting subtitle!"));
-    }
-    document_->SetNumber(isShown ? 1 : 0);
+  if (!loaded->LostSignature) {
+    hourglass.Release();
+    Open(path, std::move(*loaded));
+    return true;
   }
+  const bool hasFirst = loaded->Stream.Holds(0);
+  ShowFirst(path, loaded->Stream, hourglass);
   hourglass.Release();
-  if (loaded->LostSignature) {
-    ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
-    if (hasFirst) {
-      document_->LoseIndex();
-    } else {
-      document_->KeepStream();
-    }
-    return false;
+  ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
+  if (hasFirst) {
+    document_->LoseIndex();
+  } else {
+    document_->KeepStream();
+  }
+  return false;
+}
+
+void frmTest::ShowFirst(const QString& path, const SupStream& stream, HourglassPointer& hourglass) {
+  if (!stream.Holds(0)) {
+    return;
   }
   document_->BeginLoading();
   document_->SetSupPath(path);
-  document_->Open(std::move(loaded->Stream));
+  std::vector<std::uint8_t> unit;
+  const bool isShown = document_->ShowFirst(FirstUnit(stream, unit));
+  if (!isShown) {
+    hourglass.Release();
+    ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+  }
+  document_->SetNumber(isShown ? 1 : 0);
+}
+
+void frmTest::Open(const QString& path, LoadedStream loaded, const std::string& language,
+                   const QString& remark) {
+  HourglassPointer hourglass;
+  ShowFirst(path, loaded.Stream, hourglass);
+  hourglass.Release();
+  document_->BeginLoading();
+  document_->SetSupPath(path);
+  document_->Open(std::move(loaded.Stream), language);
   RememberStream(path);
   // The report covers part of the window; what it reports on is painted first.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  ShowMessage(this, QString::fromStdString(PrimaryReport(document_->Primary())));
-  return true;
+  ShowMessage(this, QString::fromStdString(PrimaryReport(document_->Primary())), remark);
 }
 
 void frmTest::TellUnreadable(const QString& path, const std::string& reason) {

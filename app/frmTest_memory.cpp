@@ -28,6 +28,7 @@ constexpr QLatin1String ListShownPart("list_shown");
 QString FolderKind(const QString& path) {
   switch (KindOf(path)) {
     case FileKind::Sup:
+    case FileKind::Container:
       return QStringLiteral("sup");
     case FileKind::Palette:
       return QStringLiteral("palette");
@@ -122,7 +123,7 @@ void frmTest::FillRecent() {
   for (const QString& path : memory_.RecentFiles()) {
     QAction* entry = Menu_Recent->addAction(EntryText(++number, path));
     entry->setObjectName(QStringLiteral("Action_Recent_") + QString::number(number - 1));
-    connect(entry, &QAction::triggered, this, [this, path] { RunCommand([&] { (void)LoadSup(path); }); });
+    connect(entry, &QAction::triggered, this, [this, path] { RunCommand([&] { OpenFile(path); }); });
   }
   Menu_Recent->addSeparator();
   Menu_Recent->addAction(Action_ForgetRecent);

@@ -89,15 +89,20 @@ void frmTest::Command_LoadSecond_Click() {
 }
 
 void frmTest::MergeWith(const QString& path) {
-  if (LoadSecondaryStream(path) && AskForOffset()) {
+  MergeWith(path, [&] {
+    return quillmark::LoadSecondaryStream(PathFromUtf8(path.toStdString()), document_->Primary());
+  });
+}
+
+void frmTest::MergeWith(const QString& path, const LoadSecondary& load, const QString& remark) {
+  if (LoadSecondaryStream(path, load, remark) && AskForOffset()) {
     ShowFirstMergedSubtitle();
   }
 }
 
-bool frmTest::LoadSecondaryStream(const QString& path) {
+bool frmTest::LoadSecondaryStream(const QString& path, const LoadSecondary& load, const QString& remark) {
   HourglassPointer hourglass;
-  Result<LoadedStream> loaded =
-      quillmark::LoadSecondaryStream(PathFromUtf8(path.toStdString()), document_->Primary());
+  Result<LoadedStream> loaded = load();
   if (loaded && loaded->Stream.Holds(0)) {
     document_->SetNumber(loaded->FirstIsInvalid ? 0 : 1);
     if (loaded->FirstIsInvalid) {
@@ -116,7 +121,7 @@ bool frmTest::LoadSecondaryStream(const QString& path) {
     return false;
   }
   loaded->Stream.Path = path.toStdString();
-  ShowMessage(this, QString::fromStdString(SecondaryReport(loaded->Stream)));
+  ShowMessage(this, QString::fromStdString(SecondaryReport(loaded->Stream)), remark);
   document_->BeginMerging(std::move(loaded->Stream));
   return true;
 }

@@ -134,7 +134,7 @@ TEST_F(DropFiles, BrokenPaletteIsToldAsLoadPaletteDoes) {
 TEST_F(DropFiles, FilesOfOtherKindsAreNotTaken) {
   LoadStream(ThreeSubtitles());
   const auto dialogs = Dialogs.Shown().size();
-  for (const char* name : {"movie.txt", "movie.xml", "movie.sup.zip", "sup", "movie"}) {
+  for (const char* name : {"movie.txt", "movie.html", "movie.sup.zip", "sup", "movie"}) {
     EXPECT_FALSE(Drop(Write(name, ThreeSubtitles()))) << name;
   }
   EXPECT_EQ(Dialogs.Shown().size(), dialogs);

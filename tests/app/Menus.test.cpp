@@ -57,8 +57,8 @@ TEST_F(Menus, HoldTheCommands) {
                                       "PictureBehind", "GetGraphics"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
-  EXPECT_EQ(EntriesOf("File"),
-            (Names{"LoadSup", "Menu_Recent", "Reopen", "SaveSup", "LoadPalette", "SavePalette", "Quit"}));
+  EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "LoadPalette",
+                                      "SavePalette", "Quit"}));
 }
 
 TEST_F(Menus, MnemonicsDifferInEachMenu) {

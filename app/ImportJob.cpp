@@ -1,0 +1,105 @@
+#include "app/ImportJob.h"
+
+#include <new>
+#include <utility>
+
+#include <QLocale>
+
+#include "app/CountText.h"
+#include "base/FilePath.h"
+
+namespace quillmark {
+namespace {
+
+/// More notes than anybody reads in a message.
+constexpr std::size_t MaxNotes = 12;
+
+Result<ImportedFile> Index(Container container) {
+  ImportedFile file{.Tracks = {}, .Notes = std::move(container.Notes)};
+  std::size_t number = 0;
+  std::string why;
+  for (Track& track : container.Tracks) {
+    ++number;
+    Result<LoadedStream> loaded = IndexPrimaryStream(std::move(track.Packets));
+    if (loaded && !loaded->LostSignature) {
+      file.Tracks.push_back({.What = std::move(track), .Loaded = std::move(*loaded)});
+      continue;
+    }
+    why = loaded ? "No SUP signature found" : loaded.Reason();
+    file.Notes.push_back("track " + std::to_string(number) + " is left out: " + why);
+  }
+  return file.Tracks.empty() ? Result<ImportedFile>(Failure{why}) : Result<ImportedFile>(std::move(file));
+}
+
+Result<std::optional<ImportedFile>> Read(const QString& path, const Progress& progress) {
+  ReadContainerResult read = ReadContainer(PathFromUtf8(path.toStdString()), progress);
+  if (!read) {
+    return read.Why();
+  }
+  if (!*read) {
+    return std::optional<ImportedFile>();
+  }
+  Result<ImportedFile> file = Index(std::move(**read));
+  if (!file) {
+    return file.Why();
+  }
+  return std::optional(std::move(*file));
+}
+
+void AppendLine(QString& lines, const std::string& note) {
+  QString line = QString::fromStdString(note);
+  if (!line.isEmpty()) {
+    line[0] = line[0].toUpper();
+  }
+  lines += (lines.isEmpty() ? QString() : QStringLiteral("\n")) + line;
+}
+
+}  // namespace
+
+bool IsSupFile(const QString& path) {
+  return FormatOf(PathFromUtf8(path.toStdString())).Id == "sup";
+}
+
+Result<std::optional<ImportedFile>> ReadForImport(const QString& path, const Progress& progress) {
+  try {
+    return Read(path, progress);
+  } catch (const std::bad_alloc&) {
+    return Failure{"there is not enough memory for it"};
+  }
+}
+
+std::vector<std::uint8_t> TakePackets(ImportedTrack& track) {
+  std::vector<std::uint8_t> packets = std::move(track.Loaded.Stream.RawBytes);
+  packets.resize(static_cast<std::size_t>(track.Loaded.Stream.FileLength));
+  return packets;
+}
+
+QString NotesOf(const ImportedFile& file, const ImportedTrack& track) {
+  QString lines;
+  std::size_t count = 0;
+  for (const auto* notes : {&track.What.Notes, &file.Notes}) {
+    for (const std::string& note : *notes) {
+      if (count++ < MaxNotes) {
+        AppendLine(lines, note);
+      }
+    }
+  }
+  if (count > MaxNotes) {
+    AppendLine(lines,
+               "and " + CountText(static_cast<std::int64_t>(count - MaxNotes)).toStdString() + " more");
+  }
+  return lines;
+}
+
+QString LanguageText(const std::string& code) {
+  if (code.empty()) {
+    return QStringLiteral("unknown");
+  }
+  const QString whole = QString::fromStdString(code);
+  const QLocale::Language language = QLocale::codeToLanguage(whole.section(u'-', 0, 0).toLower());
+  return language == QLocale::AnyLanguage || language == QLocale::C
+             ? whole
+             : QLocale::languageToString(language) + QStringLiteral(" (") + whole + u')';
+}
+
+}  // namespace quillmark
