@@ -1,0 +1,182 @@
+#include "render/ContactSheet.h"
+
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QImage>
+#include <gtest/gtest.h>
+
+#include "tests/support/FolderTest.h"
+#include "tests/support/LoadedStream.h"
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Join;
+using test::PacketBuilder;
+using test::Second;
+using test::Sound;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class ContactSheet : public test::FolderTest {
+ protected:
+  void SetUp() override {
+    FolderTest::SetUp();
+    // Text needs one; it stays for all tests of the program.
+    if (QCoreApplication::instance() == nullptr) {
+      static int count = 1;
+      static char name[] = "test_render";
+      static char* arguments[] = {name, nullptr};
+      new QGuiApplication(count, arguments);
+    }
+  }
+
+  Result<ContactSheetResult> Write(const SupStream& stream, const ContactSheetOptions& options = {},
+                                   const Progress& progress = {}) {
+    return WriteContactSheet(stream, Path("film.png"), options, progress);
+  }
+};
+
+SupStream StreamOf(int subtitles) {
+  Bytes file;
+  for (int i = 0; i < subtitles; ++i) {
+    const Bytes packet = Sound(i * 2 * Second).Build();
+    file.insert(file.end(), packet.begin(), packet.end());
+  }
+  return test::Index(file);
+}
+
+/// A full frame of code 1, whose colour is opaque.
+Bytes FullFrame(unsigned lines) {
+  Bytes fields;
+  for (unsigned line = 0; line < lines; ++line) {
+    fields.push_back(0x00);
+    fields.push_back(0x01);
+  }
+  const unsigned control = 4 + static_cast<unsigned>(fields.size());
+  return Join({fields, test::Sequence(0, control,
+                                      {test::StartDisplay, test::SetColour(3, 2, 2, 0),
+                                       test::SetContrast(15, 15, 15, 0), test::SetArea(0, 719, 0, lines - 1),
+                                       test::SetFields(4, 4 + lines), test::EndOfSequence})});
+}
+
+/// Where a page's frames stand, by row and column.
+QRect Cell(int row, int column, int height) {
+  return {24 + column * (360 + 16), 24 + row * (26 + height + 16) + 26, 360, height};
+}
+
+/// How many of the area's pixels are dark.
+int DarkPixels(const QImage& page, const QRect& area) {
+  int dark = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) {
+      dark += qGray(page.pixel(x, y)) < 100 ? 1 : 0;
+    }
+  }
+  return dark;
+}
+
+TEST_F(ContactSheet, PagesOfTwentyFour) {
+  const auto written = Write(StreamOf(25));
+  ASSERT_TRUE(written) << written.Reason();
+  EXPECT_EQ(written->Subtitles, 25);
+  EXPECT_EQ(written->Pages, 2);
+  EXPECT_THAT(Names(), ElementsAre("film_001.png", "film_002.png"));
+  const QImage page(Path("film_001.png"));
+  EXPECT_EQ(page.size(), QSize(1536, 2 * 24 + 6 * (26 + 288) + 5 * 16 + 32));
+  EXPECT_EQ(QImage(Path("film_002.png")).size(), page.size());
+}
+
+TEST_F(ContactSheet, AFullPageIsTheOnlyOne) {
+  const auto written = Write(StreamOf(24));
+  ASSERT_TRUE(written);
+  EXPECT_EQ(written->Pages, 1);
+}
+
+TEST_F(ContactSheet, AFrameIsDrawnWithThePaletteAtHalfItsSize) {
+  const auto stream = test::Index(
+      Join({Sound().Build(), PacketBuilder().Time(Second).Unit(FullFrame(480)).ControlOffset(964).Build()}));
+  DvdPalette palette = StartUpPalette;
+  palette[2] = MakeRgb(10, 20, 30);
+  ASSERT_TRUE(Write(stream, {.Palette = palette, .FrameHeight = 480}));
+  const QImage page(Path("film_001.png"));
+  const QRect cell = Cell(0, 1, 240);
+  for (const QPoint& at : {cell.topLeft(), cell.center(), cell.bottomRight()}) {
+    EXPECT_EQ(page.pixel(at), qRgb(10, 20, 30));
+  }
+  EXPECT_EQ(page.pixel(cell.right() + 1, cell.top()), 0xFFFFFFFFU);
+  // What the one before it shows is the checker and nothing else, up to four pixels.
+  EXPECT_EQ(page.pixel(Cell(0, 0, 240).center()), 0xFF3C3C3CU);
+}
+
+TEST_F(ContactSheet, EveryFrameStartsFromTheBackground) {
+  const auto stream = test::Index(
+      Join({PacketBuilder().Unit(FullFrame(480)).ControlOffset(964).Build(), Sound(Second).Build()}));
+  ASSERT_TRUE(Write(stream));
+  const QImage page(Path("film_001.png"));
+  const QRgb dark = page.pixel(Cell(0, 1, 288).topLeft() + QPoint(3, 3));
+  EXPECT_EQ(dark, 0xFF3C3C3CU);
+  EXPECT_EQ(page.pixel(Cell(0, 1, 288).topLeft() + QPoint(11, 3)), 0xFF787878U);
+}
+
+TEST_F(ContactSheet, NumberAndTimesStandAboveTheFrame) {
+  ASSERT_TRUE(Write(StreamOf(2)));
+  const QImage page(Path("film_001.png"));
+  for (int column = 0; column < 2; ++column) {
+    const QRect frame = Cell(0, column, 288);
+    const QRect caption(frame.left(), frame.top() - 26, 360, 26);
+    EXPECT_GT(DarkPixels(page, caption.adjusted(0, 0, -320, 0)), 5) << "number";
+    EXPECT_GT(DarkPixels(page, caption.adjusted(100, 0, 0, 0)), 100) << "times";
+  }
+  const QRect none = Cell(0, 2, 288);
+  EXPECT_EQ(DarkPixels(page, none.adjusted(0, -26, 0, 0)), 0);
+}
+
+TEST_F(ContactSheet, WhatCannotBeConvertedHasItsPlace) {
+  const auto written = Write(test::Index(Join(
+      {Sound().Build(), Sound(Second).WithoutArea().Build(), Sound(2 * Second).Area(5, 4, 0, 1).Build()})));
+  ASSERT_TRUE(written);
+  EXPECT_EQ(written->Subtitles, 3);
+  EXPECT_GT(DarkPixels(QImage(Path("film_001.png")), Cell(0, 2, 288)), 0);
+}
+
+TEST_F(ContactSheet, OnlyTheChosenOnes) {
+  const auto written = Write(StreamOf(30), {.Only = *SubtitleSet::Parse("3,29-")});
+  ASSERT_TRUE(written);
+  EXPECT_EQ(written->Subtitles, 3);
+  EXPECT_EQ(written->Pages, 1);
+}
+
+TEST_F(ContactSheet, PathsAreThoseThatAreWritten) {
+  const auto paths = ContactSheetPaths(Path("film.png"), StreamOf(25), SubtitleSet::All());
+  EXPECT_THAT(paths, ElementsAre(Path("film_001.png"), Path("film_002.png")));
+  EXPECT_THAT(ContactSheetPaths("film", StreamOf(1), SubtitleSet::All()), ElementsAre("./film_001.png"));
+}
+
+TEST_F(ContactSheet, WhatIsThereIsRefusedByName) {
+  Put("film_002.png", "mine");
+  const auto written = Write(StreamOf(25));
+  EXPECT_EQ(written.Reason(), "already there: " + Path("film_002.png").toStdString());
+  EXPECT_THAT(Names(), ElementsAre("film_002.png"));
+  ASSERT_TRUE(Write(StreamOf(25), {.Existing = Overwriting::Allowed}));
+  EXPECT_FALSE(QImage(Path("film_002.png")).isNull());
+}
+
+TEST_F(ContactSheet, CancelledNothingIsThere) {
+  const auto cancelled =
+      Write(StreamOf(60), {}, [](std::uint64_t done, std::uint64_t /*of*/) { return done < 50; });
+  ASSERT_TRUE(cancelled);
+  EXPECT_EQ(cancelled->How, Completion::Cancelled);
+  EXPECT_THAT(Names(), ElementsAre());
+}
+
+TEST_F(ContactSheet, AFolderThatIsMissingIsNamed) {
+  EXPECT_THAT(WriteContactSheet(StreamOf(1), Path("none/film")).Reason(), HasSubstr("none: No such file"));
+}
+
+}  // namespace
+}  // namespace quillmark
