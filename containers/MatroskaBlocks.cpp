@@ -1,0 +1,226 @@
+#include "containers/MatroskaBlocks.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+#include "base/ByteReader.h"
+#include "base/FloorDivision.h"
+#include "containers/PacketAppender.h"
+#include "containers/VobSubIndex.h"
+#include "sup/SpuControl.h"
+#include "sup/SupFormat.h"
+
+namespace quillmark {
+namespace {
+
+/// Units have at most 65,535 bytes; packed ones may have some more, and some programs fill up.
+constexpr std::size_t MostBlockBytes = 131072;
+constexpr std::size_t MostSettingsBytes = 1048576;
+/// A track's number of up to 8 bytes, the time (2) and the flags (1).
+constexpr std::size_t MostHeadBytes = 11;
+
+struct BlockHead {
+  std::uint64_t Track = 0;
+  std::int16_t Time = 0;  ///< from that of the cluster
+  bool IsLaced = false;
+  std::size_t Length = 0;
+};
+
+std::optional<BlockHead> ReadBlockHead(std::span<const std::uint8_t> bytes) {
+  ByteReader reader(bytes);
+  const auto first = reader.U8();
+  if (!first || *first == 0) {
+    return std::nullopt;
+  }
+  // As many zero bits as bytes follow, and a one.
+  const int more = std::countl_zero(*first);
+  BlockHead head{.Track = *first & (0x7FU >> static_cast<unsigned>(more))};
+  for (int i = 0; i < more; ++i) {
+    head.Track = head.Track << 8U | reader.U8().value_or(0);
+  }
+  const auto time = reader.U16be();
+  const auto flags = reader.U8();
+  if (!time || !flags) {
+    return std::nullopt;
+  }
+  head.Time = std::bit_cast<std::int16_t>(*time);
+  head.IsLaced = (*flags & 0x06U) != 0;
+  head.Length = reader.Position();
+  return head;
+}
+
+/// The bytes that a unit's first two say that it has; 0 where these are not there.
+std::size_t UnitSizeOf(std::span<const std::uint8_t> bytes) {
+  return ByteReader(bytes).U16be().value_or(0);
+}
+
+/// A track's private data are an index without its subtitles.
+std::optional<DvdPalette> PaletteOf(MatroskaTrack& track) {
+  std::vector<std::uint8_t>& settings = track.PrivateData;
+  if (!UndoEncodings(track.Encodings, EncodedPart::PrivateData, MostSettingsBytes, settings)) {
+    return std::nullopt;
+  }
+  return ParseVobSubIndex({reinterpret_cast<const char*>(settings.data()), settings.size()}).Palette;
+}
+
+std::string TrackText(const MatroskaTrack& track) {
+  return "track " + std::to_string(track.Number);
+}
+
+/// "3 blocks left out that are laced, the first at byte 1234"
+std::string FaultText(std::uint64_t count, std::string_view what, std::uint64_t first) {
+  return std::to_string(count) + (count == 1 ? " block " : " blocks ") + std::string(what) +
+         (count == 1 ? ", at byte " : ", the first at byte ") + std::to_string(first);
+}
+
+}  // namespace
+
+MatroskaBlocks::MatroskaBlocks(std::vector<MatroskaTrack> tracks) {
+  tracks_.reserve(tracks.size());
+  for (MatroskaTrack& track : tracks) {
+    tracks_.push_back({.Facts = std::move(track)});
+  }
+}
+
+std::optional<std::size_t> MatroskaBlocks::Take(MatroskaInput& input, const BlockPlace& place) {
+  std::array<std::uint8_t, MostHeadBytes> bytes = {};
+  const auto wanted =
+      static_cast<std::size_t>(std::min<std::uint64_t>(place.End - place.Start, bytes.size()));
+  const auto head =
+      ReadBlockHead(std::span(bytes).first(input.ReadAt(place.Start, std::span(bytes).first(wanted))));
+  if (!head) {
+    return std::nullopt;
+  }
+  const auto found = Find(head->Track);
+  if (!found) {
+    return std::nullopt;
+  }
+  Gathered& track = tracks_[*found];
+  const std::uint64_t start = place.Start + head->Length;
+  if (head->IsLaced) {
+    Count(track, Fault::Laced, place);
+    return std::nullopt;
+  }
+  if (place.End - start > MostBlockBytes) {
+    Count(track, Fault::TooLong, place);
+    return std::nullopt;
+  }
+  payload_.resize(static_cast<std::size_t>(place.End - start));
+  payload_.resize(input.ReadAt(start, payload_));
+  if (!UndoEncodings(track.Facts.Encodings, EncodedPart::Blocks, MostBlockBytes, payload_)) {
+    Count(track, Fault::NotUnpacked, place);
+    return std::nullopt;
+  }
+  constexpr std::uint64_t Latest = std::numeric_limits<std::int64_t>::max() / 2;
+  const auto clusterTime = static_cast<std::int64_t>(std::min(place.ClusterTime, Latest));
+  return TakeUnit(track, place, clusterTime + head->Time) ? std::nullopt : found;
+}
+
+/// Whether what was taken ends by itself, or nothing was.
+bool MatroskaBlocks::TakeUnit(Gathered& track, const BlockPlace& place, std::int64_t time) {
+  const std::size_t size = UnitSizeOf(payload_);
+  if (payload_.size() < static_cast<std::size_t>(UnitHeaderSize) ||
+      size < static_cast<std::size_t>(UnitHeaderSize)) {
+    Count(track, Fault::NoUnit, place);
+    return true;
+  }
+  if (size > payload_.size()) {
+    Count(track, Fault::CutShort, place);
+    return true;
+  }
+  if (size < payload_.size()) {
+    Count(track, Fault::HasTail, place);
+  }
+  const auto unit = std::span<const std::uint8_t>(payload_).first(size);
+  track.Times.push_back({.Packet = track.Packets.size(), .Time = time});
+  AppendPacket(track.Packets, 0, unit);
+  const auto control = static_cast<std::int16_t>(UnitSizeOf(unit.subspan(2)));
+  return DecodeControl(unit, control).Delay != 0;
+}
+
+void MatroskaBlocks::Finish(std::uint64_t scale, Container& container) {
+  for (Gathered& track : tracks_) {
+    MatroskaTrack& facts = track.Facts;
+    if (!facts.IsDvdSubtitles()) {
+      container.Notes.push_back(TrackText(facts) + " is of another kind (" + facts.CodecId + ")");
+      continue;
+    }
+    if (!facts.Hindrance.empty()) {
+      container.Notes.push_back(TrackText(facts) + " " + facts.Hindrance);
+      continue;
+    }
+    if (track.Times.empty()) {
+      container.Notes.push_back(TrackText(facts) + " has no subtitles");
+      for (const std::string& note : NotesOf(track)) {
+        container.Notes.push_back(TrackText(facts) + ": " + note);
+      }
+      continue;
+    }
+    for (const StoredTime& time : track.Times) {
+      std::ranges::copy(PackTime(TicksOfMatroskaTime(time.Time, scale)),
+                        track.Packets.begin() + static_cast<std::ptrdiff_t>(time.Packet) + TimeStart);
+    }
+    container.Tracks.push_back({.Id = std::to_string(facts.Number),
+                                .Language = facts.Language,
+                                .Name = facts.Name,
+                                .Palette = PaletteOf(facts),
+                                .Packets = std::move(track.Packets),
+                                .Notes = NotesOf(track)});
+  }
+}
+
+std::optional<std::size_t> MatroskaBlocks::Find(std::uint64_t number) const {
+  const auto found = std::ranges::find_if(tracks_, [number](const Gathered& track) {
+    return track.Facts.Number == number && track.Facts.IsDvdSubtitles() && track.Facts.Hindrance.empty();
+  });
+  return found == tracks_.end() ? std::nullopt
+                                : std::optional(static_cast<std::size_t>(found - tracks_.begin()));
+}
+
+void MatroskaBlocks::Count(Gathered& track, Fault fault, const BlockPlace& place) {
+  FaultCount& count = track.Faults[static_cast<std::size_t>(fault)];
+  if (count.Count++ == 0) {
+    count.First = place.Start;
+  }
+}
+
+std::vector<std::string> MatroskaBlocks::NotesOf(const Gathered& track) {
+  static constexpr std::array<std::string_view, std::tuple_size_v<decltype(track.Faults)>> Texts = {
+      "left out, laced (several units in one)",
+      "left out, longer than a unit can be",
+      "left out, compressed in a way that it cannot be undone",
+      "left out, without a unit",
+      "left out, the unit cut short",
+      "with bytes behind the unit, which are left out"};
+  std::vector<std::string> notes;
+  for (std::size_t i = 0; i < Texts.size(); ++i) {
+    if (const FaultCount& count = track.Faults[i]; count.Count > 0) {
+      notes.push_back(FaultText(count.Count, Texts[i], count.First));
+    }
+  }
+  if (track.LostDurations > 0) {
+    notes.push_back(std::to_string(track.LostDurations) +
+                    (track.LostDurations == 1 ? " subtitle has" : " subtitles have") +
+                    " no end but in the file's own durations, which are not kept");
+  }
+  return notes;
+}
+
+std::int64_t TicksOfMatroskaTime(std::int64_t time, std::uint64_t scale) {
+  constexpr std::int64_t Divisor = 100000;
+  const auto factor = static_cast<std::int64_t>(scale * 9);
+  const std::int64_t whole = FloorDivide(time, Divisor);
+  const std::int64_t most = std::numeric_limits<std::int64_t>::max() / factor - 1;
+  if (whole > most) {
+    return std::numeric_limits<std::int64_t>::max();
+  }
+  if (whole < -most) {
+    return std::numeric_limits<std::int64_t>::min();
+  }
+  return whole * factor + FloorModulo(time, Divisor) * factor / Divisor;
+}
+
+}  // namespace quillmark
