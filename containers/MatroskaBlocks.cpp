@@ -58,12 +58,19 @@ std::size_t UnitSizeOf(std::span<const std::uint8_t> bytes) {
 }
 
 /// A track's private data are an index without its subtitles.
-std::optional<DvdPalette> PaletteOf(MatroskaTrack& track) {
-  std::vector<std::uint8_t>& settings = track.PrivateData;
-  if (!UndoEncodings(track.Encodings, EncodedPart::PrivateData, MostSettingsBytes, settings)) {
-    return std::nullopt;
+void TakeSettings(MatroskaTrack& facts, Track& track) {
+  std::vector<std::uint8_t>& text = facts.PrivateData;
+  if (!UndoEncodings(facts.Encodings, EncodedPart::PrivateData, MostSettingsBytes, text)) {
+    track.Notes.emplace_back("its settings cannot be uncompressed, so that it has no palette");
+    return;
   }
-  return ParseVobSubIndex({reinterpret_cast<const char*>(settings.data()), settings.size()}).Palette;
+  // Some programs count a C string's end with it.
+  const std::size_t length = static_cast<std::size_t>(std::ranges::find(text, 0) - text.begin());
+  const VobSubIndex settings = ParseVobSubIndex({reinterpret_cast<const char*>(text.data()), length});
+  track.Palette = settings.Palette;
+  if (settings.Custom.IsOn) {
+    track.Notes.emplace_back("it has custom colours on; the subtitles keep their own");
+  }
 }
 
 std::string TrackText(const MatroskaTrack& track) {
@@ -163,12 +170,13 @@ void MatroskaBlocks::Finish(std::uint64_t scale, Container& container) {
       std::ranges::copy(PackTime(TicksOfMatroskaTime(time.Time, scale)),
                         track.Packets.begin() + static_cast<std::ptrdiff_t>(time.Packet) + TimeStart);
     }
-    container.Tracks.push_back({.Id = std::to_string(facts.Number),
-                                .Language = facts.Language,
-                                .Name = facts.Name,
-                                .Palette = PaletteOf(facts),
-                                .Packets = std::move(track.Packets),
-                                .Notes = NotesOf(track)});
+    Track& made = container.Tracks.emplace_back();
+    made.Id = std::to_string(facts.Number);
+    made.Language = facts.Language;
+    made.Name = facts.Name;
+    made.Packets = std::move(track.Packets);
+    made.Notes = NotesOf(track);
+    TakeSettings(facts, made);
   }
 }
 

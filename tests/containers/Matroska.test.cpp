@@ -256,6 +256,52 @@ TEST(ReadMatroska, NameIsUtf8) {
   EXPECT_EQ(ReadTrackWith(Element(0x536E, "für alle")).Tracks.at(0).Name, "für alle");
 }
 
+/// Settings as a track has them; the palette's first two colours are red and green.
+const std::string Settings =
+    "size: 720x576\npalette: ff0000, 00ff00, 000000, 000000, 000000, 000000, 000000, 000000, 000000, 000000, "
+    "000000, 000000, 000000, 000000, 000000, 0000ff";
+
+void ExpectPalette(const Container& read) {
+  ASSERT_TRUE(read.Tracks.at(0).Palette);
+  const DvdPalette& palette = *read.Tracks[0].Palette;
+  EXPECT_EQ(palette[0], MakeRgb(255, 0, 0));
+  EXPECT_EQ(palette[1], MakeRgb(0, 255, 0));
+  EXPECT_EQ(palette[15], MakeRgb(0, 0, 255));
+}
+
+TEST(ReadMatroska, PaletteIsThatOfTheSettings) {
+  ExpectPalette(ReadTrackWith(Element(0x63A2, Settings + "\n")));
+  ExpectPalette(ReadTrackWith(Element(0x63A2, Settings)));
+}
+
+TEST(ReadMatroska, SettingsMayEndInAZero) {
+  ExpectPalette(ReadTrackWith(Element(0x63A2, Settings + std::string(1, '\0'))));
+}
+
+TEST(ReadMatroska, SettingsMayBeCompressed) {
+  const Bytes scope = Joined({NumberElement(0x5032, 3), Element(0x5034, Bytes())});
+  ExpectPalette(ReadTrackWith(Joined({Element(0x63A2, Stored(test::BytesOf(Settings))), Encoding(scope)}),
+                              Stored(PlainUnit(8))));
+}
+
+TEST(ReadMatroska, SettingsThatCannotBeUncompressedAreTold) {
+  const Bytes scope = Joined({NumberElement(0x5032, 2), Element(0x5034, Bytes())});
+  const Container read = ReadTrackWith(Joined({Element(0x63A2, Settings), Encoding(scope)}));
+  EXPECT_FALSE(read.Tracks.at(0).Palette);
+  EXPECT_THAT(read.Tracks[0].Notes,
+              ElementsAre("its settings cannot be uncompressed, so that it has no palette"));
+}
+
+TEST(ReadMatroska, CustomColoursAreTold) {
+  const std::string custom = "custom colors: ON, tridx: 1000, colors: 000000, ffffff, 808080, 000000\n";
+  EXPECT_THAT(ReadTrackWith(Element(0x63A2, custom)).Tracks.at(0).Notes,
+              ElementsAre("it has custom colours on; the subtitles keep their own"));
+}
+
+TEST(ReadMatroska, TrackWithoutSettingsHasNoPalette) {
+  EXPECT_FALSE(ReadTrackWith({}).Tracks.at(0).Palette);
+}
+
 TEST(ReadMatroska, ZlibIsUndone) {
   const Bytes unit = PlainUnit(700, 0x33);
   const Bytes zlib = Element(0x5034, NumberElement(0x4254, 0));
@@ -593,6 +639,18 @@ TEST_F(MatroskaFiles, FilmOfTheOtherProgramHasTheUnitsThatWentIn) {
   ASSERT_EQ(read.Tracks.size(), 1U);
   EXPECT_EQ(Units(read.Tracks[0].Packets), Units(ReadData("film.sup")));
   EXPECT_FALSE(read.Tracks[0].Palette);
+}
+
+TEST_F(MatroskaFiles, TimesAreTheFilesMilliseconds) {
+  // Those of film.idx, which was made of the same file.
+  for (const char* const name : {"film-ff.mkv", "both.mks"}) {
+    const std::vector<std::int64_t> times = Times(Taken(ReadMatroska(Data(name))));
+    ASSERT_EQ(times.size(), 20U);
+    EXPECT_EQ(times[0], 0);
+    EXPECT_EQ(times[1], 5340 * 90);
+    EXPECT_EQ(times[2], 11230 * 90);
+    EXPECT_EQ(times[19], 97770 * 90);
+  }
 }
 
 TEST_F(MatroskaFiles, FileOfAnotherKindUnderTheNameIsRefused) {

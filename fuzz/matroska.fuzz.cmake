@@ -1,0 +1,3 @@
+if(QUILLMARK_MATROSKA)
+  quillmark_fuzz(matroska LINK quillmark_containers)
+endif()
