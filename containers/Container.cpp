@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <span>
 #include <utility>
 
+#include "base/AsciiCase.h"
 #include "base/FilePath.h"
 #include "containers/ByteSource.h"
 #include "sup/StreamLoader.h"
@@ -43,14 +43,6 @@ ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /
   track.Id = "1";
   track.Packets = std::move(*file);
   return std::optional(std::move(container));
-}
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](unsigned char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : static_cast<char>(c);
-  });
-  return lower;
 }
 
 std::string HeadOf(const std::filesystem::path& path) {
@@ -119,7 +111,7 @@ const ContainerFormat& FormatOf(const std::filesystem::path& path) {
   if (StartsLikeSup(head)) {
     return formats.front();
   }
-  const std::string ending = LowerCase(Utf8FromPath(path.extension()));
+  const std::string ending = LowerAscii(Utf8FromPath(path.extension()));
   for (const ContainerFormat& format : formats) {
     if (std::ranges::find(format.Endings, ending) != format.Endings.end()) {
       return format;
@@ -151,9 +143,9 @@ Result<std::size_t> FindTrack(const Container& container, std::string_view named
     return tracks.size() == 1 ? Result<std::size_t>(0U)
                               : Failure{"it has several tracks: " + TrackNames(container)};
   }
-  const std::string lower = LowerCase(named);
+  const std::string lower = LowerAscii(named);
   for (std::size_t i = 0; i < tracks.size(); ++i) {
-    if (std::to_string(i + 1) == named || LowerCase(tracks[i].Language) == lower) {
+    if (std::to_string(i + 1) == named || LowerAscii(tracks[i].Language) == lower) {
       return i;
     }
   }

@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "base/AsciiCase.h"
+#include "base/Digit.h"
 #include "base/FilePath.h"
 #include "containers/ByteSource.h"
+#include "containers/Ifo.h"
 #include "containers/ProgramTracks.h"
 
 namespace quillmark {
@@ -55,23 +59,29 @@ class JoinedSource : public ByteSource {
 constexpr char FirstPart = '1';
 constexpr char LastPart = '9';
 
-/// Whether the name is that of the first part of a title: "VTS_01_1.VOB".
-bool IsFirstPart(const std::filesystem::path& path) {
+/// The number of a title's part, as in VTS_01_1.VOB; nullopt of a file with a name of another form. Part 0
+/// has the menus.
+std::optional<char> PartNumber(const std::filesystem::path& path) {
   const std::string name = Utf8FromPath(path.stem());
-  constexpr std::string_view Form = "vts_??_1";
-  return std::ranges::equal(name, Form, [](char c, char form) {
-    return form == '?' ? c >= '0' && c <= '9' : (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == form;
-  });
+  constexpr std::string_view Form = "vts_00_0";
+  const bool isPart = std::ranges::equal(
+      name, Form, [](char c, char form) { return form == '0' ? IsDigit(c) : LowerAscii(c) == form; });
+  return isPart ? std::optional(name.back()) : std::nullopt;
+}
+
+/// The file of the same title set with another part's number.
+std::filesystem::path WithPart(const std::filesystem::path& path, char number,
+                               const std::filesystem::path& ending) {
+  std::string stem = Utf8FromPath(path.stem());
+  stem.back() = number;
+  return path.parent_path() / (PathFromUtf8(stem) += ending);
 }
 
 /// The parts that follow the first one, as far as they stand in its folder.
 std::vector<std::filesystem::path> PartsAfter(const std::filesystem::path& first) {
   std::vector<std::filesystem::path> parts;
-  std::string stem = Utf8FromPath(first.stem());
   for (char number = FirstPart + 1; number <= LastPart; ++number) {
-    stem.back() = number;
-    std::filesystem::path part = first.parent_path() / PathFromUtf8(stem);
-    part += first.extension();
+    std::filesystem::path part = WithPart(first, number, first.extension());
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(part, ignored)) {
       break;
@@ -88,6 +98,42 @@ std::string PartsNote(const std::vector<std::filesystem::path>& parts) {
                                  " were read as well, the further parts of the title";
 }
 
+/// The information file of the title set, or its copy.
+std::optional<std::filesystem::path> InformationOf(const std::filesystem::path& part) {
+  for (const char* ending : {".IFO", ".ifo", ".BUP", ".bup"}) {
+    std::filesystem::path path = WithPart(part, '0', ending);
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(path, ignored)) {
+      return path;
+    }
+  }
+  return std::nullopt;
+}
+
+/// Palette, languages and names out of the title set's information file.
+void AddFacts(const std::filesystem::path& path, Container& container) {
+  const auto info = ReadIfoFile(path);
+  const std::string name = Utf8FromPath(path.filename());
+  if (!info) {
+    container.Notes.push_back(name + " has no palette for it: " + info.Reason());
+    return;
+  }
+  const auto facts = FactsOfSubstreams(*info);
+  if (!facts) {
+    container.Notes.push_back(name + " has no palette for it");
+    return;
+  }
+  for (Track& track : container.Tracks) {
+    track.Palette = facts->Palette;
+    for (std::size_t i = 0; i < SubtitleSubstreams; ++i) {
+      if (track.Id == SubstreamName(i)) {
+        track.Language = facts->Languages[i];
+        track.Name = facts->Names[i];
+      }
+    }
+  }
+}
+
 }  // namespace
 
 bool StartsLikeProgramStream(std::string_view head) {
@@ -102,7 +148,8 @@ ReadContainerResult ReadProgramStream(const std::filesystem::path& path, const P
     return source.Why();
   }
   sources.push_back(std::move(*source));
-  const auto parts = IsFirstPart(path) ? PartsAfter(path) : std::vector<std::filesystem::path>();
+  const auto number = PartNumber(path);
+  const auto parts = number == FirstPart ? PartsAfter(path) : std::vector<std::filesystem::path>();
   for (const std::filesystem::path& part : parts) {
     auto opened = OpenFileSource(part);
     if (!opened) {
@@ -112,8 +159,16 @@ ReadContainerResult ReadProgramStream(const std::filesystem::path& path, const P
   }
   JoinedSource joined(std::move(sources));
   auto read = ReadProgramTracks(joined, progress);
-  if (read && *read && !parts.empty()) {
+  if (!read || !*read) {
+    return read;
+  }
+  if (!parts.empty()) {
     (*read)->Notes.insert((*read)->Notes.begin(), PartsNote(parts));
+  }
+  if (number && *number >= FirstPart) {
+    if (const auto information = InformationOf(path)) {
+      AddFacts(*information, **read);
+    }
   }
   return read;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include <cstddef>
+#include <string>
 
 #include "base/Progress.h"
 #include "containers/ByteSource.h"

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/AsciiCase.h"
 #include "base/FilePath.h"
 #include "containers/PacketAppender.h"
 #include "containers/PacketWalk.h"
@@ -234,9 +235,7 @@ bool IsUpperCase(const std::string& ending) {
 }
 
 bool HasEnding(const std::filesystem::path& path, std::string_view lower) {
-  const std::string ending = Utf8FromPath(path.extension());
-  return std::ranges::equal(
-      ending, lower, {}, [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return IsSameWord(Utf8FromPath(path.extension()), lower);
 }
 
 /// The file of the same name with the other ending, in the case of this one's or the other; nullopt where

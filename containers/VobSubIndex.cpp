@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/AsciiCase.h"
 #include "base/Digit.h"
 
 namespace quillmark {
@@ -17,15 +18,6 @@ std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(Blanks);
   return first == std::string_view::npos ? std::string_view()
                                          : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-/// `lower` is in lower case.
-bool IsWord(std::string_view text, std::string_view lower) {
-  return std::ranges::equal(text, lower, {}, Lower);
 }
 
 /// What stands before `separator`, and what after it; all of it before where there is none.
@@ -102,7 +94,7 @@ class IndexReader {
     }
     const auto [key, value] = Split(line, ':');
     for (const auto& [name, read] : Keys) {
-      if (IsWord(key, name)) {
+      if (IsSameWord(key, name)) {
         (this->*read)(value);
         return;
       }
@@ -143,7 +135,7 @@ class IndexReader {
     }
   }
 
-  void ForcedSubs(std::string_view value) { index_.ShowsForcedAlone = IsWord(value, "on"); }
+  void ForcedSubs(std::string_view value) { index_.ShowsForcedAlone = IsSameWord(value, "on"); }
 
   void Palette(std::string_view value) {
     DvdPalette palette = {};
@@ -161,9 +153,8 @@ class IndexReader {
 
   /// "ON, tridx: 1000, colors: 000000, ffffff, 000000, 000000"
   void Custom(std::string_view value) {
-    CustomColours custom{.IsOn = IsWord(Split(value, ',').first, "on")};
-    std::string lower(value.size(), ' ');
-    std::ranges::transform(value, lower.begin(), Lower);
+    CustomColours custom{.IsOn = IsSameWord(Split(value, ',').first, "on")};
+    const std::string lower = LowerAscii(value);
     constexpr std::string_view TransparentKey = "tridx:";
     constexpr std::string_view ColourKey = "colors:";
     if (const std::size_t at = lower.find(TransparentKey); at != std::string::npos) {
@@ -184,12 +175,12 @@ class IndexReader {
   void Language(std::string_view value) {
     const auto [letters, rest] = Split(value, ',');
     VobSubLanguage language;
-    if (!IsWord(letters, "und") && letters != "--") {
+    if (!IsSameWord(letters, "und") && letters != "--") {
       language.Language = letters;
     }
     const auto [key, number] = Split(rest, ':');
     const auto substream = Whole<unsigned>(number, 10);
-    if (IsWord(key, "index") && substream && *substream < 32) {
+    if (IsSameWord(key, "index") && substream && *substream < 32) {
       language.Substream = *substream;
     }
     index_.Languages.push_back(std::move(language));
@@ -217,7 +208,7 @@ class IndexReader {
     const auto [key, digits] = Split(rest, ':');
     const auto readTime = ReadTime(time);
     const auto position = Whole<std::uint64_t>(digits, 16);
-    if (!readTime || !position || !IsWord(key, "filepos")) {
+    if (!readTime || !position || !IsSameWord(key, "filepos")) {
       if (passed_++ == 0) {
         firstPassed_ = line_;
       }
@@ -262,7 +253,7 @@ std::string_view WithoutMark(std::string_view text) {
 bool IsVobSubIndex(std::string_view text) {
   constexpr std::string_view First = "# vobsub index file";
   const std::string_view start = WithoutMark(text).substr(0, First.size());
-  return IsWord(start, First);
+  return IsSameWord(start, First);
 }
 
 VobSubIndex ParseVobSubIndex(std::string_view text) {

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include "base/AsciiCase.h"
 #include "base/FilePath.h"
 #include "containers/PacketWalk.h"
 #include "containers/VobSubPacks.h"
@@ -180,21 +181,17 @@ Result<Completion> WritePacks(const std::vector<Subtitle>& subtitles, const std:
   return Completion::Done;
 }
 
-bool HasEnding(const std::filesystem::path& path, std::string_view lower, std::string_view upper) {
-  const std::string ending = Utf8FromPath(path.extension());
-  return ending == lower || ending == upper;
-}
-
 }  // namespace
 
 VobSubPaths VobSubPathsOf(const std::filesystem::path& path) {
   VobSubPaths paths{.Index = path, .Packs = path};
-  if (HasEnding(path, ".idx", ".sub")) {
-    paths.Index.replace_extension(".idx");
-    paths.Packs.replace_extension(".sub");
-  } else if (HasEnding(path, ".IDX", ".SUB")) {
+  const std::string ending = Utf8FromPath(path.extension());
+  if (ending == ".IDX" || ending == ".SUB") {
     paths.Index.replace_extension(".IDX");
     paths.Packs.replace_extension(".SUB");
+  } else if (IsSameWord(ending, ".idx") || IsSameWord(ending, ".sub")) {
+    paths.Index.replace_extension(".idx");
+    paths.Packs.replace_extension(".sub");
   } else {
     paths.Index += ".idx";
     paths.Packs += ".sub";
@@ -209,6 +206,13 @@ Result<Completion> WriteVobSub(const std::filesystem::path& path, const std::vec
     return subtitles.Why();
   }
   const VobSubPaths paths = VobSubPathsOf(path);
+  if (options.Existing == Overwriting::Refused) {
+    const auto free = RefuseExisting({QString::fromStdString(Utf8FromPath(paths.Index)),
+                                      QString::fromStdString(Utf8FromPath(paths.Packs))});
+    if (!free) {
+      return free.Why();
+    }
+  }
   auto packs = PairFile::Open(paths.Packs);
   if (!packs) {
     return packs.Why();

@@ -10,6 +10,7 @@
 
 #include "base/Progress.h"
 #include "base/Result.h"
+#include "files/StagedFiles.h"
 #include "palette/Colour.h"
 
 namespace quillmark {
@@ -28,6 +29,7 @@ struct VobSubOptions {
   DvdPalette Palette = StartUpPalette;
   int FrameWidth = 720;
   int FrameHeight = 576;
+  Overwriting Existing = Overwriting::Refused;
 };
 
 /// The two files of a pair.
@@ -41,8 +43,8 @@ struct VobSubPaths {
 /// At most so many languages fit a pair.
 inline constexpr std::size_t MaxVobSubTracks = 32;
 
-/// Writes the pair that `path` names: both files, or neither. Files of these names are replaced; they stay as
-/// they were where the work fails or is cancelled. `progress` counts bytes of units.
+/// Writes the pair that `path` names: both files, or neither. Files of these names are refused or replaced;
+/// they stay as they were where the work fails or is cancelled. `progress` counts bytes of units.
 ///
 /// Units are written byte for byte, all languages in the order of time; time stamps have the ticks, lines of
 /// the index the milliseconds, cut off. The reason of a failure names the subtitle, by its number in its

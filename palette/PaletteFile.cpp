@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/AsciiCase.h"
 #include "base/ByteReader.h"
 #include "base/FilePath.h"
 
@@ -31,13 +32,6 @@ constexpr std::size_t KeptLineLength = 128;
 /// of any length takes little memory; past 2 GiB it would only be waited for.
 constexpr std::uintmax_t MaxTextLength = 0x7FFFFFFF;
 constexpr std::size_t BlockLength = 65536;
-
-std::string Lowered(std::string_view text) {
-  std::string lowered(text);
-  std::ranges::transform(lowered, lowered.begin(),
-                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return lowered;
-}
 
 int HexDigit(char c) {
   if (c >= '0' && c <= '9') {
@@ -249,7 +243,7 @@ Result<PackedPalette> LoadTextFile(std::ifstream& file, std::uintmax_t length, E
 
 std::optional<PaletteFormat> PaletteFormatOf(std::string_view path) {
   const std::size_t dot = path.rfind('.');
-  const std::string extension = Lowered(dot == std::string_view::npos ? "" : path.substr(dot));
+  const std::string extension = LowerAscii(dot == std::string_view::npos ? "" : path.substr(dot));
   if (extension == ".ifo") {
     return PaletteFormat::IfoFile;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/AsciiCase.h"
 #include "sup/ControlSurvey.h"
 #include "sup/PlayerCheck.h"
 #include "sup/SpuCommand.h"
@@ -164,13 +165,6 @@ std::string EntriesText(std::int64_t arguments) {
   return text;
 }
 
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(),
-                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return lower;
-}
-
 }  // namespace
 
 ProblemSeverity SeverityOf(StreamProblemCode code) {
@@ -300,7 +294,7 @@ std::string ProblemLine(const StreamProblem& problem) {
 }
 
 std::uint64_t CodesWithWords(std::string_view words) {
-  const std::string wanted = LowerCase(words);
+  const std::string wanted = LowerAscii(words);
   std::uint64_t codes = 0;
   for (int i = 0; i < StreamProblemCodes; ++i) {
     const auto code = static_cast<Code>(i);
@@ -310,7 +304,7 @@ std::uint64_t CodesWithWords(std::string_view words) {
     for (const std::string& text :
          {name, spaced, std::string(ProblemPhrase(code)),
           ProblemMessage({.Offset = 0, .Packet = {}, .Code = code, .Numbers = {}})}) {
-      if (LowerCase(text).find(wanted) != std::string::npos) {
+      if (LowerAscii(text).find(wanted) != std::string::npos) {
         codes |= std::uint64_t{1} << static_cast<unsigned>(i);
       }
     }
