@@ -5,6 +5,7 @@
 #include <QStatusBar>
 
 #include "tests/app/MergeTest.h"
+#include "tests/support/Abandon.h"
 
 namespace quillmark::test {
 namespace {
@@ -15,7 +16,7 @@ class Commands : public MergeTest {
   [[nodiscard]] QAction& Action(const QString& command) const {
     auto* action = Window.findChild<QAction*>("Action_" + command);
     if (action == nullptr) {
-      throw std::runtime_error("no action of " + command.toStdString());
+      test::Abandon("no action of " + command.toStdString());
     }
     return *action;
   }

@@ -7,6 +7,7 @@
 #include <QStatusBar>
 
 #include "tests/app/ListTest.h"
+#include "tests/support/Abandon.h"
 
 namespace quillmark::test {
 namespace {
@@ -20,7 +21,7 @@ class OpenTool {
   [[nodiscard]] Widget& Control(const QString& name) const {
     auto* control = dialog_.findChild<Widget*>(name);
     if (control == nullptr) {
-      throw std::runtime_error("no such control: " + name.toStdString());
+      test::Abandon("no such control: " + name.toStdString());
     }
     return *control;
   }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <stdexcept>
 #include <string>
 
 #include <QAbstractButton>
@@ -11,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "app/frmTest.h"
+#include "tests/support/Abandon.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/PacketBuilder.h"
 
@@ -39,7 +39,7 @@ class WindowTest : public testing::Test {
   [[nodiscard]] Widget& Control(const QString& name) const {
     auto* control = Window.findChild<Widget*>(name);
     if (control == nullptr) {
-      throw std::runtime_error("no such control: " + name.toStdString());
+      test::Abandon("no such control: " + name.toStdString());
     }
     return *control;
   }

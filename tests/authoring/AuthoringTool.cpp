@@ -1,6 +1,5 @@
 #include "tests/authoring/AuthoringTool.h"
 
-#include <stdexcept>
 #include <utility>
 
 #include <QFile>
@@ -13,6 +12,7 @@
 #include "render/PictureFile.h"
 #include "render/SubtitleExport.h"
 #include "sup/StreamLoader.h"
+#include "tests/support/Abandon.h"
 
 namespace quillmark::test {
 namespace {
@@ -20,7 +20,7 @@ namespace {
 QByteArray ReadFile(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {
-    throw std::runtime_error("cannot read " + path.toStdString());
+    test::Abandon("cannot read " + path.toStdString());
   }
   return file.readAll();
 }
@@ -28,7 +28,7 @@ QByteArray ReadFile(const QString& path) {
 void WriteFile(const QString& path, const QByteArray& bytes) {
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-    throw std::runtime_error("cannot write " + path.toStdString());
+    test::Abandon("cannot write " + path.toStdString());
   }
 }
 
@@ -44,7 +44,7 @@ ExportedSubtitle ExportOne(const SubtitleUnit& unit, const DvdPalette& palette, 
                 MakeCodeColours(palette, exported.Description.Control), picture);
   if (!AppendSpuLine(paths.List, names.ListLine) ||
       !WritePicture(names.PicturePath, picture, Durability::Unsynced)) {
-    throw std::runtime_error("cannot export " + names.PicturePath.toStdString());
+    test::Abandon("cannot export " + names.PicturePath.toStdString());
   }
   exported.Picture = picture.Image();
   return exported;
@@ -66,7 +66,7 @@ std::vector<AuthoredUnit> UnitsOf(const QByteArray& programStream) {
 std::vector<AuthoredSubtitle> ReadAuthored(const std::vector<AuthoredUnit>& units) {
   const Result<LoadedStream> loaded = IndexPrimaryStream(MakeSup(units));
   if (!loaded || loaded->LostSignature || loaded->Stream.PacketOffset.size() != units.size()) {
-    throw std::runtime_error("the units cannot be loaded");
+    test::Abandon("the units cannot be loaded");
   }
   const SupStream& stream = loaded->Stream;
   std::vector<AuthoredSubtitle> subtitles;
@@ -104,7 +104,7 @@ std::vector<UnmuxedSubtitle> ReadList(const QString& path) {
     }
   }
   if (list.hasError()) {
-    throw std::runtime_error("cannot read " + path.toStdString());
+    test::Abandon("cannot read " + path.toStdString());
   }
   return subtitles;
 }
@@ -163,7 +163,7 @@ std::vector<UnmuxedSubtitle> Unmux(const QString& spuunmux, const SupStream& str
   process.setStandardInputFile(QProcess::nullDevice());
   process.start(spuunmux, {QStringLiteral("-F"), QStringLiteral("PAL"), QStringLiteral("-o"), base, film});
   if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-    throw std::runtime_error("spuunmux failed: " + process.readAllStandardError().toStdString());
+    test::Abandon("spuunmux failed: " + process.readAllStandardError().toStdString());
   }
   return ReadList(base + QStringLiteral(".xml"));
 }

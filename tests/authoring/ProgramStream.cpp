@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "base/ByteReader.h"
+#include "tests/support/Abandon.h"
 
 namespace quillmark::test {
 namespace {
@@ -35,7 +35,7 @@ class UnitAssembler {
 
   [[nodiscard]] std::vector<AuthoredUnit> Finish() {
     if (!pending_.empty()) {
-      throw std::runtime_error("the last subpicture unit is cut off");
+      test::Abandon("the last subpicture unit is cut off");
     }
     return std::move(units_);
   }
@@ -45,7 +45,7 @@ class UnitAssembler {
     while (pending_.size() >= 2) {
       const std::size_t size = std::size_t{pending_[0]} << 8U | pending_[1];
       if (size < 4) {
-        throw std::runtime_error("a subpicture unit is smaller than its header");
+        test::Abandon("a subpicture unit is smaller than its header");
       }
       if (size > pending_.size()) {
         return;
@@ -65,7 +65,7 @@ class UnitAssembler {
 void SkipPackHeader(ByteReader& stream) {
   const auto fields = stream.Take(10).value();  // clock reference, mux rate, stuffing length
   if ((fields[0] & 0xC0U) != 0x40U) {
-    throw std::runtime_error("not an MPEG-2 program stream");
+    test::Abandon("not an MPEG-2 program stream");
   }
   static_cast<void>(stream.Take(fields[9] & 7U).value());
 }
@@ -105,7 +105,7 @@ void ReadPadding(std::span<const std::uint8_t> body, UnitAssembler& units) {
   }
   static_cast<void>(note.Take(BeforePalette).value());
   if (note.U8().value() != PaletteTag) {
-    throw std::runtime_error("a note without a palette");
+    test::Abandon("a note without a palette");
   }
   std::vector<YCrCb> palette(note.U8().value());
   for (YCrCb& entry : palette) {
@@ -166,7 +166,7 @@ std::vector<AuthoredUnit> ReadProgramStream(std::span<const std::uint8_t> bytes)
   ByteReader stream(bytes);
   while (stream.Remaining() > 0) {
     if (stream.U24be().value() != StartCodePrefix) {
-      throw std::runtime_error("no start code where a packet should start");
+      test::Abandon("no start code where a packet should start");
     }
     const std::uint8_t id = stream.U8().value();
     if (id == PackHeader) {
