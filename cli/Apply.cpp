@@ -22,6 +22,7 @@ namespace {
 /// What was done to one file.
 struct FileReport {
   std::string Out;
+  std::vector<std::string> Notes = {};  ///< of reading it
   std::vector<StepOutcome> Steps;
   std::string Error;  ///< empty when it was done
 };
@@ -58,8 +59,9 @@ std::uintmax_t SizeOf(const std::string& file) {
 
 /// The stream that the first step starts from. One that is no stream any more has a recipe that starts with
 /// salvage, and its good packets are the stream, or with fix, and its mended packets are.
-Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) {
-  Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(file), InvalidFirst::IsPassed);
+Result<SupStream> Load(const std::string& file, std::vector<std::uint8_t> bytes,
+                       const std::vector<Step>& steps) {
+  Result<LoadedStream> loaded = IndexPrimaryStream(std::move(bytes), InvalidFirst::IsPassed);
   if (!loaded) {
     return loaded.Why();
   }
@@ -86,8 +88,32 @@ Result<SupStream> Load(const std::string& file, const std::vector<Step>& steps) 
   return indexed ? Result<SupStream>(std::move(indexed->Stream)) : Result<SupStream>(indexed.Why());
 }
 
+/// What is written is a SUP file in any case.
 std::string OutPath(const std::string& folder, const std::string& file) {
-  return Utf8FromPath(PathFromUtf8(folder) / PathFromUtf8(file).filename());
+  const auto path = PathFromUtf8(file);
+  auto name = path.filename();
+  if (!IsSupFile(path)) {
+    name.replace_extension(".sup");
+  }
+  return Utf8FromPath(PathFromUtf8(folder) / name);
+}
+
+/// The bytes of the file's stream; what there is to know of reading it comes to the report.
+Result<std::vector<std::uint8_t>> Read(const std::string& file, const std::string& track,
+                                       FileReport& report) {
+  ReadContainerResult read = ReadStreams(PathFromUtf8(file));
+  if (!read) {
+    return read.Why();
+  }
+  Container& container = **read;
+  const auto found = FindTrack(container, track);
+  if (!found) {
+    return found.Why();
+  }
+  Track& chosen = container.Tracks[*found];
+  report.Notes = std::move(container.Notes);
+  report.Notes.insert(report.Notes.end(), chosen.Notes.begin(), chosen.Notes.end());
+  return std::move(chosen.Packets);
 }
 
 /// Does one file; never throws.
@@ -99,7 +125,12 @@ FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, 
       report.Error = report.Out + " exists; --force writes over it";
       return report;
     }
-    Result<SupStream> stream = Load(file, steps);
+    Result<std::vector<std::uint8_t>> bytes = Read(file, options.Track, report);
+    if (!bytes) {
+      report.Error = bytes.Reason();
+      return report;
+    }
+    Result<SupStream> stream = Load(file, std::move(*bytes), steps);
     if (!stream) {
       report.Error = stream.Reason();
       return report;
@@ -254,6 +285,9 @@ CommandResult Apply(const ApplyOptions& options, const Console& console) {
     array.emplace(console.Out);
   }
   RunFiles(options, steps, console, [&](const std::string& file, const FileReport& report) {
+    for (const std::string& note : report.Notes) {
+      console.Warn(file, note);
+    }
     WarnOfLeft(file, report, console);
     left += report.Error.empty() && HasLeft(report) ? 1 : 0;
     if (!report.Error.empty()) {

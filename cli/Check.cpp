@@ -1,23 +1,21 @@
-#include "base/FilePath.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
 #include "cli/ProblemText.h"
 #include "sup/StreamCheck.h"
-#include "sup/StreamLoader.h"
 
 namespace quillmark::cli {
 CommandResult Check(const CheckOptions& options, const Console& console) {
-  const Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
-  if (!file) {
-    return Failed(options.File, file.Reason());
+  Track track;
+  if (CommandResult read = ReadStream({options.File, options.Track}, track, console); !read.IsDone()) {
+    return read;
   }
   const quillmark::CheckOptions rules{.Profile = ProfileOf(options.Profile), .FrameLines = options.Frame};
   CommandResult result;
   if (options.Json) {
     JsonArrayWriter array(console.Out);
     CheckStream(
-        *file,
+        track.Packets,
         [&](const StreamProblem& problem) {
           array.Add(ProblemObject(problem));
           result.Code = ExitCode::Failed;
@@ -25,7 +23,7 @@ CommandResult Check(const CheckOptions& options, const Console& console) {
         rules);
   } else {
     CheckStream(
-        *file,
+        track.Packets,
         [&](const StreamProblem& problem) {
           console.Out << ProblemText(problem);
           result.Code = ExitCode::Failed;

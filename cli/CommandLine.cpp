@@ -13,9 +13,9 @@
 #include "cli/HelpFormatter.h"
 #include "cli/Interruption.h"
 #include "cli/Json.h"
-#include "cli/NearestMatch.h"
 #include "cli/OptionKinds.h"
 #include "cli/ToolCommand.h"
+#include "cli/UnknownWord.h"
 
 namespace quillmark::cli {
 namespace {
@@ -93,7 +93,7 @@ class CommandTable {
     for (const CLI::App* app : {command, static_cast<const CLI::App*>(&app_)}) {
       for (const std::string& word : app->remaining()) {
         if (word != "--") {
-          return Describe(word, *app);
+          return DescribeUnknown(word, *app);
         }
       }
     }
@@ -133,16 +133,16 @@ class CommandTable {
 
   void AddReadingCommands() {
     CLI::App* report = Add("report", "Report on a stream, as the window does", report_, Report, false);
-    AddFile(report, report_.File);
+    AddStream(report, report_.File, report_.Track);
     report->add_flag("--json", report_.Json, "Write one JSON object");
 
     CLI::App* list = Add("list", "List the subtitles, one a line", list_, List, false);
-    AddFile(list, list_.File);
+    AddStream(list, list_.File, list_.Track);
     list->add_flag("--json", list_.Json, "Write a JSON array of objects");
 
     CLI::App* check =
         Add("check", "Tell every problem of a stream; exit code 1 if there is one", check_, Check, false);
-    AddFile(check, check_.File);
+    AddStream(check, check_.File, check_.Track);
     AddRules(check, check_.Profile, check_.Frame);
     check->add_flag("--json", check_.Json, "Write a JSON array of objects");
 
@@ -150,7 +150,14 @@ class CommandTable {
         Add("diff", "Tell what two streams differ in; exit code 1 if they do", diff_, Diff, false);
     AddFile(diff, diff_.First, "A");
     AddFile(diff, diff_.Second, "B", "Stream to compare it with");
+    AddTrack(diff, diff_.Track, "A's track, by its number or its language");
+    AddTrack(diff, diff_.SecondTrack, "The same of B", "--second-track");
     diff->add_flag("--json", diff_.Json, "Write a JSON array of objects");
+
+    CLI::App* tracks =
+        Add("tracks", "List the subtitle streams that a file of any kind holds", tracks_, Tracks, false);
+    AddFile(tracks, tracks_.File, "FILE", FileKinds);
+    tracks->add_flag("--json", tracks_.Json, "Write a JSON array of objects");
   }
 
   /// What a stream is held against.
@@ -168,13 +175,14 @@ class CommandTable {
 
   void AddPictureCommands() {
     CLI::App* picture = Add("picture", "Save one subtitle's picture as PNG", picture_, Picture, true);
-    AddFile(picture, picture_.File);
+    AddStream(picture, picture_.File, picture_.Track);
     AddNumber(picture, "N", picture_.Number, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
               "Number of the subtitle, from 1")
         ->required()
         ->type_name("");
-    AddOut(picture, picture_.Out, "FILE.png",
-           Accepting([](const std::string& name) { return EndsIn(name, ".png"); }, "does not end in .png"));
+    AddOut(
+        picture, picture_.Out, "FILE.png",
+        Accepting([](const std::string& name) { return NameEndsIn(name, ".png"); }, "does not end in .png"));
     AddPalette(picture, picture_.Palette);
     picture->add_option("--frame", picture_.Frame, "Show the whole frame of 720x480 or 720x576 pixels")
         ->type_name("480|576")
@@ -187,7 +195,7 @@ class CommandTable {
 
     CLI::App* exporting =
         Add("export", "Save all pictures and their list for authoring", export_, Export, true);
-    AddFile(exporting, export_.File);
+    AddStream(exporting, export_.File, export_.Track);
     AddPalette(exporting, export_.Palette);
     AddOnly(exporting, export_.Only);
     exporting
@@ -217,10 +225,11 @@ class CommandTable {
         ->type_name("TIME")
         ->delimiter(',')
         ->expected(1, std::numeric_limits<int>::max());
+    AddTrack(join, join_.Track, "Of each file that has several: number or language");
     AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
 
     CLI::App* fix = Add("fix", "Mend what can be mended without coding pictures again", fix_, Fix, true);
-    AddFile(fix, fix_.File);
+    AddStream(fix, fix_.File, fix_.Track);
     AddRules(fix, fix_.Profile, fix_.Frame);
     AddToolOutput(fix, fix_.Out, fix_.DryRun, fix_.Json);
 
@@ -231,6 +240,7 @@ class CommandTable {
         ->expected(1, std::numeric_limits<int>::max())
         ->type_name("")
         ->check(NamesAFile());
+    AddTrack(apply, apply_.Track, "Of each file that has several: number or language");
     apply->add_option("--out-dir", apply_.OutFolder, "Folder for the new files, made where it is missing")
         ->required()
         ->type_name("DIR")
@@ -249,7 +259,7 @@ class CommandTable {
     for (const ToolOption& option : tool.Options) {
       AddToolOption(command, option, options.Step);
     }
-    AddFile(command, options.File);
+    AddStream(command, options.File, options.Track);
     AddToolOutput(command, options.Out, options.DryRun, options.Json);
   }
 
@@ -281,12 +291,17 @@ class CommandTable {
     CLI::App* palette = Add("palette", "Convert a palette file", palette_, ConvertPalette, true);
     AddFile(palette, palette_.In, "IN", "Palette file: .ifo, .pal or .rgb");
     AddOut(palette, palette_.Out, "FILE.pal|FILE.RGB",
-           Accepting([](const std::string& name) { return EndsIn(name, ".pal") || EndsIn(name, ".rgb"); },
-                     "does not end in .pal or .rgb"));
+           Accepting(
+               [](const std::string& name) { return NameEndsIn(name, ".pal") || NameEndsIn(name, ".rgb"); },
+               "does not end in .pal or .rgb"));
+
+    AddConvert();
 
     CLI::App* merge = Add("merge", "Lay a second stream over the first", merge_, Merge, true);
     AddFile(merge, merge_.Primary, "PRIMARY");
     AddFile(merge, merge_.Secondary, "SECONDARY", "Stream to lay over it");
+    AddTrack(merge, merge_.Track, "PRIMARY's track, by its number or its language");
+    AddTrack(merge, merge_.SecondTrack, "The same of SECONDARY", "--second-track");
     AddOut(merge, merge_.Out, "FILE.sup");
     AddNumber(merge, "--y-offset", merge_.YOffset, -32768, 32767,
               "Lines that SECONDARY's pictures are moved down")
@@ -299,8 +314,35 @@ class CommandTable {
     AddPalette(merge, merge_.Palette);
 
     CLI::App* salvage = Add("salvage", "Save the good packets of a damaged stream", salvage_, Salvage, true);
-    AddFile(salvage, salvage_.File);
+    AddStream(salvage, salvage_.File, salvage_.Track);
     AddOut(salvage, salvage_.Out, "FILE.sup");
+  }
+
+  void AddConvert() {
+    CLI::App* convert = Add("convert", "Write streams as another kind of file", convert_, Convert, true);
+    convert->add_option("FILES", convert_.Files, FileKinds)
+        ->required()
+        ->expected(1, std::numeric_limits<int>::max())
+        ->type_name("")
+        ->check(NamesAFile());
+    AddOut(convert, convert_.Out, "FILE.sup|.idx|.xml",
+           Accepting(
+               [](const std::string& name) {
+                 return NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") || NameEndsIn(name, ".xml");
+               },
+               "does not end in .sup, .idx or .xml"));
+    AddTrack(convert, convert_.Track, "One of a file's tracks, by its number or its language");
+    convert
+        ->add_option("--language", convert_.Languages,
+                     "Languages of the tracks, of two letters, in their order; else those that they have")
+        ->type_name("L,...")
+        ->delimiter(',');
+    AddPalette(convert, convert_.Palette);
+    AddOnly(convert, convert_.Only);
+    convert->add_option("--frame", convert_.Frame, "Lines of the frame")
+        ->type_name("480|576")
+        ->check(FrameLines())
+        ->capture_default_str();
   }
 
   void AddHelp() {
@@ -315,52 +357,13 @@ class CommandTable {
       const auto command = std::ranges::find(commands_, helpTopic_,
                                              [](const Command& known) { return known.App->get_name(); });
       if (command == commands_.end()) {
-        return WrongUsage("", Describe(helpTopic_, app_) + "\nTry '" + Program + " help'.");
+        return WrongUsage("", DescribeUnknown(helpTopic_, app_) + "\nTry '" + Program + " help'.");
       }
       topic = command->App;
     }
     const std::string name = topic == &app_ ? Program : Program + (" " + topic->get_name());
     console.Out << app_.get_formatter()->make_help(topic, name, CLI::AppFormatMode::Normal);
     return {};
-  }
-
-  /// "unknown option '--jsno'; did you mean '--json'?"
-  static std::string Describe(const std::string& word, const CLI::App& app) {
-    const bool isOption = word.size() > 1 && word[0] == '-';
-    if (!isOption && app.get_parent() != nullptr) {
-      return "unexpected argument '" + word + "'";
-    }
-    const std::string bare = Bare(word);
-    const std::string nearest = NearestMatch(bare, isOption ? OptionNames(app) : CommandNames(app));
-    return (isOption ? "unknown option '" : "unknown command '") + word + "'" +
-           (nearest.empty() ? "" : "; did you mean '" + Dashes(nearest, isOption) + nearest + "'?");
-  }
-
-  /// The word without dashes in front and a value after.
-  static std::string Bare(const std::string& word) {
-    const auto start = std::min(word.find_first_not_of('-'), word.size());
-    return word.substr(start, word[0] == '-' ? word.find('=') - start : std::string::npos);
-  }
-
-  static std::string Dashes(const std::string& name, bool isOption) {
-    return !isOption ? "" : name.size() == 1 ? "-" : "--";
-  }
-
-  static std::vector<std::string> OptionNames(const CLI::App& app) {
-    std::vector<std::string> names;
-    for (const CLI::Option* option : app.get_options()) {
-      names.insert(names.end(), option->get_lnames().begin(), option->get_lnames().end());
-      names.insert(names.end(), option->get_snames().begin(), option->get_snames().end());
-    }
-    return names;
-  }
-
-  static std::vector<std::string> CommandNames(const CLI::App& app) {
-    std::vector<std::string> names;
-    for (const CLI::App* command : app.get_subcommands({})) {
-      names.push_back(command->get_name());
-    }
-    return names;
   }
 
   CLI::App app_{"View and edit DVD subtitle streams without a window"};
@@ -373,6 +376,8 @@ class CommandTable {
   MergeOptions merge_;
   CheckOptions check_;
   DiffOptions diff_;
+  TracksOptions tracks_;
+  ConvertOptions convert_;
   SalvageOptions salvage_;
   std::deque<ToolCommandOptions> tools_;  // that stay where they are when more are added
   std::vector<CLI::Option*> outs_;        // what --dry-run makes needless

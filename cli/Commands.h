@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/CommandResult.h"
 #include "cli/Console.h"
@@ -12,6 +13,7 @@ namespace quillmark::cli {
 
 struct ReportOptions {
   std::string File = {};
+  std::string Track = {};  ///< number or language, where the file has several
   bool Json = false;
 };
 /// The report that the window shows after loading.
@@ -19,6 +21,7 @@ CommandResult Report(const ReportOptions& options, const Console& console);
 
 struct ListOptions {
   std::string File = {};
+  std::string Track = {};  ///< number or language, where the file has several
   bool Json = false;
 };
 /// One row a subtitle.
@@ -26,9 +29,10 @@ CommandResult List(const ListOptions& options, const Console& console);
 
 struct PictureOptions {
   std::string File = {};
+  std::string Track = {};   ///< number or language, where the file has several
   std::int64_t Number = 1;  ///< from 1
   std::string Out = {};
-  std::string Palette = {};         ///< empty: the start-up palette
+  std::string Palette = {};         ///< empty: the one of the track, or the start-up palette
   std::optional<int> Frame = {};    ///< 480 or 576 lines; none: as the background asks for
   std::string Background = "none";  ///< "none", "checker" or a picture file
 };
@@ -38,7 +42,8 @@ CommandResult Picture(const PictureOptions& options, const Console& console);
 
 struct ExportOptions {
   std::string File = {};
-  std::string Palette = {};  ///< empty: the start-up palette
+  std::string Track = {};    ///< number or language, where the file has several
+  std::string Palette = {};  ///< empty: the one of the track, or the start-up palette
   SubtitleSet Only = SubtitleSet::All();
   std::string Base = {};  ///< empty: the file's name without its last four characters
 };
@@ -56,16 +61,19 @@ CommandResult ConvertPalette(const PaletteOptions& options, const Console& conso
 struct MergeOptions {
   std::string Primary = {};
   std::string Secondary = {};
+  std::string Track = {};  ///< of the primary: number or language, where the file has several
+  std::string SecondTrack = {};
   std::string Out = {};
   int YOffset = -400;
   int Frame = 576;
-  std::string Palette = {};  ///< empty: the start-up palette
+  std::string Palette = {};  ///< empty: the one of the track, or the start-up palette
 };
 /// A new stream of the primary's subtitles with the secondary's laid over them.
 CommandResult Merge(const MergeOptions& options, const Console& console);
 
 struct CheckOptions {
   std::string File = {};
+  std::string Track = {};        ///< number or language, where the file has several
   std::string Profile = "spec";  ///< or "player"
   int Frame = 576;               ///< 480 or 576
   bool Json = false;
@@ -75,6 +83,7 @@ CommandResult Check(const CheckOptions& options, const Console& console);
 
 struct FixOptions {
   std::string File = {};
+  std::string Track = {};  ///< number or language, where the file has several
   std::string Out = {};
   std::string Profile = "spec";  ///< or "player"
   int Frame = 576;               ///< 480 or 576
@@ -87,6 +96,8 @@ CommandResult Fix(const FixOptions& options, const Console& console);
 struct DiffOptions {
   std::string First = {};
   std::string Second = {};
+  std::string Track = {};  ///< of the first: number or language, where the file has several
+  std::string SecondTrack = {};
   bool Json = false;
 };
 /// What two streams differ in, subtitle by subtitle. Failed where they do, WrongUsage where one cannot be
@@ -95,9 +106,29 @@ CommandResult Diff(const DiffOptions& options, const Console& console);
 
 struct SalvageOptions {
   std::string File = {};
+  std::string Track = {};  ///< number or language, where the file has several
   std::string Out = {};
 };
 /// A stream of the file's good packets.
 CommandResult Salvage(const SalvageOptions& options, const Console& console);
+
+struct TracksOptions {
+  std::string File = {};
+  bool Json = false;
+};
+/// What subtitle streams a file of any kind holds.
+CommandResult Tracks(const TracksOptions& options, const Console& console);
+
+struct ConvertOptions {
+  std::vector<std::string> Files = {};
+  std::string Out = {};                     ///< its ending says what is written: .sup, .idx or .xml
+  std::string Track = {};                   ///< number or language
+  std::vector<std::string> Languages = {};  ///< of the tracks, in their order
+  std::string Palette = {};  ///< empty: the one of the first track that has one, or the start-up palette
+  SubtitleSet Only = SubtitleSet::All();
+  int Frame = 576;  ///< 480 or 576
+};
+/// Streams out of files of any kind as a SUP file, a VobSub pair or an authoring project.
+CommandResult Convert(const ConvertOptions& options, const Console& console);
 
 }  // namespace quillmark::cli

@@ -12,8 +12,8 @@ namespace quillmark::cli {
 namespace {
 
 /// The exit code 1 is left to streams that differ.
-CommandResult LoadToCompare(const std::string& file, SupStream& stream) {
-  CommandResult loaded = LoadStream(file, stream);
+CommandResult LoadToCompare(const StreamSource& source, SupStream& stream, const Console& console) {
+  CommandResult loaded = LoadStream(source, stream, console);
   if (!loaded.IsDone()) {
     loaded.Code = ExitCode::WrongUsage;
   }
@@ -83,10 +83,12 @@ std::string CountsText(const PairCounts& counts) {
 CommandResult Diff(const DiffOptions& options, const Console& console) {
   SupStream first;
   SupStream second;
-  if (CommandResult loaded = LoadToCompare(options.First, first); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadToCompare({options.First, options.Track}, first, console);
+      !loaded.IsDone()) {
     return loaded;
   }
-  if (CommandResult loaded = LoadToCompare(options.Second, second); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadToCompare({options.Second, options.SecondTrack}, second, console);
+      !loaded.IsDone()) {
     return loaded;
   }
   PairCounts counts;

@@ -104,15 +104,17 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
 
 CommandResult Export(const ExportOptions& options, const Console& console) {
   SupStream stream;
+  std::optional<DvdPalette> ofTrack;
   DvdPalette palette;
   ExportPaths paths;
-  if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.File, options.Track}, stream, console, &ofTrack);
+      !loaded.IsDone()) {
     return loaded;
   }
   if (CommandResult range = CheckOnly(options.Only, options.File, stream); !range.IsDone()) {
     return range;
   }
-  if (CommandResult loaded = LoadPalette(options.Palette, palette); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadPalette(options.Palette, ofTrack, palette); !loaded.IsDone()) {
     return loaded;
   }
   if (CommandResult named = FindPaths(options, paths); !named.IsDone()) {

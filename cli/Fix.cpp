@@ -50,27 +50,28 @@ void TellWhatWasMended(const StreamFix& fix, const Console& console) {
 }  // namespace
 
 CommandResult Fix(const FixOptions& options, const Console& console) {
-  Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
-  if (!file) {
-    return Failed(options.File, file.Reason());
+  Track track;
+  if (CommandResult read = ReadStream({options.File, options.Track}, track, console); !read.IsDone()) {
+    return read;
   }
+  std::vector<std::uint8_t>& bytes = track.Packets;
   Result<StreamFix> fix =
-      FixStream(*file, {.Profile = ProfileOf(options.Profile), .FrameLines = options.Frame});
+      FixStream(bytes, {.Profile = ProfileOf(options.Profile), .FrameLines = options.Frame});
   if (!fix) {
     return Failed(options.File, fix.Reason());
   }
-  const bool wasEmpty = file->empty();
-  if (const Result<void> applied = ApplyEdit(*file, fix->Edit); !applied) {
+  const bool wasEmpty = bytes.empty();
+  if (const Result<void> applied = ApplyEdit(bytes, fix->Edit); !applied) {
     return Failed(options.File, applied.Reason());
   }
-  if (file->empty() && !wasEmpty) {
+  if (bytes.empty() && !wasEmpty) {
     return Failed(options.File, "no packet was found; nothing is written");
   }
   if (console.Interrupted()) {
     return Interrupted();
   }
   if (!options.DryRun) {
-    if (CommandResult written = WriteFile(options.Out, *file); !written.IsDone()) {
+    if (CommandResult written = WriteFile(options.Out, bytes); !written.IsDone()) {
       return written;
     }
   }

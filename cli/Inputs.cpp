@@ -1,5 +1,8 @@
 #include "cli/Inputs.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "base/FilePath.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
@@ -15,11 +18,72 @@ CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& fi
   return {};
 }
 
-CommandResult LoadStream(const std::string& file, SupStream& stream) {
-  Result<LoadedStream> loaded = LoadPrimaryStream(PathFromUtf8(file), InvalidFirst::IsPassed);
-  CommandResult result = ResultOf(loaded, file);
+namespace {
+
+CommandResult ReadFile(const std::string& file, Container& container, const Console& console) {
+  auto read = ReadStreams(PathFromUtf8(file), [&console](std::uint64_t /*done*/, std::uint64_t /*length*/) {
+    return !console.Interrupted();
+  });
+  if (!read) {
+    return Failed(file, read.Reason());
+  }
+  if (!*read) {
+    return Interrupted();
+  }
+  container = std::move(**read);
+  for (const std::string& note : container.Notes) {
+    console.Warn(file, note);
+  }
+  return {};
+}
+
+}  // namespace
+
+CommandResult ReadTracks(const StreamSource& source, std::vector<Track>& tracks, const Console& console) {
+  Container container;
+  if (CommandResult read = ReadFile(source.File, container, console); !read.IsDone()) {
+    return read;
+  }
+  if (source.Track.empty()) {
+    tracks = std::move(container.Tracks);
+    return {};
+  }
+  const auto found = FindTrack(container, source.Track);
+  if (!found) {
+    return Failed(source.File, found.Reason());
+  }
+  tracks.push_back(std::move(container.Tracks[*found]));
+  return {};
+}
+
+CommandResult ReadStream(const StreamSource& source, Track& track, const Console& console) {
+  Container container;
+  if (CommandResult read = ReadTracks(source, container.Tracks, console); !read.IsDone()) {
+    return read;
+  }
+  if (const auto only = FindTrack(container, ""); !only) {
+    return WrongUsage(source.File, only.Reason() + "; --track names one");
+  }
+  track = std::move(container.Tracks.front());
+  for (const std::string& note : track.Notes) {
+    console.Warn(source.File, note);
+  }
+  return {};
+}
+
+CommandResult LoadStream(const StreamSource& source, SupStream& stream, const Console& console,
+                         std::optional<DvdPalette>* palette) {
+  Track track;
+  if (CommandResult read = ReadStream(source, track, console); !read.IsDone()) {
+    return read;
+  }
+  Result<LoadedStream> loaded = IndexPrimaryStream(std::move(track.Packets), InvalidFirst::IsPassed);
+  CommandResult result = ResultOf(loaded, source.File);
   if (result.IsDone()) {
     stream = std::move(loaded->Stream);
+    if (palette != nullptr) {
+      *palette = track.Palette;
+    }
   }
   return result;
 }
@@ -43,8 +107,9 @@ CheckProfile ProfileOf(std::string_view name) {
   return name == "player" ? CheckProfile::Player : CheckProfile::Spec;
 }
 
-CommandResult LoadPalette(const std::string& file, DvdPalette& palette) {
-  palette = StartUpPalette;
+CommandResult LoadPalette(const std::string& file, const std::optional<DvdPalette>& ofStream,
+                          DvdPalette& palette) {
+  palette = ofStream.value_or(StartUpPalette);
   if (file.empty()) {
     return {};
   }
@@ -59,6 +124,15 @@ CommandResult LoadPalette(const std::string& file, DvdPalette& palette) {
 CommandResult ToText(const std::string& file, QString& text) {
   text = QString::fromStdString(file);
   return text.toStdString() == file ? CommandResult() : Failed(file, "the name is not in UTF-8");
+}
+
+bool NameEndsIn(std::string_view name, std::string_view ending) {
+  if (name.size() < ending.size()) {
+    return false;
+  }
+  return std::ranges::equal(name.substr(name.size() - ending.size()), ending, [](char a, char b) {
+    return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+  });
 }
 
 CommandResult WriteFile(const std::string& file, std::span<const std::uint8_t> bytes) {

@@ -109,7 +109,7 @@ std::string RowText(const Row& row) {
 
 CommandResult List(const ListOptions& options, const Console& console) {
   SupStream stream;
-  if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.File, options.Track}, stream, console); !loaded.IsDone()) {
     return loaded;
   }
   SubtitleReader reader(stream);

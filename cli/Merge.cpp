@@ -1,7 +1,6 @@
 #include <cstdint>
 #include <string>
 
-#include "base/FilePath.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/ProgressBar.h"
@@ -28,9 +27,14 @@ CommandResult CheckPrimary(const std::string& file, const SupStream& primary) {
   return {};
 }
 
-CommandResult LoadSecondary(const std::string& file, const SupStream& primary, SupStream& secondary,
+CommandResult LoadSecondary(const StreamSource& source, const SupStream& primary, SupStream& secondary,
                             const Console& console) {
-  Result<LoadedStream> loaded = LoadSecondaryStream(PathFromUtf8(file), primary);
+  const std::string& file = source.File;
+  Track track;
+  if (CommandResult read = ReadStream(source, track, console); !read.IsDone()) {
+    return read;
+  }
+  Result<LoadedStream> loaded = IndexSecondaryStream(std::move(track.Packets), primary);
   if (CommandResult result = ResultOf(loaded, file); !result.IsDone()) {
     return result;
   }
@@ -80,19 +84,22 @@ MergeReport MergeWithProgress(const SupStream& primary, const SupStream& seconda
 CommandResult Merge(const MergeOptions& options, const Console& console) {
   SupStream primary;
   SupStream secondary;
+  std::optional<DvdPalette> ofTrack;
   MergeSettings settings{.YOffset = options.YOffset, .FrameHeight = options.Frame};
   QString path;
-  if (CommandResult loaded = LoadStream(options.Primary, primary); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.Primary, options.Track}, primary, console, &ofTrack);
+      !loaded.IsDone()) {
     return loaded;
   }
   if (CommandResult checked = CheckPrimary(options.Primary, primary); !checked.IsDone()) {
     return checked;
   }
-  if (CommandResult loaded = LoadSecondary(options.Secondary, primary, secondary, console);
+  if (CommandResult loaded =
+          LoadSecondary({options.Secondary, options.SecondTrack}, primary, secondary, console);
       !loaded.IsDone()) {
     return loaded;
   }
-  if (CommandResult loaded = LoadPalette(options.Palette, settings.Palette); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadPalette(options.Palette, ofTrack, settings.Palette); !loaded.IsDone()) {
     return loaded;
   }
   if (CommandResult named = ToText(options.Out, path); !named.IsDone()) {

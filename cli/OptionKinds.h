@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "base/Decimal.h"
+#include "cli/Inputs.h"
 #include "sup/SubtitleSet.h"
 
 /// The kinds of options and arguments that the commands have, each with its check.
@@ -14,11 +15,6 @@ namespace quillmark::cli {
 
 /// One option with one meaning in every command that writes; the first long name is the one in messages.
 inline constexpr const char* OutNames = "-o,--out,--output";
-
-inline bool EndsIn(const std::string& name, const std::string& extension) {
-  return name.size() >= extension.size() &&
-         CLI::detail::to_lower(name.substr(name.size() - extension.size())) == extension;
-}
 
 /// Refuses an option's text with `reason` unless `accepts` it.
 inline CLI::Validator Accepting(const std::function<bool(const std::string&)>& accepts,
@@ -51,9 +47,25 @@ inline CLI::Validator NumberWithin(std::int64_t first, std::int64_t last) {
   return CLI::Validator(check, "");
 }
 
+/// What a command takes that reads tracks.
+inline constexpr const char* FileKinds =
+    "SUP file, VobSub pair (.idx), Matroska file, program stream (.vob) or authoring list (.xml)";
+
 inline void AddFile(CLI::App* command, std::string& file, const std::string& name = "FILE",
-                    const std::string& description = "Subtitle stream (SUP file)") {
+                    const std::string& description = FileKinds) {
   command->add_option(name, file, description)->required()->type_name("")->check(NamesAFile());
+}
+
+inline void AddTrack(CLI::App* command, std::string& track,
+                     const std::string& description = "Track of FILE, by its number or its language",
+                     const std::string& name = "--track") {
+  command->add_option(name, track, description)->type_name("N|LANG")->check(NamesAFile());
+}
+
+/// A file that a stream is read from, and which of its tracks that is.
+inline void AddStream(CLI::App* command, std::string& file, std::string& track) {
+  AddFile(command, file);
+  AddTrack(command, track);
 }
 
 template <typename Number>

@@ -9,7 +9,7 @@ namespace quillmark::cli {
 
 CommandResult ConvertPalette(const PaletteOptions& options, const Console& console) {
   DvdPalette palette;
-  if (CommandResult loaded = LoadPalette(options.In, palette); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadPalette(options.In, {}, palette); !loaded.IsDone()) {
     return loaded;
   }
   if (console.Interrupted()) {

@@ -68,15 +68,17 @@ CommandResult Save(const std::string& file, cBitmap& picture) {
 
 CommandResult Picture(const PictureOptions& options, const Console& console) {
   SupStream stream;
+  std::optional<DvdPalette> ofTrack;
   DvdPalette palette;
-  if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.File, options.Track}, stream, console, &ofTrack);
+      !loaded.IsDone()) {
     return loaded;
   }
   if (CommandResult range = CheckOnly(SubtitleSet::Of(options.Number), options.File, stream);
       !range.IsDone()) {
     return range;
   }
-  if (CommandResult loaded = LoadPalette(options.Palette, palette); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadPalette(options.Palette, ofTrack, palette); !loaded.IsDone()) {
     return loaded;
   }
   SubtitleReader reader(stream);

@@ -44,10 +44,27 @@ Json ReportObject(const SupStream& stream) {
           {"multiple_opacities", stats.MultipleOpacities}};
 }
 
+/// A SUP file is read piece by piece.
+CommandResult IndexForReport(const StreamSource& source, Result<LoadedStream>& loaded,
+                             const Console& console) {
+  const auto path = PathFromUtf8(source.File);
+  if (IsSupFile(path) && source.Track.empty()) {
+    loaded = IndexStreamFile(path);
+    return {};
+  }
+  Track track;
+  CommandResult read = ReadStream(source, track, console);
+  loaded = IndexPrimaryStream(std::move(track.Packets));
+  return read;
+}
+
 }  // namespace
 
 CommandResult Report(const ReportOptions& options, const Console& console) {
-  const Result<LoadedStream> loaded = IndexStreamFile(PathFromUtf8(options.File));
+  Result<LoadedStream> loaded = Failure{};
+  if (CommandResult read = IndexForReport({options.File, options.Track}, loaded, console); !read.IsDone()) {
+    return read;
+  }
   if (CommandResult result = ResultOf(loaded, options.File); !result.IsDone()) {
     return result;
   }

@@ -2,10 +2,8 @@
 
 #include <vector>
 
-#include "base/FilePath.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
-#include "sup/StreamLoader.h"
 
 namespace quillmark::cli {
 namespace {
@@ -33,11 +31,11 @@ std::vector<std::uint8_t> Joined(const SalvagedStream& salvaged) {
 }  // namespace
 
 CommandResult Salvage(const SalvageOptions& options, const Console& console) {
-  const Result<std::vector<std::uint8_t>> file = ReadStreamFile(PathFromUtf8(options.File));
-  if (!file) {
-    return Failed(options.File, file.Reason());
+  Track track;
+  if (CommandResult read = ReadStream({options.File, options.Track}, track, console); !read.IsDone()) {
+    return read;
   }
-  const SalvagedStream salvaged = SalvageStream(*file);
+  const SalvagedStream salvaged = SalvageStream(track.Packets);
   if (salvaged.Packets == 0) {
     return Failed(options.File, "no good packet was found; nothing is written");
   }

@@ -97,7 +97,7 @@ CommandResult RunTool(const ToolCommandOptions& options, const Console& console)
     return WrongUsage("", step.Reason());
   }
   SupStream stream;
-  if (CommandResult loaded = LoadStream(options.File, stream); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.File, options.Track}, stream, console); !loaded.IsDone()) {
     return loaded;
   }
   if (const auto fits = FitsStream(*step, stream); !fits) {
@@ -145,13 +145,14 @@ CommandResult Join(const JoinCommandOptions& options, const Console& console) {
   }
   const std::string& file = options.Files.front();
   SupStream stream;
-  if (CommandResult loaded = LoadStream(file, stream); !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({file, options.Track}, stream, console); !loaded.IsDone()) {
     return loaded;
   }
   ToolResult whole;
   for (std::size_t i = 0; i < added; ++i) {
     SupStream next;
-    if (CommandResult loaded = LoadStream(options.Files[i + 1], next); !loaded.IsDone()) {
+    if (CommandResult loaded = LoadStream({options.Files[i + 1], options.Track}, next, console);
+        !loaded.IsDone()) {
       return loaded;
     }
     Result<ToolResult> result = JoinStreams(stream, next, std::get<JoinFile>(steps[i].Options).Options);

@@ -14,6 +14,7 @@ namespace quillmark::cli {
 struct ToolCommandOptions {
   StepText Step = {};
   std::string File = {};
+  std::string Track = {};  ///< number or language, where the file has several
   std::string Out = {};
   bool DryRun = false;
   bool Json = false;
@@ -26,6 +27,7 @@ CommandResult RunTool(const ToolCommandOptions& options, const Console& console)
 
 struct JoinCommandOptions {
   std::vector<std::string> Files = {};  ///< at least two
+  std::string Track = {};               ///< of each file that has several: number or language
   std::string Gap = {};                 ///< empty where it is not given
   std::vector<std::string> At = {};     ///< a time for each file but the first, or none
   std::string Out = {};
@@ -38,6 +40,7 @@ CommandResult Join(const JoinCommandOptions& options, const Console& console);
 struct ApplyOptions {
   std::string Recipe = {};
   std::vector<std::string> Files = {};
+  std::string Track = {};  ///< of each file that has several: number or language
   std::string OutFolder = {};
   bool Force = false;
   bool DryRun = false;

@@ -30,19 +30,24 @@ bool StartsLikeSup(std::string_view head) {
   return head.starts_with("SP");
 }
 
-ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /*progress*/) {
+ReadContainerResult ReadSupAsItIs(const std::filesystem::path& path) {
   auto file = ReadStreamFile(path);
   if (!file) {
     return file.Why();
-  }
-  if (!StartsWithSignature(*file)) {
-    return Failure{"No SUP signature found"};
   }
   Container container;
   Track& track = container.Tracks.emplace_back();
   track.Id = "1";
   track.Packets = std::move(*file);
   return std::optional(std::move(container));
+}
+
+ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /*progress*/) {
+  auto read = ReadSupAsItIs(path);
+  if (read && !StartsWithSignature((*read)->Tracks.front().Packets)) {
+    return Failure{"No SUP signature found"};
+  }
+  return read;
 }
 
 std::string HeadOf(const std::filesystem::path& path) {
@@ -123,6 +128,14 @@ const ContainerFormat& FormatOf(const std::filesystem::path& path) {
     }
   }
   return formats.front();
+}
+
+bool IsSupFile(const std::filesystem::path& path) {
+  return &FormatOf(path) == &ContainerFormats().front();
+}
+
+ReadContainerResult ReadStreams(const std::filesystem::path& path, const Progress& progress) {
+  return IsSupFile(path) ? ReadSupAsItIs(path) : ReadContainer(path, progress);
 }
 
 ReadContainerResult ReadContainer(const std::filesystem::path& path, const Progress& progress) {

@@ -55,6 +55,14 @@ struct ContainerFormat {
 /// then says why.
 [[nodiscard]] const ContainerFormat& FormatOf(const std::filesystem::path& path);
 
+/// Whether that is SUP.
+[[nodiscard]] bool IsSupFile(const std::filesystem::path& path);
+
+/// As ReadContainer, but a SUP file is one track as it is, whatever its bytes: for who mends it, or says
+/// itself what is wrong with it.
+[[nodiscard]] ReadContainerResult ReadStreams(const std::filesystem::path& path,
+                                              const Progress& progress = {});
+
 /// All subtitle streams of the file at `path`. A file without any is a Failure.
 [[nodiscard]] ReadContainerResult ReadContainer(const std::filesystem::path& path,
                                                 const Progress& progress = {});

@@ -128,6 +128,10 @@ class JsonTables : public test::ProgramTest {
   std::string manual_ = ReadSource("docs/cli.md");
 };
 
+TEST_F(JsonTables, TracksAreTold) {
+  EXPECT_THAT(TableNames(manual_, "### tracks --json"), ElementsAre(NamesOf(Written("tracks")[0])));
+}
+
 TEST_F(JsonTables, OfTheReport) {
   EXPECT_THAT(TableNames(manual_, "### report --json"), ElementsAre(NamesOf(Written("report"))));
 }

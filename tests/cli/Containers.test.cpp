@@ -1,0 +1,169 @@
+#include "tests/cli/Program.h"
+
+namespace quillmark::cli {
+namespace {
+
+using test::Join;
+using test::Second;
+using test::Sound;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Two streams, and a VobSub pair of both whose languages are en and de.
+class ContainerCommands : public test::ProgramTest {
+ protected:
+  void SetUp() override {
+    Write("a.sup", first_);
+    Write("b.sup", second_);
+    ASSERT_EQ(Run({"convert", "a.sup", "b.sup", "--language", "en,de", "-o", "both.idx"}).ExitCode, 0);
+  }
+
+  // Times that no millisecond has.
+  const test::Bytes first_ = Join({Sound(Second + 1).Build(), Sound(5 * Second + 17).Build()});
+  const test::Bytes second_ = Join({Sound(2 * Second + 89).Colour(3, 2, 1, 9).Build()});
+};
+
+TEST_F(ContainerCommands, PairGivesUnitsAndTicksBack) {
+  const auto run = Run({"convert", "both.idx", "--track", "1", "-o", "back.sup"});
+  EXPECT_EQ(run.Out, "wrote 2 subtitles to back.sup\n");
+  EXPECT_THAT(run.Err, IsEmpty());
+  EXPECT_EQ(Read("back.sup"), first_);
+}
+
+TEST_F(ContainerCommands, TrackIsNamedByItsLanguageToo) {
+  EXPECT_EQ(Run({"convert", "both.idx", "--track", "DE", "-o", "back.sup"}).ExitCode, 0);
+  EXPECT_EQ(Read("back.sup"), second_);
+}
+
+TEST_F(ContainerCommands, EitherFileOfThePairWillDo) {
+  EXPECT_EQ(Run({"report", "both.sub", "--track", "de"}).ExitCode, 0);
+}
+
+TEST_F(ContainerCommands, OneOfSeveralTracksMustBeNamed) {
+  const auto run = Run({"list", "both.idx"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("both.idx: it has several tracks: 1 (en), 2 (de); --track names one"));
+}
+
+TEST_F(ContainerCommands, MissingTrackIsTold) {
+  const auto run = Run({"list", "both.idx", "--track", "fr"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, HasSubstr("both.idx: there is no track fr; it has 1 (en), 2 (de)"));
+}
+
+TEST_F(ContainerCommands, EveryCommandThatReadsAStreamTakesATrack) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"report", "both.idx", "--track", "de"},
+      {"list", "both.idx", "--track", "de"},
+      {"check", "both.idx", "--track", "de"},
+      {"picture", "both.idx", "1", "--track", "de", "-o", "p.png"},
+      {"export", "both.idx", "--track", "de", "-o", "pictures"},
+      {"assign", "both.idx", "--track", "de", "--colours", "0123", "-o", "1.sup"},
+      {"retime", "both.idx", "--track", "de", "--shift", "40", "-o", "2.sup"},
+      {"move", "both.idx", "--track", "de", "--x", "2", "--clamp", "-o", "3.sup"},
+      {"force", "on", "both.idx", "--track", "de", "-o", "4.sup"},
+      {"ends", "both.idx", "--track", "de", "--fill", "-o", "5.sup"},
+      {"keep", "both.idx", "--track", "en", "--only", "1", "-o", "6.sup"},
+      {"sort", "both.idx", "--track", "de", "-o", "7.sup"},
+      {"join", "both.idx", "both.idx", "--track", "de", "-o", "8.sup"},
+      {"fix", "both.idx", "--track", "de", "-o", "9.sup"},
+      {"salvage", "both.idx", "--track", "de", "-o", "10.sup"},
+      {"merge", "both.idx", "both.idx", "--track", "en", "--second-track", "de", "-o", "11.sup"},
+      {"diff", "both.idx", "b.sup", "--track", "de"},
+  };
+  for (const auto& command : commands) {
+    const auto run = Run(command);
+    EXPECT_EQ(run.ExitCode, 0) << command.front() << run.Err;
+  }
+}
+
+TEST_F(ContainerCommands, DiffNamesATrackOfEachFile) {
+  EXPECT_EQ(Run({"diff", "both.idx", "both.idx", "--track", "en", "--second-track", "en"}).ExitCode, 0);
+  EXPECT_EQ(Run({"diff", "both.idx", "both.idx", "--track", "en", "--second-track", "de"}).ExitCode, 1);
+}
+
+TEST_F(ContainerCommands, RecipeRunsOnATrackAndWritesSup) {
+  WriteText("r.json", R"({"version": 1, "steps": []})");
+  EXPECT_EQ(Run({"apply", "r.json", "both.idx", "--track", "en", "--out-dir", "out"}).ExitCode, 0);
+  EXPECT_EQ(Read("out/both.sup"), first_);
+}
+
+TEST_F(ContainerCommands, TracksAreListed) {
+  const auto run = Run({"tracks", "both.idx"});
+  EXPECT_EQ(run.Out,
+            "1  en  2 subtitles  00:00:01.00 - 00:00:05.00  with a palette\n"
+            "2  de  1 subtitle  00:00:02.00 - 00:00:02.00  with a palette\n");
+}
+
+TEST_F(ContainerCommands, SupFileIsOneTrack) {
+  EXPECT_EQ(Run({"tracks", "b.sup"}).Out,
+            "1  --  1 subtitle  00:00:02.00 - 00:00:02.00  without a palette\n");
+}
+
+TEST_F(ContainerCommands, TracksJsonHasTicksAndColours) {
+  const Json tracks = Json::parse(Run({"tracks", "both.idx", "--json"}).Out);
+  ASSERT_EQ(tracks.size(), 2U);
+  EXPECT_EQ(tracks[0]["language"], "en");
+  EXPECT_EQ(tracks[0]["subtitles"], 2);
+  EXPECT_EQ(tracks[0]["first_ticks"], 90001);
+  EXPECT_EQ(tracks[0]["last_ticks"], 450017);
+  EXPECT_EQ(tracks[0]["palette"][1], "03FDFB");
+}
+
+TEST_F(ContainerCommands, PaletteOfTheFileIsTheOneOfThePicture) {
+  // White for every entry.
+  std::string white;
+  for (int i = 0; i < 16; ++i) {
+    white += "EB8080\r\n";
+  }
+  WriteText("white.pal", white);
+  ASSERT_EQ(Run({"convert", "a.sup", "--palette", "white.pal", "-o", "white.idx"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("white.idx"), HasSubstr("palette: ffffff, ffffff, "));
+  ASSERT_EQ(Run({"convert", "white.idx", "-o", "again.idx"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("again.idx"), HasSubstr("palette: ffffff, ffffff, "));
+}
+
+TEST_F(ContainerCommands, SupTakesOneTrackAlone) {
+  const auto run = Run({"convert", "both.idx", "-o", "c.sup"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("c.sup: it takes one track, and there are 2; --track names one of a file"));
+  EXPECT_FALSE(Exists("c.sup"));
+}
+
+TEST_F(ContainerCommands, MoreLanguagesThanTracksAreWrongUsage) {
+  const auto run = Run({"convert", "a.sup", "--language", "en,de", "-o", "c.idx"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("there are 2 languages for 1 track"));
+}
+
+TEST_F(ContainerCommands, OnlyChosenSubtitlesAreWritten) {
+  ASSERT_EQ(Run({"convert", "a.sup", "--only", "2", "-o", "c.sup"}).ExitCode, 0);
+  EXPECT_EQ(Read("c.sup"), Sound(5 * Second + 17).Build());
+}
+
+TEST_F(ContainerCommands, EndingSaysWhatIsWritten) {
+  const auto run = Run({"convert", "a.sup", "-o", "c.txt"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("'c.txt' does not end in .sup, .idx or .xml"));
+}
+
+TEST_F(ContainerCommands, ProjectHasItsListPicturesPaletteAndDisc) {
+  ASSERT_EQ(Run({"convert", "a.sup", "-o", "disc.xml"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("disc.xml"), HasSubstr("<subpictures format=\"PAL\">"));
+  EXPECT_TRUE(Exists("disc_pictures/00001.png"));
+  EXPECT_TRUE(Exists("disc_pictures/00002.png"));
+  EXPECT_TRUE(Exists("disc.pal"));
+  EXPECT_TRUE(Exists("disc_dvdauthor.xml"));
+}
+
+TEST_F(ContainerCommands, DamagedFileIsNamedAndNothingIsWritten) {
+  WriteText("broken.mkv", "no Matroska at all");
+  const auto run = Run({"convert", "broken.mkv", "-o", "c.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, HasSubstr("broken.mkv: "));
+  EXPECT_FALSE(Exists("c.sup"));
+}
+
+}  // namespace
+}  // namespace quillmark::cli
