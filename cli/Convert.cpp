@@ -128,8 +128,9 @@ CommandResult WritePair(const ConvertOptions& options, const std::vector<Convert
   }
   const auto path = PathFromUtf8(options.Out);
   ProgressBar bar(console, bytes);
-  const auto written =
-      WriteVobSub(path, parts, {.Palette = palette, .FrameHeight = options.Frame}, ShowIn(bar, console));
+  const auto written = WriteVobSub(
+      path, parts, {.Palette = palette, .FrameHeight = options.Frame, .Existing = Overwriting::Allowed},
+      ShowIn(bar, console));
   if (!written) {
     return Failed(options.Out, written.Reason());
   }
