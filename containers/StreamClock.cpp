@@ -85,20 +85,26 @@ void StreamClock::SeeVideo(std::int64_t stamp) {
   }
 }
 
+std::optional<std::int64_t> StreamClock::Now() const {
+  if (!clock_ || (!hasMedia_ && !unit_)) {
+    return std::nullopt;
+  }
+  return unit_ ? unit_->Time + Distance(unit_->Stamp, clock_->Stamp, NavigationBits) : clock_->Time;
+}
+
 std::int64_t StreamClock::TimeOf(const ProgramPacket& packet, std::size_t substream) {
+  std::optional<Fixed>& last = subtitles_[substream];
+  const auto now = Now();
   if (!packet.Time) {
-    return 0;
+    return now ? *now + ahead_[substream] : last ? last->Time : 0;
   }
   const std::int64_t stamp = *packet.Time;
-  if (unit_) {
-    return unit_->Time + Distance(unit_->Stamp, stamp, NavigationBits);
-  }
-  if (hasMedia_ && clock_) {
-    return clock_->Time + Distance(clock_->Stamp, stamp, TimeStampBits);
-  }
-  std::optional<Fixed>& last = subtitles_[substream];
   std::int64_t time = stamp;
-  if (last) {
+  if (unit_) {
+    time = unit_->Time + Distance(unit_->Stamp, stamp, NavigationBits);
+  } else if (now) {
+    time = clock_->Time + Distance(clock_->Stamp, stamp, TimeStampBits);
+  } else if (last) {
     std::int64_t step = Distance(last->Stamp, stamp, TimeStampBits);
     if (step < -TicksPerSecond) {
       step = TicksPerSecond;
@@ -107,6 +113,7 @@ std::int64_t StreamClock::TimeOf(const ProgramPacket& packet, std::size_t substr
     time = last->Time + step;
   }
   last = {.Stamp = stamp, .Time = time};
+  ahead_[substream] = now ? time - *now : 0;
   return time;
 }
 

@@ -23,7 +23,8 @@ class StreamClock {
   /// Every packet of the stream is shown to it in turn.
   void See(const ProgramPacket& packet);
 
-  /// When the unit that starts in the packet, which was seen last, is shown.
+  /// When the unit that starts in the packet, which was seen last, is shown. Without a time stamp: about
+  /// when, by the pack's clock reference and what the last time stamp of the substream was ahead of its own.
   [[nodiscard]] std::int64_t TimeOf(const ProgramPacket& packet, std::size_t substream);
 
   /// When the first picture of the video is shown, which is where a film starts; 0 without video.
@@ -39,6 +40,8 @@ class StreamClock {
     std::int64_t Time = 0;
   };
 
+  /// The last clock reference on the one clock, where there is one that means something.
+  [[nodiscard]] std::optional<std::int64_t> Now() const;
   void SeeClock(std::int64_t clock);
   void SeeNavigation(std::span<const std::uint8_t> payload);
   void SeeVideo(std::int64_t stamp);
@@ -48,6 +51,7 @@ class StreamClock {
   std::optional<Fixed> unit_;   // the start of the current video object unit
   std::uint32_t unitEnd_ = 0;   // its end
   std::array<std::optional<Fixed>, SubtitleSubstreams> subtitles_;  // the last time stamp of each substream
+  std::array<std::int64_t, SubtitleSubstreams> ahead_ = {};         // of that time to Now()
   std::optional<std::int64_t> origin_;
   std::int64_t firstVideo_ = 0;
   std::vector<std::int64_t> restarts_;

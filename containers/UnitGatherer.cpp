@@ -49,6 +49,11 @@ std::vector<std::string> GatheredSubstream::Notes() const {
     notes.push_back(Counted(Resized.Count, " subtitle had a wrong size", " subtitles had a wrong size") +
                     FirstAt(Resized) + ", which was mended");
   }
+  if (Untimed.Count > 0) {
+    notes.push_back(
+        Counted(Untimed.Count, " subtitle has no time of its own", " subtitles have no time of their own") +
+        FirstAt(Untimed) + "; the clock of the stream tells about when it starts");
+  }
   return notes;
 }
 
@@ -70,37 +75,78 @@ void UnitGatherer::Add(const ProgramPacket& packet, std::int64_t time) {
     }
     return;
   }
+  auto payload = packet.Payload.subspan(1);
+  if (pending.IsOpen && packet.Time && packet.Time != pending.Unit.TimeStamp) {
+    payload = payload.subspan(EndIn(*index, payload));
+  }
   const bool hasOtherTime = packet.Time && packet.Time != pending.Unit.TimeStamp;
   const bool starts = !pending.IsOpen       ? packet.Time.has_value() || IsStart(packet)
                       : pending.SizeIsWrong ? hasOtherTime || IsStart(packet)
                                             : hasOtherTime && (!hasStarts_ || IsStart(packet));
-  if (starts) {
+  if (starts && !payload.empty()) {
     End(*index);
-    pending.IsOpen = true;
-    pending.Unit = {.Pack = packet.Pack,
-                    .Packet = packet.Position,
-                    .TimeStamp = packet.Time,
-                    .Time = time,
-                    .Start = substreams_[*index].Bytes.size()};
+    Begin(*index, packet, time);
   }
-  if (pending.IsOpen) {
-    Append(*index, packet.Payload.subspan(1));
+  if (pending.IsOpen && !pending.Unit.TimeStamp && !packet.Time) {
+    pending.Unit.Time = time;
+  }
+  while (pending.IsOpen && !payload.empty()) {
+    payload = payload.subspan(Append(*index, payload));
+    if (!pending.IsOpen && !payload.empty() && !hasStarts_) {
+      Begin(*index, packet, time);
+      pending.Unit.TimeStamp.reset();
+      pending.IsUncertain = true;
+    }
   }
 }
 
-void UnitGatherer::Append(std::size_t index, std::span<const std::uint8_t> payload) {
+void UnitGatherer::Begin(std::size_t index, const ProgramPacket& packet, std::int64_t time) {
+  pending_[index] = {.Unit = {.Pack = packet.Pack,
+                              .Packet = packet.Position,
+                              .TimeStamp = packet.Time,
+                              .Time = time,
+                              .Start = substreams_[index].Bytes.size()},
+                     .IsOpen = true};
+}
+
+std::size_t UnitGatherer::EndIn(std::size_t index, std::span<const std::uint8_t> payload) {
+  Pending& pending = pending_[index];
+  std::vector<std::uint8_t>& bytes = substreams_[index].Bytes;
+  const std::size_t gathered = bytes.size() - pending.Unit.Start;
+  if (gathered < Header || pending.SizeIsWrong) {
+    return 0;
+  }
+  const std::size_t size = NumberAt(std::span(bytes).subspan(pending.Unit.Start), 0);
+  const std::size_t missing = size - gathered;
+  if (missing > payload.size()) {
+    return 0;
+  }
+  const auto rest = payload.first(missing);
+  bytes.insert(bytes.end(), rest.begin(), rest.end());
+  if (!HasAllControlSequences(std::span(bytes).subspan(pending.Unit.Start))) {
+    bytes.resize(bytes.size() - missing);
+    return 0;
+  }
+  End(index);
+  return missing;
+}
+
+std::size_t UnitGatherer::Append(std::size_t index, std::span<const std::uint8_t> payload) {
   Pending& pending = pending_[index];
   std::vector<std::uint8_t>& bytes = substreams_[index].Bytes;
   bytes.insert(bytes.end(), payload.begin(), payload.end());
   const auto unit = std::span(bytes).subspan(pending.Unit.Start);
   if (unit.size() < Header) {
-    return;
+    return payload.size();
   }
   const std::size_t size = NumberAt(unit, 0);
   pending.SizeIsWrong = size < NumberAt(unit, 2) || size < Header;
-  if (pending.SizeIsWrong ? unit.size() > MaxUnit : unit.size() >= size) {
-    End(index);
+  if (pending.SizeIsWrong ? unit.size() <= MaxUnit : unit.size() < size) {
+    return payload.size();
   }
+  const std::size_t after = pending.SizeIsWrong ? 0 : unit.size() - size;
+  End(index);
+  return payload.size() - after;
 }
 
 void UnitGatherer::End(std::size_t index) {
@@ -115,20 +161,25 @@ void UnitGatherer::End(std::size_t index) {
   const std::size_t said = bytes.size() < Header ? 0 : NumberAt(bytes, 0);
   unit.Size = said;
   if (bytes.size() >= Header && said != bytes.size() && (pending.SizeIsWrong || said > bytes.size()) &&
-      HasAllControlSequences(bytes)) {
+      !pending.IsUncertain && HasAllControlSequences(bytes)) {
     unit.Size = bytes.size();
     std::ranges::copy(NumberBytes(unit.Size), bytes.begin());
     substream.Resized.Add(unit.Packet);
   }
-  const bool isWhole = unit.Size >= Header && unit.Size <= bytes.size();
+  bool isWhole = unit.Size >= Header && unit.Size <= bytes.size();
+  if (pending.IsUncertain) {
+    isWhole = isWhole && HasAllControlSequences(bytes.first(unit.Size));
+  } else if (!isWhole) {
+    substream.Cut.Add(unit.Packet);
+  }
   substream.Bytes.resize(unit.Start + (isWhole ? unit.Size : 0));
   if (isWhole) {
     substream.Units.push_back(unit);
     size_ += unit.Size;
-  } else {
-    substream.Cut.Add(unit.Packet);
+    if (pending.IsUncertain) {
+      substream.Untimed.Add(unit.Packet);
+    }
   }
-  pending.SizeIsWrong = false;
 }
 
 std::array<GatheredSubstream, SubtitleSubstreams> UnitGatherer::Finish() {

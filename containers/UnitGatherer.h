@@ -44,6 +44,7 @@ struct GatheredSubstream {
   std::vector<GatheredUnit> Units;
   Tally Cut;        ///< units left out, since packets of them are missing
   Tally Resized;    ///< units whose size field was not that of their bytes, and was mended
+  Tally Untimed;    ///< units that start behind the end of another in its packet
   Tally Encrypted;  ///< packets left out, since their scrambling bits are set
 
   [[nodiscard]] std::span<const std::uint8_t> BytesOf(const GatheredUnit& unit) const {
@@ -56,10 +57,12 @@ struct GatheredSubstream {
 /// Puts units together from the packets of private stream 1.
 ///
 /// A unit starts in a packet with a time stamp and is complete when it has as many bytes as its size field
-/// says; what its last packet holds behind them is dropped. A time stamp other than its own before that
-/// starts the next unit. What was gathered then is a unit whose size field is wrong if all its control
-/// sequences are there, and is left out as cut short if not. A size field that ends before the control
-/// sequences is wrong as well: such a unit goes on to the next time stamp.
+/// says. A time stamp other than its own before that is that of the next unit, which starts behind the bytes
+/// that the first one lacks, if they make it whole, as ffmpeg lays them, or else at once. What was gathered
+/// then is a unit whose size field is wrong if all its control sequences are there, and is left out as cut
+/// short if not. A size field that ends before the control sequences is wrong as well: such a unit goes on to
+/// the next time stamp. What a packet holds behind the end of a unit is padding, or, where it proves to be
+/// whole, a unit that has no time stamp; ffmpeg writes such.
 class UnitGatherer {
  public:
   UnitGatherer() = default;
@@ -68,7 +71,7 @@ class UnitGatherer {
   explicit UnitGatherer(std::vector<std::uint64_t> starts) : starts_(std::move(starts)), hasStarts_(true) {}
 
   /// Takes the packet into the unit that it belongs to; passed where it carries no subtitle. `time` is that
-  /// of a unit that starts in it.
+  /// of a unit that starts in it, or about that where it has no time stamp.
   void Add(const ProgramPacket& packet, std::int64_t time);
   /// Ends units that are incomplete, and gives all of them.
   [[nodiscard]] std::array<GatheredSubstream, SubtitleSubstreams> Finish();
@@ -81,10 +84,16 @@ class UnitGatherer {
     GatheredUnit Unit;
     bool IsOpen = false;
     bool SizeIsWrong = false;
+    bool IsUncertain = false;  // it may be no more than padding
   };
 
   [[nodiscard]] bool IsStart(const ProgramPacket& packet) const;
-  void Append(std::size_t index, std::span<const std::uint8_t> payload);
+  void Begin(std::size_t index, const ProgramPacket& packet, std::int64_t time);
+  /// Takes as much of the payload as the open unit lacks, and ends it there, if that makes it whole; how many
+  /// bytes that were.
+  std::size_t EndIn(std::size_t index, std::span<const std::uint8_t> payload);
+  /// Takes the payload into the open unit up to its end; how many bytes that were.
+  std::size_t Append(std::size_t index, std::span<const std::uint8_t> payload);
   void End(std::size_t index);
 
   std::vector<std::uint64_t> starts_;

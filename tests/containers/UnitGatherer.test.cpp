@@ -88,6 +88,27 @@ TEST(UnitGatherer, ItsOwnTimeStampInLaterPackets) {
             SupPacket(90000, Unit));
 }
 
+TEST(UnitGatherer, TimeStampOfTheUnitBehindTheRestOfAnother) {
+  EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Part(Unit, 0, 37), 90000)),
+                            Pack(SubtitlePacket(Join({From(Unit, 37), Part(Other, 0, 20)}), 180000)),
+                            Pack(SubtitlePacket(From(Other, 20)))})),
+            Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
+}
+
+TEST(UnitGatherer, UnitWithoutATimeStampBehindAnother) {
+  // Of video and subtitles whose stamps are a second ahead of the packs' clock.
+  const Bytes video = Pack(Pes{.Time = 90000, .Stream = 0xE0, .Further = {}}.With(Bytes(9, 0x33)), 0);
+  const Container container =
+      Read(Join({video, Pack(SubtitlePacket(Join({Unit, Part(Other, 0, 1)}), 180000), 90000),
+                 Pack(SubtitlePacket(From(Other, 1)), 270000)}));
+  ASSERT_EQ(container.Tracks.size(), 1U);
+  EXPECT_EQ(container.Tracks[0].Packets, Join({SupPacket(90000, Unit), SupPacket(270000, Other)}));
+  EXPECT_THAT(
+      container.Tracks[0].Notes,
+      ElementsAre("1 subtitle has no time of its own (at byte 2062); the clock of the stream tells about "
+                  "when it starts"));
+}
+
 TEST(UnitGatherer, BytesBehindTheUnitAreDropped) {
   EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Join({Unit, {0xFF, 0xFF}}), 90000)),
                             Pack(SubtitlePacket(Other, 180000))})),

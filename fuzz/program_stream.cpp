@@ -1,0 +1,13 @@
+// Program streams.
+
+#include <cstdint>
+#include <span>
+
+#include "containers/ProgramTracks.h"
+#include "fuzz/ContainerCheck.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quillmark::MemorySource source(std::span(data, size));
+  quillmark::CheckContainer(quillmark::ReadProgramTracks(source));
+  return 0;
+}

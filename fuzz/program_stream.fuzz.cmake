@@ -1,0 +1,3 @@
+if(QUILLMARK_PROGRAM_STREAM)
+  quillmark_fuzz(program_stream LINK quillmark_containers)
+endif()

@@ -1,0 +1,252 @@
+#include "containers/ProgramStream.h"
+
+#include <gmock/gmock.h>
+
+#include <gtest/gtest.h>
+
+#include "base/FilePath.h"
+#include "containers/ProgramTracks.h"
+#include "tests/containers/PackBuilder.h"
+#include "tests/support/FolderTest.h"
+
+namespace quillmark {
+namespace {
+
+using test::BigEndian;
+using test::Bytes;
+using test::Join;
+using test::Pack;
+using test::PackHead;
+using test::Pes;
+using test::PesPacket;
+using test::SoundUnit;
+using test::SubtitlePacket;
+using test::SupPacket;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t Second = 90000;
+constexpr std::int64_t Turn = 8589934592;  // 2^33
+
+Container Read(const Bytes& stream) {
+  MemorySource source(stream);
+  auto read = ReadProgramTracks(source);
+  return read && *read ? std::move(**read) : Container();
+}
+
+/// Of the only track.
+std::vector<std::int64_t> TimesIn(const Container& container) {
+  std::vector<std::int64_t> times;
+  if (container.Tracks.size() != 1) {
+    return times;
+  }
+  const Bytes& packets = container.Tracks[0].Packets;
+  for (std::size_t at = 0; at + 14 <= packets.size();) {
+    std::uint64_t time = 0;
+    for (std::size_t byte = 8; byte-- > 0;) {
+      time = time << 8U | packets[at + 2 + byte];
+    }
+    times.push_back(static_cast<std::int64_t>(time));
+    at += 10 + (std::size_t{packets[at + 10]} << 8U | packets[at + 11]);
+  }
+  return times;
+}
+
+const Bytes Unit = SoundUnit();
+
+Bytes Subtitle(std::int64_t time, std::int64_t clock) {
+  return Pack(SubtitlePacket(Unit, time % Turn), clock % Turn);
+}
+Bytes Video(std::int64_t time, std::int64_t clock) {
+  return Pack(Pes{.Time = time % Turn, .Stream = 0xE0, .Further = {}}.With(Bytes(20, 0x33)), clock % Turn);
+}
+
+/// A navigation pack as it stands on a disc: the times stand at 0x39 and 0x3D of the pack.
+Bytes Navigation(std::uint32_t start, std::uint32_t end) {
+  Bytes control(980, 0);
+  const Bytes times = Join({BigEndian(start, 4), BigEndian(end, 4)});
+  std::copy(times.begin(), times.end(), control.begin() + 13);
+  Bytes search(1018, 0);
+  search[0] = 1;
+  return Join(
+      {PackHead(), PesPacket(0xBB, Bytes(18, 0x80)), PesPacket(0xBF, control), PesPacket(0xBF, search)});
+}
+
+TEST(ProgramStream, NavigationPackHasItsTimesWhereTheDiscHasThem) {
+  const Bytes pack = Navigation(0x11223344, 0x55667788);
+  EXPECT_EQ(pack.size(), 2048U);
+  EXPECT_EQ(pack[0x39], 0x11);
+  EXPECT_EQ(pack[0x3D], 0x55);
+}
+
+TEST(ProgramStream, WithoutVideoTimesStayAsTheyAre) {
+  EXPECT_THAT(TimesIn(Read(Join({Subtitle(5 * Second, 4 * Second), Subtitle(9 * Second, 8 * Second)}))),
+              ElementsAre(5 * Second, 9 * Second));
+}
+
+TEST(ProgramStream, TimesCountFromTheFirstPictureOfTheVideo) {
+  // Pictures come in the order of decoding: the first that is shown is the third here.
+  EXPECT_THAT(TimesIn(Read(Join({Video(55800, 0), Video(66600, 3600), Video(48600, 7200), Video(52200, 10800),
+                                 Subtitle(5 * Second + 48600, 4 * Second)}))),
+              ElementsAre(5 * Second));
+}
+
+TEST(ProgramStream, LaterVideoDoesNotMoveTheStart) {
+  EXPECT_THAT(TimesIn(Read(Join({Video(20 * Second, 19 * Second), Video(2 * Second, 19 * Second),
+                                 Subtitle(25 * Second, 24 * Second)}))),
+              ElementsAre(5 * Second));
+}
+
+TEST(ProgramStream, TimesCountFromTheFirstNavigationPack) {
+  EXPECT_THAT(TimesIn(Read(Join({Navigation(48600, 102600), Video(55800, 0), Subtitle(48600 + 7, 0)}))),
+              ElementsAre(7));
+}
+
+TEST(ProgramStream, ClockThatPassesItsBitsGoesOn) {
+  for (const bool withVideo : {false, true}) {
+    const Bytes first = withVideo ? Video(Turn - 10 * Second, Turn - 11 * Second) : Bytes();
+    const std::int64_t origin = withVideo ? Turn - 10 * Second : 0;
+    EXPECT_THAT(
+        TimesIn(Read(Join({first, Subtitle(Turn - Second, Turn - 2 * Second),
+                           Subtitle(Turn + Second, Turn - Second), Subtitle(Turn + 5 * Second, Turn)}))),
+        ElementsAre(Turn - Second - origin, Turn + Second - origin, Turn + 5 * Second - origin))
+        << withVideo;
+  }
+}
+
+TEST(ProgramStream, NavigationThatJumpsGoesOnFromTheLastEnd) {
+  // The second video object starts at the first one's time again.
+  const Container container =
+      Read(Join({Navigation(0, 10 * Second), Subtitle(2 * Second, 0), Navigation(10 * Second, 20 * Second),
+                 Subtitle(12 * Second, 0), Navigation(0, 10 * Second), Subtitle(2 * Second, 0)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(2 * Second, 12 * Second, 22 * Second));
+  EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:20.00; times go on"));
+}
+
+TEST(ProgramStream, NavigationOfAnAuthoringToolsDraftIsPassed) {
+  // Before the disc is made its packs have no times.
+  EXPECT_THAT(TimesIn(Read(Join({Navigation(0, 0), Video(48600, 0), Subtitle(48600 + Second, Second)}))),
+              ElementsAre(Second));
+}
+
+TEST(ProgramStream, ClockThatRestartsGoesOn) {
+  const Container container =
+      Read(Join({Video(Second, 0), Subtitle(5 * Second, 4 * Second), Video(20 * Second, 19 * Second),
+                 Video(Second, 0), Subtitle(5 * Second, 4 * Second)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(4 * Second, 23 * Second));
+  EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:18.00; times go on"));
+}
+
+TEST(ProgramStream, SeveralRestartsAreOneNote) {
+  const Bytes film = Join({Video(Second, 0), Subtitle(5 * Second, 4 * Second)});
+  EXPECT_THAT(Read(Join({film, film, film})).Notes,
+              ElementsAre("the clock restarts 2 times, first at 00:00:03.00; times go on"));
+}
+
+TEST(ProgramStream, SmallStepsBackAreNoRestart) {
+  EXPECT_THAT(
+      Read(Join({Video(Second, Second), Video(2 * Second, Second / 2), Subtitle(Second, Second)})).Notes,
+      IsEmpty());
+}
+
+TEST(ProgramStream, SubtitlesAloneWithOneClockForAll) {
+  EXPECT_THAT(TimesIn(Read(Join({Subtitle(5 * Second, 0), Subtitle(6000 * Second, 0)}))),
+              ElementsAre(5 * Second, 6000 * Second));
+}
+
+TEST(ProgramStream, SubtitlesAloneThatStartAgainGoOn) {
+  const Container container = Read(Join(
+      {Subtitle(5 * Second, 0), Subtitle(60 * Second, 0), Subtitle(5 * Second, 0), Subtitle(9 * Second, 0)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(5 * Second, 60 * Second, 61 * Second, 65 * Second));
+  EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:01:01.00; times go on"));
+}
+
+TEST(ProgramStream, LanguagesOneAfterAnotherAreNoRestart) {
+  const Container container = Read(Join(
+      {Subtitle(5 * Second, 0), Subtitle(60 * Second, 0), Pack(SubtitlePacket(Unit, 5 * Second, 0x21))}));
+  EXPECT_EQ(container.Tracks.size(), 2U);
+  EXPECT_THAT(container.Notes, IsEmpty());
+}
+
+TEST(ProgramStream, BytesOfAnotherKindAreRefused) {
+  const Bytes text = {'h', 'e', 'l', 'l', 'o'};
+  MemorySource source(text);
+  EXPECT_EQ(ReadProgramTracks(source).Reason(), "no pack header of a program stream is in it");
+}
+
+TEST(ProgramStream, IsKnownByItsPackHeader) {
+  EXPECT_TRUE(StartsLikeProgramStream(std::string_view("\0\0\1\xBA\x44", 5)));
+  EXPECT_FALSE(StartsLikeProgramStream(std::string_view("\0\0\1\xB3\x44", 5)));
+  EXPECT_FALSE(StartsLikeProgramStream(""));
+}
+
+class ProgramStreamFiles : public test::FolderTest {
+ protected:
+  std::filesystem::path File(const QString& name, const Bytes& content) const {
+    return PathFromUtf8(Put(name, std::string(content.begin(), content.end())).toStdString());
+  }
+};
+
+TEST_F(ProgramStreamFiles, FirstPartOfATitleIsReadWithTheOthers) {
+  const Bytes whole = Join({Subtitle(1 * Second, 0), Subtitle(2 * Second, 0), Subtitle(3 * Second, 0)});
+  const auto cut = [&whole](std::size_t from, std::size_t to) {
+    return Bytes(whole.begin() + static_cast<std::ptrdiff_t>(from),
+                 whole.begin() + static_cast<std::ptrdiff_t>(to));
+  };
+  const auto first = File("VTS_01_1.VOB", cut(0, 2060));
+  const auto second = File("VTS_01_2.VOB", cut(2060, 4100));
+  File("VTS_01_3.VOB", cut(4100, whole.size()));
+  File("VTS_01_5.VOB", whole);
+  const auto read = ReadContainer(first);
+  ASSERT_TRUE(read && *read);
+  EXPECT_THAT(TimesIn(**read), ElementsAre(1 * Second, 2 * Second, 3 * Second));
+  EXPECT_THAT((*read)->Notes,
+              ElementsAre("VTS_01_2.VOB to VTS_01_3.VOB were read as well, the further parts of the title"));
+  const auto alone = ReadContainer(second);
+  ASSERT_TRUE(alone && *alone);
+  EXPECT_THAT(TimesIn(**alone), ElementsAre(2 * Second));
+}
+
+TEST_F(ProgramStreamFiles, OtherNamesAreReadAlone) {
+  const auto path = File("film_1.vob", Subtitle(Second, 0));
+  File("film_2.vob", Subtitle(Second, 0));
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  EXPECT_THAT((*read)->Notes, IsEmpty());
+  EXPECT_EQ(TimesIn(**read).size(), 1U);
+}
+
+TEST_F(ProgramStreamFiles, DamagedInformationFileIsTold) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  File("VTS_01_0.IFO", {'n', 'o'});
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  ASSERT_EQ((*read)->Tracks.size(), 1U);
+  EXPECT_FALSE((*read)->Tracks[0].Palette);
+  ASSERT_EQ((*read)->Notes.size(), 1U);
+  EXPECT_TRUE((*read)->Notes[0].starts_with("VTS_01_0.IFO has no palette for it: ")) << (*read)->Notes[0];
+}
+
+TEST_F(ProgramStreamFiles, PaletteAndLanguageOfTheTitleSet) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  ASSERT_TRUE(
+      QFile::copy(QStringLiteral(QUILLMARK_TEST_DATA "/palette/VTS_01_0-ntsc.IFO"), Path("VTS_01_0.IFO")));
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  ASSERT_EQ((*read)->Tracks.size(), 1U);
+  EXPECT_TRUE((*read)->Tracks[0].Palette);
+}
+
+TEST_F(ProgramStreamFiles, StreamOfSpumux) {
+  const auto read = ReadContainer(QUILLMARK_TEST_DATA "/containers/film.mpg");
+  ASSERT_TRUE(read && *read);
+  ASSERT_EQ((*read)->Tracks.size(), 1U);
+  EXPECT_EQ((*read)->Tracks[0].Id, "0x20");
+  QFile sup(QStringLiteral(QUILLMARK_TEST_DATA "/containers/film.sup"));
+  ASSERT_TRUE(sup.open(QIODevice::ReadOnly));
+  const QByteArray bytes = sup.readAll();
+  EXPECT_EQ((*read)->Tracks[0].Packets, Bytes(bytes.begin(), bytes.end()));
+}
+
+}  // namespace
+}  // namespace quillmark
