@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -132,18 +133,33 @@ AuthoringRun Author(const QString& spumux, const ExportPaths& paths, const QStri
   const QString project = paths.List + QStringLiteral(".project");
   WriteFile(project, "<subpictures format=\"" + format.toUtf8() + "\">\n  <stream>\n" + ReadFile(paths.List) +
                          "  </stream>\n</subpictures>\n");
-  const QString output = paths.List + QStringLiteral(".mpg");
+  return AuthorList(spumux, project);
+}
+
+ToolRun RunIn(const QString& folder, const QString& program, const QStringList& arguments,
+              const QString& input, const QString& output) {
   QProcess process;
-  process.setStandardInputFile(QProcess::nullDevice());
-  process.setStandardOutputFile(output);
-  // Without a film to lay the units into, the program stream holds them alone.
-  process.start(spumux, {QStringLiteral("-m"), QStringLiteral("dvd"), QStringLiteral("--nomux"), project});
-  AuthoringRun run;
-  if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit) {
-    run.ExitCode = process.exitCode();
+  process.setWorkingDirectory(folder);
+  process.setStandardInputFile(input.isEmpty() ? QProcess::nullDevice() : input);
+  if (!output.isEmpty()) {
+    process.setStandardOutputFile(output);
   }
+  process.start(program, arguments);
+  ToolRun run;
+  run.IsDone = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit &&
+               process.exitCode() == 0;
   run.Log = QString::fromUtf8(process.readAllStandardError());
-  if (run.ExitCode == 0) {
+  return run;
+}
+
+AuthoringRun AuthorList(const QString& spumux, const QString& list) {
+  const QString output = list + QStringLiteral(".mpg");
+  // Without a film to lay the units into, the program stream holds them alone.
+  const ToolRun tool =
+      RunIn(QFileInfo(list).path(), spumux,
+            {QStringLiteral("-m"), QStringLiteral("dvd"), QStringLiteral("--nomux"), list}, {}, output);
+  AuthoringRun run{.ExitCode = tool.IsDone ? 0 : -1, .Log = tool.Log, .Units = {}, .Subtitles = {}};
+  if (tool.IsDone) {
     run.Units = UnitsOf(ReadFile(output));
     run.Subtitles = ReadAuthored(run.Units);
   }

@@ -43,6 +43,17 @@ struct AuthoringRun {
 };
 /// Encodes the list for video of `format`, "PAL" or "NTSC".
 [[nodiscard]] AuthoringRun Author(const QString& spumux, const ExportPaths& paths, const QString& format);
+/// Encodes a complete list, in its own folder.
+[[nodiscard]] AuthoringRun AuthorList(const QString& spumux, const QString& list);
+
+/// A program's run in a folder, its standard input and output being files (none: empty). What it wrote to its
+/// error output, and whether it ended with 0.
+struct ToolRun {
+  bool IsDone = false;
+  QString Log;
+};
+[[nodiscard]] ToolRun RunIn(const QString& folder, const QString& program, const QStringList& arguments,
+                            const QString& input = {}, const QString& output = {});
 
 /// Empty where the tool is not installed.
 [[nodiscard]] QString FindSpuunmux();
