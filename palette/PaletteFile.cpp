@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "base/AsciiCase.h"
 #include "base/ByteReader.h"
 #include "base/FilePath.h"
+#include "base/InputFile.h"
 
 namespace quillmark {
 namespace {
@@ -183,28 +182,6 @@ std::optional<std::uint64_t> PalettePosition(ByteReader& reader) {
 constexpr const char* NoIfoPalette = "Illegal file: no title set's IFO file with a palette";
 constexpr const char* NoTextPalette = "Illegal file: not exactly 16 lines with a colour";
 
-/// Opens the file and gives its length. Devices and pipes are not waited for.
-Result<std::uintmax_t> Open(const std::filesystem::path& path, std::ifstream& file) {
-  std::error_code error;
-  const auto status = std::filesystem::status(path, error);
-  if (std::filesystem::is_directory(status)) {
-    return Failure{"it is a folder"};
-  }
-  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-    return Failure{"it is a device or a pipe, not a file"};
-  }
-  const std::uintmax_t length = std::filesystem::file_size(path, error);
-  if (error) {
-    return Failure{error.message()};
-  }
-  errno = 0;
-  file.open(path, std::ios::binary);
-  if (!file) {
-    return Failure{errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
-  }
-  return length;
-}
-
 Result<PackedPalette> LoadIfoFile(std::ifstream& file, std::uintmax_t length) {
   if (length > MaxIfoLength) {
     return Failure{"Illegal file: an IFO file has at most 1,048,576 bytes"};
@@ -294,7 +271,7 @@ Result<PackedPalette> LoadPaletteFile(std::string_view path) {
     return Failure{"not the name of a palette file: it must end in .ifo, .pal or .rgb"};
   }
   std::ifstream file;
-  const auto length = Open(PathFromUtf8(path), file);
+  const auto length = OpenInputFile(PathFromUtf8(path), file);
   if (!length) {
     return length.Why();
   }

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <fstream>
 #include <new>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "base/FilePath.h"
+#include "base/InputFile.h"
 #include "sup/SupFormat.h"
 #include "sup/Timecode.h"
 
@@ -196,21 +195,9 @@ Failure TooLarge() {
 
 /// Opens the file and finds its length.
 Result<std::uintmax_t> OpenStreamFile(const std::filesystem::path& path, std::ifstream& file) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    return Failure{"it is a folder"};
-  }
-  const std::uintmax_t length = std::filesystem::file_size(path, error);
-  if (error) {
-    return Failure{error.message()};
-  }
-  if (length > MaxStreamLength) {
+  const Result<std::uintmax_t> length = OpenInputFile(path, file);
+  if (length && *length > MaxStreamLength) {
     return TooLarge();
-  }
-  errno = 0;
-  file.open(path, std::ios::binary);
-  if (!file) {
-    return Failure{errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
   }
   return length;
 }

@@ -33,10 +33,18 @@ std::vector<Use> StreamUses() {
           {"Fix", "in.sup", {"fix", "in.sup", "-o", "out.sup"}},
           {"Salvage", "in.sup", {"salvage", "in.sup", "-o", "out.sup"}},
           {"Retime", "in.sup", {"retime", "in.sup", "--shift", "40", "-o", "out.sup"}},
+          {"Tracks", "in.sup", {"tracks", "in.sup"}},
+          {"Convert", "in.sup", {"convert", "in.sup", "-o", "out.idx"}},
           {"JoinFirst", "in.sup", {"join", "in.sup", "sound.sup", "-o", "out.sup"}},
           {"JoinSecond", "in.sup", {"join", "sound.sup", "in.sup", "-o", "out.sup"}},
           {"MergePrimary", "in.sup", {"merge", "in.sup", "sound.sup", "-o", "out.sup"}},
           {"MergeSecondary", "in.sup", {"merge", "sound.sup", "in.sup", "-o", "out.sup"}}};
+}
+
+std::vector<Use> ContainerUses() {
+  return {{"Matroska", "in.mkv", {"convert", "in.mkv", "-o", "out.sup"}},
+          {"ProgramStream", "in.vob", {"convert", "in.vob", "-o", "out.sup"}},
+          {"Pair", "in.idx", {"convert", "in.idx", "-o", "out.sup"}}};
 }
 
 std::vector<Use> PaletteUses() {
@@ -108,7 +116,8 @@ TEST_P(UnreadableFile, LoopingLink) {
   EXPECT_EQ(Reason(), "Too many levels of symbolic links\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Streams, UnreadableFile, testing::ValuesIn(Joined(StreamUses(), PaletteUses())),
+INSTANTIATE_TEST_SUITE_P(Streams, UnreadableFile,
+                         testing::ValuesIn(Joined(StreamUses(), Joined(ContainerUses(), PaletteUses()))),
                          [](const auto& test) { return test.param.Name; });
 
 class UnreadablePicture : public UnreadableInput {};

@@ -363,7 +363,8 @@ TEST_F(IfoFiles, FileOfTheVideoManagerIsReadToo) {
 }
 
 TEST_F(IfoFiles, MissingFileHasAReason) {
-  EXPECT_EQ(ReadIfoFile(PathFromUtf8(Path("missing.ifo").toStdString())).Reason(), "there is no such file");
+  EXPECT_EQ(ReadIfoFile(PathFromUtf8(Path("missing.ifo").toStdString())).Reason(),
+            "No such file or directory");
 }
 
 }  // namespace

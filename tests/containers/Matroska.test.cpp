@@ -656,7 +656,7 @@ TEST_F(MatroskaFiles, TimesAreTheFilesMilliseconds) {
 TEST_F(MatroskaFiles, FileOfAnotherKindUnderTheNameIsRefused) {
   const auto path = PathFromUtf8(Put("a.mkv", "# VobSub index file, v7").toStdString());
   EXPECT_EQ(ReadMatroska(path).Reason(), "it is no Matroska file: it does not start with an EBML header");
-  EXPECT_EQ(ReadMatroska(PathFromUtf8(Path("b.mkv").toStdString())).Reason(), "there is no such file");
+  EXPECT_EQ(ReadMatroska(PathFromUtf8(Path("b.mkv").toStdString())).Reason(), "No such file or directory");
 }
 
 TEST_F(MatroskaFiles, FileWithNoneOfOursNamesWhatItHas) {
