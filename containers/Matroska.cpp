@@ -227,7 +227,9 @@ class MatroskaWalk {
     int upperLevel = 0;  // in and out: anything else here, and nothing is read
     EbmlElement* next = nullptr;
     master->Read(stream_, EBML_CONTEXT(master), upperLevel, next, true);
-    delete next;
+    if (upperLevel > 0) {
+      delete next;  // else it is nullptr, or became one of the children
+    }
     return master;
   }
 

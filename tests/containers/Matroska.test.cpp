@@ -485,6 +485,12 @@ TEST(ReadMatroska, SecondFilmInTheFileIsNotRead) {
               ElementsAre(90));
 }
 
+TEST(ReadMatroska, EntryWithinAnEntryDoesNoHarm) {
+  const Bytes inner = TrackEntry(1, "S_VOBSUB");
+  const Bytes outer = Joined({{0xAE, 0x90}, inner});  // of 16 bytes, fewer than the inner one has
+  EXPECT_TRUE(ReadBytes(MatroskaFile(Joined({TrackList(Joined({outer, TrackEntry(2, "S_VOBSUB")}))}))));
+}
+
 TEST(ReadMatroska, FileWithoutTracksIsRefused) {
   EXPECT_EQ(ReadBytes(MatroskaFile(Cluster(1, SimpleBlock(1, 0, PlainUnit(8))))).Reason(),
             "it has no list of tracks");
