@@ -58,6 +58,7 @@ class CommandTable {
     app_.require_subcommand(0, 1);
     app_.formatter(std::make_shared<HelpFormatter>());
     AddReadingCommands();
+    AddDiscCommands();
     AddPictureCommands();
     AddToolCommands();
     AddWritingCommands();
@@ -171,6 +172,13 @@ class CommandTable {
         ->type_name("480|576")
         ->check(FrameLines())
         ->capture_default_str();
+  }
+
+  void AddDiscCommands() {
+    CLI::App* palettes = Add("palettes", "List the program chains of an IFO file with their palettes",
+                             palettes_, Palettes, false);
+    AddFile(palettes, palettes_.File, "FILE", "Information file of a disc (.ifo)");
+    palettes->add_flag("--json", palettes_.Json, "Write a JSON array of objects");
   }
 
   void AddPictureCommands() {
@@ -294,6 +302,9 @@ class CommandTable {
            Accepting(
                [](const std::string& name) { return NameEndsIn(name, ".pal") || NameEndsIn(name, ".rgb"); },
                "does not end in .pal or .rgb"));
+    AddNumber(palette, "--chain", palette_.Chain, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
+              "Program chain of an IFO file, as 'palettes' numbers it")
+        ->type_name("N");
 
     AddConvert();
 
@@ -373,6 +384,7 @@ class CommandTable {
   PictureOptions picture_;
   ExportOptions export_;
   PaletteOptions palette_;
+  PalettesOptions palettes_;
   MergeOptions merge_;
   CheckOptions check_;
   DiffOptions diff_;

@@ -54,9 +54,17 @@ CommandResult Export(const ExportOptions& options, const Console& console);
 struct PaletteOptions {
   std::string In = {};
   std::string Out = {};
+  std::int64_t Chain = 0;  ///< of an IFO file, as Palettes() counts them from 1; 0: as the window loads it
 };
 /// One palette file as another.
 CommandResult ConvertPalette(const PaletteOptions& options, const Console& console);
+
+struct PalettesOptions {
+  std::string File = {};
+  bool Json = false;
+};
+/// Every program chain of an IFO file with its palette.
+CommandResult Palettes(const PalettesOptions& options, const Console& console);
 
 struct MergeOptions {
   std::string Primary = {};

@@ -72,6 +72,9 @@ CommandResult CheckOnly(const SubtitleSet& only, const std::string& file, const 
 CommandResult LoadPalette(const std::string& file, const std::optional<DvdPalette>& ofStream,
                           DvdPalette& palette);
 
+/// Takes the colours of one program chain of an IFO file, counted from 1.
+CommandResult LoadChainPalette(const std::string& file, std::int64_t number, DvdPalette& palette);
+
 /// File names come as bytes and are used as text where Qt opens them; a name that is not UTF-8 would become
 /// another one on the way.
 CommandResult ToText(const std::string& file, QString& text);

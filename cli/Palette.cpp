@@ -9,7 +9,9 @@ namespace quillmark::cli {
 
 CommandResult ConvertPalette(const PaletteOptions& options, const Console& console) {
   DvdPalette palette;
-  if (CommandResult loaded = LoadPalette(options.In, {}, palette); !loaded.IsDone()) {
+  CommandResult loaded = options.Chain > 0 ? LoadChainPalette(options.In, options.Chain, palette)
+                                           : LoadPalette(options.In, {}, palette);
+  if (!loaded.IsDone()) {
     return loaded;
   }
   if (console.Interrupted()) {

@@ -136,6 +136,13 @@ TEST_F(JsonTables, OfTheReport) {
   EXPECT_THAT(TableNames(manual_, "### report --json"), ElementsAre(NamesOf(Written("report"))));
 }
 
+TEST_F(JsonTables, OfThePalettes) {
+  const auto run = Run({"palettes", QUILLMARK_TEST_DATA "/palette/VTS_01_0-ntsc.IFO", "--json"});
+  const Json chain = Json::parse(run.Out)[0];
+  EXPECT_THAT(TableNames(manual_, "### palettes --json"),
+              ElementsAre(NamesOf(chain), NamesOf(chain["substreams"][0])));
+}
+
 TEST_F(JsonTables, OfTheList) {
   EXPECT_THAT(TableNames(manual_, "### list --json"), ElementsAre(NamesOf(Written("list")[0])));
 }
@@ -262,7 +269,7 @@ TEST_P(CommandDocuments, ManualHasARowForIt) {
 INSTANTIATE_TEST_SUITE_P(Commands, CommandDocuments,
                          testing::Values("report", "list", "picture", "export", "assign", "retime", "move",
                                          "force", "ends", "cut", "keep", "sort", "join", "fix", "apply",
-                                         "palette", "merge", "check", "diff", "salvage", "help"),
+                                         "palette", "palettes", "merge", "check", "diff", "salvage", "help"),
                          [](const auto& test) { return test.param; });
 
 class ManualPages : public test::ProgramTest {};
