@@ -51,6 +51,14 @@ struct FoundElement {
   }
 };
 
+/// Whether `element` is a child of `master`, or of one of its children.
+bool Holds(const libebml::EbmlMaster& master, const EbmlElement* element) {
+  return std::ranges::any_of(master.GetElementList(), [element](const EbmlElement* child) {
+    const auto* const inner = dynamic_cast<const libebml::EbmlMaster*>(child);
+    return child == element || (inner != nullptr && Holds(*inner, element));
+  });
+}
+
 /// Goes through the file element by element. Segment, clusters and block groups are entered, whose sizes may
 /// be unknown; all others are read or passed over.
 class MatroskaWalk {
@@ -227,8 +235,9 @@ class MatroskaWalk {
     int upperLevel = 0;  // in and out: anything else here, and nothing is read
     EbmlElement* next = nullptr;
     master->Read(stream_, EBML_CONTEXT(master), upperLevel, next, true);
-    if (upperLevel > 0) {
-      delete next;  // else it is nullptr, or became one of the children
+    // What was found above its level is the caller's, unless it was taken in as a child all the same.
+    if (!Holds(*master, next)) {
+      delete next;
     }
     return master;
   }
