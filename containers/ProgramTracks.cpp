@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "containers/PacketAppender.h"
 #include "containers/PacketWalk.h"
 #include "containers/StreamClock.h"
 #include "sup/StreamLoader.h"
@@ -18,10 +17,10 @@ Track TrackOf(std::size_t number, GatheredSubstream substream, std::int64_t orig
   Track track;
   track.Id = SubstreamName(number);
   track.Notes = substream.Notes();
-  track.Packets.reserve(substream.Bytes.size() + substream.Units.size() * UnitStart);
   for (const GatheredUnit& unit : substream.Units) {
-    AppendPacket(track.Packets, unit.Time - origin, substream.BytesOf(unit));
+    substream.SetTime(unit, unit.Time - origin);
   }
+  track.Packets = std::move(substream.Bytes);
   return track;
 }
 

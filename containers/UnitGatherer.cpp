@@ -57,6 +57,12 @@ std::vector<std::string> GatheredSubstream::Notes() const {
   return notes;
 }
 
+void GatheredSubstream::SetTime(const GatheredUnit& unit, std::int64_t ticks) {
+  const auto head = std::span(Bytes).subspan(unit.Start - UnitStart);
+  std::ranges::copy(PacketSignature, head.begin());
+  std::ranges::copy(PackTime(ticks), head.subspan(TimeStart).begin());
+}
+
 bool UnitGatherer::IsStart(const ProgramPacket& packet) const {
   return std::ranges::binary_search(starts_, packet.Pack) ||
          std::ranges::binary_search(starts_, packet.Position);
@@ -71,7 +77,7 @@ void UnitGatherer::Add(const ProgramPacket& packet, std::int64_t time) {
   if (packet.IsEncrypted) {
     substreams_[*index].Encrypted.Add(packet.Position);
     if (std::exchange(pending.IsOpen, false)) {
-      substreams_[*index].Bytes.resize(pending.Unit.Start);
+      Drop(*index);
     }
     return;
   }
@@ -101,12 +107,21 @@ void UnitGatherer::Add(const ProgramPacket& packet, std::int64_t time) {
 }
 
 void UnitGatherer::Begin(std::size_t index, const ProgramPacket& packet, std::int64_t time) {
+  std::vector<std::uint8_t>& bytes = substreams_[index].Bytes;
+  if (bytes.empty()) {
+    bytes.reserve(expected_);
+  }
+  bytes.resize(bytes.size() + UnitStart);
   pending_[index] = {.Unit = {.Pack = packet.Pack,
                               .Packet = packet.Position,
                               .TimeStamp = packet.Time,
                               .Time = time,
-                              .Start = substreams_[index].Bytes.size()},
+                              .Start = bytes.size()},
                      .IsOpen = true};
+}
+
+void UnitGatherer::Drop(std::size_t index) {
+  substreams_[index].Bytes.resize(pending_[index].Unit.Start - UnitStart);
 }
 
 std::size_t UnitGatherer::EndIn(std::size_t index, std::span<const std::uint8_t> payload) {
@@ -172,13 +187,15 @@ void UnitGatherer::End(std::size_t index) {
   } else if (!isWhole) {
     substream.Cut.Add(unit.Packet);
   }
-  substream.Bytes.resize(unit.Start + (isWhole ? unit.Size : 0));
-  if (isWhole) {
-    substream.Units.push_back(unit);
-    size_ += unit.Size;
-    if (pending.IsUncertain) {
-      substream.Untimed.Add(unit.Packet);
-    }
+  if (!isWhole) {
+    Drop(index);
+    return;
+  }
+  substream.Bytes.resize(unit.Start + unit.Size);
+  substream.Units.push_back(unit);
+  size_ += UnitStart + unit.Size;
+  if (pending.IsUncertain) {
+    substream.Untimed.Add(unit.Packet);
   }
 }
 

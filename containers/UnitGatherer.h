@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "containers/PacketWalk.h"
@@ -40,7 +42,7 @@ struct Tally {
 
 /// The units of one substream, in the order of the file.
 struct GatheredSubstream {
-  std::vector<std::uint8_t> Bytes;
+  std::vector<std::uint8_t> Bytes;  ///< the units, each behind room for what a packet of a SUP file adds
   std::vector<GatheredUnit> Units;
   Tally Cut;        ///< units left out, since packets of them are missing
   Tally Resized;    ///< units whose size field was not that of their bytes, and was mended
@@ -50,6 +52,8 @@ struct GatheredSubstream {
   [[nodiscard]] std::span<const std::uint8_t> BytesOf(const GatheredUnit& unit) const {
     return std::span(Bytes).subspan(unit.Start, unit.Size);
   }
+  /// Makes a packet of a SUP file of it. When that is done for all units, Bytes is such a file's.
+  void SetTime(const GatheredUnit& unit, std::int64_t ticks);
   /// What was mended or left out, in words for the user.
   [[nodiscard]] std::vector<std::string> Notes() const;
 };
@@ -67,8 +71,12 @@ class UnitGatherer {
  public:
   UnitGatherer() = default;
   /// `starts`: positions of packs, or packets, in ascending order. A unit can start there without a time
-  /// stamp; a time stamp elsewhere starts none where a unit is incomplete.
-  explicit UnitGatherer(std::vector<std::uint64_t> starts) : starts_(std::move(starts)), hasStarts_(true) {}
+  /// stamp; a time stamp elsewhere starts none where a unit is incomplete. `length`: of all packs, nearly all
+  /// of which carry subtitles.
+  UnitGatherer(std::vector<std::uint64_t> starts, std::uint64_t length)
+      : expected_(static_cast<std::size_t>(std::min(length, MaxExpected))),
+        starts_(std::move(starts)),
+        hasStarts_(true) {}
 
   /// Takes the packet into the unit that it belongs to; passed where it carries no subtitle. `time` is that
   /// of a unit that starts in it, or about that where it has no time stamp.
@@ -80,6 +88,8 @@ class UnitGatherer {
   [[nodiscard]] std::size_t Size() const { return size_; }
 
  private:
+  static constexpr std::uint64_t MaxExpected = std::uint64_t{16} << 20U;
+
   struct Pending {
     GatheredUnit Unit;
     bool IsOpen = false;
@@ -95,7 +105,9 @@ class UnitGatherer {
   /// Takes the payload into the open unit up to its end; how many bytes that were.
   std::size_t Append(std::size_t index, std::span<const std::uint8_t> payload);
   void End(std::size_t index);
+  void Drop(std::size_t index);
 
+  std::size_t expected_ = 0;
   std::vector<std::uint64_t> starts_;
   bool hasStarts_ = false;
   std::size_t size_ = 0;

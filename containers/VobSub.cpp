@@ -1,6 +1,7 @@
 #include "containers/VobSub.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -158,8 +159,38 @@ void PutInOrder(std::vector<TimedUnit>& units, std::vector<std::string>& notes) 
   }
 }
 
-Result<Track> TrackOf(const VobSubLanguage& language, const FoundUnits& found, const UnitTable& table,
-                      std::uint64_t length) {
+/// Whether they are all units of their substream, as they follow each other in the .sub.
+bool AreWholeSubstream(const std::vector<TimedUnit>& units, const UnitTable& table) {
+  if (units.empty() || units.size() != table.Substream(units.front().Place.Substream).Units.size()) {
+    return false;
+  }
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    if (units[i].Place.Unit != i || units[i].Place.Substream != units.front().Place.Substream) {
+      return false;
+    }
+  }
+  return true;
+}
+
+Result<std::vector<std::uint8_t>> PacketsOf(const std::vector<TimedUnit>& units, const UnitTable& table) {
+  std::uint64_t length = 0;
+  for (const TimedUnit& unit : units) {
+    length += UnitStart + table.Unit(unit.Place).Size;
+  }
+  if (length > MaxStreamLength) {
+    return Failure{TooMuchReason};
+  }
+  std::vector<std::uint8_t> packets;
+  packets.reserve(static_cast<std::size_t>(length));
+  for (const TimedUnit& unit : units) {
+    AppendPacket(packets, unit.Ticks, table.Substream(unit.Place.Substream).BytesOf(table.Unit(unit.Place)));
+  }
+  return packets;
+}
+
+/// `isLast`: no other language needs the units.
+Result<Track> TrackOf(const VobSubLanguage& language, const FoundUnits& found, UnitTable& table,
+                      std::uint64_t length, bool isLast) {
   auto units = TimedUnits(language, found, table);
   Track track;
   track.Id = SubstreamName(language.Substream);
@@ -169,18 +200,19 @@ Result<Track> TrackOf(const VobSubLanguage& language, const FoundUnits& found, c
   PutInOrder(units, track.Notes);
   const std::size_t substream = units.empty() ? language.Substream : units.front().Place.Substream;
   Append(track.Notes, table.Substream(substream).Notes());
-  std::uint64_t bytes = 0;
-  for (const TimedUnit& unit : units) {
-    bytes += UnitStart + table.Unit(unit.Place).Size;
+  if (isLast && AreWholeSubstream(units, table)) {
+    // They are packets already but for their times, and need not be copied.
+    for (const TimedUnit& unit : units) {
+      table.SetTime(unit.Place, unit.Ticks);
+    }
+    track.Packets = table.TakeBytes(substream);
+    return track;
   }
-  if (bytes > MaxStreamLength) {
-    return Failure{TooMuchReason};
+  auto packets = PacketsOf(units, table);
+  if (!packets) {
+    return packets.Why();
   }
-  track.Packets.reserve(bytes);
-  for (const TimedUnit& unit : units) {
-    AppendPacket(track.Packets, unit.Ticks,
-                 table.Substream(unit.Place.Substream).BytesOf(table.Unit(unit.Place)));
-  }
+  track.Packets = std::move(*packets);
   return track;
 }
 
@@ -278,7 +310,7 @@ bool StartsLikeVobSub(std::string_view head) {
 ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, const Progress& progress) {
   ForwardReader reader(packs, progress);
   PacketWalk walk(reader);
-  UnitGatherer gatherer(PositionsIn(index));
+  UnitGatherer gatherer(PositionsIn(index), packs.Length());
   for (ProgramPacket packet; walk.Next(packet);) {
     gatherer.Add(packet, 0);
     if (IsTooMuch(gatherer)) {
@@ -301,10 +333,20 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
   }
   Container container;
   container.Notes = NotesOn(index);
+  std::array<std::size_t, SubtitleSubstreams> lastUser = {};
+  for (std::size_t i = 0; i < index.Languages.size(); ++i) {
+    FindNear(index.Languages[i], table, found[i]);
+    for (const auto& place : found[i]) {
+      if (place) {
+        lastUser[place->Substream] = i;
+      }
+    }
+  }
   for (std::size_t i = 0; i < index.Languages.size(); ++i) {
     const VobSubLanguage& language = index.Languages[i];
-    FindNear(language, table, found[i]);
-    auto track = TrackOf(language, found[i], table, packs.Length());
+    const auto first = std::ranges::find_if(found[i], [](const auto& place) { return place.has_value(); });
+    const bool isLast = first != found[i].end() && lastUser[(*first)->Substream] == i;
+    auto track = TrackOf(language, found[i], table, packs.Length(), isLast);
     if (!track) {
       return track.Why();
     }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "containers/UnitGatherer.h"
@@ -38,6 +39,15 @@ class UnitTable {
   [[nodiscard]] std::optional<UnitPlace> AtTime(std::int64_t ticks, std::size_t substream);
   /// The first unit of the substream from there on; unless a line has named it.
   [[nodiscard]] std::optional<UnitPlace> From(std::uint64_t position, std::size_t substream) const;
+
+  /// Makes a packet of a SUP file of it.
+  void SetTime(const UnitPlace& place, std::int64_t ticks) {
+    substreams_[place.Substream].SetTime(Unit(place), ticks);
+  }
+  /// The bytes of a substream whose units are needed no more.
+  [[nodiscard]] std::vector<std::uint8_t> TakeBytes(std::size_t substream) {
+    return std::move(substreams_[substream].Bytes);
+  }
 
   /// A line of the index names it.
   void Name(const UnitPlace& place) { named_[place.Substream][place.Unit] = true; }
