@@ -7,17 +7,15 @@
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "app/ColourName.h"
 #include "app/CountText.h"
 #include "app/ImportJob.h"
-#include "app/QtColour.h"
+#include "app/PaletteStrip.h"
 #include "render/SubtitleDescription.h"
 #include "render/Thumbnail.h"
 #include "sup/Timecode.h"
@@ -29,44 +27,10 @@ enum Column { Number, Language, Name, Count, First, Last, Colours, Picture, Colu
 
 // In logical pixels.
 constexpr QSize PictureRoom(200, 36);
-constexpr int SwatchSide = 14;
-constexpr int SwatchesInARow = 8;
 constexpr int RowHeight = 40;
 
 constexpr int MostRows = 8;    ///< in sight at once
 constexpr int NotesLines = 4;  ///< the same
-
-/// As it is also where the row is selected.
-QIcon Untinted(const QPixmap& pixmap) {
-  QIcon icon;
-  icon.addPixmap(pixmap, QIcon::Normal);
-  icon.addPixmap(pixmap, QIcon::Selected);
-  return icon;
-}
-
-QPixmap DrawSwatches(const DvdPalette& palette, const QColor& edge, double scale) {
-  const QSize size(SwatchesInARow * SwatchSide + 1,
-                   static_cast<int>(palette.size()) / SwatchesInARow * SwatchSide + 1);
-  QPixmap pixmap((QSizeF(size) * scale).toSize());
-  pixmap.setDevicePixelRatio(scale);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  painter.setPen(edge);
-  for (int entry = 0; entry < static_cast<int>(palette.size()); ++entry) {
-    painter.setBrush(ToQColor(palette[static_cast<std::size_t>(entry)]));
-    painter.drawRect(entry % SwatchesInARow * SwatchSide, entry / SwatchesInARow * SwatchSide, SwatchSide,
-                     SwatchSide);
-  }
-  return pixmap;
-}
-
-QString PaletteText(const DvdPalette& palette) {
-  QStringList names;
-  for (const Rgb colour : palette) {
-    names.append(ColourName(colour));
-  }
-  return names.join(QStringLiteral(", "));
-}
 
 /// Of the first subtitle in which anything is to be seen; null where there is none.
 QImage FirstPicture(const SupStream& stream, const DvdPalette& palette, double scale) {

@@ -72,6 +72,7 @@ void frmTest::ConnectActions() {
   connectTo(Action_SaveSup, Command_SaveSup, &frmTest::Command_SaveSup_Click);
   connectTo(Action_LoadPalette, Command_LoadPalette, &frmTest::Command_LoadPalette_Click);
   connectTo(Action_SavePalette, Command_SavePalette, &frmTest::Command_SavePalette_Click);
+  connectTo(Action_ProgramChains, nullptr, &frmTest::Command_ProgramChains_Click);
   connectTo(Action_Reload, Command_Reload, &frmTest::Command_Reload_Click);
   connectTo(Action_Prev, Command_Prev, &frmTest::Command_Prev_Click);
   connectTo(Action_Next, Command_Next, &frmTest::Command_Next_Click);
@@ -166,7 +167,7 @@ void frmTest::UpdateCommands() {
   for (QAction* action : {Action_SaveSup, Action_SavePalette}) {
     action->setEnabled(enabled.Save);
   }
-  for (QAction* action : {Action_LoadPalette, Action_GetGraphics}) {
+  for (QAction* action : {Action_LoadPalette, Action_ProgramChains, Action_GetGraphics}) {
     action->setEnabled(enabled.Editing);
   }
   for (QWidget* control : std::initializer_list<QWidget*>{Frame1, Frame2}) {

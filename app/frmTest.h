@@ -175,6 +175,9 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void ShowPalette();
   void Label1_Click(std::size_t entry);
 
+  // frmTest_chains.cpp
+  void Command_ProgramChains_Click();
+
   // frmTest_assign.cpp
   void Command_SetActual_Click();
   void Command_SetAll_Click();

@@ -24,6 +24,7 @@ void frmTestActions::BuildActions(QMainWindow* window) {
        {QKeySequence(Qt::CTRL | Qt::Key_S)});
   make(Action_LoadPalette, "Action_LoadPalette", QStringLiteral("Load &Palette..."));
   make(Action_SavePalette, "Action_SavePalette", QStringLiteral("Save P&alette..."));
+  make(Action_ProgramChains, "Action_ProgramChains", QStringLiteral("Palettes of a &title..."));
   make(Action_Reload, "Action_Reload", QStringLiteral("&Reset"), {QKeySequence(Qt::Key_F5)});
   make(Action_Prev, "Action_Prev", QStringLiteral("&Prev"),
        {QKeySequence(Qt::Key_PageUp), QKeySequence(Qt::ALT | Qt::Key_Left)});

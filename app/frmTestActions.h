@@ -13,6 +13,7 @@ struct frmTestActions {
   QAction* Action_SaveSup = nullptr;
   QAction* Action_LoadPalette = nullptr;
   QAction* Action_SavePalette = nullptr;
+  QAction* Action_ProgramChains = nullptr;
   QAction* Action_Reload = nullptr;
   QAction* Action_Prev = nullptr;
   QAction* Action_Next = nullptr;

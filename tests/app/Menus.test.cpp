@@ -59,7 +59,7 @@ TEST_F(Menus, HoldTheCommands) {
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
   EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "LoadPalette",
-                                      "SavePalette", "Quit"}));
+                                      "SavePalette", "ProgramChains", "Quit"}));
 }
 
 TEST_F(Menus, MnemonicsDifferInEachMenu) {
