@@ -37,7 +37,8 @@ constexpr std::uint64_t UnknownDuration = std::numeric_limits<std::uint64_t>::ma
 constexpr std::uint8_t LeastFirstByte = 0x10;
 constexpr std::uint64_t MostElementHead = 12;
 constexpr unsigned DeepestLevel = 8;
-constexpr std::size_t SearchBlock = 65536;
+/// Short, since another cluster is often near, and damage may be found many times.
+constexpr std::size_t SearchBlock = 1024;
 
 /// An element as it stands in the file.
 struct FoundElement {
@@ -281,7 +282,7 @@ class MatroskaWalk {
 
   /// The next place from `position` on where a cluster may start; the end where there is none.
   std::uint64_t NextCluster(std::uint64_t position) {
-    std::vector<std::uint8_t> block(SearchBlock);
+    std::array<std::uint8_t, SearchBlock> block = {};
     while (position < end_) {
       const auto bytes = std::span(block).first(input_.ReadAt(position, block));
       const auto found = std::search(bytes.begin(), bytes.end(), ClusterId.begin(), ClusterId.end());
