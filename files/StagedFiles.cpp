@@ -119,7 +119,9 @@ Result<void> RefuseExisting(const std::vector<QString>& paths) {
 
 Result<StagedFiles> StagedFiles::In(const QString& folder) {
   const std::string name = folder.isEmpty() ? "." : folder.toStdString();
-  const fs::path stage = PathFromUtf8(name) / ("." + TemporaryName());
+  std::string hidden = ".";
+  hidden += TemporaryName();
+  const fs::path stage = PathFromUtf8(name) / hidden;
   std::error_code error;
   if (!fs::create_directory(stage, error)) {
     return At(PathFromUtf8(name), error ? error.message() : "no folder can be made in it");

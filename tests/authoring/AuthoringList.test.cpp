@@ -28,7 +28,6 @@ namespace quillmark {
 namespace {
 
 using test::AreaOf;
-using test::AuthoredAt;
 using test::AuthoredSubtitle;
 using test::DecodedAt;
 using test::Join;
@@ -109,15 +108,7 @@ class AuthoringListTool : public testing::Test {
     EXPECT_EQ(AreaOf(control), AreaOf(authored.Description.Control));
     cBitmap picture;
     DecodePicture(unit.Bytes, control, MakeCodeColours(list.Palette, control), picture);
-    const QRect both = AreaOf(control) | AreaOf(authored.Description.Control);
-    int differences = 0;
-    for (int y = both.top(); y <= both.bottom(); ++y) {
-      for (int x = both.left(); x <= both.right(); ++x) {
-        const QPoint at(x, y);
-        differences += AuthoredAt(authored, at) == DecodedAt(picture.Image(), control, at) ? 0 : 1;
-      }
-    }
-    EXPECT_EQ(differences, 0);
+    EXPECT_EQ(test::CountDifferences(authored, picture.Image(), control), 0);
   }
 
   QString spumux_;

@@ -84,15 +84,7 @@ void ExpectSame(const SupStream& stream, std::size_t index, const AuthoredSubtit
   EXPECT_EQ(authored.Description.Control.Delay, control.Delay);
   cBitmap picture;
   DecodePicture(unit.Bytes, control, MakeCodeColours(StartUpPalette, control), picture);
-  const QRect both = AreaOf(control) | AreaOf(authored.Description.Control);
-  int differences = 0;
-  for (int y = both.top(); y <= both.bottom(); ++y) {
-    for (int x = both.left(); x <= both.right(); ++x) {
-      const QPoint at(x, y);
-      differences += AuthoredAt(authored, at) == DecodedAt(picture.Image(), control, at) ? 0 : 1;
-    }
-  }
-  EXPECT_EQ(differences, 0);
+  EXPECT_EQ(test::CountDifferences(authored, picture.Image(), control), 0);
 }
 
 struct FilmCase {

@@ -55,4 +55,18 @@ inline DiscColour DecodedAt(const QImage& picture, const SpuControl& control, co
                                                                   static_cast<unsigned>(qBlue(colour))))};
 }
 
+/// On how many pixels of the frame the two show something else.
+inline int CountDifferences(const AuthoredSubtitle& authored, const QImage& picture,
+                            const SpuControl& control) {
+  const QRect both = AreaOf(control) | AreaOf(authored.Description.Control);
+  int differences = 0;
+  for (int y = both.top(); y <= both.bottom(); ++y) {
+    for (int x = both.left(); x <= both.right(); ++x) {
+      const QPoint at(x, y);
+      differences += AuthoredAt(authored, at) == DecodedAt(picture, control, at) ? 0 : 1;
+    }
+  }
+  return differences;
+}
+
 }  // namespace quillmark::test
