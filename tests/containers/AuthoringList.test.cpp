@@ -156,7 +156,7 @@ TEST_F(AuthoringList, WhatIsNoPaletteIsNotUsed) {
 TEST_F(AuthoringList, MissingPicturesAreNamedWithTheirLine) {
   PutSmall("a.png");
   EXPECT_EQ(ReadLines(std::string(OneLine) + "<spu start=\"2\" image=\"nope.png\"/>").Reason(),
-            "line 2: nope.png: there is no such file");
+            "line 2: nope.png: No such file or directory");
 }
 
 TEST_F(AuthoringList, WhatIsNoPngIsRefused) {
