@@ -72,7 +72,7 @@ struct EnabledCommands {
   bool Reopen = false;
   bool Merging = false;  ///< Offset, LeaveMerge
   bool Report = false;
-  bool Tools = false;  ///< those that change the stream, and recipes
+  bool Tools = false;  ///< those that change the stream, recipes, and Export
   bool List = false;   ///< going to a row of the list, to a problem, copying rows
   bool Help = false;   ///< Keys, About, AboutQt
 };

@@ -5,14 +5,11 @@
 
 #include <QLocale>
 
-#include "app/CountText.h"
+#include "app/NotesText.h"
 #include "base/FilePath.h"
 
 namespace quillmark {
 namespace {
-
-/// More notes than anybody reads in a message.
-constexpr std::size_t MaxNotes = 12;
 
 Result<ImportedFile> Index(Container container) {
   ImportedFile file{.Tracks = {}, .Notes = std::move(container.Notes)};
@@ -46,14 +43,6 @@ Result<std::optional<ImportedFile>> Read(const QString& path, const Progress& pr
   return std::optional(std::move(*file));
 }
 
-void AppendLine(QString& lines, const std::string& note) {
-  QString line = QString::fromStdString(note);
-  if (!line.isEmpty()) {
-    line[0] = line[0].toUpper();
-  }
-  lines += (lines.isEmpty() ? QString() : QStringLiteral("\n")) + line;
-}
-
 }  // namespace
 
 bool IsSupFile(const QString& path) {
@@ -75,20 +64,7 @@ std::vector<std::uint8_t> TakePackets(ImportedTrack& track) {
 }
 
 QString NotesOf(const ImportedFile& file, const ImportedTrack& track) {
-  QString lines;
-  std::size_t count = 0;
-  for (const auto* notes : {&track.What.Notes, &file.Notes}) {
-    for (const std::string& note : *notes) {
-      if (count++ < MaxNotes) {
-        AppendLine(lines, note);
-      }
-    }
-  }
-  if (count > MaxNotes) {
-    AppendLine(lines,
-               "and " + CountText(static_cast<std::int64_t>(count - MaxNotes)).toStdString() + " more");
-  }
-  return lines;
+  return NotesText({&track.What.Notes, &file.Notes});
 }
 
 QString LanguageText(const std::string& code) {

@@ -65,8 +65,9 @@ class ProgressDialog : public QDialog {
   QProgressBar* bar_;
 };
 
-/// Shows the dialog until the loop is left, by the end of the work or by whoever cancels it.
-void ShowProgress(const QString& what, QWidget* owner, QThread& thread, QEventLoop& loop, Place& place) {
+/// Shows the dialog until the loop is left, by the end of the work or by whoever cancels it. Work that waits
+/// for the dialog begins after whoever sees it come had their turn.
+void ShowProgress(const QString& what, QWidget* owner, QThread* waiting, QEventLoop& loop, Place& place) {
   ProgressDialog dialog(what, owner);
   QTimer looks;
   QObject::connect(&looks, &QTimer::timeout, &dialog, [&] { dialog.Show(place); });
@@ -77,8 +78,9 @@ void ShowProgress(const QString& what, QWidget* owner, QThread& thread, QEventLo
   dialog.Show(place);
   dialog.show();
   looks.start(BetweenLooks);
-  if (!thread.isRunning()) {
-    thread.start();
+  if (waiting != nullptr) {
+    QMetaObject::invokeMethod(
+        &loop, [waiting] { waiting->start(); }, Qt::QueuedConnection);
   }
   loop.exec();
 }
@@ -104,7 +106,8 @@ Completion RunLongWork(QWidget* owner, const QString& what, Patience patience,
     const HourglassPointer hourglass;
     loop.exec(QEventLoop::ExcludeUserInputEvents);
   };
-  if (patience != std::chrono::milliseconds::zero()) {
+  const bool waitsForDialog = patience == std::chrono::milliseconds::zero();
+  if (!waitsForDialog) {
     if (patience) {
       QTimer::singleShot(*patience, &loop, &QEventLoop::quit);
     }
@@ -112,7 +115,7 @@ Completion RunLongWork(QWidget* owner, const QString& what, Patience patience,
     waitSilently();
   }
   if (!isOver && patience) {
-    ShowProgress(what, owner, *thread, loop, place);
+    ShowProgress(what, owner, waitsForDialog ? thread.get() : nullptr, loop, place);
   }
   if (!isOver) {
     // Cancelled, or the program ends.

@@ -19,9 +19,9 @@
 #include "app/CountText.h"
 #include "app/Dialogs.h"
 #include "app/SubtitleFrame.h"
+#include "app/SubtitleIndexes.h"
 #include "app/ToolForm.h"
 #include "app/ToolTrial.h"
-#include "sup/SubtitleSet.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -33,14 +33,6 @@ constexpr std::size_t MaxLinesOfLeft = 1000;
 QString Named(const char* prefix, std::string_view option) {
   return QString::fromLatin1(prefix) +
          QString::fromUtf8(option.data(), static_cast<qsizetype>(option.size()));
-}
-
-SubtitleSet SetOf(const std::vector<std::size_t>& indexes) {
-  SubtitleSet set;
-  for (const std::size_t index : indexes) {
-    set.Append(static_cast<std::int64_t>(index) + 1);
-  }
-  return set;
 }
 
 /// The first and the last subtitle, at the starts that they have.

@@ -26,8 +26,10 @@ namespace {
 enum Column { Number, Language, Name, Count, First, Last, Colours, Picture, Columns };
 
 // In logical pixels.
-constexpr QSize PictureRoom(200, 36);
-constexpr int RowHeight = 40;
+constexpr QSize PictureRoom(280, 40);
+constexpr int RowHeight = 46;
+constexpr int BetweenColumns = 12;
+constexpr int WidestColumn = 320;  ///< names may be of any length
 
 constexpr int MostRows = 8;    ///< in sight at once
 constexpr int NotesLines = 4;  ///< the same
@@ -99,6 +101,7 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
   connect(List_Tracks, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
   List_Tracks->setCurrentCell(0, Number);
   List_Tracks->setFocus();
+  resize(minimumSizeHint());
 }
 
 void TrackDialog::BuildList(const QString& name) {
@@ -143,6 +146,7 @@ void TrackDialog::FillRow(int row) {
       ->setToolTip(QStringLiteral("In the file: ") + QString::fromStdString(track.What.Id));
   set(Language, LanguageText(track.What.Language));
   set(Name, QString::fromStdString(track.What.Name));
+  List_Tracks->item(row, Name)->setToolTip(List_Tracks->item(row, Name)->text().toHtmlEscaped());
   set(Count, CountText(stream.Count));
   set(First, TimeText(stream.StartTime, false));
   set(Last, TimeText(stream.StartTime, true));
@@ -171,7 +175,10 @@ void TrackDialog::SetPicture(int row, int column, const QIcon& picture, const QS
 /// As wide as its columns and as high as its rows, unless these are many.
 void TrackDialog::FitList() {
   List_Tracks->resizeColumnsToContents();
-  const QHeaderView& columns = *List_Tracks->horizontalHeader();
+  QHeaderView& columns = *List_Tracks->horizontalHeader();
+  for (int column = 0; column < Columns; ++column) {
+    columns.resizeSection(column, std::min(columns.sectionSize(column) + BetweenColumns, WidestColumn));
+  }
   const int frame = 2 * List_Tracks->frameWidth();
   const int rows = std::min(List_Tracks->rowCount(), MostRows);
   List_Tracks->setMinimumWidth(columns.length() + frame +

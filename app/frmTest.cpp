@@ -70,6 +70,7 @@ void frmTest::ConnectActions() {
   connectTo(Action_LoadSup, Command_LoadSup, &frmTest::Command_LoadSup_Click);
   connectTo(Action_Import, nullptr, &frmTest::Command_Import_Click);
   connectTo(Action_SaveSup, Command_SaveSup, &frmTest::Command_SaveSup_Click);
+  connectTo(Action_Export, nullptr, &frmTest::Command_Export_Click);
   connectTo(Action_LoadPalette, Command_LoadPalette, &frmTest::Command_LoadPalette_Click);
   connectTo(Action_SavePalette, Command_SavePalette, &frmTest::Command_SavePalette_Click);
   connectTo(Action_ProgramChains, nullptr, &frmTest::Command_ProgramChains_Click);
@@ -202,6 +203,7 @@ void frmTest::UpdateCommands() {
   }
   Menu_Recent->setEnabled(enabled.Load && !memory_.RecentFiles().isEmpty());
   Action_ForgetRecent->setEnabled(Menu_Recent->isEnabled());
+  Action_Export->setEnabled(enabled.Tools);
   Action_Reopen->setEnabled(enabled.Reopen);
   if (!enabled.Reopen) {
     Strip_Closed->Say({});

@@ -24,6 +24,7 @@ namespace quillmark {
 struct ConvertedSubtitle;
 struct DroppedFiles;
 struct ExportFailures;
+struct ExportOrder;
 struct ImportedFile;
 struct ImportedTrack;
 struct LoadedStream;
@@ -144,6 +145,10 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void RememberStream(const QString& path);
   void FillRecent();
   void Command_ForgetRecent_Click();
+
+  // frmTest_export.cpp
+  void Command_Export_Click();
+  void ExportAs(const ExportOrder& order);
 
   // frmTest_navigation.cpp
   void Command_Next_Click();

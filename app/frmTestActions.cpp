@@ -22,6 +22,7 @@ void frmTestActions::BuildActions(QMainWindow* window) {
        {QKeySequence(Qt::CTRL | Qt::Key_I)});
   make(Action_SaveSup, "Action_SaveSup", QStringLiteral("&Save SUP..."),
        {QKeySequence(Qt::CTRL | Qt::Key_S)});
+  make(Action_Export, "Action_Export", QStringLiteral("&Export..."), {QKeySequence(Qt::CTRL | Qt::Key_E)});
   make(Action_LoadPalette, "Action_LoadPalette", QStringLiteral("Load &Palette..."));
   make(Action_SavePalette, "Action_SavePalette", QStringLiteral("Save P&alette..."));
   make(Action_ProgramChains, "Action_ProgramChains", QStringLiteral("Palettes of a &title..."));

@@ -11,6 +11,7 @@ struct frmTestActions {
   QAction* Action_LoadSup = nullptr;
   QAction* Action_Import = nullptr;
   QAction* Action_SaveSup = nullptr;
+  QAction* Action_Export = nullptr;
   QAction* Action_LoadPalette = nullptr;
   QAction* Action_SavePalette = nullptr;
   QAction* Action_ProgramChains = nullptr;

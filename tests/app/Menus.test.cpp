@@ -58,8 +58,8 @@ TEST_F(Menus, HoldTheCommands) {
                                       "PictureBehind", "GetGraphics"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
-  EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "LoadPalette",
-                                      "SavePalette", "ProgramChains", "Quit"}));
+  EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "Export",
+                                      "LoadPalette", "SavePalette", "ProgramChains", "Quit"}));
 }
 
 TEST_F(Menus, MnemonicsDifferInEachMenu) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "app/ImportJob.h"
+#include "app/NotesText.h"
 #include "tests/app/Streams.h"
 
 namespace quillmark::test {

@@ -1,0 +1,291 @@
+#include <QComboBox>
+#include <QDir>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+
+#include "tests/app/ListTest.h"
+
+namespace quillmark::test {
+namespace {
+
+/// The dialog of Export, worked as a user does.
+class OpenExport {
+ public:
+  explicit OpenExport(QDialog& dialog) : dialog_(dialog) {}
+
+  template <class Widget>
+  [[nodiscard]] Widget& Control(const QString& name) const {
+    auto* control = dialog_.findChild<Widget*>(name);
+    if (control == nullptr) {
+      throw std::runtime_error("no such control: " + name.toStdString());
+    }
+    return *control;
+  }
+  void Choose(const QString& list, const QString& item) const {
+    auto& combo = Control<QComboBox>(list);
+    const int row = combo.findText(item);
+    ASSERT_GE(row, 0) << item.toStdString();
+    combo.setCurrentIndex(row);
+  }
+  void Type(const QString& path) const {
+    auto& line = Control<QLineEdit>("Text_Path");
+    line.selectAll();
+    QTest::keyClick(&line, Qt::Key_Delete);
+    QTest::keyClicks(&line, path);
+  }
+  [[nodiscard]] QString File() const { return Control<QLineEdit>("Text_Path").text(); }
+  [[nodiscard]] QString Files() const { return Control<QLabel>("Label_Files").text(); }
+  [[nodiscard]] QString Language() const { return Control<QComboBox>("Combo_Language").currentText(); }
+  void Export() const { Control<QPushButton>("Command_Export").click(); }
+  void Cancel() const { dialog_.reject(); }
+
+ private:
+  QDialog& dialog_;
+};
+
+class ExportCommand : public ListTest {
+ protected:
+  /// Opens the dialog, does this in it, and comes back when it is closed and what was chosen is done.
+  void In(const std::function<void(const OpenExport&)>& work) {
+    Dialogs.Expect(DialogKind::Other, [work](QDialog& dialog) { work(OpenExport(dialog)); });
+  }
+  void Start() {
+    ASSERT_TRUE(Action("Export").isEnabled());
+    Action("Export").trigger();
+    QCoreApplication::processEvents();
+    Dialogs.Verify();
+  }
+  [[nodiscard]] QString Told() const { return Window.statusBar()->currentMessage(); }
+  [[nodiscard]] QStringList FilesThere() const {
+    return QDir(Folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+  }
+};
+
+TEST_F(ExportCommand, SupOfAllIsTheStream) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) { dialog.Export(); });
+  Start();
+  EXPECT_EQ(Read(Path("movie_new.sup")), ThreeSubtitles());
+  EXPECT_EQ(Told(), "Exported movie_new.sup, 3 subtitles");
+}
+
+TEST_F(ExportCommand, SupOfTheSelectedHasTheirPacketsAlone) {
+  LoadStream(ThreeSubtitles());
+  ClickRow(1);
+  ClickRow(3, Qt::ControlModifier);
+  In([](const OpenExport& dialog) {
+    EXPECT_TRUE(dialog.Control<QRadioButton>("Option_Selected").isChecked());
+    dialog.Export();
+  });
+  Start();
+  EXPECT_EQ(Read(Path("movie_new.sup")),
+            Join({FourCodes(PacketBuilder().Time(1 * Second).Delay(100), 100, 400),
+                  FourCodes(PacketBuilder().Time(9 * Second).Delay(100), 100, 440)}));
+  EXPECT_EQ(Told(), "Exported movie_new.sup, 2 subtitles");
+}
+
+TEST_F(ExportCommand, ShorterFileTakesThePlaceOfALongerOne) {
+  Write("out.sup", Bytes(1000, 'x'));
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Type("out.sup");
+    dialog.Export();
+  });
+  Dialogs.ExpectMessage("There already: out.sup.\r\nReplace what is there?");
+  Action("Export").trigger();
+  Dialogs.Verify();
+  EXPECT_EQ(Read(Path("out.sup")), ThreeSubtitles());
+}
+
+TEST_F(ExportCommand, FileThatIsThereIsReplacedOnlyWhenTheUserSaysSo) {
+  Write("out.sup", Bytes(10, 'x'));
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Type("out.sup");
+    EXPECT_TRUE(dialog.Files().contains("There already: out.sup")) << dialog.Files().toStdString();
+    dialog.Export();
+    dialog.Cancel();
+  });
+  Dialogs.ExpectMessage("There already: out.sup.\r\nReplace what is there?", QMessageBox::Cancel);
+  Action("Export").trigger();
+  Dialogs.Verify();
+  EXPECT_EQ(Read(Path("out.sup")), Bytes(10, 'x'));
+}
+
+#ifdef QUILLMARK_HAS_VOBSUB
+TEST_F(ExportCommand, VobSubPairHasUnitsPaletteAndLanguage) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "VobSub pair");
+    EXPECT_TRUE(dialog.File().endsWith("/movie.idx")) << dialog.File().toStdString();
+    EXPECT_EQ(dialog.Files(), "Writes movie.idx and movie.sub");
+    EXPECT_EQ(dialog.Language(), "unknown");
+    dialog.Choose("Combo_Language", "German (de)");
+    dialog.Export();
+  });
+  Start();
+  const QByteArray index = ReadText(Path("movie.idx"));
+  EXPECT_TRUE(index.contains("id: de, index: 0")) << index.toStdString();
+  EXPECT_TRUE(index.contains("timestamp: 00:00:05:000, filepos: 000000800")) << index.toStdString();
+  EXPECT_TRUE(index.contains("palette: ")) << index.toStdString();
+  const Bytes packs = Read(Path("movie.sub"));
+  ASSERT_EQ(packs.size(), 3U * 2048U);
+  const Bytes stream = ThreeSubtitles();
+  EXPECT_TRUE(std::equal(stream.begin() + 10, stream.begin() + 48, packs.begin() + 0x1D));
+}
+
+TEST_F(ExportCommand, CancelledExportLeavesNothing) {
+  LoadStream(ThreeSubtitles());
+  const QStringList before = FilesThere();
+  Window.SetPatience(std::chrono::milliseconds(0));
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "VobSub pair");
+    dialog.Export();
+  });
+  Dialogs.ExpectCancelled(DialogKind::Other);
+  Start();
+  EXPECT_EQ(Told(), "The export was cancelled; nothing was written");
+  EXPECT_EQ(FilesThere(), before);
+}
+
+TEST_F(ExportCommand, FailureOfASelectedSubtitleSaysHowItIsCounted) {
+  LoadStream(Join({FourCodes(PacketBuilder().Time(1 * Second)), FourCodes(PacketBuilder().Time(-Second))}));
+  ClickRow(2);
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "VobSub pair");
+    dialog.Control<QRadioButton>("Option_Selected").click();
+    dialog.Export();
+  });
+  Dialogs.ExpectMessageWith(
+      {"Cannot export " + Path("movie.idx") + ": of the chosen subtitles, subtitle 1 starts before 0"});
+  Start();
+}
+#endif
+
+TEST_F(ExportCommand, AuthoringProjectIsWritten) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Authoring project");
+    EXPECT_EQ(dialog.Files(), "Writes movie.xml, movie_pictures, movie.pal and movie_dvdauthor.xml");
+    dialog.Export();
+  });
+  Start();
+  EXPECT_EQ(ReadText(Path("movie.xml")).count("<spu "), 3);
+  EXPECT_EQ(QDir(Path("movie_pictures")).entryList(QDir::Files).size(), 3);
+  EXPECT_EQ(Told(), "Exported movie.xml, 3 subtitles");
+}
+
+TEST_F(ExportCommand, RemarksOfAProjectAreTold) {
+  LoadStream(InvalidSecond());
+  QString remark;
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Authoring project");
+    dialog.Export();
+  });
+  Dialogs.Expect(DialogKind::Message, [&remark](QDialog& dialog) {
+    remark = static_cast<QMessageBox&>(dialog).informativeText();
+    dialog.accept();
+  });
+  Start();
+  EXPECT_EQ(Dialogs.Last().Text, "movie.xml was written, with remarks:");
+  EXPECT_TRUE(remark.startsWith("Subtitle 2 ")) << remark.toStdString();
+}
+
+TEST_F(ExportCommand, ContactSheetIsWritten) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Contact sheet");
+    EXPECT_EQ(dialog.Files(), "Writes movie_001.png");
+    EXPECT_FALSE(dialog.Control<QComboBox>("Combo_Language").isEnabled());
+    dialog.Export();
+  });
+  Start();
+  EXPECT_FALSE(QImage(Path("movie_001.png")).isNull());
+}
+
+TEST_F(ExportCommand, NamesOfManyFilesAreCutShort) {
+  LoadStream(ManySubtitles(24 * 6));
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Contact sheet");
+    EXPECT_EQ(dialog.Files(), "Writes movie_001.png, movie_002.png, movie_003.png, movie_004.png and 2 more");
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, ProposedNameIsOfAFileThatIsNotThere) {
+  Write("movie_001.png", Bytes(1, 'x'));
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Contact sheet");
+    EXPECT_EQ(dialog.Files(), "Writes movie_new_001.png");
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, ChosenNameStaysWithTheEndingOfTheKind) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Type("other.sup");
+    dialog.Choose("Combo_What", "Contact sheet");
+    EXPECT_EQ(dialog.File(), "other.png");
+    dialog.Type("other");
+    EXPECT_EQ(dialog.Files(), "Writes other_001.png");
+    dialog.Type(" ");
+    EXPECT_FALSE(dialog.Control<QPushButton>("Command_Export").isEnabled());
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, BrowseChoosesTheFile) {
+  LoadStream(ThreeSubtitles());
+  In([this](const OpenExport& dialog) {
+    Dialogs.ExpectSave(Path("chosen.sup"));
+    dialog.Control<QPushButton>("Command_Browse").click();
+    EXPECT_EQ(dialog.File(), Path("chosen.sup"));
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, FailureNamesTheFileAndTheReason) {
+  LoadStream(ThreeSubtitles());
+  const QString path = Path("missing/out.sup");
+  In([&](const OpenExport& dialog) {
+    dialog.Type(path);
+    dialog.Export();
+  });
+  Dialogs.ExpectMessageWith({"Cannot export " + path + ": "});
+  Start();
+}
+
+TEST_F(ExportCommand, IsForAnOpenStreamThatIsNotMerged) {
+  EXPECT_FALSE(Action("Export").isEnabled());
+  LoadStream(PrimaryStream({{0, 100}}));
+  EXPECT_TRUE(Action("Export").isEnabled());
+  Merge(SecondaryStream({0}));
+  EXPECT_FALSE(Action("Export").isEnabled());
+}
+
+TEST_F(ExportCommand, EditsStayUnsaved) {
+  LoadStream(ThreeSubtitles());
+  Choose("ImageCombo2", "4");
+  Click("Command_SetAll");
+  In([](const OpenExport& dialog) { dialog.Export(); });
+  Start();
+  EXPECT_FALSE(Window.Content().History().isClean());
+}
+
+TEST_F(ExportCommand, ListThatWasFilteredStillExportsAll) {
+  LoadStream(ThreeSubtitles());
+  Type("2");
+  In([](const OpenExport& dialog) { dialog.Export(); });
+  Start();
+  EXPECT_EQ(Read(Path("movie_new.sup")), ThreeSubtitles());
+}
+
+}  // namespace
+}  // namespace quillmark::test
