@@ -186,7 +186,9 @@ ExportOrder ExportDialog::Order() const {
   QString path = Text_Path->text().trimmed();
   if (!path.isEmpty()) {
     path = QDir(FolderOf(SupPathOrDefault(subject_.Path))).absoluteFilePath(path);
-    if (!path.endsWith(ending, Qt::CaseInsensitive)) {
+    const bool isPacks =
+        Kind() == ExportKind::VobSub && path.endsWith(QLatin1String(".sub"), Qt::CaseInsensitive);
+    if (!isPacks && !path.endsWith(ending, Qt::CaseInsensitive)) {
       path += ending;
     }
   }

@@ -92,7 +92,8 @@ void frmTestControls::Build(QMainWindow* window, SubtitleList* list) {
   InstallAccessibility();
   Picture1 = new DisplayFrame(window);
   Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));
-  Picture1->SetHint(QStringLiteral("Open a SUP file with Ctrl+O, or drop one here"));
+  Picture1->SetHint(
+      QStringLiteral("Open a SUP file with Ctrl+O, import others with Ctrl+I, or drop one here"));
   Body = new WindowBody(Picture1, window);
   Strip_Recover = new Strip(QStringLiteral("Strip_Recover"), Body);
   Command_Recover = Strip_Recover->AddCommand(QStringLiteral("Command_Recover"), QStringLiteral("Restore"));

@@ -33,8 +33,10 @@ bool AnswerAboutProgram(int argc, char** argv) {
     }
     if (argument == "-h" || argument == "--help") {
       std::puts(
-          "Usage: quillmark [FILE.sup]\n"
-          "Opens a window to view and edit the DVD subtitles of FILE.sup. See also quillmark-cli --help.");
+          "Usage: quillmark [FILE]\n"
+          "Opens a window to view and edit the DVD subtitles of FILE: a SUP stream, a VobSub pair, a "
+          "Matroska "
+          "file,\na program stream or an authoring list. See also quillmark-cli --help.");
       return true;
     }
   }

@@ -84,7 +84,7 @@ TEST_F(Program, HelpAndVersionAnswerAndExit) {
     process.start(QUILLMARK_PROGRAM, {option});
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_TRUE(process.readAllStandardOutput().startsWith("Usage: quillmark [FILE.sup]\n")) << option;
+    EXPECT_TRUE(process.readAllStandardOutput().startsWith("Usage: quillmark [FILE]\n")) << option;
   }
   process.start(QUILLMARK_PROGRAM, {"-platform", "offscreen", "--version"});
   ASSERT_TRUE(process.waitForFinished());

@@ -135,6 +135,19 @@ TEST_F(ExportCommand, VobSubPairHasUnitsPaletteAndLanguage) {
   EXPECT_TRUE(std::equal(stream.begin() + 10, stream.begin() + 48, packs.begin() + 0x1D));
 }
 
+TEST_F(ExportCommand, EitherFileOfAPairNamesBoth) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "VobSub pair");
+    for (const char* name : {"other", "other.idx", "other.sub"}) {
+      dialog.Type(name);
+      EXPECT_EQ(dialog.Files(), "Writes other.idx and other.sub") << name;
+    }
+    dialog.Cancel();
+  });
+  Start();
+}
+
 TEST_F(ExportCommand, CancelledExportLeavesNothing) {
   LoadStream(ThreeSubtitles());
   const QStringList before = FilesThere();
