@@ -30,7 +30,7 @@ constexpr std::size_t MaxNames = 4;
 QString NamesText(const std::vector<QString>& paths) {
   QStringList names;
   for (std::size_t i = 0; i < std::min(paths.size(), MaxNames); ++i) {
-    names.append(QFileInfo(paths[i]).fileName());
+    names.append(CutInTheMiddle(QFileInfo(paths[i]).fileName()));
   }
   const QString last =
       paths.size() > MaxNames

@@ -46,7 +46,7 @@ Result<std::optional<ImportedFile>> Read(const QString& path, const Progress& pr
 }  // namespace
 
 bool IsSupFile(const QString& path) {
-  return FormatOf(PathFromUtf8(path.toStdString())).Id == "sup";
+  return IsSupFile(PathFromUtf8(path.toStdString()));
 }
 
 Result<std::optional<ImportedFile>> ReadForImport(const QString& path, const Progress& progress) {

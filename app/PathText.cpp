@@ -34,6 +34,10 @@ QString ReplaceExtension(const QString& path, const QString& suffix) {
   return (dot > LastSeparator(path) ? path.left(dot) : path) + suffix;
 }
 
+QString CutInTheMiddle(const QString& path, qsizetype most) {
+  return path.size() <= most ? path : path.left(most / 3) + QChar(0x2026) + path.right(most - most / 3);
+}
+
 QString ProposedIfoName(const QString& supPath) {
   const QString name = supPath.chopped(std::min<qsizetype>(4, supPath.size())) + QStringLiteral(".ifo");
   const QString lowered = name.toLower();

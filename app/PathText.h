@@ -14,6 +14,9 @@ namespace quillmark {
 [[nodiscard]] QString SupPathOrDefault(const QString& path);
 /// The path before its last "." with `suffix` after it; nothing is cut where the file name has no ".".
 [[nodiscard]] QString ReplaceExtension(const QString& path, const QString& suffix);
+/// A path or a name as it is shown where there is room for `most` characters: of a longer one the middle is
+/// left out.
+[[nodiscard]] QString CutInTheMiddle(const QString& path, qsizetype most = 60);
 /// What Load Palette proposes: the SUP path with ".ifo" for its last four characters, in lower case. Where
 /// lower case names another folder that does not exist, the folder keeps its case.
 [[nodiscard]] QString ProposedIfoName(const QString& supPath);

@@ -16,6 +16,7 @@
 #include "app/CountText.h"
 #include "app/ImportJob.h"
 #include "app/PaletteStrip.h"
+#include "app/PathText.h"
 #include "render/SubtitleDescription.h"
 #include "render/Thumbnail.h"
 #include "sup/Timecode.h"
@@ -67,8 +68,8 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
   setObjectName(QStringLiteral("TrackDialog"));
   setWindowTitle(QStringLiteral("Import subtitles"));
   auto* rows = new QVBoxLayout(this);
-  auto* label =
-      new QLabel(QStringLiteral("&Tracks of ") + QString(name).replace(u'&', QStringLiteral("&&")), this);
+  auto* label = new QLabel(
+      QStringLiteral("&Tracks of ") + CutInTheMiddle(name).replace(u'&', QStringLiteral("&&")), this);
   rows->addWidget(label);
   BuildList(name);
   label->setBuddy(List_Tracks);

@@ -5,6 +5,7 @@
 #include "app/Document.h"
 #include "app/ExportDialog.h"
 #include "app/NotesText.h"
+#include "app/PathText.h"
 #include "app/SubtitleList.h"
 #include "app/frmTest.h"
 
@@ -26,8 +27,8 @@ void frmTest::ExportAs(const ExportOrder& order) {
       .Stream = document_->Primary(), .Palette = document_->Palette(), .FrameLines = document_->FrameLines()};
   Result<ExportOutcome> outcome = ExportOutcome{.How = Completion::Cancelled};
   // Whether it was cancelled in time is for the outcome to say.
-  (void)RunLongWork(this, QStringLiteral("Writing ") + QFileInfo(order.Path).fileName(), patience_,
-                    [&](const Progress& progress) { outcome = Export(source, order, progress); });
+  (void)RunLongWork(this, QStringLiteral("Writing ") + CutInTheMiddle(QFileInfo(order.Path).fileName()),
+                    patience_, [&](const Progress& progress) { outcome = Export(source, order, progress); });
   if (!outcome) {
     ShowMessage(
         this,

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <utility>
 
 #include <QFileInfo>
@@ -7,6 +6,7 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/ImportJob.h"
+#include "app/PathText.h"
 #include "app/TrackDialog.h"
 #include "app/frmTest.h"
 
@@ -66,7 +66,7 @@ void frmTest::OpenFile(const QString& path) {
 void frmTest::Import(const QString& path) {
   Result<std::optional<ImportedFile>> read = Failure{};
   const Completion ended =
-      RunLongWork(this, QStringLiteral("Reading ") + QFileInfo(path).fileName(), patience_,
+      RunLongWork(this, QStringLiteral("Reading ") + CutInTheMiddle(QFileInfo(path).fileName()), patience_,
                   [&](const Progress& progress) { read = ReadForImport(path, progress); });
   if (ended == Completion::Cancelled || (read && !*read)) {
     Tell(QStringLiteral("The import was cancelled; nothing has changed"));

@@ -16,8 +16,6 @@
 namespace quillmark {
 namespace {
 
-constexpr int MaxEntryLength = 60;
-
 // The parts of the window that the user arranges.
 constexpr QLatin1String ColumnsPart("columns");
 constexpr QLatin1String ProblemsPart("problems");
@@ -43,10 +41,7 @@ QString FolderKind(const QString& path) {
 /// A menu entry that shows the path as it is, cut in the middle where it is long; "&" marks a mnemonic only
 /// before the number.
 QString EntryText(qsizetype number, const QString& path) {
-  QString shown = path;
-  if (shown.size() > MaxEntryLength) {
-    shown = shown.left(MaxEntryLength / 3) + QChar(0x2026) + shown.right(MaxEntryLength - MaxEntryLength / 3);
-  }
+  QString shown = CutInTheMiddle(path);
   shown.replace(u'&', QStringLiteral("&&"));
   return (number < 10 ? u'&' + QString::number(number) : QStringLiteral("1&0")) + u' ' + shown;
 }
