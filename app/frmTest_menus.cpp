@@ -50,10 +50,10 @@ void frmTest::BuildMenus() {
     return menu;
   };
   menuBar()->setObjectName(QStringLiteral("MenuBar"));
-  QMenu* file = add("Menu_File", QStringLiteral("&File"),
-                    {Action_LoadSup, Action_Import, Action_Reopen, nullptr, Action_SaveSup, Action_Export,
-                     nullptr, Action_LoadPalette, Action_SavePalette, Action_ProgramChains, nullptr,
-                     Action_Quit});
+  QMenu* file =
+      add("Menu_File", QStringLiteral("&File"),
+          {Action_LoadSup, Action_Import, Action_Reopen, nullptr, Action_SaveSup, Action_Export, nullptr,
+           Action_LoadPalette, Action_SavePalette, Action_ProgramChains, nullptr, Action_Quit});
   Menu_Recent = new QMenu(QStringLiteral("Open &recent"), file);
   Menu_Recent->setObjectName(QStringLiteral("Menu_Recent"));
   file->insertMenu(Action_Reopen, Menu_Recent);
