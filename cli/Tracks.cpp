@@ -25,12 +25,13 @@ struct TrackRow {
 };
 
 TrackRow ReadRow(std::int64_t number, Track& track, const std::string& file) {
-  TrackRow row{.Number = number,
-               .Id = std::move(track.Id),
-               .Language = std::move(track.Language),
-               .Name = std::move(track.Name),
-               .Palette = track.Palette,
-               .Notes = std::move(track.Notes)};
+  TrackRow row;
+  row.Number = number;
+  row.Id = std::move(track.Id);
+  row.Language = std::move(track.Language);
+  row.Name = std::move(track.Name);
+  row.Palette = track.Palette;
+  row.Notes = std::move(track.Notes);
   const auto loaded = IndexPrimaryStream(std::move(track.Packets), InvalidFirst::IsPassed);
   row.Problem = ResultOf(loaded, file).Reason;
   if (row.Problem.empty() && loaded->Stream.Count > 0) {

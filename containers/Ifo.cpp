@@ -40,7 +40,7 @@ constexpr std::size_t CellCountAt = 0x03;
 constexpr std::size_t SubpictureControlAt = 0x1C;
 constexpr std::size_t PaletteAt = 0xA4;
 
-std::uint32_t NumberAt(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t size) {
+std::uint32_t FieldAt(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t size) {
   std::uint32_t number = 0;
   for (const std::uint8_t byte : bytes.subspan(at, size)) {
     number = number << 8U | byte;
@@ -72,7 +72,7 @@ IfoVideo ReadVideo(std::uint8_t attributes) {
 std::vector<SubpictureAttributes> ReadSubpictures(std::span<const std::uint8_t> sector, std::size_t at,
                                                   std::size_t most) {
   constexpr unsigned LanguageFollows = 1;
-  std::vector<SubpictureAttributes> streams(std::min<std::size_t>(NumberAt(sector, at, 2), most));
+  std::vector<SubpictureAttributes> streams(std::min<std::size_t>(FieldAt(sector, at, 2), most));
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const auto attributes = sector.subspan(at + 2 + i * SubpictureAttributesSize, SubpictureAttributesSize);
     if ((attributes[0] & 3U) == LanguageFollows) {
@@ -126,11 +126,11 @@ class IfoParser {
     if (info_.Kind == IfoKind::TitleSet) {
       info_.TitleVideo = ReadVideo(file_[TitleVideoAt]);
       info_.TitleSubpictures = ReadSubpictures(file_, TitleSubpicturesAt, MaxSubpictureStreams);
-      ReadTitles(SectorSize * NumberAt(file_, TitleChainsAt, 4));
-      ReadMenus(SectorSize * NumberAt(file_, TitleSetMenusAt, 4));
+      ReadTitles(SectorSize * FieldAt(file_, TitleChainsAt, 4));
+      ReadMenus(SectorSize * FieldAt(file_, TitleSetMenusAt, 4));
     } else {
-      ReadFirstPlay(NumberAt(file_, FirstPlayAt, 4));
-      ReadMenus(SectorSize * NumberAt(file_, VideoManagerMenusAt, 4));
+      ReadFirstPlay(FieldAt(file_, FirstPlayAt, 4));
+      ReadMenus(SectorSize * FieldAt(file_, VideoManagerMenusAt, 4));
     }
     NoteDamage();
     if (info_.Chains.empty()) {
@@ -193,7 +193,7 @@ class IfoParser {
       info_.Notes.emplace_back("its table of menu languages stands outside the file");
       return;
     }
-    const std::uint32_t count = NumberAt(*header, 0, 2);
+    const std::uint32_t count = FieldAt(*header, 0, 2);
     for (std::uint32_t i = 0; i < count; ++i) {
       const auto entry = BytesAt(table + TableHeaderSize + TableEntrySize * i, TableEntrySize);
       if (!entry) {
@@ -203,7 +203,7 @@ class IfoParser {
       if (!TakeEntry()) {
         return;
       }
-      if (!ReadTable(table + NumberAt(*entry, 4, 4), ChainPlace::Menu, LanguageOf(entry->first(2)))) {
+      if (!ReadTable(table + FieldAt(*entry, 4, 4), ChainPlace::Menu, LanguageOf(entry->first(2)))) {
         ++tablesOutside_;
       }
     }
@@ -218,8 +218,8 @@ class IfoParser {
     if (!seenTables_.insert(table).second) {
       return true;
     }
-    const std::uint32_t count = NumberAt(*header, 0, 2);
-    const std::uint64_t end = std::uint64_t{1} + NumberAt(*header, 4, 4);
+    const std::uint32_t count = FieldAt(*header, 0, 2);
+    const std::uint64_t end = std::uint64_t{1} + FieldAt(*header, 4, 4);
     for (std::uint32_t i = 0; i < count; ++i) {
       const auto entry = BytesAt(table + TableHeaderSize + TableEntrySize * i, TableEntrySize);
       if (!entry) {
@@ -229,7 +229,7 @@ class IfoParser {
       if (!TakeEntry()) {
         break;
       }
-      const std::uint64_t chain = NumberAt(*entry, 4, 4);
+      const std::uint64_t chain = FieldAt(*entry, 4, 4);
       const bool isEntry = ((*entry)[0] & 0x80U) != 0;
       const auto number =
           static_cast<std::uint8_t>((*entry)[0] & (place == ChainPlace::Menu ? 0x0FU : 0x7FU));
