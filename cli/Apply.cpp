@@ -210,6 +210,7 @@ Json ReportObject(const std::string& file, const FileReport& report, bool isDryR
   const bool isWritten = report.Error.empty() && !isDryRun;
   return {{"file", file},
           {"out", isWritten ? Json(report.Out) : Json()},
+          {"notes", report.Notes},
           {"steps", std::move(steps)},
           {"error", report.Error.empty() ? Json() : Json(report.Error)}};
 }

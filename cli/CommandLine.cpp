@@ -243,7 +243,7 @@ class CommandTable {
 
     CLI::App* apply = Add("apply", "Run the steps of a recipe on any number of streams", apply_, Apply, true);
     AddFile(apply, apply_.Recipe, "RECIPE", "Recipe (JSON)");
-    apply->add_option("FILES", apply_.Files, "Subtitle streams (SUP files)")
+    apply->add_option("FILES", apply_.Files, FileKinds)
         ->required()
         ->expected(1, std::numeric_limits<int>::max())
         ->type_name("")
@@ -339,21 +339,26 @@ class CommandTable {
     AddOut(convert, convert_.Out, "FILE.sup|.idx|.xml",
            Accepting(
                [](const std::string& name) {
-                 return NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") || NameEndsIn(name, ".xml");
+                 const bool isEndingAlone = name.size() <= 4 || name[name.size() - 5] == '/';
+                 return !isEndingAlone &&
+                        (NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") || NameEndsIn(name, ".xml"));
                },
-               "does not end in .sup, .idx or .xml"));
+               "is no name that ends in .sup, .idx or .xml"));
     AddTrack(convert, convert_.Track, "One of a file's tracks, by its number or its language");
     convert
         ->add_option("--language", convert_.Languages,
                      "Languages of the tracks, of two letters, in their order; else those that they have")
         ->type_name("L,...")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->check(Accepting([](const std::string& tag) { return !LanguageCode(tag).empty(); },
+                          "is no language such as de, ger or pt-BR"));
     AddPalette(convert, convert_.Palette);
     AddOnly(convert, convert_.Only);
-    convert->add_option("--frame", convert_.Frame, "Lines of the frame")
+    convert->add_flag("--reduce", convert_.Reduces,
+                      "Take colours of a list's pictures together where there are too many");
+    convert->add_option("--frame", convert_.Frame, "Lines of the frame; else those that FILES name, or 576")
         ->type_name("480|576")
-        ->check(FrameLines())
-        ->capture_default_str();
+        ->check(FrameLines());
   }
 
   void AddHelp() {

@@ -130,11 +130,12 @@ CommandResult Tracks(const TracksOptions& options, const Console& console);
 struct ConvertOptions {
   std::vector<std::string> Files = {};
   std::string Out = {};                     ///< its ending says what is written: .sup, .idx or .xml
-  std::string Track = {};                   ///< number or language
+  std::string Track = {};                   ///< of each file that has several: number or language
   std::vector<std::string> Languages = {};  ///< of the tracks, in their order
   std::string Palette = {};  ///< empty: the one of the first track that has one, or the start-up palette
   SubtitleSet Only = SubtitleSet::All();
-  int Frame = 576;  ///< 480 or 576
+  std::optional<int> Frame = {};  ///< 480 or 576; none: as the track's file says, else 576
+  bool Reduces = false;           ///< pictures of a list with more colours than a subtitle can have
 };
 /// Streams out of files of any kind as a SUP file, a VobSub pair or an authoring project.
 CommandResult Convert(const ConvertOptions& options, const Console& console);

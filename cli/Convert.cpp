@@ -8,6 +8,7 @@
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/ProgressBar.h"
+#include "containers/Language.h"
 #include "render/AuthoringProject.h"
 #include "sup/ChoosePackets.h"
 #include "sup/IndexedPacket.h"
@@ -18,12 +19,16 @@
 namespace quillmark::cli {
 namespace {
 
+constexpr int NtscLines = 480;
+constexpr int PalLines = 576;
+
 /// A track that goes into the new file.
 struct ConvertedTrack {
   std::string File;  ///< that it comes from
   std::string Language;
   std::string Name;
   std::optional<DvdPalette> Palette;
+  FrameSize Frame;
   SupStream Stream;  ///< of the chosen subtitles
 };
 
@@ -43,7 +48,9 @@ CommandResult KeepChosen(const ConvertOptions& options, const std::string& file,
 CommandResult AddTracks(const ConvertOptions& options, const std::string& file, const Console& console,
                         std::vector<ConvertedTrack>& converted) {
   std::vector<Track> tracks;
-  if (CommandResult read = ReadTracks({file, options.Track}, tracks, console); !read.IsDone()) {
+  if (CommandResult read = ReadTracks({file, options.Track}, tracks, console,
+                                      options.Reduces ? Colours::Reduced : Colours::Kept);
+      !read.IsDone()) {
     return read;
   }
   for (Track& track : tracks) {
@@ -57,11 +64,13 @@ CommandResult AddTracks(const ConvertOptions& options, const std::string& file, 
     if (CommandResult kept = KeepChosen(options, file, loaded->Stream); !kept.IsDone()) {
       return kept;
     }
-    converted.push_back({.File = file,
-                         .Language = std::move(track.Language),
-                         .Name = std::move(track.Name),
-                         .Palette = track.Palette,
-                         .Stream = std::move(loaded->Stream)});
+    converted.push_back(
+        {.File = file,
+         .Language = std::move(track.Language),
+         .Name = std::move(track.Name),
+         .Palette = track.Palette,
+         .Frame = options.Frame ? FrameSize{.Height = *options.Frame} : track.Frame.value_or(FrameSize()),
+         .Stream = std::move(loaded->Stream)});
   }
   return {};
 }
@@ -125,12 +134,18 @@ CommandResult WritePair(const ConvertOptions& options, const std::vector<Convert
   for (const ConvertedTrack& track : tracks) {
     parts.push_back({.Packets = FileOf(track.Stream), .Language = track.Language, .Name = track.Name});
     bytes += static_cast<std::int64_t>(parts.back().Packets.size());
+    for (const std::string& change : ChangesInVobSub(parts.back())) {
+      console.Warn(track.File, change);
+    }
   }
   const auto path = PathFromUtf8(options.Out);
   ProgressBar bar(console, bytes);
-  const auto written = WriteVobSub(
-      path, parts, {.Palette = palette, .FrameHeight = options.Frame, .Existing = Overwriting::Allowed},
-      ShowIn(bar, console));
+  const auto written = WriteVobSub(path, parts,
+                                   {.Palette = palette,
+                                    .FrameWidth = tracks.front().Frame.Width,
+                                    .FrameHeight = tracks.front().Frame.Height,
+                                    .Existing = Overwriting::Allowed},
+                                   ShowIn(bar, console));
   if (!written) {
     return Failed(options.Out, written.Reason());
   }
@@ -151,12 +166,13 @@ CommandResult WriteProject(const ConvertOptions& options, const ConvertedTrack& 
     return named;
   }
   ProgressBar bar(console, track.Stream.Count);
-  const auto written = WriteAuthoringProject(track.Stream, list,
-                                             {.Palette = palette,
-                                              .FrameHeight = options.Frame,
-                                              .Language = track.Language,
-                                              .Existing = Overwriting::Allowed},
-                                             ShowIn(bar, console));
+  const auto written =
+      WriteAuthoringProject(track.Stream, list,
+                            {.Palette = palette,
+                             .FrameHeight = track.Frame.Height <= NtscLines ? NtscLines : PalLines,
+                             .Language = LanguageCode(track.Language),
+                             .Existing = Overwriting::Allowed},
+                            ShowIn(bar, console));
   if (!written) {
     return Failed(options.Out, written.Reason());
   }
@@ -174,6 +190,14 @@ CommandResult WriteProject(const ConvertOptions& options, const ConvertedTrack& 
 }  // namespace
 
 CommandResult Convert(const ConvertOptions& options, const Console& console) {
+  QString out;
+  if (CommandResult named = ToText(options.Out, out); !named.IsDone()) {
+    return named;
+  }
+  if (NameEndsIn(options.Out, ".sup") && !(options.Palette.empty() && options.Languages.empty())) {
+    return WrongUsage(options.Out, options.Palette.empty() ? "a SUP file names no language"
+                                                           : "a SUP file holds no palette");
+  }
   std::vector<ConvertedTrack> tracks;
   for (const std::string& file : options.Files) {
     if (CommandResult added = AddTracks(options, file, console, tracks); !added.IsDone()) {
@@ -182,6 +206,9 @@ CommandResult Convert(const ConvertOptions& options, const Console& console) {
   }
   if (CommandResult named = TakeLanguages(options, tracks); !named.IsDone()) {
     return named;
+  }
+  if (SubtitlesOf(tracks) == 0) {
+    return Failed(options.Files.front(), "it holds no subtitle");
   }
   DvdPalette palette;
   if (CommandResult loaded = LoadPalette(options.Palette, FirstPalette(tracks), palette); !loaded.IsDone()) {

@@ -6,6 +6,9 @@
 #include "base/FilePath.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
+#ifdef QUILLMARK_HAS_AUTHORING
+#include "containers/AuthoringList.h"
+#endif
 
 namespace quillmark::cli {
 CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& file) {
@@ -20,10 +23,21 @@ CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& fi
 
 namespace {
 
-CommandResult ReadFile(const std::string& file, Container& container, const Console& console) {
-  auto read = ReadStreams(PathFromUtf8(file), [&console](std::uint64_t /*done*/, std::uint64_t /*length*/) {
-    return !console.Interrupted();
-  });
+ReadContainerResult ReadAny(const std::filesystem::path& path, const Progress& progress, Colours colours) {
+#ifdef QUILLMARK_HAS_AUTHORING
+  if (colours == Colours::Reduced && FormatOf(path).Id == "authoring-list") {
+    return ReadAuthoringList(path, {.Reduce = true}, progress);
+  }
+#endif
+  return ReadStreams(path, progress);
+}
+
+CommandResult ReadFile(const std::string& file, Container& container, const Console& console,
+                       Colours colours) {
+  auto read = ReadAny(
+      PathFromUtf8(file),
+      [&console](std::uint64_t /*done*/, std::uint64_t /*length*/) { return !console.Interrupted(); },
+      colours);
   if (!read) {
     return Failed(file, read.Reason());
   }
@@ -39,9 +53,10 @@ CommandResult ReadFile(const std::string& file, Container& container, const Cons
 
 }  // namespace
 
-CommandResult ReadTracks(const StreamSource& source, std::vector<Track>& tracks, const Console& console) {
+CommandResult ReadTracks(const StreamSource& source, std::vector<Track>& tracks, const Console& console,
+                         Colours colours) {
   Container container;
-  if (CommandResult read = ReadFile(source.File, container, console); !read.IsDone()) {
+  if (CommandResult read = ReadFile(source.File, container, console, colours); !read.IsDone()) {
     return read;
   }
   if (source.Track.empty()) {

@@ -35,8 +35,12 @@ struct StreamSource {
 /// is told.
 CommandResult ReadStream(const StreamSource& source, Track& track, const Console& console);
 
+/// What becomes of pictures in an authoring list that have more colours than a subtitle can.
+enum class Colours { Kept, Reduced };
+
 /// All tracks of the file, or the one that is named; a SUP file is one.
-CommandResult ReadTracks(const StreamSource& source, std::vector<Track>& tracks, const Console& console);
+CommandResult ReadTracks(const StreamSource& source, std::vector<Track>& tracks, const Console& console,
+                         Colours colours = Colours::Kept);
 
 /// Loads a stream with all of its subtitles, whether the first one can be shown or not. `palette` is that
 /// of its track, where there is one.

@@ -8,6 +8,7 @@
 
 #include "base/Decimal.h"
 #include "cli/Inputs.h"
+#include "containers/Language.h"
 #include "sup/SubtitleSet.h"
 
 /// The kinds of options and arguments that the commands have, each with its check.
@@ -59,7 +60,9 @@ inline void AddFile(CLI::App* command, std::string& file, const std::string& nam
 inline void AddTrack(CLI::App* command, std::string& track,
                      const std::string& description = "Track of FILE, by its number or its language",
                      const std::string& name = "--track") {
-  command->add_option(name, track, description)->type_name("N|LANG")->check(NamesAFile());
+  command->add_option(name, track, description)
+      ->type_name("N|LANG")
+      ->check(Accepting([](const std::string& named) { return !named.empty(); }, "names no track"));
 }
 
 /// A file that a stream is read from, and which of its tracks that is.
@@ -87,7 +90,10 @@ inline CLI::Option* AddOut(CLI::App* command, std::string& out, const std::strin
 }
 
 inline void AddPalette(CLI::App* command, std::string& palette) {
-  command->add_option("--palette", palette, "Palette file: .ifo, .pal or .rgb; else the start-up palette")
+  command
+      ->add_option(
+          "--palette", palette,
+          "Palette file: .ifo, .pal or .rgb; else the one that comes with FILE, or the start-up palette")
       ->type_name("FILE")
       ->check(NamesAFile());
 }

@@ -34,7 +34,10 @@ TrackRow ReadRow(std::int64_t number, Track& track, const std::string& file) {
   row.Notes = std::move(track.Notes);
   const auto loaded = IndexPrimaryStream(std::move(track.Packets), InvalidFirst::IsPassed);
   row.Problem = ResultOf(loaded, file).Reason;
-  if (row.Problem.empty() && loaded->Stream.Count > 0) {
+  if (row.Problem.empty() && loaded->Stream.Count == 0) {
+    row.Problem = "it holds no subtitle";
+  }
+  if (row.Problem.empty()) {
     row.Subtitles = loaded->Stream.Count;
     row.First = loaded->Stream.StartTime.front();
     row.Last = loaded->Stream.StartTime.back();
@@ -80,7 +83,18 @@ std::string RowText(const TrackRow& row) {
   }
   text += row.Palette ? "  with a palette" : "  without a palette";
   text += row.Name.empty() ? "" : "  " + row.Name;
-  return row.Problem.empty() ? text : text + "\n   " + row.Problem;
+  return text;
+}
+
+CommandResult ResultOf(const std::vector<TrackRow>& rows, const std::string& file) {
+  for (const TrackRow& row : rows) {
+    if (!row.Problem.empty()) {
+      CommandResult result = Failed(file, row.Problem);
+      result.JsonWritten = true;
+      return result;
+    }
+  }
+  return {};
 }
 
 }  // namespace
@@ -99,7 +113,7 @@ CommandResult Tracks(const TracksOptions& options, const Console& console) {
     for (const TrackRow& row : rows) {
       array.Add(RowObject(row));
     }
-    return {};
+    return ResultOf(rows, options.File);
   }
   for (const TrackRow& row : rows) {
     console.Out << RowText(row) << '\n';
@@ -107,7 +121,7 @@ CommandResult Tracks(const TracksOptions& options, const Console& console) {
       console.Out << "   " << note << '\n';
     }
   }
-  return {};
+  return ResultOf(rows, options.File);
 }
 
 }  // namespace quillmark::cli

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <span>
 #include <utility>
 
 #include "base/AsciiCase.h"
 #include "base/FilePath.h"
 #include "containers/ByteSource.h"
+#include "containers/Language.h"
 #include "sup/StreamLoader.h"
 #include "sup/SupFormat.h"
 #ifdef QUILLMARK_HAS_VOBSUB
@@ -59,6 +61,26 @@ std::string HeadOf(const std::filesystem::path& path) {
   const auto found = (*source)->ReadAt(0, head);
   return found ? std::string(head.begin(), head.begin() + static_cast<std::ptrdiff_t>(*found))
                : std::string();
+}
+
+ReadContainerResult ReadWithinMemory(const ContainerFormat& format, const std::filesystem::path& path,
+                                     const Progress& progress) {
+  try {
+    return format.Read(path, progress);
+  } catch (const std::bad_alloc&) {
+    return Failure{"there is not enough memory for it"};
+  }
+}
+
+/// What a file that could not be read may be in truth.
+std::string OtherKindText(const ContainerFormat& format, const std::filesystem::path& path) {
+  const std::string head = HeadOf(path);
+  for (const ContainerFormat& other : ContainerFormats()) {
+    if (&other != &format && other.StartsLike(head)) {
+      return "; it starts as " + std::string(other.Name) + " do";
+    }
+  }
+  return {};
 }
 
 /// "1 (en), 2 (de), 3"
@@ -139,8 +161,12 @@ ReadContainerResult ReadStreams(const std::filesystem::path& path, const Progres
 }
 
 ReadContainerResult ReadContainer(const std::filesystem::path& path, const Progress& progress) {
-  auto read = FormatOf(path).Read(path, progress);
-  if (read && *read && (*read)->Tracks.empty()) {
+  const ContainerFormat& format = FormatOf(path);
+  auto read = ReadWithinMemory(format, path, progress);
+  if (!read) {
+    return Failure{read.Reason() + OtherKindText(format, path)};
+  }
+  if (*read && (*read)->Tracks.empty()) {
     std::string reason = "it holds no DVD subtitles";
     for (const std::string& note : (*read)->Notes) {
       reason += "; " + note;
@@ -157,12 +183,27 @@ Result<std::size_t> FindTrack(const Container& container, std::string_view named
                               : Failure{"it has several tracks: " + TrackNames(container)};
   }
   const std::string lower = LowerAscii(named);
+  const std::string code = LanguageCode(named);
+  const auto isNamed = [&](const Track& track) {
+    return LowerAscii(track.Language) == lower || (!code.empty() && LanguageCode(track.Language) == code);
+  };
+  if (tracks.size() == 1 && !code.empty() && LanguageCode(tracks.front().Language).empty()) {
+    return std::size_t{0};
+  }
+  std::optional<std::size_t> found;
   for (std::size_t i = 0; i < tracks.size(); ++i) {
-    if (std::to_string(i + 1) == named || LowerAscii(tracks[i].Language) == lower) {
+    if (std::to_string(i + 1) == named) {
       return i;
     }
+    if (isNamed(tracks[i])) {
+      if (found) {
+        return Failure{"several tracks are in " + std::string(named) + ": " + TrackNames(container)};
+      }
+      found = i;
+    }
   }
-  return Failure{"there is no track " + std::string(named) + "; it has " + TrackNames(container)};
+  return found ? Result<std::size_t>(*found)
+               : Failure{"there is no track " + std::string(named) + "; it has " + TrackNames(container)};
 }
 
 }  // namespace quillmark

@@ -9,6 +9,7 @@
 
 #include "base/Progress.h"
 #include "base/Result.h"
+#include "containers/FrameSize.h"
 #include "palette/Colour.h"
 
 namespace quillmark {
@@ -20,6 +21,7 @@ struct Track {
   std::string Language;  ///< two or three letters, or a BCP 47 tag, as the container has it; empty: unknown
   std::string Name;      ///< in UTF-8; empty: none
   std::optional<DvdPalette> Palette;
+  std::optional<FrameSize> Frame;  ///< where the file says so
   std::vector<std::uint8_t>
       Packets;                     ///< a SUP file's bytes: "SP", time (90 kHz ticks), unit; one after another
   std::vector<std::string> Notes;  ///< what was mended or left out in reading it, in words for the user
@@ -67,8 +69,9 @@ struct ContainerFormat {
 [[nodiscard]] ReadContainerResult ReadContainer(const std::filesystem::path& path,
                                                 const Progress& progress = {});
 
-/// The track that a user names: its number, counted from 1, or its language in any case; the reason names
-/// the tracks that there are. Where nothing is named, the only one.
+/// The track that a user names: its number, counted from 1, or its language, in two letters or three; the
+/// reason names the tracks that there are. Where nothing is named, the only one. A single track whose
+/// language is unknown is the one in any language.
 [[nodiscard]] Result<std::size_t> FindTrack(const Container& container, std::string_view named);
 
 }  // namespace quillmark

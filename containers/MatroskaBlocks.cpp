@@ -68,6 +68,7 @@ void TakeSettings(MatroskaTrack& facts, Track& track) {
   const std::size_t length = static_cast<std::size_t>(std::ranges::find(text, 0) - text.begin());
   const VobSubIndex settings = ParseVobSubIndex({reinterpret_cast<const char*>(text.data()), length});
   track.Palette = settings.Palette;
+  track.Frame = settings.Frame();
   if (settings.Custom.IsOn) {
     track.Notes.emplace_back("it has custom colours on; the subtitles keep their own");
   }
@@ -88,6 +89,9 @@ std::string FaultText(std::uint64_t count, std::string_view what, std::uint64_t 
 MatroskaBlocks::MatroskaBlocks(std::vector<MatroskaTrack> tracks) {
   tracks_.reserve(tracks.size());
   for (MatroskaTrack& track : tracks) {
+    if (track.IsDvdSubtitles() && track.Hindrance.empty()) {
+      readable_.emplace(track.Number, tracks_.size());
+    }
     tracks_.push_back({.Facts = std::move(track)});
   }
 }
@@ -181,11 +185,8 @@ void MatroskaBlocks::Finish(std::uint64_t scale, Container& container) {
 }
 
 std::optional<std::size_t> MatroskaBlocks::Find(std::uint64_t number) const {
-  const auto found = std::ranges::find_if(tracks_, [number](const Gathered& track) {
-    return track.Facts.Number == number && track.Facts.IsDvdSubtitles() && track.Facts.Hindrance.empty();
-  });
-  return found == tracks_.end() ? std::nullopt
-                                : std::optional(static_cast<std::size_t>(found - tracks_.begin()));
+  const auto found = readable_.find(number);
+  return found == readable_.end() ? std::nullopt : std::optional(found->second);
 }
 
 void MatroskaBlocks::Count(Gathered& track, Fault fault, const BlockPlace& place) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -63,7 +64,8 @@ class MatroskaBlocks {
   static std::vector<std::string> NotesOf(const Gathered& track);
 
   std::vector<Gathered> tracks_;
-  std::vector<std::uint8_t> payload_;  // of the block at hand; kept for its memory
+  std::map<std::uint64_t, std::size_t> readable_;  // indices by the number that blocks have
+  std::vector<std::uint8_t> payload_;              // of the block at hand; kept for its memory
 };
 
 /// floor(time x scale x 9 / 100000), or the nearest that there is.

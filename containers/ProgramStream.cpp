@@ -110,6 +110,13 @@ std::optional<std::filesystem::path> InformationOf(const std::filesystem::path& 
   return std::nullopt;
 }
 
+std::optional<FrameSize> FrameOf(VideoStandard standard) {
+  constexpr int NtscHeight = 480;
+  return standard == VideoStandard::Unknown ? std::nullopt
+         : standard == VideoStandard::Ntsc  ? std::optional(FrameSize{.Height = NtscHeight})
+                                            : std::optional(FrameSize());
+}
+
 /// Palette, languages and names out of the title set's information file.
 void AddFacts(const std::filesystem::path& path, Container& container) {
   const auto info = ReadIfoFile(path);
@@ -125,6 +132,7 @@ void AddFacts(const std::filesystem::path& path, Container& container) {
   }
   for (Track& track : container.Tracks) {
     track.Palette = facts->Palette;
+    track.Frame = FrameOf(info->TitleVideo.Standard);
     for (std::size_t i = 0; i < SubtitleSubstreams; ++i) {
       if (track.Id == SubstreamName(i)) {
         track.Language = facts->Languages[i];

@@ -357,6 +357,7 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
       continue;
     }
     track->Palette = index.Palette;
+    track->Frame = index.Frame();
     container.Tracks.push_back(std::move(*track));
   }
   return std::optional(std::move(container));

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "containers/FrameSize.h"
 #include "palette/Colour.h"
 
 namespace quillmark {
@@ -46,6 +47,11 @@ struct VobSubIndex {
   CustomColours Custom;
   std::size_t Preselected = 0;  ///< the `langidx` line
   std::vector<VobSubLanguage> Languages;
+
+  [[nodiscard]] std::optional<FrameSize> Frame() const {
+    return Width > 0 && Height > 0 ? std::optional(FrameSize{.Width = Width, .Height = Height})
+                                   : std::nullopt;
+  }
   std::vector<std::string> Notes;  ///< lines that could not be read and matter, in words for the user
 };
 

@@ -2,12 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string_view>
 
-#include <QLocale>
-#include <QString>
-
+#include "containers/Language.h"
 #include "containers/PacketWalk.h"
 #include "containers/UnitGatherer.h"
 #include "sup/PacketWriter.h"
@@ -73,18 +70,10 @@ std::string ColourText(Rgb colour) {
   return HexText(colour & 0xFFU, 2) + HexText(colour >> 8U & 0xFFU, 2) + HexText(colour >> 16U & 0xFFU, 2);
 }
 
-/// Two letters where the language has them, else the three that stand there; players know it by "--" as none.
+/// Players know "--" as no language.
 std::string LanguageLetters(const std::string& language) {
-  const QString tag = QString::fromStdString(language.substr(0, language.find_first_of("-_"))).toLower();
-  const bool isWord = (tag.size() == 2 || tag.size() == 3) && std::ranges::all_of(tag, [](QChar c) {
-                        return c >= QLatin1Char('a') && c <= QLatin1Char('z');
-                      });
-  if (!isWord || tag == QLatin1String("und")) {
-    return "--";
-  }
-  const QLocale::Language known = QLocale::codeToLanguage(tag);
-  const QString code = known == QLocale::AnyLanguage ? QString() : QLocale::languageToCode(known);
-  return (code.isEmpty() || tag.size() == 2 ? tag : code).toStdString();
+  const std::string code = LanguageCode(language);
+  return code.empty() ? "--" : code;
 }
 
 std::string OneLine(std::string text) {

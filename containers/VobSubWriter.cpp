@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -197,6 +198,38 @@ VobSubPaths VobSubPathsOf(const std::filesystem::path& path) {
     paths.Packs += ".sub";
   }
   return paths;
+}
+
+std::vector<std::string> ChangesInVobSub(const VobSubTrack& track) {
+  std::vector<std::string> changes;
+  std::size_t number = 0;
+  std::size_t at = 0;
+  std::int64_t last = std::numeric_limits<std::int64_t>::min();
+  bool isSorted = true;
+  while (track.Packets.size() - at >= PacketHeaderSize) {
+    const auto header = ReadPacketHeader(track.Packets.subspan(at));
+    if (!header) {
+      return changes;
+    }
+    ++number;
+    isSorted = isSorted && header->Time >= last;
+    last = header->Time;
+    const std::size_t length = UnitStart + std::max<std::size_t>(header->UnitSize, UnitHeaderSize);
+    const std::size_t left = track.Packets.size() - at;
+    if (left < length) {
+      changes.push_back("subtitle " + std::to_string(number) + " is cut short; " +
+                        std::to_string(length - left) + " bytes were filled with zeros");
+    }
+    at += std::min(left, length);
+  }
+  if (!isSorted) {
+    changes.emplace_back("the subtitles are not in the order of time; they were sorted");
+  }
+  if (at < track.Packets.size()) {
+    changes.push_back(std::to_string(track.Packets.size() - at) +
+                      " bytes after the last subtitle were left out");
+  }
+  return changes;
 }
 
 Result<Completion> WriteVobSub(const std::filesystem::path& path, const std::vector<VobSubTrack>& tracks,

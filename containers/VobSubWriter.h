@@ -43,8 +43,13 @@ struct VobSubPaths {
 /// At most so many languages fit a pair.
 inline constexpr std::size_t MaxVobSubTracks = 32;
 
+/// What a pair cannot hold of the tracks as they are, in words for the user: the order of packets, bytes that
+/// are no packet, a last packet that is cut short.
+[[nodiscard]] std::vector<std::string> ChangesInVobSub(const VobSubTrack& track);
+
 /// Writes the pair that `path` names: both files, or neither. Files of these names are refused or replaced;
-/// they stay as they were where the work fails or is cancelled. `progress` counts bytes of units.
+/// they stay as they were where the work fails or is cancelled, but for a .sub whose index cannot take its
+/// place after it. `progress` counts bytes of units.
 ///
 /// Units are written byte for byte, all languages in the order of time; time stamps have the ticks, lines of
 /// the index the milliseconds, cut off. The reason of a failure names the subtitle, by its number in its

@@ -131,6 +131,75 @@ TEST_F(ContainerCommands, SupTakesOneTrackAlone) {
   EXPECT_FALSE(Exists("c.sup"));
 }
 
+TEST_F(ContainerCommands, LettersThatAreNoLanguageAreWrongUsage) {
+  const auto run = Run({"convert", "a.sup", "--language", "english", "-o", "c.idx"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("'english' is no language such as de, ger or pt-BR"));
+}
+
+TEST_F(ContainerCommands, LanguageOfThreeLettersIsTheSameAsOfTwo) {
+  ASSERT_EQ(Run({"convert", "a.sup", "--language", "ger", "-o", "c.idx"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("c.idx"), HasSubstr("id: de, index: 0\n"));
+  EXPECT_EQ(Run({"list", "both.idx", "--track", "deu"}).ExitCode, 0);
+  ASSERT_EQ(Run({"convert", "a.sup", "--language", "ger", "-o", "c.xml"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("c_dvdauthor.xml"), HasSubstr("lang=\"de\""));
+}
+
+TEST_F(ContainerCommands, FrameOfThePairIsKept) {
+  ASSERT_EQ(Run({"convert", "a.sup", "--frame", "480", "-o", "ntsc.idx"}).ExitCode, 0);
+  ASSERT_EQ(Run({"convert", "ntsc.idx", "-o", "again.idx"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("again.idx"), HasSubstr("size: 720x480\n"));
+  ASSERT_EQ(Run({"convert", "ntsc.idx", "-o", "again.xml"}).ExitCode, 0);
+  EXPECT_THAT(ReadText("again.xml"), HasSubstr("format=\"NTSC\""));
+}
+
+TEST_F(ContainerCommands, SupHoldsNoPaletteAndNamesNoLanguage) {
+  EXPECT_THAT(Run({"convert", "a.sup", "--language", "de", "-o", "c.sup"}).Err,
+              HasSubstr("c.sup: a SUP file names no language"));
+  EXPECT_THAT(Run({"convert", "a.sup", "--palette", "p.pal", "-o", "c.sup"}).Err,
+              HasSubstr("c.sup: a SUP file holds no palette"));
+}
+
+TEST_F(ContainerCommands, WhatAPairCannotHoldIsTold) {
+  test::Bytes unsorted = Join({Sound(5 * Second).Build(), Sound(Second).Build(), {1, 2, 3}});
+  Write("c.sup", unsorted);
+  EXPECT_EQ(Run({"convert", "c.sup", "-o", "c.idx"}).Err,
+            "quillmark-cli: c.sup: the subtitles are not in the order of time; they were sorted\n"
+            "quillmark-cli: c.sup: 3 bytes after the last subtitle were left out\n");
+  unsorted.resize(unsorted.size() - 5);
+  Write("c.sup", unsorted);
+  EXPECT_THAT(Run({"convert", "c.sup", "-o", "c.idx"}).Err,
+              HasSubstr("c.sup: subtitle 2 is cut short; 2 bytes were filled with zeros"));
+}
+
+TEST_F(ContainerCommands, StreamWithoutSubtitlesIsNotConverted) {
+  Write("c.sup", {'S', 'P', 0, 0});
+  EXPECT_THAT(Run({"convert", "c.sup", "-o", "c.idx"}).Err, HasSubstr("c.sup: it holds no subtitle"));
+  EXPECT_FALSE(Exists("c.idx"));
+}
+
+TEST_F(ContainerCommands, TracksOfNoStreamAreAFailure) {
+  WriteText("c.txt", "nothing of ours, and long enough for a packet");
+  const auto run = Run({"tracks", "c.txt"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, HasSubstr("c.txt: No SUP signature found"));
+}
+
+TEST_F(ContainerCommands, FileOfAnotherKindIsNamedAsWhatItStartsLike) {
+  Write("c.mkv", Read("both.sub"));
+  EXPECT_THAT(Run({"tracks", "c.mkv"}).Err, HasSubstr("; it starts as Program streams do"));
+}
+
+TEST_F(ContainerCommands, NameThatIsNotUtf8IsNotWritten) {
+  const auto run = Run({"convert", "a.sup", "-o", "\xFF.idx"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, HasSubstr("the name is not in UTF-8"));
+}
+
+TEST_F(ContainerCommands, EndingAloneIsNoName) {
+  EXPECT_EQ(Run({"convert", "a.sup", "-o", ".idx"}).ExitCode, 2);
+}
+
 TEST_F(ContainerCommands, MoreLanguagesThanTracksAreWrongUsage) {
   const auto run = Run({"convert", "a.sup", "--language", "en,de", "-o", "c.idx"});
   EXPECT_EQ(run.ExitCode, 2);
@@ -145,7 +214,7 @@ TEST_F(ContainerCommands, OnlyChosenSubtitlesAreWritten) {
 TEST_F(ContainerCommands, EndingSaysWhatIsWritten) {
   const auto run = Run({"convert", "a.sup", "-o", "c.txt"});
   EXPECT_EQ(run.ExitCode, 2);
-  EXPECT_THAT(run.Err, HasSubstr("'c.txt' does not end in .sup, .idx or .xml"));
+  EXPECT_THAT(run.Err, HasSubstr("'c.txt' is no name that ends in .sup, .idx or .xml"));
 }
 
 TEST_F(ContainerCommands, ProjectHasItsListPicturesPaletteAndDisc) {

@@ -48,6 +48,25 @@ TEST(FindTrack, MissingOneIsToldWithThoseThatThereAre) {
   EXPECT_EQ(FindTrack(ThreeTracks(), "fr").Reason(), "there is no track fr; it has 1 (en), 2 (de), 3");
 }
 
+TEST(FindTrack, LanguageOfThreeLettersIsThatOfTwo) {
+  const auto found = FindTrack(ThreeTracks(), "ger");
+  ASSERT_TRUE(found);
+  EXPECT_EQ(*found, 1U);
+}
+
+TEST(FindTrack, LanguageOfSeveralTracksNamesNone) {
+  Container container = ThreeTracks();
+  container.Tracks[2].Language = "deu";
+  EXPECT_EQ(FindTrack(container, "de").Reason(), "several tracks are in de: 1 (en), 2 (de), 3 (deu)");
+}
+
+TEST(FindTrack, SingleTrackOfUnknownLanguageIsTheOneInAny) {
+  Container container;
+  container.Tracks.resize(1);
+  EXPECT_TRUE(FindTrack(container, "de"));
+  EXPECT_FALSE(FindTrack(container, "2"));
+}
+
 TEST(FindTrack, AnUnknownLanguageIsNotTheEmptyName) {
   EXPECT_FALSE(FindTrack(ThreeTracks(), "4"));
 }
