@@ -17,7 +17,7 @@ namespace quillmark {
 class ForwardReader {
  public:
   /// Bytes that are read at once.
-  static constexpr std::size_t PieceSize = std::size_t{256} << 10U;
+  static constexpr std::size_t PieceSize = std::size_t{128} << 10U;
   /// What can be looked at together: the longest packet of a program stream and the start code after it.
   static constexpr std::size_t MaxPeek = 6 + 0xFFFF + 4;
 

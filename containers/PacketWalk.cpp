@@ -146,11 +146,12 @@ bool PacketWalk::Next(ProgramPacket& packet) {
       reader_.Skip(size);
       continue;
     }
-    packet = ProgramPacket();
     packet.Stream = stream;
     packet.Position = position;
     packet.Pack = pack_.value_or(position);
     packet.Clock = clock_;
+    packet.Time.reset();
+    packet.IsEncrypted = false;
     ReadHeader(bytes.first(size).subspan(PacketHead), packet);
     consumed_ = size;
     return true;

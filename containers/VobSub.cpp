@@ -121,11 +121,11 @@ std::vector<std::string> NotesOn(const VobSubLanguage& language, const FoundUnit
   LineNotes other;
   for (std::size_t i = 0; i < found.size(); ++i) {
     const VobSubEntry& entry = language.Entries[i];
-    const std::string position = "position " + Hex(entry.Position);
     if (!found[i] && entry.Position >= length) {
-      outside.Add(entry, position + " is outside the .sub, which has " + std::to_string(length) + " bytes");
+      outside.Add(entry, "position " + Hex(entry.Position) + " is outside the .sub, which has " +
+                             std::to_string(length) + " bytes");
     } else if (!found[i]) {
-      missing.Add(entry, "no whole subtitle stands at " + position);
+      missing.Add(entry, "no whole subtitle stands at position " + Hex(entry.Position));
     } else if (found[i]->Substream != language.Substream) {
       other.Add(entry, "the subtitle belongs to substream " + SubstreamName(found[i]->Substream) + ", not " +
                            SubstreamName(language.Substream));
