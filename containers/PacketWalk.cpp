@@ -50,13 +50,48 @@ bool HasNoHeader(std::uint8_t stream) {
   return stream == PaddingStream || stream == PrivateStream2 || stream == 0xBC || stream >= 0xF0;
 }
 
+/// The header of an MPEG-1 packet: stuffing, the size of a decoder's buffer, the time stamps, of which the
+/// first two may be missing. Where it is none, there is no payload.
+void ReadMpeg1Header(std::span<const std::uint8_t> data, ProgramPacket& packet) {
+  constexpr std::size_t MaxStuffing = 16;
+  constexpr std::size_t BufferSize = 2;
+  constexpr std::size_t TimeStampSize = 5;
+  constexpr std::uint8_t NoTimeStamp = 0x0F;
+  packet.Payload = {};
+  std::size_t at = 0;
+  while (at < std::min(data.size(), MaxStuffing) && data[at] == 0xFF) {
+    ++at;
+  }
+  if (at < data.size() && (data[at] & 0xC0U) == 0x40U) {
+    at += BufferSize;
+  }
+  if (at >= data.size()) {
+    return;
+  }
+  if (data[at] == NoTimeStamp) {
+    packet.Payload = data.subspan(at + 1);
+    return;
+  }
+  const bool hasOne = (data[at] & 0xF0U) == 0x20U;
+  const bool hasDecodingTime = (data[at] & 0xF0U) == 0x30U;
+  const std::size_t size = hasDecodingTime ? 2 * TimeStampSize : TimeStampSize;
+  if ((hasOne || hasDecodingTime) && data.size() - at >= size) {
+    packet.Time = TimeStampAt(data.subspan(at));
+    packet.Payload = data.subspan(at + size);
+  }
+}
+
 void ReadHeader(std::span<const std::uint8_t> data, ProgramPacket& packet) {
   packet.Payload = data;
   if (HasNoHeader(packet.Stream)) {
     return;
   }
-  if (data.size() < 3 || (data[0] & 0xC0U) != 0x80U) {
-    packet.Payload = {};  // of MPEG-1, whose private streams carry no DVD subtitles
+  if (data.empty() || (data[0] & 0xC0U) != 0x80U) {
+    ReadMpeg1Header(data, packet);
+    return;
+  }
+  if (data.size() < 3) {
+    packet.Payload = {};
     return;
   }
   packet.IsEncrypted = (data[0] & 0x30U) != 0;

@@ -37,7 +37,8 @@ struct ProgramPacket {
   std::span<const std::uint8_t> Payload;
 };
 
-/// Goes through the packets of an MPEG program stream, whose packs may have any length. Bytes that no packet
+/// Goes through the packets of an MPEG-2 program stream or an MPEG-1 system stream, whose packs may have any
+/// length. Bytes that no packet
 /// is made of (stuffing, a rest of FF or 00, garbage) are passed up to the next start code; a length that
 /// leads past a pack header and to no start code is cut there.
 class PacketWalk {

@@ -128,11 +128,46 @@ TEST(PacketWalk, ScramblingBits) {
   EXPECT_TRUE(FirstIn(Pes{.First = 0xA1, .Further = {}}.With({0x20})).IsEncrypted);
 }
 
-TEST(PacketWalk, PacketsOfMpeg1HaveNoPayload) {
-  const Bytes stream = Join({{0x00, 0x00, 0x01, 0xBA, 0x21, 0x00, 0x01, 0x00, 0x01, 0x80, 0x00, 0x01},
-                             PesPacket(0xBD, {0xFF, 0x21, 0x00, 0x05, 0xBF, 0x21, 0x20}),
-                             PackA});
-  EXPECT_THAT(PayloadsIn(stream), ElementsAre(A));
+const Bytes Mpeg1Pack = {0x00, 0x00, 0x01, 0xBA, 0x21, 0x00, 0x05, 0xBF, 0x21, 0x80, 0x00, 0x01};
+
+TEST(PacketWalk, FieldsOfAPacketOfMpeg1) {
+  // The clock and the time stamp are 90000 and 180000.
+  const Bytes stream =
+      Join({Mpeg1Pack, PesPacket(0xBD, {0x21, 0x00, 0x0B, 0x7E, 0x41, 0x20, 0xA1, 0xA2, 0xA3}), PackB});
+  EXPECT_THAT(PayloadsIn(stream), ElementsAre(A, B));
+  const ProgramPacket packet = FirstIn(stream);
+  EXPECT_EQ(packet.Pack, 0U);
+  EXPECT_EQ(packet.Position, 12U);
+  EXPECT_EQ(packet.Clock, 90000);
+  EXPECT_EQ(packet.Time, 180000);
+  EXPECT_FALSE(packet.IsEncrypted);
+}
+
+TEST(PacketWalk, HeadersOfMpeg1) {
+  const Bytes time = {0x21, 0x00, 0x05, 0xBF, 0x21};
+  const Bytes bothTimes = {0x31, 0x00, 0x05, 0xBF, 0x21, 0x11, 0x00, 0x01, 0x00, 0x01};
+  const Bytes none = {0x0F};
+  const Bytes buffer = {0x60, 0x3A};
+  for (const Bytes& start :
+       {Bytes(), Bytes(1, 0xFF), Bytes(16, 0xFF), buffer, Join({Bytes(3, 0xFF), buffer})}) {
+    for (const Bytes& end : {time, bothTimes, none}) {
+      const Bytes packet = PesPacket(0xBD, Join({start, end, {0x20}, A}));
+      EXPECT_THAT(PayloadsIn(Join({Mpeg1Pack, packet})), ElementsAre(A)) << start.size() << ' ' << end.size();
+      EXPECT_EQ(FirstIn(packet).Time, end == none ? std::nullopt : std::optional<std::int64_t>(90000));
+    }
+  }
+}
+
+TEST(PacketWalk, OtherHeadersHaveNoPayload) {
+  // More stuffing than there may be, bits of no header, and headers that end before their time stamp.
+  for (const Bytes& data :
+       {Join({Bytes(17, 0xFF), {0x0F, 0x20, 0xA1}}), Bytes{0x1F, 0x20, 0xA1}, Bytes{0x00, 0x20, 0xA1},
+        Bytes{0x21, 0x00, 0x05, 0xBF}, Bytes{0x31, 0x00, 0x05, 0xBF, 0x21, 0x20, 0xA1}, Bytes{0x60},
+        Bytes{0xFF}, Bytes{0x81, 0x00}, Bytes()}) {
+    const Bytes packet = PesPacket(0xBD, data);
+    EXPECT_THAT(PayloadsIn(Join({Mpeg1Pack, packet, PackB})), ElementsAre(B)) << data.size();
+    EXPECT_EQ(FirstIn(packet).Time, std::nullopt);
+  }
 }
 
 TEST(PacketWalk, PacketThatTheEndCutsHasWhatThereIs) {
