@@ -103,8 +103,9 @@ class IndexReader {
 
   [[nodiscard]] VobSubIndex Take() {
     if (passed_ > 0) {
-      Note(std::to_string(passed_) + (passed_ == 1 ? " line is" : " lines are") +
-           " no time and position (the first is line " + std::to_string(firstPassed_) + ")");
+      index_.Notes.push_back(std::to_string(passed_) + (passed_ == 1 ? " line is" : " lines are") +
+                             " no time and position (the first is line " + std::to_string(firstPassed_) +
+                             ")");
     }
     return std::move(index_);
   }
@@ -112,7 +113,14 @@ class IndexReader {
  private:
   using Read = void (IndexReader::*)(std::string_view);
 
-  void Note(std::string note) { index_.Notes.push_back(std::move(note)); }
+  void Note(std::string note) {
+    constexpr std::size_t MaxNotes = 64;
+    if (index_.Notes.size() < MaxNotes) {
+      index_.Notes.push_back(std::move(note));
+    } else if (index_.Notes.size() == MaxNotes) {
+      index_.Notes.emplace_back("there is more in the index that cannot be read");
+    }
+  }
   [[nodiscard]] std::string ThisLine() const { return "line " + std::to_string(line_); }
 
   void Size(std::string_view value) {
@@ -173,6 +181,12 @@ class IndexReader {
 
   /// "en, index: 0"
   void Language(std::string_view value) {
+    if (index_.Languages.size() == MaxLanguages) {
+      if (!std::exchange(isFull_, true)) {
+        Note(ThisLine() + ": more than " + std::to_string(MaxLanguages) + " languages are not read");
+      }
+      return;
+    }
     const auto [letters, rest] = Split(value, ',');
     VobSubLanguage language;
     if (!IsSameWord(letters, "und") && letters != "--") {
@@ -188,7 +202,7 @@ class IndexReader {
   }
 
   void Name(std::string_view value) {
-    if (!index_.Languages.empty()) {
+    if (!index_.Languages.empty() && !isFull_) {
       index_.Languages.back().Name = value;
     }
   }
@@ -204,6 +218,9 @@ class IndexReader {
 
   /// "00:00:01:000, filepos: 00000a800"
   void Entry(std::string_view value) {
+    if (isFull_) {
+      return;
+    }
     const auto [time, rest] = Split(value, ',');
     const auto [key, digits] = Split(rest, ':');
     const auto readTime = ReadTime(time);
@@ -237,7 +254,10 @@ class IndexReader {
       {"langidx", &IndexReader::Preselected},
   }};
 
+  static constexpr std::size_t MaxLanguages = 256;  // a .sub has 32 substreams
+
   VobSubIndex index_;
+  bool isFull_ = false;  // lines are those of a language too many
   std::int64_t delay_ = 0;
   std::size_t line_ = 0;
   std::size_t passed_ = 0;
@@ -260,9 +280,10 @@ VobSubIndex ParseVobSubIndex(std::string_view text) {
   text = WithoutMark(text);
   IndexReader reader;
   while (!text.empty()) {
-    const std::size_t end = text.find('\n');
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
     reader.Line(text.substr(0, end));
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    text.remove_prefix(end);
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));
   }
   return reader.Take();
 }

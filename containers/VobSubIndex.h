@@ -58,9 +58,9 @@ struct VobSubIndex {
 /// Whether the text starts as an index does, with or without a byte order mark.
 [[nodiscard]] bool IsVobSubIndex(std::string_view text);
 
-/// Reads the text of an index of whatever version and line endings. Keys count in any case, unknown lines and
-/// those in a form that is not theirs are passed; entries before the first `id` line belong to a language
-/// that is unknown.
+/// Reads the text of an index of whatever version and line endings (LF, CR LF, CR). Keys count in any case,
+/// unknown lines and those in a form that is not theirs are passed; entries before the first `id` line belong
+/// to a language that is unknown.
 [[nodiscard]] VobSubIndex ParseVobSubIndex(std::string_view text);
 
 }  // namespace quillmark

@@ -33,6 +33,43 @@ constexpr const char* TwoLanguages =
     "id: de, index: 3\n"
     "timestamp: 00:00:02:000, filepos: 000001000\n";
 
+TEST(VobSubIndex, LinesThatEndInACarriageReturn) {
+  const VobSubIndex index = ParseVobSubIndex(
+      "id: en, index: 0\rtimestamp: 00:00:01:000, filepos: 0\r\ntimestamp: 00:00:02:000, filepos: 800\r"
+      "timestamp: 00:00:03:000, filepos: 1000");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  const auto& entries = index.Languages[0].Entries;
+  ASSERT_EQ(entries.size(), 3U);
+  EXPECT_EQ(entries[0].Line, 2U);
+  EXPECT_EQ(entries[1].Line, 3U);
+  EXPECT_EQ(entries[2].Line, 4U);
+  EXPECT_EQ(entries[2].Position, 0x1000U);
+}
+
+TEST(VobSubIndex, LanguagesWithoutEnd) {
+  std::string text;
+  for (int i = 0; i < 258; ++i) {
+    text += "id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\n";
+  }
+  const VobSubIndex index = ParseVobSubIndex(text);
+  EXPECT_EQ(index.Languages.size(), 256U);
+  EXPECT_EQ(index.Languages.back().Entries.size(), 1U);
+  ASSERT_EQ(index.Notes.size(), 1U);
+  EXPECT_EQ(index.Notes[0], "line 513: more than 256 languages are not read");
+}
+
+TEST(VobSubIndex, NotesWithoutEnd) {
+  std::string text;
+  for (int i = 0; i < 100; ++i) {
+    text += "delay: soon\n";
+  }
+  const VobSubIndex index = ParseVobSubIndex(text + "timestamp: never\n");
+  ASSERT_EQ(index.Notes.size(), 66U);
+  EXPECT_EQ(index.Notes[63], "line 64 is no delay");
+  EXPECT_EQ(index.Notes[64], "there is more in the index that cannot be read");
+  EXPECT_EQ(index.Notes[65], "1 line is no time and position (the first is line 101)");
+}
+
 TEST(VobSubIndex, LanguagesWithTheirLines) {
   const VobSubIndex index = ParseVobSubIndex(TwoLanguages);
   ASSERT_EQ(index.Languages.size(), 2U);
