@@ -69,4 +69,24 @@ std::vector<std::int64_t> TicksOf(std::span<const VobSubTime> times) {
   return ticks;
 }
 
+std::vector<bool> DifferingTimes(std::span<const VobSubTime> times) {
+  constexpr std::int64_t Second = 1000;
+  std::vector<bool> differ(times.size());
+  const auto first =
+      std::ranges::find_if(times, [](const VobSubTime& time) { return time.TimeStamp.has_value(); });
+  if (first == times.end() || std::ranges::all_of(times, [stamp = first->TimeStamp](const VobSubTime& time) {
+        return !time.TimeStamp || time.TimeStamp == stamp;
+      })) {
+    return differ;
+  }
+  const std::int64_t common = CommonShift(times);
+  for (std::size_t i = 0; i < times.size(); ++i) {
+    if (times[i].TimeStamp && times[i].Line >= 0) {
+      const std::int64_t shift = ShiftOf(times[i].Line, *times[i].TimeStamp);
+      differ[i] = std::abs(shift) > Second && std::abs(shift - common) > Second;
+    }
+  }
+  return differ;
+}
+
 }  // namespace quillmark

@@ -23,4 +23,9 @@ struct VobSubTime {
 /// stamps that have passed their 33 bits are the nearest to the line.
 [[nodiscard]] std::vector<std::int64_t> TicksOf(std::span<const VobSubTime> times);
 
+/// Of each of one language's subtitles whether its time stamp is more than a second from the line, and from
+/// the line after the shift that most of the language has. Time stamps that are all the same say nothing, and
+/// neither do lines before 0.
+[[nodiscard]] std::vector<bool> DifferingTimes(std::span<const VobSubTime> times);
+
 }  // namespace quillmark

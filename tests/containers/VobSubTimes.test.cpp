@@ -63,5 +63,30 @@ TEST(VobSubTimes, TimeStampThatPassedItsBitsIsTheNearest) {
   EXPECT_THAT(Ticks({{.Line = 95443718, .TimeStamp = 45}}), ElementsAre(8589934637));
 }
 
+TEST(VobSubTimes, TimeStampsThatDiffer) {
+  const std::vector<VobSubTime> times = {
+      {.Line = 1000, .TimeStamp = 90000},   {.Line = 2000, .TimeStamp = 270000},  // 1000 ms
+      {.Line = 2000, .TimeStamp = 270090},                                        // 1001 ms
+      {.Line = 4000, .TimeStamp = 360000},  {.Line = 5000, .TimeStamp = std::nullopt},
+      {.Line = -5000, .TimeStamp = 540000}, {.Line = 7000, .TimeStamp = 630000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, true, false, false, false, false}));
+}
+
+TEST(VobSubTimes, CommonShiftIsNoDifference) {
+  const std::vector<VobSubTime> times = {{.Line = 11000, .TimeStamp = 90000},
+                                         {.Line = 12000, .TimeStamp = 180000},
+                                         {.Line = 4000, .TimeStamp = 360000},
+                                         {.Line = 19000, .TimeStamp = 450000},
+                                         {.Line = 16000, .TimeStamp = 540000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, true, false}));
+}
+
+TEST(VobSubTimes, TimeStampsThatAreAllTheSameSayNothing) {
+  const std::vector<VobSubTime> times = {{.Line = 11000, .TimeStamp = 0},
+                                         {.Line = 17000, .TimeStamp = 0},
+                                         {.Line = 12000, .TimeStamp = std::nullopt}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false}));
+}
+
 }  // namespace
 }  // namespace quillmark
