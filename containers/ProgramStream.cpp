@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "base/Digit.h"
 #include "base/FilePath.h"
 #include "containers/ByteSource.h"
+#include "containers/FileInAnyCase.h"
 #include "containers/Ifo.h"
 #include "containers/ProgramTracks.h"
 
@@ -81,12 +81,11 @@ std::filesystem::path WithPart(const std::filesystem::path& path, char number,
 std::vector<std::filesystem::path> PartsAfter(const std::filesystem::path& first) {
   std::vector<std::filesystem::path> parts;
   for (char number = FirstPart + 1; number <= LastPart; ++number) {
-    std::filesystem::path part = WithPart(first, number, first.extension());
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(part, ignored)) {
+    auto part = FileInAnyCase(WithPart(first, number, first.extension()));
+    if (!part) {
       break;
     }
-    parts.push_back(std::move(part));
+    parts.push_back(std::move(*part));
   }
   return parts;
 }
@@ -100,14 +99,8 @@ std::string PartsNote(const std::vector<std::filesystem::path>& parts) {
 
 /// The information file of the title set, or its copy.
 std::optional<std::filesystem::path> InformationOf(const std::filesystem::path& part) {
-  for (const char* ending : {".IFO", ".ifo", ".BUP", ".bup"}) {
-    std::filesystem::path path = WithPart(part, '0', ending);
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path, ignored)) {
-      return path;
-    }
-  }
-  return std::nullopt;
+  auto path = FileInAnyCase(WithPart(part, '0', ".IFO"));
+  return path ? path : FileInAnyCase(WithPart(part, '0', ".BUP"));
 }
 
 std::optional<FrameSize> FrameOf(VideoStandard standard) {

@@ -82,7 +82,7 @@ ReadContainerResult ReadProgramTracks(ByteSource& source, const Progress& progre
     }
   }
   if (container.Tracks.empty() && encrypted.Count > 0) {
-    container.Notes.emplace_back("the file is encrypted");
+    container.Notes.insert(container.Notes.begin(), EncryptedNote);
   }
   if (!clock.Restarts().empty()) {
     container.Notes.push_back(RestartNote(clock.Restarts(), clock.Origin()));

@@ -22,6 +22,9 @@ inline constexpr const char* TooMuchReason = "its subtitles take more than 2 GiB
 /// Of a file in which no pack header was found.
 inline constexpr const char* NoPackReason = "no pack header of a program stream is in it";
 
+/// Of a file that has encrypted packets and gives no subtitle.
+inline constexpr const char* EncryptedNote = "the file is encrypted";
+
 /// "0x20", by the number from 0.
 [[nodiscard]] std::string SubstreamName(std::size_t substream);
 

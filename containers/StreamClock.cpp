@@ -21,7 +21,7 @@ std::int64_t Distance(std::int64_t from, std::int64_t to, unsigned bits) {
 
 void StreamClock::See(const ProgramPacket& packet) {
   if (packet.Clock) {
-    SeeClock(*packet.Clock);
+    SeeClock(*packet.Clock, packet.Stream == PrivateStream2);
   }
   if (packet.Stream == PrivateStream2) {
     SeeNavigation(packet.Payload);
@@ -33,17 +33,28 @@ void StreamClock::See(const ProgramPacket& packet) {
   }
 }
 
-void StreamClock::SeeClock(std::int64_t clock) {
+std::int64_t StreamClock::UnitEnd() const {
+  return unit_->Time + Distance(unit_->Stamp, unitEnd_, NavigationBits);
+}
+
+void StreamClock::SeeClock(std::int64_t clock, bool isNavigation) {
+  // Packs are sent before they are shown: at the start of a unit its clock is a little behind.
+  constexpr std::int64_t MostAhead = 2 * TicksPerSecond;
   if (!clock_) {
     clock_ = {.Stamp = clock, .Time = clock};
     return;
   }
-  std::int64_t step = Distance(clock_->Stamp, clock, TimeStampBits);
-  if (step < -TicksPerSecond && hasMedia_ && !unit_) {
+  std::int64_t time = clock_->Time + Distance(clock_->Stamp, clock, TimeStampBits);
+  const bool isBack = hasMedia_ && time < clock_->Time - TicksPerSecond;
+  if (isBack && !NavigationLeads()) {
     restarts_.push_back(clock_->Time);
-    step = 0;
+    time = clock_->Time;
+  } else if (isBack && !isNavigation && Distance(unit_->Stamp, clock, NavigationBits) < -MostAhead) {
+    left_ = restarts_.size();
+    restarts_.push_back(UnitEnd());
+    time = UnitEnd();
   }
-  clock_ = {.Stamp = clock, .Time = clock_->Time + step};
+  clock_ = {.Stamp = clock, .Time = time};
 }
 
 void StreamClock::SeeNavigation(std::span<const std::uint8_t> payload) {
@@ -62,10 +73,15 @@ void StreamClock::SeeNavigation(std::span<const std::uint8_t> payload) {
     unit_ = {.Stamp = *start, .Time = *start};
     origin_ = *start;
   } else {
-    const std::int64_t time = unit_->Time + Distance(unit_->Stamp, unitEnd_, NavigationBits);
-    if (*start != unitEnd_) {
+    std::int64_t time = UnitEnd();
+    if (left_ && *start == unitEnd_) {
+      restarts_.resize(*left_);  // no more than clock references that were damaged
+    } else if (left_) {
+      time = clock_->Time + Distance(clock_->Stamp, *start, NavigationBits);
+    } else if (*start != unitEnd_) {
       restarts_.push_back(time);
     }
+    left_.reset();
     unit_ = {.Stamp = *start, .Time = time};
   }
   unitEnd_ = *end;
@@ -89,7 +105,8 @@ std::optional<std::int64_t> StreamClock::Now() const {
   if (!clock_ || (!hasMedia_ && !unit_)) {
     return std::nullopt;
   }
-  return unit_ ? unit_->Time + Distance(unit_->Stamp, clock_->Stamp, NavigationBits) : clock_->Time;
+  return NavigationLeads() ? unit_->Time + Distance(unit_->Stamp, clock_->Stamp, NavigationBits)
+                           : clock_->Time;
 }
 
 std::int64_t StreamClock::TimeOf(const ProgramPacket& packet, std::size_t substream) {
@@ -100,7 +117,7 @@ std::int64_t StreamClock::TimeOf(const ProgramPacket& packet, std::size_t substr
   }
   const std::int64_t stamp = *packet.Time;
   std::int64_t time = stamp;
-  if (unit_) {
+  if (NavigationLeads()) {
     time = unit_->Time + Distance(unit_->Stamp, stamp, NavigationBits);
   } else if (now) {
     time = clock_->Time + Distance(clock_->Stamp, stamp, TimeStampBits);

@@ -38,7 +38,8 @@ std::vector<std::string> GatheredSubstream::Notes() const {
   std::vector<std::string> notes;
   if (Encrypted.Count > 0) {
     notes.push_back(Counted(Encrypted.Count, " packet is encrypted", " packets are encrypted") +
-                    FirstAt(Encrypted) + "; their subtitles are left out");
+                    FirstAt(Encrypted) +
+                    (Encrypted.Count == 1 ? "; its subtitle is left out" : "; their subtitles are left out"));
   }
   if (Cut.Count > 0) {
     notes.push_back(

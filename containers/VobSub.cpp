@@ -5,88 +5,23 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "base/AsciiCase.h"
 #include "base/FilePath.h"
+#include "containers/FileInAnyCase.h"
 #include "containers/PacketAppender.h"
 #include "containers/PacketWalk.h"
 #include "containers/ProgramTracks.h"
 #include "containers/UnitGatherer.h"
+#include "containers/VobSubLines.h"
 #include "containers/VobSubTimes.h"
 #include "containers/VobSubUnits.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark {
 namespace {
-
-std::string Hex(std::uint64_t value) {
-  std::string digits;
-  do {
-    digits.insert(digits.begin(), "0123456789ABCDEF"[value % 16]);
-    value /= 16;
-  } while (value > 0);
-  return "0x" + digits;
-}
-
-/// Lines of the index that share a fault: the first of them is told.
-class LineNotes {
- public:
-  void Add(const VobSubEntry& entry, std::string fault) {
-    if (count_++ == 0) {
-      first_ = "line " + std::to_string(entry.Line) + ": " + std::move(fault);
-    }
-  }
-  void TellTo(std::vector<std::string>& notes) const {
-    if (count_ > 0) {
-      notes.push_back(first_ +
-                      (count_ > 1 ? "; the same of " + std::to_string(count_ - 1) + " more" : std::string()));
-    }
-  }
-
- private:
-  std::size_t count_ = 0;
-  std::string first_;
-};
-
-/// By entry of one language; nullopt where there is none.
-using FoundUnits = std::vector<std::optional<UnitPlace>>;
-
-/// Units that stand exactly where their lines say.
-FoundUnits FindExact(const VobSubLanguage& language, UnitTable& table) {
-  FoundUnits found;
-  found.reserve(language.Entries.size());
-  for (const VobSubEntry& entry : language.Entries) {
-    auto place = table.At(entry.Position, language.Substream);
-    if (!place && entry.DecimalPosition) {
-      place = table.At(*entry.DecimalPosition, language.Substream);
-    }
-    if (place) {
-      table.Name(*place);
-    }
-    found.push_back(place);
-  }
-  return found;
-}
-
-/// Units for the other lines.
-void FindNear(const VobSubLanguage& language, UnitTable& table, FoundUnits& found) {
-  constexpr std::int64_t TicksPerMs = 90;
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    const VobSubEntry& entry = language.Entries[i];
-    if (!found[i]) {
-      found[i] = table.AtTime(entry.Time * TicksPerMs, language.Substream);
-    }
-    if (!found[i]) {
-      found[i] = table.From(entry.Position, language.Substream);
-    }
-    if (found[i]) {
-      table.Name(*found[i]);
-    }
-  }
-}
 
 /// One subtitle of a track.
 struct TimedUnit {
@@ -102,8 +37,8 @@ std::vector<TimedUnit> TimedUnits(const VobSubLanguage& language, const FoundUni
     if (found[i]) {
       const VobSubEntry& entry = language.Entries[i];
       times.push_back(
-          {.Line = entry.Time, .Delay = entry.Delay, .TimeStamp = table.Unit(*found[i]).TimeStamp});
-      units.push_back({.Place = *found[i]});
+          {.Line = entry.Time, .Delay = entry.Delay, .TimeStamp = table.Unit(found[i]->Place).TimeStamp});
+      units.push_back({.Place = found[i]->Place});
     }
   }
   const auto ticks = TicksOf(times);
@@ -111,31 +46,6 @@ std::vector<TimedUnit> TimedUnits(const VobSubLanguage& language, const FoundUni
     units[i].Ticks = ticks[i];
   }
   return units;
-}
-
-/// Lines for which there is no unit, and units of another substream than the language's.
-std::vector<std::string> NotesOn(const VobSubLanguage& language, const FoundUnits& found,
-                                 std::uint64_t length) {
-  LineNotes outside;
-  LineNotes missing;
-  LineNotes other;
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    const VobSubEntry& entry = language.Entries[i];
-    if (!found[i] && entry.Position >= length) {
-      outside.Add(entry, "position " + Hex(entry.Position) + " is outside the .sub, which has " +
-                             std::to_string(length) + " bytes");
-    } else if (!found[i]) {
-      missing.Add(entry, "no whole subtitle stands at position " + Hex(entry.Position));
-    } else if (found[i]->Substream != language.Substream) {
-      other.Add(entry, "the subtitle belongs to substream " + SubstreamName(found[i]->Substream) + ", not " +
-                           SubstreamName(language.Substream));
-    }
-  }
-  std::vector<std::string> notes;
-  outside.TellTo(notes);
-  missing.TellTo(notes);
-  other.TellTo(notes);
-  return notes;
 }
 
 void Append(std::vector<std::string>& notes, std::vector<std::string> more) {
@@ -172,48 +82,66 @@ bool AreWholeSubstream(const std::vector<TimedUnit>& units, const UnitTable& tab
   return true;
 }
 
-Result<std::vector<std::uint8_t>> PacketsOf(const std::vector<TimedUnit>& units, const UnitTable& table) {
-  std::uint64_t length = 0;
+std::uint64_t PacketsSize(const std::vector<TimedUnit>& units, const UnitTable& table) {
+  std::uint64_t size = 0;
   for (const TimedUnit& unit : units) {
-    length += UnitStart + table.Unit(unit.Place).Size;
+    size += UnitStart + table.Unit(unit.Place).Size;
   }
-  if (length > MaxStreamLength) {
-    return Failure{TooMuchReason};
+  return size;
+}
+
+/// `isLast`: no other language needs the units.
+std::vector<std::uint8_t> PacketsOf(const std::vector<TimedUnit>& units, UnitTable& table, bool isLast) {
+  if (isLast && AreWholeSubstream(units, table)) {
+    // They are packets already but for their times, and need not be copied.
+    for (const TimedUnit& unit : units) {
+      table.SetTime(unit.Place, unit.Ticks);
+    }
+    return table.TakeBytes(units.front().Place.Substream);
   }
   std::vector<std::uint8_t> packets;
-  packets.reserve(static_cast<std::size_t>(length));
+  packets.reserve(static_cast<std::size_t>(PacketsSize(units, table)));
   for (const TimedUnit& unit : units) {
     AppendPacket(packets, unit.Ticks, table.Substream(unit.Place.Substream).BytesOf(table.Unit(unit.Place)));
   }
   return packets;
 }
 
-/// `isLast`: no other language needs the units.
-Result<Track> TrackOf(const VobSubLanguage& language, const FoundUnits& found, UnitTable& table,
-                      std::uint64_t length, bool isLast) {
-  auto units = TimedUnits(language, found, table);
-  Track track;
+/// A track that has no packets yet, and its subtitles.
+struct NamedTrack {
+  Track Named;
+  std::vector<TimedUnit> Units;
+};
+
+NamedTrack NamedTrackOf(const VobSubLanguage& language, const FoundUnits& found, const UnitTable& table,
+                        std::uint64_t length) {
+  NamedTrack named = {.Named = {}, .Units = TimedUnits(language, found, table)};
+  Track& track = named.Named;
   track.Id = SubstreamName(language.Substream);
   track.Language = language.Language;
   track.Name = language.Name;
-  Append(track.Notes, NotesOn(language, found, length));
-  PutInOrder(units, track.Notes);
-  const std::size_t substream = units.empty() ? language.Substream : units.front().Place.Substream;
-  Append(track.Notes, table.Substream(substream).Notes());
-  if (isLast && AreWholeSubstream(units, table)) {
-    // They are packets already but for their times, and need not be copied.
-    for (const TimedUnit& unit : units) {
-      table.SetTime(unit.Place, unit.Ticks);
-    }
-    track.Packets = table.TakeBytes(substream);
-    return track;
+  const std::size_t substream =
+      named.Units.empty() ? language.Substream : named.Units.front().Place.Substream;
+  track.Notes = table.Substream(substream).Notes();
+  Append(track.Notes, NotesOnLines(language, found, table, length));
+  PutInOrder(named.Units, track.Notes);
+  return named;
+}
+
+/// Some lines may name the same unit, and languages the same substream; but an index could name the longest
+/// unit in every line.
+Result<void> CheckSize(const std::vector<NamedTrack>& tracks, const UnitTable& table, std::uint64_t length) {
+  constexpr std::uint64_t MostOfAll = 4;
+  constexpr std::uint64_t Allowance = std::uint64_t{16} << 20U;
+  std::uint64_t size = 0;
+  for (const NamedTrack& track : tracks) {
+    size += PacketsSize(track.Units, table);
   }
-  auto packets = PacketsOf(units, table);
-  if (!packets) {
-    return packets.Why();
+  if (size > MostOfAll * length + Allowance) {
+    return Failure{"the index names the same subtitles over and over: " + std::to_string(size) +
+                   " bytes of them out of a .sub of " + std::to_string(length) + " bytes"};
   }
-  track.Packets = std::move(*packets);
-  return track;
+  return size > MaxStreamLength ? Result<void>(Failure{TooMuchReason}) : Result<void>();
 }
 
 /// All positions at which a line may have a unit start, in ascending order.
@@ -235,6 +163,9 @@ std::vector<std::string> NotesOn(const VobSubIndex& index) {
   std::vector<std::string> notes = index.Notes;
   if (index.Custom.IsOn) {
     notes.emplace_back("the index has custom colours on; the subtitles keep their own");
+  }
+  if (index.ShowsForcedAlone) {
+    notes.emplace_back("the index shows forced subtitles alone; all are read");
   }
   if (index.TimeOffset != 0) {
     notes.push_back("the index has a time offset of " + std::to_string(index.TimeOffset) +
@@ -270,18 +201,12 @@ bool HasEnding(const std::filesystem::path& path, std::string_view lower) {
   return IsSameWord(Utf8FromPath(path.extension()), lower);
 }
 
-/// The file of the same name with the other ending, in the case of this one's or the other; nullopt where
-/// there is none.
+/// The file of the same name with the other ending, best in the case of this one's; nullopt where there is
+/// none.
 std::optional<std::filesystem::path> Beside(std::filesystem::path path, const char* lower,
                                             const char* upper) {
-  const bool isUpper = IsUpperCase(Utf8FromPath(path.extension()));
-  for (const char* ending : {isUpper ? upper : lower, isUpper ? lower : upper}) {
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path.replace_extension(ending), ignored)) {
-      return path;
-    }
-  }
-  return std::nullopt;
+  path.replace_extension(IsUpperCase(Utf8FromPath(path.extension())) ? upper : lower);
+  return FileInAnyCase(path);
 }
 
 ReadContainerResult ReadAlone(const std::filesystem::path& packs, const Progress& progress,
@@ -311,7 +236,9 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
   ForwardReader reader(packs, progress);
   PacketWalk walk(reader);
   UnitGatherer gatherer(PositionsIn(index), packs.Length());
+  bool isEncrypted = false;
   for (ProgramPacket packet; walk.Next(packet);) {
+    isEncrypted = isEncrypted || packet.IsEncrypted;
     gatherer.Add(packet, 0);
     if (IsTooMuch(gatherer)) {
       return Failure{TooMuchReason};
@@ -336,29 +263,35 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
   std::array<std::size_t, SubtitleSubstreams> lastUser = {};
   for (std::size_t i = 0; i < index.Languages.size(); ++i) {
     FindNear(index.Languages[i], table, found[i]);
-    for (const auto& place : found[i]) {
-      if (place) {
-        lastUser[place->Substream] = i;
+    for (const auto& unit : found[i]) {
+      if (unit) {
+        lastUser[unit->Place.Substream] = i;
       }
     }
   }
+  std::vector<NamedTrack> tracks;
   for (std::size_t i = 0; i < index.Languages.size(); ++i) {
-    const VobSubLanguage& language = index.Languages[i];
-    const auto first = std::ranges::find_if(found[i], [](const auto& place) { return place.has_value(); });
-    const bool isLast = first != found[i].end() && lastUser[(*first)->Substream] == i;
-    auto track = TrackOf(language, found[i], table, packs.Length(), isLast);
-    if (!track) {
-      return track.Why();
-    }
-    if (track->Packets.empty()) {
-      for (const std::string& note : track->Notes) {
-        container.Notes.push_back((language.Language.empty() ? track->Id : language.Language) + ": " + note);
+    tracks.push_back(NamedTrackOf(index.Languages[i], found[i], table, packs.Length()));
+  }
+  if (const auto checked = CheckSize(tracks, table, packs.Length()); !checked) {
+    return checked.Why();
+  }
+  for (std::size_t i = 0; i < tracks.size(); ++i) {
+    Track& track = tracks[i].Named;
+    const auto& units = tracks[i].Units;
+    if (units.empty()) {
+      for (const std::string& note : track.Notes) {
+        container.Notes.push_back((track.Language.empty() ? track.Id : track.Language) + ": " + note);
       }
       continue;
     }
-    track->Palette = index.Palette;
-    track->Frame = index.Frame();
-    container.Tracks.push_back(std::move(*track));
+    track.Packets = PacketsOf(units, table, lastUser[units.front().Place.Substream] == i);
+    track.Palette = index.Palette;
+    track.Frame = index.Frame();
+    container.Tracks.push_back(std::move(track));
+  }
+  if (container.Tracks.empty() && isEncrypted) {
+    container.Notes.insert(container.Notes.begin(), EncryptedNote);
   }
   return std::optional(std::move(container));
 }
@@ -385,7 +318,8 @@ ReadContainerResult ReadVobSub(const std::filesystem::path& path, const Progress
                    " beside it"};
   }
   if (!HasEntries(index)) {
-    return ReadAlone(*packsPath, progress, "the .idx names no subtitle: the .sub is read by itself");
+    auto read = ReadAlone(*packsPath, progress, "the .idx names no subtitle: the .sub is read by itself");
+    return read || isPacks ? std::move(read) : Failure{"its .sub: " + read.Reason()};
   }
   auto packs = OpenFileSource(*packsPath);
   if (!packs) {

@@ -40,7 +40,7 @@ std::optional<UnitPlace> UnitTable::At(std::uint64_t position, std::size_t subst
   return *first;
 }
 
-std::optional<UnitPlace> UnitTable::AtTime(std::int64_t ticks, std::size_t substream) {
+std::optional<UnitPlace> UnitTable::OfTime(std::int64_t ticks, std::size_t substream) {
   constexpr std::int64_t Millisecond = 90;
   const auto& units = substreams_[substream].Units;
   const auto stampOf = [&units](std::size_t unit) { return *units[unit].TimeStamp; };
@@ -54,10 +54,15 @@ std::optional<UnitPlace> UnitTable::AtTime(std::int64_t ticks, std::size_t subst
     std::ranges::stable_sort(order, {}, stampOf);
   }
   const auto found = std::ranges::lower_bound(order, ticks - Millisecond, {}, stampOf);
-  if (found == order.end() || stampOf(*found) > ticks + Millisecond || named_[substream][*found]) {
+  if (found == order.end() || stampOf(*found) > ticks + Millisecond) {
     return std::nullopt;
   }
   return PlaceOf(substream, *found);
+}
+
+std::optional<UnitPlace> UnitTable::UnnamedOfTime(std::int64_t ticks, std::size_t substream) {
+  const auto place = OfTime(ticks, substream);
+  return place && named_[substream][place->Unit] ? std::nullopt : place;
 }
 
 std::optional<UnitPlace> UnitTable::From(std::uint64_t position, std::size_t substream) const {

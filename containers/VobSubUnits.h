@@ -34,9 +34,10 @@ class UnitTable {
 
   /// The unit whose pack or first packet stands there; of several in a pack that of the substream, if any.
   [[nodiscard]] std::optional<UnitPlace> At(std::uint64_t position, std::size_t substream) const;
-  /// The first unit of the substream whose time stamp is within a millisecond of the time, in ticks; unless a
-  /// line has named it.
-  [[nodiscard]] std::optional<UnitPlace> AtTime(std::int64_t ticks, std::size_t substream);
+  /// The first unit of the substream whose time stamp is within a millisecond of the time, in ticks.
+  [[nodiscard]] std::optional<UnitPlace> OfTime(std::int64_t ticks, std::size_t substream);
+  /// The same; unless a line has named it.
+  [[nodiscard]] std::optional<UnitPlace> UnnamedOfTime(std::int64_t ticks, std::size_t substream);
   /// The first unit of the substream from there on; unless a line has named it.
   [[nodiscard]] std::optional<UnitPlace> From(std::uint64_t position, std::size_t substream) const;
 

@@ -123,6 +123,42 @@ TEST(ProgramStream, NavigationThatJumpsGoesOnFromTheLastEnd) {
   EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:20.00; times go on"));
 }
 
+Bytes NavigationAt(std::uint32_t start, std::uint32_t end, std::int64_t clock) {
+  Bytes pack = Navigation(start, end);
+  const Bytes head = PackHead(clock);
+  std::copy(head.begin(), head.end(), pack.begin());
+  return pack;
+}
+
+TEST(ProgramStream, ClockThatGoesBackBehindNavigationGoesOnFromTheLastEnd) {
+  // A title of 20 s and behind it a stream without navigation, whose clock starts at 0 again.
+  const Container container = Read(
+      Join({NavigationAt(0, 10 * Second, 0), Video(Second, 0), Subtitle(2 * Second, 0),
+            NavigationAt(10 * Second, 20 * Second, 9 * Second), Video(11 * Second, 10 * Second),
+            Subtitle(12 * Second, 11 * Second), Subtitle(3 * Second, 0), Subtitle(7 * Second, 5 * Second)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(2 * Second, 12 * Second, 23 * Second, 27 * Second));
+  EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:20.00; times go on"));
+}
+
+TEST(ProgramStream, NavigationBehindThatGoesOnByTheClock) {
+  // A third stream, with navigation, starts 6 s after the second one.
+  const Container container = Read(Join({NavigationAt(0, 10 * Second, 0), Video(Second, 0),
+                                         NavigationAt(10 * Second, 20 * Second, 9 * Second),
+                                         Subtitle(3 * Second, 0), Subtitle(7 * Second, 6 * Second),
+                                         NavigationAt(Second, 9 * Second, 0), Subtitle(2 * Second, Second)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(23 * Second, 27 * Second, 28 * Second));
+  EXPECT_THAT(container.Notes, ElementsAre("the clock restarts 2 times, first at 00:00:20.00; times go on"));
+}
+
+TEST(ProgramStream, DamagedClockAmongNavigationIsNoRestart) {
+  const Container container = Read(Join(
+      {NavigationAt(0, 10 * Second, 0), Video(Second, 0), NavigationAt(10 * Second, 20 * Second, 9 * Second),
+       Video(13 * Second, 90 * Second), Video(13 * Second, 11 * Second), Video(13 * Second, 2 * Second),
+       NavigationAt(20 * Second, 30 * Second, 19 * Second), Subtitle(21 * Second, 20 * Second)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(21 * Second));
+  EXPECT_THAT(container.Notes, IsEmpty());
+}
+
 TEST(ProgramStream, NavigationOfAnAuthoringToolsDraftIsPassed) {
   // Before the disc is made its packs have no times.
   EXPECT_THAT(TimesIn(Read(Join({Navigation(0, 0), Video(48600, 0), Subtitle(48600 + Second, Second)}))),
@@ -165,6 +201,24 @@ TEST(ProgramStream, LanguagesOneAfterAnotherAreNoRestart) {
   const Container container = Read(Join(
       {Subtitle(5 * Second, 0), Subtitle(60 * Second, 0), Pack(SubtitlePacket(Unit, 5 * Second, 0x21))}));
   EXPECT_EQ(container.Tracks.size(), 2U);
+  EXPECT_THAT(container.Notes, IsEmpty());
+}
+
+TEST(ProgramStream, SubtitlesOfAnMpeg1SystemStream) {
+  // As ffmpeg writes them to a .mpg: a clock and a time stamp of 1 s, the unit in two packets.
+  const Bytes pack = {0x00, 0x00, 0x01, 0xBA, 0x21, 0x00, 0x05, 0xBF, 0x21, 0x80, 0x00, 0x01};
+  const Bytes system = PesPacket(0xBB, {0x80, 0x00, 0x01, 0x00, 0x20, 0xFF, 0xBD, 0xC0, 0x80});
+  const Bytes start = {Unit.begin(), Unit.begin() + 20};
+  const Bytes rest = {Unit.begin() + 20, Unit.end()};
+  const Container container =
+      Read(Join({pack, system, PesPacket(0xBD, Join({{0x21, 0x00, 0x05, 0xBF, 0x21, 0x20}, start})), pack,
+                 PesPacket(0xBD, Join({{0xFF, 0x0F, 0x20}, rest})),
+                 PesPacket(0xBD, Join({{0x21, 0x00, 0x0B, 0x7E, 0x41, 0x23}, Unit}))}));
+  ASSERT_EQ(container.Tracks.size(), 2U);
+  EXPECT_EQ(container.Tracks[0].Id, "0x20");
+  EXPECT_EQ(container.Tracks[0].Packets, SupPacket(Second, Unit));
+  EXPECT_EQ(container.Tracks[1].Id, "0x23");
+  EXPECT_EQ(container.Tracks[1].Packets, SupPacket(2 * Second, Unit));
   EXPECT_THAT(container.Notes, IsEmpty());
 }
 
@@ -235,6 +289,17 @@ TEST_F(ProgramStreamFiles, PaletteAndLanguageOfTheTitleSet) {
   ASSERT_TRUE(read && *read);
   ASSERT_EQ((*read)->Tracks.size(), 1U);
   EXPECT_TRUE((*read)->Tracks[0].Palette);
+}
+
+TEST_F(ProgramStreamFiles, NamesBesideItInAnyCase) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  File("vts_01_2.Vob", Subtitle(2 * Second, 0));
+  File("Vts_01_0.Bup", {'n', 'o'});
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  EXPECT_EQ(TimesIn(**read).size(), 2U);
+  ASSERT_EQ((*read)->Notes.size(), 2U);
+  EXPECT_TRUE((*read)->Notes[1].starts_with("Vts_01_0.Bup has no palette for it: ")) << (*read)->Notes[1];
 }
 
 TEST_F(ProgramStreamFiles, StreamOfSpumux) {

@@ -191,7 +191,7 @@ TEST(UnitGatherer, EncryptedPacketsAreSaid) {
   ASSERT_EQ(container.Tracks.size(), 1U);
   EXPECT_EQ(container.Tracks[0].Packets, SupPacket(90000, Unit));
   EXPECT_THAT(container.Tracks[0].Notes,
-              ElementsAre("1 packet is encrypted (at byte 2062); their subtitles are left out"));
+              ElementsAre("1 packet is encrypted (at byte 2062); its subtitle is left out"));
 }
 
 TEST(UnitGatherer, UnitWithAnEncryptedPacketIsLeftOut) {
@@ -206,8 +206,8 @@ TEST(UnitGatherer, StreamThatIsEncryptedThroughoutIsSaid) {
   const Container container = Read(Pack(encrypted));
   EXPECT_THAT(container.Tracks, IsEmpty());
   EXPECT_THAT(container.Notes,
-              ElementsAre("0x20: 1 packet is encrypted (at byte 14); their subtitles are left out",
-                          "the file is encrypted"));
+              ElementsAre("the file is encrypted",
+                          "0x20: 1 packet is encrypted (at byte 14); its subtitle is left out"));
 }
 
 TEST(UnitGatherer, EveryStartOfAStreamGivesWhatItHasWhole) {

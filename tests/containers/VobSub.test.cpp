@@ -125,8 +125,8 @@ TEST(VobSub, CutUnitEndsWhereTheNextLinesUnitStarts) {
                             Pack(SubtitlePacket(C, 270000))});
   const Track track = TrackIn(ThreeLines, packs);
   EXPECT_EQ(track.Packets, Join({SupPacket(180000, B), SupPacket(270000, C)}));
-  EXPECT_THAT(track.Notes, ElementsAre("line 2: no whole subtitle stands at position 0x0",
-                                       "1 subtitle is cut short and left out (at byte 14)"));
+  EXPECT_THAT(track.Notes, ElementsAre("1 subtitle is cut short and left out (at byte 14)",
+                                       "line 2: no whole subtitle stands at position 0x0"));
 }
 
 TEST(VobSub, PositionOutsideIsToldAndTheOthersAreRead) {
@@ -140,9 +140,25 @@ TEST(VobSub, PositionOutsideIsToldAndTheOthersAreRead) {
       ElementsAre("line 5: position 0x1800 is outside the .sub, which has 6144 bytes; the same of 1 more"));
 }
 
+TEST(VobSub, PositionOutsideIsToldWhereTheTimeFindsTheSubtitle) {
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000001800\n"
+      "timestamp: 00:00:02:000, filepos: 000001900\n"
+      "timestamp: 00:00:03:000, filepos: 000001A00\n",
+      ThreePacks());
+  EXPECT_EQ(track.Packets, ThreeSubtitles());
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 2: position 0x1800 is outside the .sub, which has 6144 bytes; the "
+                          "subtitle of its time was taken; the same of 2 more"));
+}
+
 TEST(VobSub, PositionInsideAPackIsTheNextUnit) {
-  EXPECT_EQ(TrackIn("id: en, index: 0\ntimestamp: 00:00:02:000, filepos: 000000123\n", ThreePacks()).Packets,
-            SupPacket(180000, B));
+  const Track track =
+      TrackIn("id: en, index: 0\ntimestamp: 00:00:09:000, filepos: 000000123\n", ThreePacks());
+  EXPECT_EQ(track.Packets, SupPacket(810000, B));
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 2: no subtitle starts at position 0x123; the next one was taken"));
 }
 
 TEST(VobSub, PositionOfThePacketItself) {
@@ -151,18 +167,111 @@ TEST(VobSub, PositionOfThePacketItself) {
 }
 
 TEST(VobSub, DecimalPositions) {
-  EXPECT_EQ(TrackIn("id: en, index: 0\n"
-                    "timestamp: 00:00:11:000, filepos: 000000000\n"
-                    "timestamp: 00:00:12:000, filepos: 000002048\n"
-                    "timestamp: 00:00:13:000, filepos: 000004096\n",
-                    ThreePacks())
-                .Packets,
-            Join({SupPacket(990000, A), SupPacket(1080000, B), SupPacket(1170000, C)}));
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:11:000, filepos: 000000000\n"
+      "timestamp: 00:00:12:000, filepos: 000002048\n"
+      "timestamp: 00:00:13:000, filepos: 000004096\n",
+      ThreePacks());
+  EXPECT_EQ(track.Packets, Join({SupPacket(990000, A), SupPacket(1080000, B), SupPacket(1170000, C)}));
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 3: no subtitle starts at position 0x2048, but at 2048 in decimal; "
+                          "the same of 1 more"));
 }
 
 TEST(VobSub, PositionOfNoPackGivesWayToTheTime) {
-  EXPECT_EQ(TrackIn("id: en, index: 0\ntimestamp: 00:00:03:000, filepos: 000000123\n", ThreePacks()).Packets,
-            SupPacket(270000, C));
+  const Track track =
+      TrackIn("id: en, index: 0\ntimestamp: 00:00:03:000, filepos: 000000123\n", ThreePacks());
+  EXPECT_EQ(track.Packets, SupPacket(270000, C));
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 2: no subtitle starts at position 0x123; the one of its time was taken"));
+}
+
+/// Packs at 0, 0x800, 0x1000 and 0x1800, with units at 1, 5, 12 and 30 seconds.
+Bytes UnevenPacks() {
+  return Join({Pack(SubtitlePacket(A, 90000)), Pack(SubtitlePacket(B, 450000)),
+               Pack(SubtitlePacket(C, 1080000)), Pack(SubtitlePacket(A, 2700000))});
+}
+
+TEST(VobSub, PositionsOfOtherTimesGiveWayToTheTimes) {
+  // Each line but the last has the position of the one after it.
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000800\n"
+      "timestamp: 00:00:05:000, filepos: 000001000\n"
+      "timestamp: 00:00:12:000, filepos: 000001800\n"
+      "timestamp: 00:00:40:000, filepos: 000001800\n",
+      UnevenPacks());
+  EXPECT_EQ(track.Packets,
+            Join({SupPacket(90000, A), SupPacket(450000, B), SupPacket(1080000, C), SupPacket(3600000, A)}));
+  EXPECT_THAT(
+      track.Notes,
+      ElementsAre("line 2: the subtitle at position 0x800 is of another time; the one of its time was "
+                  "taken; the same of 2 more",
+                  "line 5: the subtitle has the time stamp 00:00:30.00, which is not the line's; the "
+                  "line's time was taken"));
+}
+
+TEST(VobSub, FewPositionsOfOtherTimesAreToldAlone) {
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000000\n"
+      "timestamp: 00:00:05:000, filepos: 000001000\n"
+      "timestamp: 00:00:12:000, filepos: 000001000\n"
+      "timestamp: 00:00:30:000, filepos: 000001800\n",
+      UnevenPacks());
+  EXPECT_EQ(track.Packets,
+            Join({SupPacket(90000, A), SupPacket(450000, C), SupPacket(1080000, C), SupPacket(2700000, A)}));
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 3: the subtitle has the time stamp 00:00:12.00, which is not the "
+                          "line's; the line's time was taken"));
+}
+
+TEST(VobSub, LinesOfAnotherPaceKeepTheirPositions) {
+  // Twice as slow as the time stamps; one line has the time of another unit by chance.
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:05:000, filepos: 000000000\n"
+      "timestamp: 00:00:10:000, filepos: 000000800\n"
+      "timestamp: 00:00:24:000, filepos: 000001000\n"
+      "timestamp: 00:01:00:000, filepos: 000001800\n",
+      UnevenPacks());
+  EXPECT_EQ(track.Packets,
+            Join({SupPacket(450000, A), SupPacket(900000, B), SupPacket(2160000, C), SupPacket(5400000, A)}));
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 2: the subtitle has the time stamp 00:00:01.00, which is not the "
+                          "line's; the line's time was taken; the same of 3 more"));
+}
+
+TEST(VobSub, UnitsWithoutTimesOfTheirOwnAreNotTold) {
+  const Bytes packs =
+      Join({Pack(SubtitlePacket(A, 0)), Pack(SubtitlePacket(B, 0)), Pack(SubtitlePacket(C, 0))});
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:00:000, filepos: 000000000\n"
+      "timestamp: 00:00:07:000, filepos: 000000800\n"
+      "timestamp: 00:00:09:000, filepos: 000001000\n",
+      packs);
+  EXPECT_EQ(track.Packets, Join({SupPacket(0, A), SupPacket(630000, B), SupPacket(810000, C)}));
+  EXPECT_THAT(track.Notes, IsEmpty());
+}
+
+TEST(VobSub, LinesThatNameOneUnitOverAndOverAreRefused) {
+  // Two languages of 135 lines each, all of which name a unit of 65,000 bytes in a .sub of 65,060: no more
+  // than the lines of one language fit four times the .sub and 16 MiB.
+  const Bytes unit = SoundUnit(65000);
+  const Bytes packs = Join(
+      {PackHead(), SubtitlePacket(Part(unit, 0, 40000), 90000), SubtitlePacket(Part(unit, 40000, 65000))});
+  ASSERT_EQ(packs.size(), 65039U);
+  std::string language = "id: en, index: 0\n";
+  for (int i = 0; i < 135; ++i) {
+    language += "timestamp: 00:" + std::to_string(10 + i / 60) + ":" + std::to_string(10 + i % 50) + ":" +
+                std::to_string(100 + i) + ", filepos: 0\n";
+  }
+  EXPECT_EQ(TrackIn(language, packs).Packets.size(), 135U * 65010U);
+  EXPECT_EQ(ReadPair(language + language, packs).Reason(),
+            "the index names the same subtitles over and over: 17552700 bytes of them out of a .sub of 65039 "
+            "bytes");
 }
 
 TEST(VobSub, OneUnitAtTwoTimes) {
@@ -248,16 +357,18 @@ TEST(VobSub, EncryptedUnitsAreSaid) {
   const Container container =
       Read("id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\n", Pack(encrypted));
   EXPECT_THAT(container.Tracks, IsEmpty());
-  EXPECT_THAT(container.Notes,
-              ElementsAre("en: line 2: no whole subtitle stands at position 0x0",
-                          "en: 1 packet is encrypted (at byte 14); their subtitles are left out"));
+  EXPECT_THAT(container.Notes, ElementsAre("the file is encrypted",
+                                           "en: 1 packet is encrypted (at byte 14); its subtitle is left out",
+                                           "en: line 2: no whole subtitle stands at position 0x0"));
 }
 
 TEST(VobSub, SettingsThatAreNotAppliedAreTold) {
-  EXPECT_THAT(Read("custom colors: ON, tridx: 0000, colors: 1, 2, 3, 4\ntime offset: 100\n" + ThreeLines,
+  EXPECT_THAT(Read("custom colors: ON, tridx: 0000, colors: 1, 2, 3, 4\nforced subs: ON\ntime offset: 100\n" +
+                       ThreeLines,
                    ThreePacks())
                   .Notes,
               ElementsAre("the index has custom colours on; the subtitles keep their own",
+                          "the index shows forced subtitles alone; all are read",
                           "the index has a time offset of 100 ms, which is not applied"));
 }
 
@@ -314,6 +425,27 @@ TEST_F(VobSubFiles, EndingsInAnyCase) {
   EXPECT_TRUE(ReadContainer(mixed));
 }
 
+TEST_F(VobSubFiles, EndingsInMixedCase) {
+  const auto index = File("a.idx", ThreeLines);
+  const auto packs = File("a.Sub", ThreePacks());
+  for (const auto& path : {index, packs}) {
+    const auto read = ReadContainer(path);
+    ASSERT_TRUE(read && *read) << read.Reason();
+    ASSERT_EQ((*read)->Tracks.size(), 1U);
+    EXPECT_EQ((*read)->Tracks[0].Language, "en");
+  }
+}
+
+TEST_F(VobSubFiles, OfSeveralNamesTheOneThatIsMostAlike) {
+  const auto index = File("a.idx", ThreeLines);
+  File("A.sub", "no");
+  File("a.Sub", ThreePacks());
+  File("a.suB", "no");
+  EXPECT_TRUE(ReadContainer(index));
+  File("a.sub", "no");
+  EXPECT_FALSE(ReadContainer(index));
+}
+
 TEST_F(VobSubFiles, IndexWithoutItsSub) {
   EXPECT_EQ(ReadContainer(File("a.idx", ThreeLines)).Reason(), "there is no a.sub beside it");
 }
@@ -333,6 +465,13 @@ TEST_F(VobSubFiles, IndexWithoutLinesLeavesTheSubToItself) {
   ASSERT_TRUE(read && *read);
   EXPECT_EQ((*read)->Tracks.size(), 1U);
   EXPECT_THAT((*read)->Notes, ElementsAre("the .idx names no subtitle: the .sub is read by itself"));
+}
+
+TEST_F(VobSubFiles, FaultOfTheSubIsToldAsItsOwn) {
+  const auto index = File("a.idx", "# VobSub index file, v7\n");
+  const auto packs = File("a.sub", "hello");
+  EXPECT_EQ(ReadContainer(index).Reason(), "its .sub: no pack header of a program stream is in it");
+  EXPECT_EQ(ReadContainer(packs).Reason(), "no pack header of a program stream is in it");
 }
 
 TEST_F(VobSubFiles, OtherTextIsNoIndex) {
