@@ -11,6 +11,7 @@
 #include "base/FilePath.h"
 #include "bench/Film.h"
 #include "containers/AuthoringList.h"
+#include "files/ReplaceFile.h"
 #include "render/AuthoringProject.h"
 #include "render/Composition.h"
 #include "render/Exporter.h"

@@ -15,9 +15,10 @@ std::string CountText(int count, const std::string& one) {
 }
 
 std::string RowText(std::size_t number, const ProgramChain& chain) {
-  std::string text = std::to_string(number) + "  " + ChainText(chain) + "  " +
-                     CountText(chain.Programs, "program") + ", " +
-                     (chain.IsDummy() ? "no picture" : CountText(chain.Cells, "cell")) + " ";
+  std::string text = std::to_string(number) + "  ";
+  text += ChainText(chain) + "  " + CountText(chain.Programs, "program") + ", ";
+  text += chain.IsDummy() ? "no picture" : CountText(chain.Cells, "cell");
+  text += " ";
   for (const Rgb colour : chain.Palette) {
     text += " " + PackedToHexText(colour);
   }

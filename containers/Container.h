@@ -17,14 +17,15 @@ namespace quillmark {
 /// One stream of DVD subtitles out of a container, units byte for byte.
 struct Track {
   /// What the container calls it: "0x20" of a program stream, "3" of a Matroska track.
-  std::string Id;
-  std::string Language;  ///< two or three letters, or a BCP 47 tag, as the container has it; empty: unknown
-  std::string Name;      ///< in UTF-8; empty: none
-  std::optional<DvdPalette> Palette;
-  std::optional<FrameSize> Frame;  ///< where the file says so
-  std::vector<std::uint8_t>
-      Packets;                     ///< a SUP file's bytes: "SP", time (90 kHz ticks), unit; one after another
-  std::vector<std::string> Notes;  ///< what was mended or left out in reading it, in words for the user
+  std::string Id = {};
+  std::string Language =
+      {};                 ///< two or three letters, or a BCP 47 tag, as the container has it; empty: unknown
+  std::string Name = {};  ///< in UTF-8; empty: none
+  std::optional<DvdPalette> Palette = {};
+  std::optional<FrameSize> Frame = {};  ///< where the file says so
+  std::vector<std::uint8_t> Packets =
+      {};  ///< a SUP file's bytes: "SP", time (90 kHz ticks), unit; one after another
+  std::vector<std::string> Notes = {};  ///< what was mended or left out in reading it, in words for the user
 };
 
 /// What a file that carries subtitles holds.

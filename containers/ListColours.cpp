@@ -162,15 +162,15 @@ void ListColours::CountUses(const ListPicture& picture) {
 
 ListColours::Codes ListColours::AddTable(const ListPicture& picture) {
   Codes codes{.CodeOf = {0, 1, 2, 3}, .Group = 0};
-  Slots slots;
-  std::ranges::copy(picture.Colours, slots.Colours.begin());
+  Slots group;
+  std::ranges::copy(picture.Colours, group.Colours.begin());
   for (std::size_t tried = 0; tried < std::min(groups_.size(), MaxGroupsTried); ++tried) {
     codes.Group = groups_.size() - 1 - tried;
-    if (groups_[codes.Group].Colours == slots.Colours) {
+    if (groups_[codes.Group].Colours == group.Colours) {
       return codes;
     }
   }
-  groups_.push_back(slots);
+  groups_.push_back(group);
   codes.Group = groups_.size() - 1;
   return codes;
 }

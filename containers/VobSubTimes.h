@@ -9,9 +9,9 @@ namespace quillmark {
 
 /// What a VobSub pair says of when a subtitle is shown.
 struct VobSubTime {
-  std::int64_t Line = 0;                  ///< milliseconds; the index's line without its delay
-  std::int64_t Delay = 0;                 ///< milliseconds
-  std::optional<std::int64_t> TimeStamp;  ///< of the unit: 90 kHz ticks, 33 bits
+  std::int64_t Line = 0;                       ///< milliseconds; the index's line without its delay
+  std::int64_t Delay = 0;                      ///< milliseconds
+  std::optional<std::int64_t> TimeStamp = {};  ///< of the unit: 90 kHz ticks, 33 bits
 };
 
 /// The times of one language's subtitles in ticks, in the same order.

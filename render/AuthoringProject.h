@@ -33,8 +33,8 @@ struct AuthoringNames {
 struct AuthoringOptions {
   SubtitleSet Only = SubtitleSet::All();
   DvdPalette Palette = StartUpPalette;
-  int FrameHeight = 576;  ///< 480 is NTSC, all others PAL
-  std::string Language;   ///< of two letters; any other is left out
+  int FrameHeight = 576;      ///< 480 is NTSC, all others PAL
+  std::string Language = {};  ///< of two letters; any other is left out
   Overwriting Existing = Overwriting::Refused;
 };
 

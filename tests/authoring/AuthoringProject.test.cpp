@@ -87,16 +87,16 @@ void ExpectSame(const SupStream& stream, std::size_t index, const AuthoredSubtit
   EXPECT_EQ(test::CountDifferences(authored, picture.Image(), control), 0);
 }
 
-struct FilmCase {
+struct ProjectCase {
   const char* Sample;
   int FrameHeight;
 };
 
-void PrintTo(const FilmCase& film, std::ostream* out) {
+void PrintTo(const ProjectCase& film, std::ostream* out) {
   *out << film.Sample;
 }
 
-class AuthoringProjectFilm : public AuthoringProjectTool, public testing::WithParamInterface<FilmCase> {};
+class AuthoringProjectFilm : public AuthoringProjectTool, public testing::WithParamInterface<ProjectCase> {};
 
 TEST_P(AuthoringProjectFilm, SpumuxEncodesEverySubtitleAsItIs) {
   const SupStream stream =
@@ -110,7 +110,7 @@ TEST_P(AuthoringProjectFilm, SpumuxEncodesEverySubtitleAsItIs) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Films, AuthoringProjectFilm,
-                         testing::Values(FilmCase{"demo.sup", 576}, FilmCase{"ntsc.sup", 480}),
+                         testing::Values(ProjectCase{"demo.sup", 576}, ProjectCase{"ntsc.sup", 480}),
                          [](const auto& film) { return std::to_string(film.param.FrameHeight); });
 
 /// Five pixels wide, two lines, all four codes visible.

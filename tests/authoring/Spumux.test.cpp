@@ -31,12 +31,14 @@
 
 #include "sup/StreamLoader.h"
 #include "tests/authoring/AuthoringTool.h"
+#include "tests/authoring/DiscColour.h"
 #include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
 
 namespace quillmark {
 namespace {
 
+using test::AreaOf;
 using test::AuthoredSubtitle;
 using test::AuthoringRun;
 using test::Bytes;
@@ -46,10 +48,6 @@ using test::PacketBuilder;
 
 constexpr std::int64_t TicksPerHundredth = 900;
 constexpr std::int64_t TicksPerDvdDelayUnit = 1024;
-
-QRect AreaOf(const SpuControl& control) {
-  return {QPoint(control.X1, control.Y1), QPoint(control.X2, control.Y2)};
-}
 
 std::string AreaText(const QRect& area) {
   return std::to_string(area.width()) + "x" + std::to_string(area.height()) + " at " +

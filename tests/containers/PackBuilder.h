@@ -12,7 +12,7 @@ namespace quillmark::test {
 
 inline constexpr std::size_t PackSize = 2048;
 
-inline Bytes BigEndian(std::uint64_t value, unsigned count) {
+inline Bytes NumberBe(std::uint64_t value, unsigned count) {
   Bytes bytes;
   while (count-- > 0) {
     bytes.push_back(static_cast<std::uint8_t>(value >> (8U * count) & 0xFFU));
@@ -30,13 +30,18 @@ inline Bytes TimeStamp(unsigned lead, std::int64_t ticks) {
           static_cast<std::uint8_t>((time & 0x7FU) << 1U | 1U)};
 }
 
+/// Bytes `from` to before `to`.
+inline Bytes Part(const Bytes& unit, std::size_t from, std::size_t to) {
+  return {unit.begin() + static_cast<std::ptrdiff_t>(from), unit.begin() + static_cast<std::ptrdiff_t>(to)};
+}
+
 /// The header of a pack with that clock and no stuffing.
 inline Bytes PackHead(std::int64_t clock = 0) {
   const auto time = static_cast<std::uint64_t>(clock);
   const std::uint64_t bits = std::uint64_t{1} << 46U | (time >> 30U & 7U) << 43U | std::uint64_t{1} << 42U |
                              (time >> 15U & 0x7FFFU) << 27U | std::uint64_t{1} << 26U |
                              (time & 0x7FFFU) << 11U | std::uint64_t{1} << 10U | 1U;
-  return Join({{0x00, 0x00, 0x01, 0xBA}, BigEndian(bits, 6), {0x01, 0x89, 0xC3, 0xF8}});
+  return Join({{0x00, 0x00, 0x01, 0xBA}, NumberBe(bits, 6), {0x01, 0x89, 0xC3, 0xF8}});
 }
 
 /// A packet: start code, length, body.
@@ -46,10 +51,10 @@ inline Bytes PesPacket(std::uint8_t stream, const Bytes& body) {
 
 /// A packet with a header, of private stream 1 unless told otherwise.
 struct Pes {
-  std::optional<std::int64_t> Time;
+  std::optional<std::int64_t> Time = {};
   std::uint8_t First = 0x81;  ///< its first byte, with the scrambling bits
   std::uint8_t Stream = 0xBD;
-  Bytes Further;  ///< what follows the time stamp in the header
+  Bytes Further = {};  ///< what follows the time stamp in the header
 
   [[nodiscard]] Bytes With(const Bytes& payload) const {
     const Bytes fields = Join({Time ? TimeStamp(2, *Time) : Bytes(), Further});

@@ -247,7 +247,7 @@ TEST(PacketWalk, ProgressEndsIt) {
 }
 
 /// A source whose second read fails.
-class FailingSource : public LongSource {
+class UnreadableSource : public LongSource {
  public:
   using LongSource::LongSource;
   [[nodiscard]] Result<std::size_t> ReadAt(std::uint64_t start, std::span<std::uint8_t> bytes) override {
@@ -256,7 +256,7 @@ class FailingSource : public LongSource {
 };
 
 TEST(PacketWalk, FailureOfTheSourceIsKept) {
-  FailingSource source(PackA, 100000);
+  UnreadableSource source(PackA, 100000);
   ForwardReader reader(source, NoProgress);
   PacketWalk walk(reader);
   for (ProgramPacket packet; walk.Next(packet);) {

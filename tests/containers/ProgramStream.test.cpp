@@ -12,9 +12,9 @@
 namespace quillmark {
 namespace {
 
-using test::BigEndian;
 using test::Bytes;
 using test::Join;
+using test::NumberBe;
 using test::Pack;
 using test::PackHead;
 using test::Pes;
@@ -64,7 +64,7 @@ Bytes Video(std::int64_t time, std::int64_t clock) {
 /// A navigation pack as it stands on a disc: the times stand at 0x39 and 0x3D of the pack.
 Bytes Navigation(std::uint32_t start, std::uint32_t end) {
   Bytes control(980, 0);
-  const Bytes times = Join({BigEndian(start, 4), BigEndian(end, 4)});
+  const Bytes times = Join({NumberBe(start, 4), NumberBe(end, 4)});
   std::copy(times.begin(), times.end(), control.begin() + 13);
   Bytes search(1018, 0);
   search[0] = 1;

@@ -16,6 +16,7 @@ using test::Bytes;
 using test::Join;
 using test::Pack;
 using test::PackHead;
+using test::Part;
 using test::Pes;
 using test::PesPacket;
 using test::SoundUnit;
@@ -39,9 +40,6 @@ Bytes PacketsIn(const Bytes& stream) {
 const Bytes Unit = SoundUnit();
 const Bytes Other = SoundUnit(40, 0x22);
 
-Bytes Part(const Bytes& unit, std::size_t from, std::size_t to) {
-  return {unit.begin() + static_cast<std::ptrdiff_t>(from), unit.begin() + static_cast<std::ptrdiff_t>(to)};
-}
 Bytes From(const Bytes& unit, std::size_t from) {
   return Part(unit, from, unit.size());
 }

@@ -15,6 +15,7 @@ using test::Bytes;
 using test::Join;
 using test::Pack;
 using test::PackHead;
+using test::Part;
 using test::SoundUnit;
 using test::SubtitlePacket;
 using test::SupPacket;
@@ -42,10 +43,6 @@ Track TrackIn(const std::string& index, const Bytes& packs) {
 const Bytes A = SoundUnit(38, 0x1A);
 const Bytes B = SoundUnit(40, 0x1B);
 const Bytes C = SoundUnit(42, 0x1C);
-
-Bytes Part(const Bytes& unit, std::size_t from, std::size_t to) {
-  return {unit.begin() + static_cast<std::ptrdiff_t>(from), unit.begin() + static_cast<std::ptrdiff_t>(to)};
-}
 
 /// Three packs, at 0, 0x800 and 0x1000, with units at 1, 2 and 3 seconds.
 Bytes ThreePacks() {

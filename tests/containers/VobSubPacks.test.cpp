@@ -22,7 +22,7 @@ Bytes Packs(std::size_t unitSize, std::int64_t ticks = 90000, unsigned substream
   return packs;
 }
 
-Bytes Part(const Bytes& bytes, std::size_t from, std::size_t count) {
+Bytes Stretch(const Bytes& bytes, std::size_t from, std::size_t count) {
   return {bytes.begin() + static_cast<std::ptrdiff_t>(from),
           bytes.begin() + static_cast<std::ptrdiff_t>(from + count)};
 }
@@ -33,34 +33,34 @@ const Bytes HeadAtOneSecond = {0x00, 0x00, 0x01, 0xBA, 0x44, 0x00, 0x16,
 TEST(VobSubPacks, OnePack) {
   const Bytes packs = Packs(90);
   ASSERT_EQ(packs.size(), 2048U);
-  EXPECT_EQ(Part(packs, 0, 14), HeadAtOneSecond);
-  EXPECT_EQ(Part(packs, 14, 15), (Bytes{0x00, 0x00, 0x01, 0xBD, 0x00, 0x63, 0x81, 0x80, 0x05, 0x21, 0x00,
-                                        0x05, 0xBF, 0x21, 0x20}));
-  EXPECT_THAT(Part(packs, 29, 90), Each(0x5A));
-  EXPECT_EQ(Part(packs, 119, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x07, 0x83}));
-  EXPECT_THAT(Part(packs, 125, 1923), Each(0xFF));
+  EXPECT_EQ(Stretch(packs, 0, 14), HeadAtOneSecond);
+  EXPECT_EQ(Stretch(packs, 14, 15), (Bytes{0x00, 0x00, 0x01, 0xBD, 0x00, 0x63, 0x81, 0x80, 0x05, 0x21, 0x00,
+                                           0x05, 0xBF, 0x21, 0x20}));
+  EXPECT_THAT(Stretch(packs, 29, 90), Each(0x5A));
+  EXPECT_EQ(Stretch(packs, 119, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x07, 0x83}));
+  EXPECT_THAT(Stretch(packs, 125, 1923), Each(0xFF));
 }
 
 TEST(VobSubPacks, FullFirstPack) {
   const Bytes packs = Packs(2019);
   ASSERT_EQ(packs.size(), 2048U);
-  EXPECT_EQ(Part(packs, 18, 5), (Bytes{0x07, 0xEC, 0x81, 0x80, 0x05}));
-  EXPECT_THAT(Part(packs, 29, 2019), Each(0x5A));
+  EXPECT_EQ(Stretch(packs, 18, 5), (Bytes{0x07, 0xEC, 0x81, 0x80, 0x05}));
+  EXPECT_THAT(Stretch(packs, 29, 2019), Each(0x5A));
 }
 
 TEST(VobSubPacks, FurtherPackHasNoTimeStamp) {
   const Bytes packs = Packs(2019 + 100, 90000, 5);
   ASSERT_EQ(packs.size(), 4096U);
-  EXPECT_EQ(Part(packs, 2048, 14), HeadAtOneSecond);
-  EXPECT_EQ(Part(packs, 2062, 10), (Bytes{0x00, 0x00, 0x01, 0xBD, 0x00, 0x68, 0x81, 0x00, 0x00, 0x25}));
-  EXPECT_THAT(Part(packs, 2072, 100), Each(0x5A));
-  EXPECT_EQ(Part(packs, 2172, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x07, 0x7E}));
+  EXPECT_EQ(Stretch(packs, 2048, 14), HeadAtOneSecond);
+  EXPECT_EQ(Stretch(packs, 2062, 10), (Bytes{0x00, 0x00, 0x01, 0xBD, 0x00, 0x68, 0x81, 0x00, 0x00, 0x25}));
+  EXPECT_THAT(Stretch(packs, 2072, 100), Each(0x5A));
+  EXPECT_EQ(Stretch(packs, 2172, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x07, 0x7E}));
 }
 
 TEST(VobSubPacks, FullFurtherPack) {
   const Bytes packs = Packs(2019 + 2024);
   ASSERT_EQ(packs.size(), 4096U);
-  EXPECT_EQ(Part(packs, 2066, 6), (Bytes{0x07, 0xEC, 0x81, 0x00, 0x00, 0x20}));
+  EXPECT_EQ(Stretch(packs, 2066, 6), (Bytes{0x07, 0xEC, 0x81, 0x00, 0x00, 0x20}));
   EXPECT_EQ(packs.back(), 0x5A);
 }
 
@@ -71,29 +71,29 @@ TEST(VobSubPacks, OneByteMoreTakesAPackMore) {
 TEST(VobSubPacks, FewMissingBytesAreStuffedIntoTheHeader) {
   const Bytes packs = Packs(2014);
   ASSERT_EQ(packs.size(), 2048U);
-  EXPECT_EQ(Part(packs, 18, 16), (Bytes{0x07, 0xEC, 0x81, 0x80, 0x0A, 0x21, 0x00, 0x05, 0xBF, 0x21, 0xFF,
-                                        0xFF, 0xFF, 0xFF, 0xFF, 0x20}));
-  EXPECT_THAT(Part(packs, 34, 2014), Each(0x5A));
+  EXPECT_EQ(Stretch(packs, 18, 16), (Bytes{0x07, 0xEC, 0x81, 0x80, 0x0A, 0x21, 0x00, 0x05, 0xBF, 0x21, 0xFF,
+                                           0xFF, 0xFF, 0xFF, 0xFF, 0x20}));
+  EXPECT_THAT(Stretch(packs, 34, 2014), Each(0x5A));
 }
 
 TEST(VobSubPacks, OneMissingByteOfAFurtherPack) {
   const Bytes packs = Packs(2019 + 2023);
   ASSERT_EQ(packs.size(), 4096U);
-  EXPECT_EQ(Part(packs, 2066, 7), (Bytes{0x07, 0xEC, 0x81, 0x00, 0x01, 0xFF, 0x20}));
+  EXPECT_EQ(Stretch(packs, 2066, 7), (Bytes{0x07, 0xEC, 0x81, 0x00, 0x01, 0xFF, 0x20}));
 }
 
 TEST(VobSubPacks, SixMissingBytesAreAnEmptyPaddingPacket) {
   const Bytes packs = Packs(2013);
   ASSERT_EQ(packs.size(), 2048U);
-  EXPECT_EQ(Part(packs, 18, 5), (Bytes{0x07, 0xE6, 0x81, 0x80, 0x05}));
-  EXPECT_EQ(Part(packs, 2042, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x00, 0x00}));
+  EXPECT_EQ(Stretch(packs, 18, 5), (Bytes{0x07, 0xE6, 0x81, 0x80, 0x05}));
+  EXPECT_EQ(Stretch(packs, 2042, 6), (Bytes{0x00, 0x00, 0x01, 0xBE, 0x00, 0x00}));
 }
 
 TEST(VobSubPacks, LastTimeOfAll) {
   // 2^33 - 1 ticks: all bits are set.
   const Bytes packs = Packs(10, 8589934591);
-  EXPECT_EQ(Part(packs, 4, 6), (Bytes{0x7F, 0xFF, 0xFF, 0xFF, 0xFC, 0x01}));
-  EXPECT_EQ(Part(packs, 23, 5), (Bytes{0x2F, 0xFF, 0xFF, 0xFF, 0xFF}));
+  EXPECT_EQ(Stretch(packs, 4, 6), (Bytes{0x7F, 0xFF, 0xFF, 0xFF, 0xFC, 0x01}));
+  EXPECT_EQ(Stretch(packs, 23, 5), (Bytes{0x2F, 0xFF, 0xFF, 0xFF, 0xFF}));
 }
 
 TEST(VobSubPacks, LineHasMillisecondsCutOff) {
