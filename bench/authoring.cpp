@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
