@@ -16,11 +16,15 @@ std::string CountText(int count, const std::string& one) {
 
 std::string RowText(std::size_t number, const ProgramChain& chain) {
   std::string text = std::to_string(number) + "  ";
-  text += ChainText(chain) + "  " + CountText(chain.Programs, "program") + ", ";
+  text += ChainText(chain);
+  text += "  ";
+  text += CountText(chain.Programs, "program");
+  text += ", ";
   text += chain.IsDummy() ? "no picture" : CountText(chain.Cells, "cell");
   text += " ";
   for (const Rgb colour : chain.Palette) {
-    text += " " + PackedToHexText(colour);
+    text += ' ';
+    text += PackedToHexText(colour);
   }
   return text;
 }

@@ -11,8 +11,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t TicksPerMs = 90;
-
 std::string Hex(std::uint64_t value) {
   std::string digits;
   do {

@@ -9,8 +9,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t TicksPerMs = 90;
-
 /// The time stamp without the turns of its 33 bits, nearest to `ticks`.
 std::int64_t Unwrapped(std::int64_t stamp, std::int64_t ticks) {
   constexpr std::int64_t Turn = std::int64_t{1} << TimeStampBits;

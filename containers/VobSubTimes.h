@@ -7,6 +7,8 @@
 
 namespace quillmark {
 
+inline constexpr std::int64_t TicksPerMs = 90;
+
 /// What a VobSub pair says of when a subtitle is shown.
 struct VobSubTime {
   std::int64_t Line = 0;                       ///< milliseconds; the index's line without its delay
