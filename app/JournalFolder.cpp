@@ -23,7 +23,7 @@ QString NameStart(std::uint64_t length, std::uint64_t hash) {
 const QLatin1String Ending(".journal1");
 
 /// As the standard has it, a folder of the user's alone.
-Result<void> MakeFolder(const QString& path) {
+Result<void> MakePrivateFolder(const QString& path) {
   if (QFileInfo(path).isDir()) {
     return {};
   }
@@ -71,7 +71,7 @@ QString JournalFolder::UsualPath() {
 }
 
 Result<AppendFile> JournalFolder::Create(const JournalBase& base) const {
-  if (const auto made = MakeFolder(path_); !made) {
+  if (const auto made = MakePrivateFolder(path_); !made) {
     return made.Why();
   }
   const QString start = QDir(path_).filePath(NameStart(base.Length, base.Hash));
