@@ -76,7 +76,8 @@ ReadContainerResult ReadWithinMemory(const ContainerFormat& format, const std::f
 std::string OtherKindText(const ContainerFormat& format, const std::filesystem::path& path) {
   const std::string head = HeadOf(path);
   for (const ContainerFormat& other : ContainerFormats()) {
-    if (&other != &format && other.StartsLike(head)) {
+    // The .sub of a pair is a program stream.
+    if (&other != &format && format.Id != "vobsub" && other.StartsLike(head)) {
       return "; it starts as " + std::string(other.Name) + " do";
     }
   }

@@ -40,7 +40,7 @@ TEST_F(ApplyCommand, JsonHasAnObjectForEachFileInOrder) {
   EXPECT_EQ(run.ExitCode, 1);
   const Json array = Json::parse(run.Out);
   ASSERT_EQ(array.size(), 3U);
-  EXPECT_EQ(array[0], Json::parse(R"({"file": "b.sup", "out": "out/b.sup", "steps": [
+  EXPECT_EQ(array[0], Json::parse(R"({"file": "b.sup", "out": "out/b.sup", "notes": [], "steps": [
       {"tool": "retime", "changed": 1, "left": []}, {"tool": "sort", "changed": 0, "left": []}], "error": null})"));
   EXPECT_EQ(array[1]["file"], "bad.sup");
   EXPECT_EQ(array[1]["out"], Json());
