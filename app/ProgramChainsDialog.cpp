@@ -22,7 +22,9 @@
 namespace quillmark {
 namespace {
 
-enum Column { Number, What, Programs, Cells, Colours, Picture, Columns };
+struct ChainColumns {
+  enum Column { Number, What, Programs, Cells, Colours, Picture, Columns };
+};
 
 // In logical pixels.
 constexpr QSize PictureRoom(220, 36);
@@ -40,7 +42,7 @@ class ChainModel : public QAbstractTableModel {
     return parent.isValid() ? 0 : static_cast<int>(chains_.size());
   }
   [[nodiscard]] int columnCount(const QModelIndex& parent) const override {
-    return parent.isValid() ? 0 : static_cast<int>(Columns);
+    return parent.isValid() ? 0 : static_cast<int>(ChainColumns::Columns);
   }
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
@@ -60,7 +62,7 @@ class ChainModel : public QAbstractTableModel {
         return PictureOf(index, chain);
       case Qt::AccessibleTextRole:
       case Qt::ToolTipRole:
-        return index.column() == Colours ? QVariant(PaletteText(chain.Palette)) : QVariant();
+        return index.column() == ChainColumns::Colours ? QVariant(PaletteText(chain.Palette)) : QVariant();
       default:
         return {};
     }
@@ -69,14 +71,14 @@ class ChainModel : public QAbstractTableModel {
  private:
   [[nodiscard]] static QVariant TextOf(const QModelIndex& index, const ProgramChain& chain) {
     switch (index.column()) {
-      case Number:
+      case ChainColumns::Number:
         return CountText(index.row() + 1);
-      case What:
+      case ChainColumns::What:
         return QString::fromStdString(ChainText(chain)) +
                (chain.IsDummy() ? QStringLiteral(", no picture") : QString());
-      case Programs:
+      case ChainColumns::Programs:
         return CountText(chain.Programs);
-      case Cells:
+      case ChainColumns::Cells:
         return CountText(chain.Cells);
       default:
         return {};
@@ -84,11 +86,11 @@ class ChainModel : public QAbstractTableModel {
   }
 
   [[nodiscard]] QVariant PictureOf(const QModelIndex& index, const ProgramChain& chain) const {
-    if (index.column() == Colours) {
+    if (index.column() == ChainColumns::Colours) {
       return Untinted(
           DrawSwatches(chain.Palette, view_.palette().color(QPalette::Mid), view_.devicePixelRatioF()));
     }
-    if (index.column() != Picture || !trial_.Index) {
+    if (index.column() != ChainColumns::Picture || !trial_.Index) {
       return {};
     }
     if (const QIcon* const kept = pictures_.object(index.row())) {
@@ -160,7 +162,8 @@ ProgramChainsDialog::ProgramChainsDialog(const QString& name, const IfoInfo& inf
   connect(List_ProgramChains->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           &ProgramChainsDialog::ShowChain);
   connect(List_ProgramChains, &QTableView::doubleClicked, this, &QDialog::accept);
-  List_ProgramChains->setCurrentIndex(List_ProgramChains->model()->index(FirstChoice(), Number));
+  List_ProgramChains->setCurrentIndex(
+      List_ProgramChains->model()->index(FirstChoice(), ChainColumns::Number));
   List_ProgramChains->setFocus();
 }
 
@@ -184,7 +187,7 @@ void ProgramChainsDialog::BuildList(const QString& name) {
   columns.setHighlightSections(false);
   columns.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   columns.setStretchLastSection(true);
-  List_ProgramChains->setColumnHidden(Picture, !trial_.Index);
+  List_ProgramChains->setColumnHidden(ChainColumns::Picture, !trial_.Index);
   List_ProgramChains->resizeColumnsToContents();
   const int frame = 2 * List_ProgramChains->frameWidth();
   List_ProgramChains->setMinimumWidth(columns.length() + frame +

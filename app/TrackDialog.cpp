@@ -24,7 +24,9 @@
 namespace quillmark {
 namespace {
 
-enum Column { Number, Language, Name, Count, First, Last, Colours, Picture, Columns };
+struct TrackColumns {
+  enum Column { Number, Language, Name, Count, First, Last, Colours, Picture, Columns };
+};
 
 // In logical pixels.
 constexpr QSize PictureRoom(280, 40);
@@ -100,14 +102,14 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
 
   connect(List_Tracks, &QTableWidget::currentCellChanged, this, &TrackDialog::ShowTrack);
   connect(List_Tracks, &QTableWidget::cellDoubleClicked, this, &QDialog::accept);
-  List_Tracks->setCurrentCell(0, Number);
+  List_Tracks->setCurrentCell(0, TrackColumns::Number);
   List_Tracks->setFocus();
   resize(minimumSizeHint());
 }
 
 void TrackDialog::BuildList(const QString& name) {
   const auto count = static_cast<int>(file_.Tracks.size());
-  List_Tracks = new QTableWidget(count, Columns, this);
+  List_Tracks = new QTableWidget(count, TrackColumns::Columns, this);
   List_Tracks->setObjectName(QStringLiteral("List_Tracks"));
   List_Tracks->setAccessibleName(QStringLiteral("Tracks of ") + name);
   List_Tracks->setHorizontalHeaderLabels({QStringLiteral("Track"), QStringLiteral("Language"),
@@ -130,40 +132,43 @@ void TrackDialog::BuildList(const QString& name) {
   for (int row = 0; row < count; ++row) {
     FillRow(row);
   }
-  List_Tracks->setColumnHidden(Name, std::ranges::all_of(file_.Tracks, [](const ImportedTrack& track) {
-                                 return track.What.Name.empty();
-                               }));
+  List_Tracks->setColumnHidden(
+      TrackColumns::Name,
+      std::ranges::all_of(file_.Tracks, [](const ImportedTrack& track) { return track.What.Name.empty(); }));
   FitList();
 }
 
 void TrackDialog::FillRow(int row) {
   const ImportedTrack& track = file_.Tracks[static_cast<std::size_t>(row)];
   const SupStream& stream = track.Loaded.Stream;
-  const auto set = [&](Column column, const QString& text) {
+  const auto set = [&](TrackColumns::Column column, const QString& text) {
     List_Tracks->setItem(row, column, new QTableWidgetItem(text));
   };
-  set(Number, CountText(row + 1));
-  List_Tracks->item(row, Number)
+  set(TrackColumns::Number, CountText(row + 1));
+  List_Tracks->item(row, TrackColumns::Number)
       ->setToolTip(QStringLiteral("In the file: ") + QString::fromStdString(track.What.Id));
-  set(Language, LanguageText(track.What.Language));
-  set(Name, QString::fromStdString(track.What.Name));
-  List_Tracks->item(row, Name)->setToolTip(List_Tracks->item(row, Name)->text().toHtmlEscaped());
-  set(Count, CountText(stream.Count));
-  set(First, TimeText(stream.StartTime, false));
-  set(Last, TimeText(stream.StartTime, true));
+  set(TrackColumns::Language, LanguageText(track.What.Language));
+  set(TrackColumns::Name, QString::fromStdString(track.What.Name));
+  List_Tracks->item(row, TrackColumns::Name)
+      ->setToolTip(List_Tracks->item(row, TrackColumns::Name)->text().toHtmlEscaped());
+  set(TrackColumns::Count, CountText(stream.Count));
+  set(TrackColumns::First, TimeText(stream.StartTime, false));
+  set(TrackColumns::Last, TimeText(stream.StartTime, true));
   const double scale = devicePixelRatioF();
   if (track.What.Palette) {
     const QPixmap swatches = DrawSwatches(*track.What.Palette, palette().color(QPalette::Mid), scale);
-    SetPicture(row, Colours, Untinted(swatches), PaletteText(*track.What.Palette));
+    SetPicture(row, TrackColumns::Colours, Untinted(swatches), PaletteText(*track.What.Palette));
   } else {
-    set(Colours, QStringLiteral("none"));
-    List_Tracks->item(row, Colours)->setToolTip(QStringLiteral("The present palette would stay"));
+    set(TrackColumns::Colours, QStringLiteral("none"));
+    List_Tracks->item(row, TrackColumns::Colours)
+        ->setToolTip(QStringLiteral("The present palette would stay"));
   }
   const QImage picture = FirstPicture(stream, track.What.Palette.value_or(present_), scale);
   if (picture.isNull()) {
-    set(Picture, QStringLiteral("none"));
+    set(TrackColumns::Picture, QStringLiteral("none"));
   } else {
-    SetPicture(row, Picture, Untinted(QPixmap::fromImage(picture)), QStringLiteral("its first picture"));
+    SetPicture(row, TrackColumns::Picture, Untinted(QPixmap::fromImage(picture)),
+               QStringLiteral("its first picture"));
   }
 }
 
@@ -177,7 +182,7 @@ void TrackDialog::SetPicture(int row, int column, const QIcon& picture, const QS
 void TrackDialog::FitList() {
   List_Tracks->resizeColumnsToContents();
   QHeaderView& columns = *List_Tracks->horizontalHeader();
-  for (int column = 0; column < Columns; ++column) {
+  for (int column = 0; column < TrackColumns::Columns; ++column) {
     columns.resizeSection(column, std::min(columns.sectionSize(column) + BetweenColumns, WidestColumn));
   }
   const int frame = 2 * List_Tracks->frameWidth();

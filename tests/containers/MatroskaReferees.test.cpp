@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
 
@@ -64,6 +65,10 @@ class MatroskaReferees : public test::FolderTest {
     QProcess process;
     process.setWorkingDirectory(Folder());
     process.setStandardInputFile(QProcess::nullDevice());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"),
+                       QStringLiteral("C.UTF-8"));  // for arguments that are not ASCII
+    process.setProcessEnvironment(environment);
     process.start(QLatin1String(program), arguments);
     EXPECT_TRUE(process.waitForFinished()) << program;
     EXPECT_LE(process.exitCode(), 1) << process.readAllStandardError().toStdString();
