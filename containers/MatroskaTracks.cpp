@@ -206,7 +206,7 @@ Result<void> UndoEncodings(const std::vector<ContentEncoding>& encodings, Encode
         return Failure{"they are too many"};
       }
       bytes.insert(bytes.begin(), encoding.Stripped.begin(), encoding.Stripped.end());
-    } else if (const auto inflated = Inflate(mostBytes, bytes); !inflated) {
+    } else if (auto inflated = Inflate(mostBytes, bytes); !inflated) {
       return inflated;
     }
   }
