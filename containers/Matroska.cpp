@@ -94,7 +94,8 @@ class MatroskaWalk {
         clusterEnd_.reset();
       }
       const FoundElement found = Find(position);
-      if (!found.Element) {
+      // Segments and clusters, which may lack an end, come between the two kinds of damage.
+      if (!found.Element) {  // NOLINT(bugprone-branch-clone)
         position = PassDamage(position);
       } else if (found.Is<libmatroska::KaxSegment>()) {
         if (std::exchange(segmentMet_, true)) {
