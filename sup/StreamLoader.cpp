@@ -195,7 +195,7 @@ Failure TooLarge() {
 
 /// Opens the file and finds its length.
 Result<std::uintmax_t> OpenStreamFile(const std::filesystem::path& path, std::ifstream& file) {
-  const Result<std::uintmax_t> length = OpenInputFile(path, file);
+  Result<std::uintmax_t> length = OpenInputFile(path, file);
   if (length && *length > MaxStreamLength) {
     return TooLarge();
   }
