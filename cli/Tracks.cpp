@@ -105,6 +105,7 @@ CommandResult Tracks(const TracksOptions& options, const Console& console) {
     return read;
   }
   std::vector<TrackRow> rows;
+  rows.reserve(tracks.size());
   for (Track& track : tracks) {
     rows.push_back(ReadRow(static_cast<std::int64_t>(rows.size()) + 1, track, options.File));
   }

@@ -59,7 +59,7 @@ fs::path FindPicture(const fs::path& list, std::string name) {
   }
 #endif
   const fs::path named = PathFromUtf8(name);
-  const fs::path beside = list.parent_path() / named;
+  fs::path beside = list.parent_path() / named;
   for (const fs::path& path :
        {beside, named, list.parent_path() / named.parent_path().filename() / named.filename()}) {
     if (IsFile(path)) {

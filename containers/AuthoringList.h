@@ -1,9 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <string_view>
 
 #include "base/Progress.h"
+#include "containers/AuthoringXml.h"
 #include "containers/Container.h"
 
 namespace quillmark {
@@ -13,9 +13,6 @@ struct AuthoringListOptions {
   /// largest error. Without it such pictures are refused.
   bool Reduce = false;
 };
-
-/// Whether a file starts as an authoring list does: complete, or nothing but its lines.
-[[nodiscard]] bool StartsLikeAuthoringList(std::string_view head);
 
 /// Reads a list of pictures and encodes them: one track, whose units show what the authoring tool's would, at
 /// the same times and places. Delays are counted in 1024 ticks, as that tool and players do, and are at least

@@ -28,7 +28,7 @@ struct AuthoringSpu {
 /// is neither digit nor separator is passed over. nullopt with a second point, or past 2^33 ticks.
 [[nodiscard]] std::optional<std::int64_t> ParseAuthoringTime(std::string_view text);
 
-/// Whether a list starts so, complete or nothing but its lines.
+/// Whether a file starts as an authoring list does: complete, or nothing but its lines.
 [[nodiscard]] bool StartsLikeAuthoringList(std::string_view head);
 
 /// All subtitles of a list: `<subpictures>` with one `<stream>`, or the lines of a stream alone. What the

@@ -9,7 +9,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const auto lines = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
+  const auto lines =
+      static_cast<std::size_t>(std::ranges::count_if(text, [](char c) { return c == '\n' || c == '\r'; })) +
+      1;
   const quillmark::VobSubIndex index = quillmark::ParseVobSubIndex(text);
   std::size_t last = 0;
   for (const quillmark::VobSubLanguage& language : index.Languages) {
