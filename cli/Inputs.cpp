@@ -23,7 +23,8 @@ CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& fi
 
 namespace {
 
-ReadContainerResult ReadAny(const std::filesystem::path& path, const Progress& progress, Colours colours) {
+ReadContainerResult ReadAny(const std::filesystem::path& path, const Progress& progress,
+                            [[maybe_unused]] Colours colours) {
 #ifdef QUILLMARK_HAS_AUTHORING
   if (colours == Colours::Reduced && FormatOf(path).Id == "authoring-list") {
     return ReadAuthoringList(path, {.Reduce = true}, progress);
