@@ -298,10 +298,10 @@ void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::
 }
 
 template <typename Cell>
-void DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
-                  std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table) {
+int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
+                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table) {
   if (width < 1 || height < 1 || !HasRow(cells.size(), height - 1, width)) {
-    return;
+    return 0;
   }
   // A position names the byte before.
   std::int32_t top = topOffset - 1;
@@ -317,18 +317,19 @@ void DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int
       DecodeRowAnywhere(unit, bottomRow, bottom, painter);
     }
     if (top > bottomStart || bottom > last) {
-      return;
+      return line + 2;
     }
   }
+  return height - height % 2;
 }
 
 template void DecodeLine(std::span<const std::uint8_t>, std::span<std::uint32_t>, std::int32_t&, int, int,
                          const CodeTable<std::uint32_t>&);
 template void DecodeLine(std::span<const std::uint8_t>, std::span<std::uint8_t>, std::int32_t&, int, int,
                          const CodeTable<std::uint8_t>&);
-template void DecodeFields(std::span<const std::uint8_t>, std::span<std::uint32_t>, int, int, std::int32_t,
-                           std::int32_t, const CodeTable<std::uint32_t>&);
-template void DecodeFields(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int, std::int32_t,
-                           std::int32_t, const CodeTable<std::uint8_t>&);
+template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint32_t>, int, int, std::int32_t,
+                          std::int32_t, const CodeTable<std::uint32_t>&);
+template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int, std::int32_t,
+                          std::int32_t, const CodeTable<std::uint8_t>&);
 
 }  // namespace quillmark

@@ -34,9 +34,11 @@ void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::
 /// or height is below 1. Kept oddities: the last line of an odd height is not decoded; decoding ends after
 /// the pair of lines in which the top field ran past the bottom field's start, or the bottom field past the
 /// unit's last byte.
+/// The answer is how many lines were decoded: height less its last line where it is odd, unless decoding
+/// ended early.
 template <typename Cell>
-void DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
-                  std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
+int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
+                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
 
 // Instantiated for std::uint32_t and std::uint8_t.
 

@@ -1,35 +1,19 @@
 #include "render/MergedStreamEncoder.h"
 
-#include "sup/ChooseSecondary.h"
-
 namespace quillmark {
 
-MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index) {
+MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index, MergedCounts* counts) {
   packet_ = {};
-  const auto over = ChooseSecondary(primary_, index, secondary_);
-  if (!over) {
-    return Outcome::Skipped;
+  if (const Outcome read = reader_.Read(index); read != Outcome::Encoded) {
+    return read;
   }
-  const SubtitleUnit primary = UnitForMerging(primary_, index, primaryUnit_);
-  const auto description = DescribeSubtitle(primary);
-  if (!description) {
-    return Outcome::InvalidPrimary;
+  if (counts != nullptr) {
+    *counts = picture_.ComposeAndCount(reader_.Input());
+  } else {
+    picture_.Compose(reader_.Input());
   }
-  description_ = *description;
-  const SubtitleUnit secondary = UnitForMerging(secondary_, *over, secondaryUnit_);
-  const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
-  if (!secondaryControl.IsValid()) {
-    return Outcome::InvalidSecondary;
-  }
-  picture_.Compose({.PrimaryUnit = primary.Bytes,
-                    .Primary = description_.Control,
-                    .SecondaryUnit = secondary.Bytes,
-                    .Secondary = secondaryControl,
-                    .YOffset = settings_.YOffset,
-                    .Colours = MakeCodeColours(settings_.Palette, description_.Control),
-                    .FrameHeight = settings_.FrameHeight});
   const auto packet =
-      encoder_.Encode(picture_.Cells(), MakeMergedControl(description_.Control, primary_, index),
+      encoder_.Encode(picture_.Cells(), MakeMergedControl(reader_.MergedCodes(), primary_, index),
                       StoredTime(primary_, index));
   if (!packet) {
     return Outcome::TooLarge;
@@ -38,16 +22,16 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index) {
   return Outcome::Encoded;
 }
 
-const char* ReasonOf(MergedStreamEncoder::Outcome outcome) {
+const char* ReasonOf(MergeOutcome outcome) {
   switch (outcome) {
-    case MergedStreamEncoder::Outcome::InvalidPrimary:
+    case MergeOutcome::InvalidPrimary:
       return "its control data is not complete";
-    case MergedStreamEncoder::Outcome::InvalidSecondary:
+    case MergeOutcome::InvalidSecondary:
       return "the control data of the second stream's subtitle is not complete";
-    case MergedStreamEncoder::Outcome::TooLarge:
+    case MergeOutcome::TooLarge:
       return "the merged picture does not fit a unit of 65535 bytes";
-    case MergedStreamEncoder::Outcome::Encoded:
-    case MergedStreamEncoder::Outcome::Skipped:
+    case MergeOutcome::Encoded:
+    case MergeOutcome::Skipped:
       break;
   }
   return "";

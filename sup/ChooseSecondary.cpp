@@ -94,4 +94,13 @@ std::optional<std::size_t> ChooseSecondary(const SupStream& primary, std::size_t
   return chosen ? std::optional(std::min(*chosen, others.Size() - 1)) : std::nullopt;
 }
 
+std::int64_t TicksTogether(const SupStream& primary, std::size_t index, const SupStream& secondary,
+                           std::size_t over) {
+  if (index >= primary.StartTime.size() || index >= primary.EndTime.size()) {
+    return 0;
+  }
+  return TimeTable(secondary).OverlapWith({.Start = primary.StartTime[index], .End = primary.EndTime[index]},
+                                          over);
+}
+
 }  // namespace quillmark

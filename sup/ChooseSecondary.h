@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "sup/SupStream.h"
@@ -18,5 +19,10 @@ namespace quillmark {
 /// after the last one is the last one.
 [[nodiscard]] std::optional<std::size_t> ChooseSecondary(const SupStream& primary, std::size_t index,
                                                          const SupStream& secondary);
+
+/// How many ticks of 90 kHz primary subtitle `index` and secondary subtitle `over` are shown together: 0
+/// where they only touch, negative where they are apart. 0 for one that its stream does not have.
+[[nodiscard]] std::int64_t TicksTogether(const SupStream& primary, std::size_t index,
+                                         const SupStream& secondary, std::size_t over);
 
 }  // namespace quillmark

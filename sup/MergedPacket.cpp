@@ -25,22 +25,9 @@ constexpr std::size_t ControlLength =
 constexpr std::uint16_t LastSubtitleDelay = 1000;
 constexpr int NtscHeight = 480;
 
-void EncodeField(const FrameCells& frame, int firstRow, int lastRow, FieldBuffer& field) {
-  field.Clear();
-  const auto codeOf = [codes = frame.Codes](std::uint8_t cell) -> std::uint32_t { return codes[cell]; };
-  for (int row = firstRow; row <= lastRow && field.Position() <= FieldCut; row += 2) {
-    const auto y = static_cast<std::size_t>(row);
-    if (frame.RowInUse[y] != 0) {
-      EncodeLine(field, frame.Cells.subspan(y * MergedWidth, MergedWidth), codeOf);
-    } else {
-      EncodeBlankLine(field, codeOf(0));
-    }
-  }
-}
-
-/// The unit's picture has the frame's rows 2 to its last one but one, in full width.
 void AppendArea(PacketWriter& writer, int frameHeight) {
-  WriteArea(writer, PackRange(0, MergedWidth - 1), PackRange(2, frameHeight == NtscHeight ? 478 : 574));
+  WriteArea(writer, PackRange(0, MergedWidth - 1),
+            PackRange(FirstMergedRow, frameHeight == NtscHeight ? 478 : 574));
 }
 
 void AppendControl(PacketWriter& writer, const MergedControl& control, std::size_t controlOffset,
@@ -108,20 +95,39 @@ TimeField StoredTime(const SupStream& stream, std::size_t index) {
   return time;
 }
 
+void MergedPacketEncoder::EncodeField(const FrameCells& frame, int firstRow, int lastRow,
+                                      FieldBuffer& field) {
+  field.Clear();
+  const auto codeOf = [codes = frame.Codes](std::uint8_t cell) -> std::uint32_t { return codes[cell]; };
+  int row = firstRow;
+  for (; row <= lastRow && field.Position() <= FieldCut; row += 2) {
+    const std::size_t start = field.Position();
+    const auto y = static_cast<std::size_t>(row);
+    if (frame.RowInUse[y] != 0) {
+      EncodeLine(field, frame.Cells.subspan(y * MergedWidth, MergedWidth), codeOf);
+    } else {
+      EncodeBlankLine(field, codeOf(0));
+    }
+    facts_.LongestLine = std::max(facts_.LongestLine, field.Position() - start);
+  }
+  facts_.IsFieldCut = facts_.IsFieldCut || row <= lastRow;
+}
+
 std::optional<std::span<const std::uint8_t>> MergedPacketEncoder::Encode(const FrameCells& frame,
                                                                          const MergedControl& control,
                                                                          const TimeField& time) {
-  EncodeField(frame, 2, frame.Height - 2, top_);
-  EncodeField(frame, 3, frame.Height - 3, bottom_);
+  facts_ = {};
+  EncodeField(frame, FirstMergedRow, LastMergedRow(frame.Height), top_);
+  EncodeField(frame, FirstMergedRow + 1, LastMergedRow(frame.Height) - 1, bottom_);
   const std::size_t dataLength = top_.Bytes().size() + bottom_.Bytes().size() + 2;
   const std::size_t controlOffset = TopFieldStart + dataLength;
-  const std::size_t unitSize = controlOffset + ControlLength;
-  if (unitSize > std::numeric_limits<std::uint16_t>::max()) {
+  facts_.Size = controlOffset + ControlLength;
+  if (facts_.Size > std::numeric_limits<std::uint16_t>::max()) {
     return std::nullopt;
   }
   packet_.clear();
   PacketWriter writer(packet_);
-  WritePacketHeader(writer, time, unitSize, controlOffset);
+  WritePacketHeader(writer, time, facts_.Size, controlOffset);
   writer.Bytes(top_.Bytes());
   writer.Bytes(bottom_.Bytes());
   writer.U16be(0);

@@ -15,6 +15,11 @@ namespace quillmark {
 
 /// Width in pixels of every merged unit's picture.
 inline constexpr int MergedWidth = 720;
+/// The rows of the frame that a merged unit's picture has, in a frame of `frameHeight` rows.
+inline constexpr int FirstMergedRow = 2;
+[[nodiscard]] constexpr int LastMergedRow(int frameHeight) {
+  return frameHeight - 2;
+}
 
 /// What a merged unit takes over from the primary unit's control sequences.
 struct MergedControl {
@@ -45,6 +50,15 @@ struct FrameCells {
   std::span<const std::uint8_t> RowInUse;  ///< per row: 0 when all its cells are 0 and need no look
 };
 
+/// What there is to know of a merged unit besides its bytes.
+struct MergedUnitFacts {
+  std::size_t Size = 0;         ///< bytes that its size field has to hold
+  std::size_t LongestLine = 0;  ///< bytes of the longest line of its fields
+  bool IsFieldCut = false;      ///< a field ended before its last row
+
+  bool operator==(const MergedUnitFacts&) const = default;
+};
+
 /// Writes merged units; reuses its buffers from one to the next.
 class MergedPacketEncoder {
  public:
@@ -56,7 +70,13 @@ class MergedPacketEncoder {
                                                                     const MergedControl& control,
                                                                     const TimeField& time);
 
+  /// Of the unit that the last Encode made, or would have made if it fitted.
+  [[nodiscard]] const MergedUnitFacts& Facts() const { return facts_; }
+
  private:
+  void EncodeField(const FrameCells& frame, int firstRow, int lastRow, FieldBuffer& field);
+
+  MergedUnitFacts facts_;
   FieldBuffer top_;
   FieldBuffer bottom_;
   std::vector<std::uint8_t> packet_;

@@ -107,6 +107,24 @@ template <typename Cell>
 /// How many cells are compared at once.
 inline constexpr std::size_t BlockSize = 64;
 
+/// Bit i is flag i, which is 0 or 1, of `BlockSize` flags.
+[[nodiscard]] inline std::uint64_t GatherFlags(const std::uint8_t* flags) {
+  std::uint64_t bits = 0;
+  for (std::size_t i = 0; i < BlockSize; i += 8) {
+    std::uint64_t eight = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+      std::memcpy(&eight, flags + i, sizeof(eight));
+      eight = eight * 0x0102040810204080U >> 56U;  // gathers the lowest bits of eight bytes
+    } else {
+      for (std::size_t bit = 0; bit < 8; ++bit) {
+        eight |= std::uint64_t{flags[i + bit]} << bit;
+      }
+    }
+    bits |= eight << i;
+  }
+  return bits;
+}
+
 /// Bit i tells that cell i differs from the one before it. Both loops are made for the compiler's vectors:
 /// with short runs, jumping from one to the next by tests would mispredict at almost each of them.
 template <typename Cell>
@@ -116,20 +134,7 @@ template <typename Cell>
   for (std::size_t i = 0; i < BlockSize; ++i) {
     differs[i] = cells[i] != before[i] ? 1 : 0;
   }
-  std::uint64_t starts = 0;
-  for (std::size_t i = 0; i < BlockSize; i += 8) {
-    std::uint64_t eight = 0;
-    if constexpr (std::endian::native == std::endian::little) {
-      std::memcpy(&eight, &differs[i], sizeof(eight));
-      eight = eight * 0x0102040810204080U >> 56U;  // gathers the lowest bits of eight bytes
-    } else {
-      for (std::size_t bit = 0; bit < 8; ++bit) {
-        eight |= std::uint64_t{differs[i + bit]} << bit;
-      }
-    }
-    starts |= eight << i;
-  }
-  return starts;
+  return GatherFlags(differs.data());
 }
 
 /// Calls `found(index)` for every cell but the first that differs from the one before it.

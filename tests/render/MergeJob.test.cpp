@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "sup/StreamLoader.h"
+#include "tests/render/TwoStreams.h"
 #include "tests/support/LoadedStream.h"
 #include "tests/support/OwnDevice.h"
 #include "tests/support/PacketBuilder.h"
@@ -16,6 +17,7 @@ namespace {
 using test::Bytes;
 using test::Index;
 using test::Join;
+using test::NoisePacket;
 using test::PacketBuilder;
 using test::Second;
 using testing::ElementsAre;
@@ -135,34 +137,12 @@ TEST_F(MergeStreamsTest, FullDiskEndsItWithItsReason) {
   EXPECT_EQ(report.Reason, "No space left on device");
 }
 
-/// `lines` lines, an even number, of 226 pixels, codes 1 and 2 by turns, one nibble for each: 113 bytes a
-/// line. Opaque, at (100, 2). Merged, each line has 117 bytes: 2 for 100 pixels of code 0 before it, and 2
-/// for its end. Two more lines end it, the first of them with `more` bytes of the same noise, then of one
-/// colour.
-Bytes Noise(std::int64_t time, unsigned lines, unsigned more = 0) {
-  const Bytes field(std::size_t{lines} / 2 * 113, 0x56);
-  const Bytes endOfLine = {0x00, 0x00};
-  const Bytes top = Join({field, Bytes(more, 0x56), endOfLine});
-  const Bytes bottom = Join({field, endOfLine});
-  const auto bottomOffset = static_cast<unsigned>(4 + top.size());
-  const auto control = static_cast<unsigned>(bottomOffset + bottom.size());
-  const Bytes commands =
-      Join({test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
-            test::SetArea(100, 325, 2, 3 + lines), test::SetFields(4, bottomOffset), test::EndOfSequence});
-  return PacketBuilder()
-      .Time(time)
-      .ControlOffset(control)
-      .Unit(Join({top, bottom, test::Sequence(0, control + 24, {commands}),
-                  test::Sequence(10, control + 24, {test::StopDisplay, test::EndOfSequence})}))
-      .Build();
-}
-
 TEST_F(MergeStreamsTest, UnitsThatProgramsCannotReadAreWrittenAndNamed) {
   // A clear second picture, so that the merged units hold the first ones alone.
   const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
-  const MergeReport report = Merge(
-      Join({Noise(Second, 250), Noise(3 * Second, 280), Noise(5 * Second, 250), Noise(7 * Second, 280)}),
-      clear);
+  const MergeReport report = Merge(Join({NoisePacket(Second, 250), NoisePacket(3 * Second, 280),
+                                         NoisePacket(5 * Second, 250), NoisePacket(7 * Second, 280)}),
+                                   clear);
   EXPECT_EQ(report.How, Ending::Complete);
   EXPECT_THAT(report.TooLong, ElementsAre(2, 4));
 }
@@ -170,7 +150,7 @@ TEST_F(MergeStreamsTest, UnitsThatProgramsCannotReadAreWrittenAndNamed) {
 TEST_F(MergeStreamsTest, LongestUnitThatCanBeReadIsNotNamed) {
   const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
   // 573 lines, those of one colour in 2 bytes each: 37 + 274 * 117 + (4 + 72) + 298 * 2 = 32,767.
-  EXPECT_THAT(Merge(Noise(Second, 274, 72), clear).TooLong, ElementsAre());
+  EXPECT_THAT(Merge(NoisePacket(Second, 274, 72), clear).TooLong, ElementsAre());
   const Bytes written = WrittenBytes();
   EXPECT_EQ(Bytes(written.begin() + 10, written.begin() + 12), (Bytes{0x7F, 0xFF}));
   const SupStream read = Index(written);
@@ -180,7 +160,7 @@ TEST_F(MergeStreamsTest, LongestUnitThatCanBeReadIsNotNamed) {
 
 TEST_F(MergeStreamsTest, UnitOfOneByteMoreIsNamed) {
   const Bytes clear = PacketBuilder().Contrast(0, 0, 0, 0).Area(0, 1, 0, 1).Build();
-  EXPECT_THAT(Merge(Noise(Second, 274, 73), clear).TooLong, ElementsAre(1));
+  EXPECT_THAT(Merge(NoisePacket(Second, 274, 73), clear).TooLong, ElementsAre(1));
   const Bytes written = WrittenBytes();
   EXPECT_EQ(Bytes(written.begin() + 10, written.begin() + 12), (Bytes{0x80, 0x00}));
   EXPECT_EQ(Index(written).Stats.ParseErrors, 1);

@@ -1,0 +1,121 @@
+#include "render/MergedInputReader.h"
+
+#include <gmock/gmock.h>
+
+#include "render/MergedStreamEncoder.h"
+#include "tests/render/TwoStreams.h"
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+using test::Join;
+using test::Second;
+using test::Sound;
+using test::TwoStreams;
+
+/// The packet of a primary at (100, 400), its upper line of code 1 and its lower one of code 2, and a
+/// secondary at (200, 300) whose lines have these codes.
+Bytes MergedPacket(std::uint8_t upperCode, std::uint8_t lowerCode, const Bytes& colours,
+                   const Bytes& contrasts) {
+  const auto line = [&](int row) -> Bytes {
+    const auto run = [](std::uint8_t code) { return static_cast<std::uint8_t>(0x10 + code); };
+    switch (row) {
+      case 300:
+        return {0x03, 0x20, run(upperCode), 0x00, 0x00};
+      case 301:
+        return {0x03, 0x20, run(lowerCode), 0x00, 0x00};
+      case 400:
+        return {0x01, 0x90, run(1), 0x00, 0x00};
+      case 401:
+        return {0x01, 0x90, run(2), 0x00, 0x00};
+      default:
+        return {0x00, 0x00};
+    }
+  };
+  Bytes top;
+  Bytes bottom;
+  for (int row = 2; row <= 574; ++row) {
+    Bytes& field = row % 2 == 0 ? top : bottom;
+    const Bytes bytes = line(row);
+    field.insert(field.end(), bytes.begin(), bytes.end());
+  }
+  const auto control = static_cast<unsigned>(4 + top.size() + bottom.size() + 2);
+  return test::PacketBuilder()
+      .Time(Second)
+      .ControlOffset(control)
+      .Unit(Join({top,
+                  bottom,
+                  {0x00, 0x00},
+                  test::Sequence(0, control + 24,
+                                 {test::StartDisplay, colours, contrasts,
+                                  test::SetFields(4, static_cast<unsigned>(4 + top.size())),
+                                  test::SetArea(0, 719, 2, 574), test::EndOfSequence}),
+                  test::Sequence(90, control + 24, {test::StopDisplay, test::EndOfSequence}),
+                  {0xFF}}))
+      .Build();
+}
+
+Bytes Merged(const MergeSettings& settings) {
+  const TwoStreams streams(Sound(Second).Build(), Sound(Second).Area(200, 203, 300, 301).Build());
+  MergedStreamEncoder encoder(streams.Primary, streams.Secondary, settings);
+  EXPECT_EQ(encoder.Encode(0), MergeOutcome::Encoded);
+  return {encoder.Packet().begin(), encoder.Packet().end()};
+}
+
+TEST(MergeSettings, ByDefaultAllCodesAndTheirColoursStay) {
+  EXPECT_EQ(Merged(test::StartUpSettings()),
+            MergedPacket(1, 2, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0)));
+}
+
+TEST(MergeSettings, SecondaryCodesBecomeOthers) {
+  MergeSettings settings = test::StartUpSettings();
+  settings.SecondaryCodes = {0, 3, 1, 2};
+  EXPECT_EQ(Merged(settings),
+            MergedPacket(3, 1, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0)));
+}
+
+TEST(MergeSettings, ColoursAndOpacitiesAreTheUnits) {
+  MergeSettings settings = test::StartUpSettings();
+  settings.SecondaryCodes = {0, 3, 1, 2};
+  settings.Colours = {std::nullopt, std::nullopt, std::nullopt, 9};
+  settings.Contrasts = {std::nullopt, 12, std::nullopt, std::nullopt};
+  EXPECT_EQ(Merged(settings),
+            MergedPacket(3, 1, test::SetColour(9, 2, 1, 0), test::SetContrast(15, 15, 12, 0)));
+}
+
+TEST(MergeSettings, CodeMadeInvisibleIsLikeTheClearFrame) {
+  // Code 0 of black and opacity 0 is just the clear frame; so is whatever else is invisible.
+  MergeSettings settings = test::StartUpSettings();
+  settings.SecondaryCodes = {0, 3, 3, 3};
+  settings.Contrasts = {std::nullopt, std::nullopt, std::nullopt, 0};
+  const TwoStreams streams(Sound(Second).Build(), Sound(Second).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, settings);
+  ASSERT_EQ(reader.Read(0), MergeOutcome::Encoded);
+  MergedPicture picture;
+  EXPECT_EQ(picture.ComposeAndCount(reader.Input()), MergedCounts());
+}
+
+TEST(MergedInputReader, BothUnitsAreReadWhereThePrimaryIsInvalid) {
+  const TwoStreams streams(Sound(Second).WithoutArea().Build(), Sound(Second).Area(7, 9, 11, 13).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, test::StartUpSettings());
+  EXPECT_EQ(reader.Read(0), MergeOutcome::InvalidPrimary);
+  EXPECT_FALSE(reader.PrimaryControl().IsValid());
+  EXPECT_EQ(reader.SecondaryControl().X1, 7);
+}
+
+TEST(ColourDistance, IsTheLargestDifferenceOfAComponent) {
+  EXPECT_EQ(ColourDistance(0xFF102030, 0xFF102030), 0);
+  EXPECT_EQ(ColourDistance(0xFF102030, 0xFE182030), 8);
+  EXPECT_EQ(ColourDistance(0xFF102030, 0xFF102000), 0x30);
+  EXPECT_EQ(ColourDistance(0x88FF0000, 0x22FF0000), 0x66);
+}
+
+TEST(ColourDistance, OfAnInvisibleColourTheAlphaAloneCounts) {
+  EXPECT_EQ(ColourDistance(0x00FFFFFF, 0x00000000), 0);
+  EXPECT_EQ(ColourDistance(0x00FFFFFF, 0x05000000), 5);
+}
+
+}  // namespace
+}  // namespace quillmark
