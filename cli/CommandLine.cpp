@@ -16,6 +16,7 @@
 #include "cli/OptionKinds.h"
 #include "cli/ToolCommand.h"
 #include "cli/UnknownWord.h"
+#include "render/MergedInputReader.h"
 
 namespace quillmark::cli {
 namespace {
@@ -308,25 +309,60 @@ class CommandTable {
 
     AddConvert();
 
+    AddMerge();
+
+    CLI::App* salvage = Add("salvage", "Save the good packets of a damaged stream", salvage_, Salvage, true);
+    AddStream(salvage, salvage_.File, salvage_.Track);
+    AddOut(salvage, salvage_.Out, "FILE.sup");
+  }
+
+  void AddMerge() {
     CLI::App* merge = Add("merge", "Lay a second stream over the first", merge_, Merge, true);
     AddFile(merge, merge_.Primary, "PRIMARY");
     AddFile(merge, merge_.Secondary, "SECONDARY", "Stream to lay over it");
     AddTrack(merge, merge_.Track, "PRIMARY's track, by its number or its language");
     AddTrack(merge, merge_.SecondTrack, "The same of SECONDARY", "--second-track");
-    AddOut(merge, merge_.Out, "FILE.sup");
-    AddNumber(merge, "--y-offset", merge_.YOffset, -32768, 32767,
-              "Lines that SECONDARY's pictures are moved down")
-        ->type_name("LINES")
-        ->default_str(std::to_string(merge_.YOffset));
+    outs_.push_back(AddOut(merge, merge_.Out, "FILE.sup"));
+    AddYOffset(merge);
     merge->add_option("--frame", merge_.Frame, "Lines of the frame")
         ->type_name("480|576")
         ->check(FrameLines())
         ->capture_default_str();
     AddPalette(merge, merge_.Palette);
+    merge
+        ->add_option("--secondary-codes", merge_.SecondaryCodes,
+                     "Which code, 0 to 3, each pixel code of SECONDARY becomes: a digit for each, code 0 "
+                     "first; a dot leaves a code as it is")
+        ->type_name("HHHH")
+        ->check(DigitForEachCode(3, "digits 0 to 3"));
+    merge
+        ->add_option("--colours", merge_.Colours,
+                     "Palette entries of the new stream's codes in the same way, in hexadecimal digits; else "
+                     "PRIMARY's")
+        ->type_name("HHHH")
+        ->check(DigitForEachCode(15, "hexadecimal digits"));
+    merge->add_option("--opacities", merge_.Opacities, "Opacities in the same way, 0 invisible to F opaque")
+        ->type_name("HHHH")
+        ->check(DigitForEachCode(15, "hexadecimal digits"));
+    CLI::Option* const dryRun =
+        merge->add_flag("--dry-run", merge_.DryRun,
+                        "Tell what each packet would lose or show otherwise, and write nothing; needs no -o");
+    merge->add_flag("--json", merge_.Json, "Write one JSON object, with --dry-run")->needs(dryRun);
+  }
 
-    CLI::App* salvage = Add("salvage", "Save the good packets of a damaged stream", salvage_, Salvage, true);
-    AddStream(salvage, salvage_.File, salvage_.Track);
-    AddOut(salvage, salvage_.Out, "FILE.sup");
+  void AddYOffset(CLI::App* merge) {
+    const auto take = [this](const std::string& text) {
+      merge_.FindsOffset = text == "auto";
+      merge_.YOffset = static_cast<int>(ParseDecimal(text).value_or(merge_.YOffset));
+    };
+    merge
+        ->add_option_function<std::string>(
+            "--y-offset", take,
+            "Lines that SECONDARY's pictures are moved down; auto: so that the fewest pixels are covered or "
+            "clipped")
+        ->type_name("LINES|auto")
+        ->check(NumberWithinOr("auto", MinYOffset, MaxYOffset))
+        ->default_str(std::to_string(merge_.YOffset));
   }
 
   void AddConvert() {

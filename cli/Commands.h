@@ -73,10 +73,18 @@ struct MergeOptions {
   std::string SecondTrack = {};
   std::string Out = {};
   int YOffset = -400;
+  bool FindsOffset = false;  ///< the cheapest one, and of several the nearest to YOffset
   int Frame = 576;
   std::string Palette = {};  ///< empty: the one of the track, or the start-up palette
+  /// Four digits, code 0 first; a dot, and empty text, leave a code as it is.
+  std::string SecondaryCodes = {};  ///< digits 0 to 3
+  std::string Colours = {};         ///< hexadecimal, as the others
+  std::string Opacities = {};
+  bool DryRun = false;
+  bool Json = false;  ///< of a dry run
 };
-/// A new stream of the primary's subtitles with the secondary's laid over them.
+/// A new stream of the primary's subtitles with the secondary's laid over them; dry, what there is to know of
+/// its packets. Not done where the merge would end early or write units that cannot be read.
 CommandResult Merge(const MergeOptions& options, const Console& console);
 
 struct CheckOptions {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 
 #include <nlohmann/json.hpp>
 
@@ -9,9 +10,12 @@ namespace quillmark::cli {
 /// Keeps its members in the order in which they are set.
 using Json = nlohmann::ordered_json;
 
-/// One line. Texts that are not UTF-8, such as odd file names, are written with replacement characters.
+/// One line. Texts that are not UTF-8, such as odd file names, get replacement characters.
+inline std::string JsonText(const Json& value) {
+  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
 inline void WriteJson(std::ostream& out, const Json& value) {
-  out << value.dump(-1, ' ', false, Json::error_handler_t::replace);
+  out << JsonText(value);
 }
 
 /// Writes an array element by element, one a line, so that none but the current one is held.

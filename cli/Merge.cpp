@@ -3,9 +3,12 @@
 
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
+#include "cli/MergeDryRun.h"
 #include "cli/ProgressBar.h"
 #include "files/FileWriter.h"
+#include "recipe/OptionText.h"
 #include "render/MergeJob.h"
+#include "render/OffsetSearch.h"
 
 namespace quillmark::cli {
 namespace {
@@ -53,6 +56,43 @@ CommandResult LoadSecondary(const StreamSource& source, const SupStream& primary
   return {};
 }
 
+ChosenNibbles NibblesOf(const std::string& text) {
+  return ParseNibbles(text).value_or(ChosenNibbles());
+}
+
+MergeSettings SettingsOf(const MergeOptions& options) {
+  MergeSettings settings{.YOffset = options.YOffset,
+                         .FrameHeight = options.Frame,
+                         .Colours = NibblesOf(options.Colours),
+                         .Contrasts = NibblesOf(options.Opacities)};
+  const ChosenNibbles codes = NibblesOf(options.SecondaryCodes);
+  for (std::size_t code = 0; code < codes.size(); ++code) {
+    settings.SecondaryCodes[code] = codes[code].value_or(settings.SecondaryCodes[code]);
+  }
+  return settings;
+}
+
+/// Sets the cheapest offset; says which one that is where nothing else does.
+CommandResult FindOffset(const SupStream& primary, const SupStream& secondary, bool isSaid,
+                         MergeSettings& settings, const Console& console) {
+  OffsetSearch search(primary, secondary, settings);
+  ProgressBar progress(console, primary.Count);
+  while (search.Step()) {
+    progress.Show(static_cast<std::int64_t>(search.Looked()));
+    if (console.Interrupted()) {
+      return Interrupted();
+    }
+  }
+  progress.Clear();
+  settings.YOffset = search.Best();
+  if (isSaid) {
+    const OffsetCost cost = search.CostOf(settings.YOffset);
+    console.Out << "y-offset " << settings.YOffset << ": " << cost.Covered << " pixels covered, "
+                << cost.Clipped << " clipped\n";
+  }
+  return {};
+}
+
 CommandResult MergeResult(const MergeReport& merged, const MergeOptions& options) {
   switch (merged.How) {
     case MergeReport::Ending::Interrupted:
@@ -85,7 +125,7 @@ CommandResult Merge(const MergeOptions& options, const Console& console) {
   SupStream primary;
   SupStream secondary;
   std::optional<DvdPalette> ofTrack;
-  MergeSettings settings{.YOffset = options.YOffset, .FrameHeight = options.Frame};
+  MergeSettings settings = SettingsOf(options);
   QString path;
   if (CommandResult loaded = LoadStream({options.Primary, options.Track}, primary, console, &ofTrack);
       !loaded.IsDone()) {
@@ -101,6 +141,15 @@ CommandResult Merge(const MergeOptions& options, const Console& console) {
   }
   if (CommandResult loaded = LoadPalette(options.Palette, ofTrack, settings.Palette); !loaded.IsDone()) {
     return loaded;
+  }
+  if (options.FindsOffset) {
+    if (CommandResult found = FindOffset(primary, secondary, !options.DryRun, settings, console);
+        !found.IsDone()) {
+      return found;
+    }
+  }
+  if (options.DryRun) {
+    return ReviewMerge(primary, secondary, settings, options, console);
   }
   if (CommandResult named = ToText(options.Out, path); !named.IsDone()) {
     return named;

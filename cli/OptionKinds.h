@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "base/Decimal.h"
 #include "cli/Inputs.h"
 #include "containers/Language.h"
+#include "recipe/OptionText.h"
 #include "sup/SubtitleSet.h"
 
 /// The kinds of options and arguments that the commands have, each with its check.
@@ -46,6 +48,23 @@ inline CLI::Validator NumberWithin(std::int64_t first, std::int64_t last) {
                : "Value " + text + " not in range " + std::to_string(first) + " to " + std::to_string(last);
   };
   return CLI::Validator(check, "");
+}
+
+/// The same, or a word in a number's place.
+inline CLI::Validator NumberWithinOr(const std::string& word, std::int64_t first, std::int64_t last) {
+  const CLI::Validator number = NumberWithin(first, last);
+  return CLI::Validator([=](std::string& text) { return text == word ? std::string() : number(text); }, "");
+}
+
+/// A hexadecimal digit up to `last`, or a dot, for each pixel code; `digits` says which they are.
+inline CLI::Validator DigitForEachCode(std::uint8_t last, const std::string& digits) {
+  return Accepting(
+      [last](const std::string& text) {
+        const auto nibbles = ParseNibbles(text);
+        return nibbles && std::ranges::all_of(
+                              *nibbles, [last](const auto& nibble) { return nibble.value_or(0) <= last; });
+      },
+      "is not four " + digits + " or dots");
 }
 
 /// What a command takes that reads tracks.

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <utility>
 
+#include "render/MergeProblem.h"
 #include "render/StreamDiff.h"
 #include "sup/Mend.h"
 #include "sup/StreamCheck.h"
@@ -78,7 +79,7 @@ TEST_F(DocumentTest, ExamplesOfTheManualWork) {
 
 TEST_F(DocumentTest, ExamplesOfTheReadmeWork) {
   const auto examples = Examples(ReadSource("README.md"), "## Command line");
-  EXPECT_EQ(examples.size(), 6U);
+  EXPECT_EQ(examples.size(), 7U);
   RunAll(examples);
 }
 
@@ -222,6 +223,22 @@ std::vector<std::string> LongOptions(const std::string& text) {
   std::ranges::sort(options);
   options.erase(std::unique(options.begin(), options.end()), options.end());
   return options;
+}
+
+TEST_F(JsonTables, OfTheMergesDryRun) {
+  Write("a.sup", test::Sound().WithoutArea().Build());
+  Write("b.sup", test::Sound().Build());
+  const Json review = Json::parse(Run({"merge", "a.sup", "b.sup", "--dry-run", "--json"}).Out);
+  const auto tables = TableNames(manual_, "### merge --dry-run --json");
+  ASSERT_EQ(tables.size(), 3U);
+  EXPECT_THAT(NamesOf(review), UnorderedElementsAreArray(tables[0]));
+  ASSERT_EQ(review["pairs"].size(), 1U);
+  EXPECT_THAT(NamesOf(review["pairs"][0]), UnorderedElementsAreArray(tables[1]));
+  std::vector<std::string> codes;
+  for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
+    codes.emplace_back(MergeProblemName(static_cast<MergeProblemKind>(kind)));
+  }
+  EXPECT_EQ(tables[2], codes);
 }
 
 class CommandDocuments : public test::ProgramTest, public testing::WithParamInterface<const char*> {

@@ -1,0 +1,165 @@
+#include "cli/MergeDryRun.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/Inputs.h"
+#include "cli/Json.h"
+#include "cli/ProgressBar.h"
+#include "render/MergeJob.h"
+#include "render/MergeProblem.h"
+#include "render/MergeReview.h"
+#include "sup/SupFormat.h"
+#include "sup/Timecode.h"
+
+namespace quillmark::cli {
+namespace {
+
+std::int64_t NumberOf(std::size_t index) {
+  return static_cast<std::int64_t>(index) + 1;
+}
+
+/// How long both are shown together, to the nearest millisecond.
+std::int64_t OverlapMs(const MergedPair& pair) {
+  constexpr std::int64_t TicksPerMs = TicksPerSecond / 1000;
+  const std::int64_t ticks = std::max<std::int64_t>(pair.OverlapTicks, 0);
+  return ticks / TicksPerMs + (ticks % TicksPerMs >= TicksPerMs / 2 ? 1 : 0);
+}
+
+Json MergeProblemObjects(const MergedPair& pair) {
+  Json objects = Json::array();
+  for (const MergeProblem& problem : ProblemsOf(pair)) {
+    objects.push_back({{"code", MergeProblemName(problem.Kind)},
+                       {"message", MergeProblemMessage(problem)},
+                       {"severity", SeverityName(SeverityOf(problem.Kind))}});
+  }
+  return objects;
+}
+
+Json MergedPairObject(const MergedPair& pair) {
+  const MergedCounts& counts = pair.Counts;
+  const bool isRecoloured = counts.Recoloured > 0;
+  return {{"primary", NumberOf(pair.Primary)},
+          {"secondary", NumberOf(pair.Secondary)},
+          {"overlap_ms", OverlapMs(pair)},
+          {"overlap_ticks", std::max<std::int64_t>(pair.OverlapTicks, 0)},
+          {"covered_pixels", counts.Covered},
+          {"clipped_pixels", pair.ClippedPixels()},
+          {"primary_clipped_pixels", counts.Primary.Total()},
+          {"primary_clipped_rows", counts.Primary.Rows},
+          {"secondary_clipped_pixels", counts.Secondary.Total()},
+          {"secondary_clipped_rows", counts.Secondary.Rows},
+          {"recoloured_pixels", counts.Recoloured},
+          {"recoloured_by", isRecoloured ? Json(counts.FurthestOff) : Json()},
+          {"recoloured_code", isRecoloured ? Json(counts.FurthestCode) : Json()},
+          {"unit_bytes", pair.HasUnit() ? Json(pair.Unit.Size) : Json()},
+          {"problems", MergeProblemObjects(pair)}};
+}
+
+/// Null for a code that has what the primary gives it.
+Json NibbleObjects(const ChosenNibbles& nibbles) {
+  Json objects = Json::array();
+  for (const auto& nibble : nibbles) {
+    objects.push_back(nibble ? Json(*nibble) : Json());
+  }
+  return objects;
+}
+
+void WriteReviewJson(const MergeReviewer& review, const MergeSettings& settings, const MergeOptions& options,
+                     const CommandResult& result, const Console& console) {
+  std::string head = JsonText({{"file", options.Primary},
+                               {"second_file", options.Secondary},
+                               {"out", nullptr},
+                               {"y_offset", settings.YOffset},
+                               {"frame", settings.FrameHeight},
+                               {"secondary_codes", settings.SecondaryCodes},
+                               {"colours", NibbleObjects(settings.Colours)},
+                               {"opacities", NibbleObjects(settings.Contrasts)},
+                               {"error", result.IsDone() ? Json() : Json(result.Text())}});
+  head.back() = ',';  // the object goes on
+  console.Out << head << "\n\"pairs\": ";
+  {
+    JsonArrayWriter array(console.Out);
+    for (const MergedPair& pair : review.Pairs()) {
+      array.Add(MergedPairObject(pair));
+    }
+  }
+  Json leftOut = Json::array();
+  review.LeftOut().ForEachIndex(review.SecondaryCount(),
+                                [&](std::size_t index) { leftOut.push_back(NumberOf(index)); });
+  console.Out << ",\"left_out\": " << JsonText(leftOut) << "}\n";
+}
+
+/// "3 + 7: 1960 ms together, 2345 bytes; ... [covered]".
+std::string MergedPairText(const MergedPair& pair) {
+  std::string text = std::to_string(NumberOf(pair.Primary)) + " + " +
+                     std::to_string(NumberOf(pair.Secondary)) + ": " + std::to_string(OverlapMs(pair)) +
+                     " ms together";
+  if (pair.HasUnit()) {
+    text += ", " + std::to_string(pair.Unit.Size) + " bytes";
+  }
+  for (const MergeProblem& problem : ProblemsOf(pair)) {
+    text += "; " + MergeProblemMessage(problem) + " [" + std::string(MergeProblemName(problem.Kind)) + "]";
+  }
+  return text;
+}
+
+void WriteReviewText(const MergeReviewer& review, const MergeSettings& settings, const MergeOptions& options,
+                     const Console& console) {
+  MergeReviewSummary summary;
+  for (const MergedPair& pair : review.Pairs()) {
+    summary.Add(pair);
+  }
+  const SubtitleSet leftOut = review.LeftOut();
+  console.Out << "y-offset " << settings.YOffset << ", frame 720x" << settings.FrameHeight << '\n'
+              << SummaryText(summary) << '\n'
+              << "pixels: " << summary.Covered << " covered, " << summary.Clipped << " clipped, "
+              << summary.Recoloured << " recoloured\n"
+              << "left out of " << options.Secondary << ": " << (leftOut.IsEmpty() ? "none" : leftOut.Text())
+              << '\n';
+  for (const MergedPair& pair : review.Pairs()) {
+    console.Out << MergedPairText(pair) << '\n';
+  }
+}
+
+/// How the merge would end, which stops at the first subtitle that cannot be merged.
+CommandResult MergeEnding(const std::vector<MergedPair>& pairs, const MergeOptions& options) {
+  std::vector<std::int64_t> tooLong;
+  for (const MergedPair& pair : pairs) {
+    if (pair.Outcome != MergeOutcome::Encoded) {
+      return Failed(options.Primary, SubtitleText(NumberOf(pair.Primary)) + ": " + ReasonOf(pair.Outcome));
+    }
+    if (pair.Unit.Size > MaxReadUnit) {
+      tooLong.push_back(NumberOf(pair.Primary));
+    }
+  }
+  return tooLong.empty() ? CommandResult() : Failed(options.Primary, TooLongText(tooLong));
+}
+
+}  // namespace
+
+CommandResult ReviewMerge(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
+                          const MergeOptions& options, const Console& console) {
+  MergeReviewer review(primary, secondary, settings);
+  {
+    ProgressBar progress(console, primary.Count);
+    while (review.Step()) {
+      progress.Show(static_cast<std::int64_t>(review.Looked()));
+      if (console.Interrupted()) {
+        return Interrupted();
+      }
+    }
+  }
+  CommandResult result = MergeEnding(review.Pairs(), options);
+  if (options.Json) {
+    WriteReviewJson(review, settings, options, result, console);
+    result.JsonWritten = true;
+  } else {
+    WriteReviewText(review, settings, options, console);
+  }
+  return result;
+}
+
+}  // namespace quillmark::cli
