@@ -1,0 +1,1 @@
+quillmark_bench(merge_review SOURCES merge_review.cpp LINK quillmark_render)
