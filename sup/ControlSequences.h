@@ -25,7 +25,7 @@ enum class ControlEnding : std::uint8_t {
   PointsNowhere,    ///< a pointer is 0
   PointsBackwards,  ///< a pointer leads into or before its own sequence
   PointsOutside,    ///< a pointer, or the control offset, leads out of the unit
-  TooLong,          ///< given up after MaxControlCommands
+  TooLong,          ///< given up after as many commands as were allowed
 };
 
 /// More commands than any real unit has; the bound keeps a search that tries every byte of a file linear.
@@ -71,14 +71,14 @@ struct ControlWalk {
 /// Walks a unit's control sequences as a player does: from one to the next by their pointers, forwards.
 /// `unit` is a whole unit, from its size field on; `controlOffset` is that of its first sequence. Calls
 /// `visitor.Begin(ControlSequence)` for each sequence and `visitor.Take(ControlCommand)` for each of its
-/// commands, in the order of their positions; what damage ends is told by the answer, after the calls.
-/// DecodeControl reads the same sequences where they stand one right after another and hold no
-/// ChangeColours.
+/// commands, in the order of their positions; what damage ends is told by the answer, after the calls. End
+/// marks count as commands. DecodeControl reads the same sequences where they stand one right after another
+/// and hold no ChangeColours.
 template <typename Visitor>
-ControlWalk WalkControl(std::span<const std::uint8_t> unit, std::uint16_t controlOffset, Visitor& visitor) {
+ControlWalk WalkControl(std::span<const std::uint8_t> unit, std::uint16_t controlOffset, Visitor& visitor,
+                        std::int32_t commandsLeft = MaxControlCommands) {
   const std::size_t size = unit.size();
   ControlWalk walk;
-  std::int32_t commandsLeft = MaxControlCommands;
   std::size_t next = controlOffset;
   while (next <= size) {
     const std::size_t sequence = next;

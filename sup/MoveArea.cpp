@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "sup/ColourChanges.h"
 #include "sup/ToolRun.h"
 
 namespace quillmark {
@@ -28,11 +29,6 @@ struct Extent {
     Last = std::max(Last, coordinate);
   }
 };
-
-/// Two 12-bit lines of a group of colour changes, with the nibbles that stand before them.
-constexpr std::size_t GroupSize = 4;
-/// A column in 16 bits, four palette nibbles and four contrasts.
-constexpr std::size_t ChangeSize = 6;
 
 /// Where a unit says where it is in the frame: in areas, and in the lines and columns of colour changes.
 /// Places count from the control offset.
@@ -68,29 +64,18 @@ class PlacePlan {
     return command.ArgumentAt(argument) - controlOffset_;
   }
 
-  /// False where the groups do not fit the arguments. They end with 0F FF FF FF, or with the arguments.
+  /// False where the groups do not fit the arguments.
   bool TakeChanges(const ControlCommand& command) {
-    const auto bytes = command.Arguments;
-    std::size_t at = 2;
-    while (at + GroupSize <= bytes.size()) {
-      if (bytes[at] == 0x0F && bytes[at + 1] == 0xFF && bytes[at + 2] == 0xFF && bytes[at + 3] == 0xFF) {
-        return true;
-      }
-      const std::size_t changes = HighNibble(bytes[at + 2]);
-      const bool isGroup =
-          HighNibble(bytes[at]) == 0 && changes > 0 && changes * ChangeSize <= bytes.size() - at - GroupSize;
-      if (!isGroup) {
-        return false;
-      }
-      for (const std::size_t line : {at, at + 2}) {
+    const auto damagedAt = ForEachColourGroup(command.Arguments, [&](const ColourGroup& group) {
+      for (const std::size_t line : {group.Position, group.Position + 2}) {
         numbers_.push_back({.Place = PlaceOf(command, line), .IsLine = true});
       }
-      at += GroupSize;
-      for (std::size_t change = 0; change < changes; ++change, at += ChangeSize) {
-        numbers_.push_back({.Place = PlaceOf(command, at), .IsLine = false});
+      for (std::size_t change = 0; change < group.Changes; ++change) {
+        numbers_.push_back({.Place = PlaceOf(command, group.ChangeAt(change)), .IsLine = false});
       }
-    }
-    return at == bytes.size();
+      return true;
+    });
+    return !damagedAt;
   }
 
   std::size_t controlOffset_ = 0;
