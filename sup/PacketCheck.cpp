@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sup/ControlSurvey.h"
+#include "sup/DisplayTimeline.h"
 #include "sup/PlayerCheck.h"
 #include "sup/SupFormat.h"
 #include "sup/Timecode.h"
@@ -101,6 +102,7 @@ class PacketCheck {
   void CheckSequences() {
     const ControlSurvey survey = SurveyControl(packet_.Unit, packet_.ControlOffset);
     result_.IsForced = survey.IsForced;
+    result_.IsAnimated = IsAnimated(packet_.Unit, packet_.ControlOffset);
     if (survey.End != ControlSurvey::Ending::PointsToItself) {
       ReportInUnit(survey.EndPosition, Code::ControlUnfinished, {static_cast<std::int64_t>(survey.End)});
     }

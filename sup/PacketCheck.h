@@ -53,8 +53,9 @@ struct CheckedPacket {
   std::int64_t Time = 0;  ///< 90 kHz ticks
   /// Whether the unit has control sequences that a player finds; only then it has a delay that counts.
   bool HasSequences = false;
-  bool IsForced = false;  ///< a command starts the display even where subtitles are off
-  SpuControl Control;     ///< as it is read when the subtitle is shown; invalid when it cannot be
+  bool IsForced = false;    ///< a command starts the display even where subtitles are off
+  bool IsAnimated = false;  ///< a player shows more than one picture of it
+  SpuControl Control;       ///< as it is read when the subtitle is shown; invalid when it cannot be
 };
 
 /// A problem of the packet at `offset`, `place` bytes after its "SP". What its message tells is given in the

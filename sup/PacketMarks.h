@@ -11,9 +11,10 @@ namespace quillmark {
 
 /// What a list asks of a subtitle besides its problems.
 enum class PacketTrait : std::uint8_t {
-  Invalid = 61,  ///< this program cannot show it
-  Forced = 62,   ///< it starts even where subtitles are off
-  OtherCodes,    ///< other colours or opacities than the first valid subtitle
+  Animated = 60,  ///< a player shows more than one picture of it
+  Invalid = 61,   ///< this program cannot show it
+  Forced = 62,    ///< it starts even where subtitles are off
+  OtherCodes,     ///< other colours or opacities than the first valid subtitle
 };
 
 /// The problems and traits of one packet: each kind of problem once, however often the packet has it.
@@ -45,6 +46,6 @@ class PacketMarks {
 
   bool operator==(const PacketMarks&) const = default;
 };
-static_assert(StreamProblemCodes <= static_cast<int>(PacketTrait::Invalid));
+static_assert(StreamProblemCodes <= static_cast<int>(PacketTrait::Animated));
 
 }  // namespace quillmark

@@ -42,6 +42,9 @@ void StreamSurvey::NoteTraits(const CheckedPacket& packet) {
   if (packet.IsForced) {
     marks.Add(PacketTrait::Forced);
   }
+  if (packet.IsAnimated) {
+    marks.Add(PacketTrait::Animated);
+  }
   if (!packet.Control.IsValid()) {
     marks.Add(PacketTrait::Invalid);
     return;

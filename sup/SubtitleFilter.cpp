@@ -26,6 +26,8 @@ constexpr std::uint64_t MarksOf(FilterKind kind) {
       return PacketMarks::BitOf(PacketTrait::Invalid);
     case FilterKind::Forced:
       return PacketMarks::BitOf(PacketTrait::Forced);
+    case FilterKind::Animated:
+      return PacketMarks::BitOf(PacketTrait::Animated);
     case FilterKind::WithoutEnd:
       return PacketMarks::BitOf(Code::NoEnd);
     case FilterKind::Overlapping:

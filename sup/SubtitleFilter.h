@@ -17,6 +17,7 @@ enum class FilterKind : std::uint8_t {
   WithProblems,
   Invalid,
   Forced,
+  Animated,
   WithoutEnd,   ///< no end of its own
   Overlapping,  ///< still shown when the next one starts
   OtherCodes,   ///< other colours or opacities than the first valid subtitle

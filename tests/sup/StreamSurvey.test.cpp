@@ -27,6 +27,7 @@ using test::SetColour;
 using test::SetContrast;
 using test::SetFields;
 using test::Sound;
+using test::StartDisplay;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -134,6 +135,20 @@ TEST(StreamSurvey, AForcedStartIsATrait) {
   const StreamSurvey survey = Survey(file);
   EXPECT_TRUE(survey.MarksOf(0).Has(PacketTrait::Forced));
   EXPECT_FALSE(survey.MarksOf(1).Has(PacketTrait::Forced));
+}
+
+TEST(StreamSurvey, MoreThanOnePictureIsATrait) {
+  const Bytes commands = Join({StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0),
+                               SetArea(100, 103, 400, 401), SetFields(4, 6), EndOfSequence});
+  const Bytes faded = PacketBuilder()
+                          .Unit(Join({{0x11, 0x00, 0x12, 0x00},
+                                      Sequence(0, 32, {commands}),
+                                      Sequence(5, 32, {SetContrast(7, 7, 7, 0), EndOfSequence})}))
+                          .Build();
+  const Bytes file = Join({Sound().Build(), faded});
+  const StreamSurvey survey = Survey(file);
+  EXPECT_FALSE(survey.MarksOf(0).Has(PacketTrait::Animated));
+  EXPECT_TRUE(survey.MarksOf(1).Has(PacketTrait::Animated));
 }
 
 TEST(StreamSurvey, CodesAreHeldAgainstTheFirstValidSubtitle) {

@@ -143,14 +143,15 @@ TEST(SubtitleFilter, WhatIsNeitherNumberNorTimeIsWords) {
 }
 
 TEST(SubtitleFilter, KindsAskForMarks) {
-  const std::vector<PacketMarks> marks = {With(Code::NoEnd), With(Code::Overlap, PacketTrait::OtherCodes),
-                                          With(PacketTrait::Forced),
-                                          With(Code::MissingArea, PacketTrait::Invalid), With()};
+  const std::vector<PacketMarks> marks = {
+      With(Code::NoEnd), With(Code::Overlap, PacketTrait::OtherCodes), With(PacketTrait::Forced),
+      With(Code::MissingArea, PacketTrait::Invalid), With(PacketTrait::Animated)};
   const auto found = [&](FilterKind kind) { return Found(SubtitleFilter("", kind), marks); };
   EXPECT_THAT(found(FilterKind::All), ElementsAre(0, 1, 2, 3, 4));
   EXPECT_THAT(found(FilterKind::WithProblems), ElementsAre(0, 1, 3));
   EXPECT_THAT(found(FilterKind::Invalid), ElementsAre(3));
   EXPECT_THAT(found(FilterKind::Forced), ElementsAre(2));
+  EXPECT_THAT(found(FilterKind::Animated), ElementsAre(4));
   EXPECT_THAT(found(FilterKind::WithoutEnd), ElementsAre(0));
   EXPECT_THAT(found(FilterKind::Overlapping), ElementsAre(1));
   EXPECT_THAT(found(FilterKind::OtherCodes), ElementsAre(1));
