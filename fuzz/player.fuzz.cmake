@@ -1,0 +1,1 @@
+quillmark_fuzz(player_picture LINK quillmark_render)
