@@ -16,6 +16,7 @@
 #include "cli/OptionKinds.h"
 #include "cli/ToolCommand.h"
 #include "cli/UnknownWord.h"
+#include "recipe/OptionText.h"
 #include "render/MergedInputReader.h"
 
 namespace quillmark::cli {
@@ -182,6 +183,16 @@ class CommandTable {
     palettes->add_flag("--json", palettes_.Json, "Write a JSON array of objects");
   }
 
+  static CLI::Option* AddMoment(CLI::App* command, std::int64_t& ticks) {
+    return command
+        ->add_option_function<std::string>(
+            "--at", [&ticks](const std::string& text) { ticks = ParseMilliseconds(text).value_or(ticks); },
+            "Milliseconds, with or without decimals, after the subtitle's start; 0 where --player is alone")
+        ->type_name("MS")
+        ->check(Accepting([](const std::string& text) { return ParseMilliseconds(text).value_or(-1) >= 0; },
+                          "is no number of milliseconds from 0 on"));
+  }
+
   void AddPictureCommands() {
     CLI::App* picture = Add("picture", "Save one subtitle's picture as PNG", picture_, Picture, true);
     AddStream(picture, picture_.File, picture_.Track);
@@ -201,6 +212,9 @@ class CommandTable {
                      "What the frame is filled with; none without --frame: the subtitle's own picture")
         ->type_name("checker|none|FILE")
         ->check(NamesAFile());
+    CLI::Option* const player = picture->add_flag(
+        "--player", picture_.Player, "As a player shows it, with all control sequences at their times");
+    AddMoment(picture, picture_.At)->needs(player);
 
     CLI::App* exporting =
         Add("export", "Save all pictures and their list for authoring", export_, Export, true);

@@ -35,6 +35,8 @@ struct PictureOptions {
   std::string Palette = {};         ///< empty: the one of the track, or the start-up palette
   std::optional<int> Frame = {};    ///< 480 or 576 lines; none: as the background asks for
   std::string Background = "none";  ///< "none", "checker" or a picture file
+  bool Player = false;              ///< as a player shows it, all control sequences at their times
+  std::int64_t At = 0;              ///< for it: 90 kHz ticks after the subtitle's own start
 };
 /// One subtitle's picture: by itself, or in its place in the frame where there is a background or a frame
 /// size.

@@ -5,6 +5,7 @@
 #include "imaging/cGraphics.h"
 #include "render/Composition.h"
 #include "render/PictureFile.h"
+#include "render/PlayerPicture.h"
 #include "render/SubtitleDescription.h"
 
 namespace quillmark::cli {
@@ -42,16 +43,84 @@ void CopyFrame(const QImage& frame, int height, cBitmap& bitmap) {
   std::copy_n(reinterpret_cast<const std::uint32_t*>(frame.constBits()), pixels.size(), pixels.begin());
 }
 
-CommandResult LayOverBackground(const PictureOptions& options, const SpuControl& control, cBitmap& picture) {
+/// A picture, and where it stands in the frame.
+struct PlacedPicture {
+  cBitmap Picture;
+  int X = 0;
+  int Y = 0;
+};
+
+[[nodiscard]] bool ShowsFrame(const PictureOptions& options) {
+  return options.Frame || options.Background != NoBackground;
+}
+
+CommandResult LayOverBackground(const PictureOptions& options, PlacedPicture& placed) {
   const int height = options.Frame.value_or(FrameHeight576);
   QImage frame;
   if (CommandResult made = MakeBackground(options.Background, height, frame); !made.IsDone()) {
     return made;
   }
-  if (picture.Width() > 0) {
-    cGraphics(frame).DrawImage(picture, control.X1, control.Y1);
+  if (placed.Picture.Width() > 0) {
+    cGraphics(frame).DrawImage(placed.Picture, placed.X, placed.Y);
   }
-  CopyFrame(frame, height, picture);
+  CopyFrame(frame, height, placed.Picture);
+  return {};
+}
+
+/// The subtitle as the window shows it.
+CommandResult DrawStill(const PictureOptions& options, const SupStream& stream, const DvdPalette& palette,
+                        PlacedPicture& placed) {
+  SubtitleReader reader(stream);
+  const auto description = reader.Read(static_cast<std::size_t>(options.Number - 1));
+  if (!description) {
+    return Failed(options.File, SubtitleText(options.Number) + " cannot be converted");
+  }
+  const SpuControl& control = description->Control;
+  DecodePicture(reader.Unit(), control, MakeCodeColours(palette, control), placed.Picture);
+  placed.X = control.X1;
+  placed.Y = control.Y1;
+  return {};
+}
+
+/// The area that holds at the moment, or else the first one of the unit: what is clear there has a size too.
+std::optional<DisplayArea> AreaAt(const DisplayTimeline& timeline, const DisplayState* state) {
+  if (state != nullptr && state->Area) {
+    return state->Area;
+  }
+  const auto first =
+      std::ranges::find_if(timeline.States, [](const DisplayState& later) { return later.Area.has_value(); });
+  return first == timeline.States.end() ? std::nullopt : first->Area;
+}
+
+/// The subtitle as a player shows it at the moment that is asked for.
+CommandResult DrawPlayed(const PictureOptions& options, const SupStream& stream, const DvdPalette& palette,
+                         const Console& console, PlacedPicture& placed) {
+  const PlayedUnit unit = PlayedUnitOf(stream, static_cast<std::size_t>(options.Number - 1));
+  const DisplayTimeline timeline = ReadDisplay(unit.Bytes, unit.ControlOffset);
+  if (timeline.States.empty()) {
+    return Failed(options.File,
+                  SubtitleText(options.Number) + " cannot be played: " + DamageText(timeline.Damage.front()));
+  }
+  for (const DisplayDamage& damage : timeline.Damage) {
+    console.Warn(options.File, SubtitleText(options.Number) + ": " + DamageText(damage));
+  }
+  const DisplayState* const state = timeline.At(options.At);
+  const auto area = AreaAt(timeline, state);
+  if (!area) {
+    return {};
+  }
+  placed.X = area->X.First;
+  placed.Y = area->Y.First;
+  if (state != nullptr && (!unit.ReplacedAt || options.At < *unit.ReplacedAt)) {
+    // Alone, the picture has all of its area, as the still one has.
+    const QSize whole(area->X.Last + 1, area->Y.Last + 1);
+    const QSize within =
+        ShowsFrame(options) ? QSize(FrameWidth, options.Frame.value_or(FrameHeight576)) : whole;
+    PlayerPicture(unit.Bytes).Draw(*state, timeline.ChangesOf(*state), palette, within, placed.Picture);
+  }
+  if (placed.Picture.Width() == 0 && !ShowsFrame(options) && area->Width() > 0 && area->Height() > 0) {
+    placed.Picture.Create(area->Width(), area->Height());
+  }
   return {};
 }
 
@@ -81,21 +150,20 @@ CommandResult Picture(const PictureOptions& options, const Console& console) {
   if (CommandResult loaded = LoadPalette(options.Palette, ofTrack, palette); !loaded.IsDone()) {
     return loaded;
   }
-  SubtitleReader reader(stream);
-  const auto description = reader.Read(static_cast<std::size_t>(options.Number - 1));
-  if (!description) {
-    return Failed(options.File, SubtitleText(options.Number) + " cannot be converted");
+  PlacedPicture placed;
+  if (CommandResult drawn = options.Player ? DrawPlayed(options, stream, palette, console, placed)
+                                           : DrawStill(options, stream, palette, placed);
+      !drawn.IsDone()) {
+    return drawn;
   }
-  cBitmap picture;
-  DecodePicture(reader.Unit(), description->Control, MakeCodeColours(palette, description->Control), picture);
-  if (options.Frame || options.Background != NoBackground) {
-    if (CommandResult drawn = LayOverBackground(options, description->Control, picture); !drawn.IsDone()) {
+  if (ShowsFrame(options)) {
+    if (CommandResult drawn = LayOverBackground(options, placed); !drawn.IsDone()) {
       return drawn;
     }
-  } else if (picture.Width() == 0) {
+  } else if (placed.Picture.Width() == 0) {
     return Failed(options.File, SubtitleText(options.Number) + " has an area without pixels");
   }
-  return console.Interrupted() ? Interrupted() : Save(options.Out, picture);
+  return console.Interrupted() ? Interrupted() : Save(options.Out, placed.Picture);
 }
 
 }  // namespace quillmark::cli

@@ -4,6 +4,7 @@
 
 #include "cli/Commands.h"
 #include "tests/cli/Program.h"
+#include "tests/support/PlayedUnit.h"
 
 namespace quillmark::cli {
 namespace {
@@ -142,6 +143,123 @@ TEST_F(PictureCommand, FolderThatDoesNotExist) {
   const auto run = Run({"picture", "a.sup", "1", "-o", "no/out.png"});
   EXPECT_EQ(run.ExitCode, 1);
   EXPECT_THAT(run.Err, testing::StartsWith("quillmark-cli: no/out.png: "));
+}
+
+/// A subtitle of entries 1 and 2 that changes to entry 2 after 10 delay units (113.8 ms), moves after 20
+/// (227.6 ms) and stops after 30 (341.3 ms).
+class PlayerPictureCommand : public PictureCommand {
+ protected:
+  void SetUp() override { Write("a.sup", Animated(0).Build()); }
+
+  static test::PacketBuilder Animated(std::int64_t start) {
+    const Bytes picture =
+        Join({test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
+              test::SetArea(100, 103, 400, 401), test::SetFields(4, 6)});
+    return test::Played({0x11, 0x00, 0x12, 0x00}, {{.Delay = 0, .Commands = picture},
+                                                   {.Delay = 10, .Commands = test::SetColour(3, 2, 2, 0)},
+                                                   {.Delay = 20, .Commands = test::SetArea(0, 3, 2, 3)},
+                                                   {.Delay = 30, .Commands = test::StopDisplay}})
+        .Time(start);
+  }
+
+  QImage At(const std::string& ms, std::vector<std::string> options = {}) {
+    options.insert(options.end(), {"--player", "--at", ms});
+    return Picture(options);
+  }
+};
+
+TEST_F(PlayerPictureCommand, StartsLikeTheStillPicture) {
+  EXPECT_EQ(At("0").pixel(0, 0), Code1);
+  Write("a.sup", Sound().Build());
+  EXPECT_EQ(Picture({"--player"}), Picture({}));
+}
+
+/// 10 units of 1024 ticks are 113.777... ms.
+TEST_F(PlayerPictureCommand, SequencesAreCarriedOutOnAPlayersClock) {
+  EXPECT_EQ(At("113.77").pixel(0, 0), Code1);
+  EXPECT_EQ(At("113.78").pixel(0, 0), Code2);
+}
+
+TEST_F(PlayerPictureCommand, AreaIsThatOfTheMoment) {
+  const QImage frame = At("230", {"--frame", "480"});
+  EXPECT_EQ(frame.pixel(0, 2), Code2);
+  EXPECT_EQ(frame.pixel(100, 400), 0U);
+}
+
+TEST_F(PlayerPictureCommand, AfterTheStopThereIsTheBackgroundAlone) {
+  const QImage frame = At("342", {"--background", "checker"});
+  EXPECT_EQ(frame.pixel(0, 2), DarkSquare);
+  EXPECT_EQ(frame.pixel(100, 400), LightSquare);
+}
+
+TEST_F(PlayerPictureCommand, AfterTheStopThePictureIsClear) {
+  const QImage picture = At("5000");
+  ASSERT_EQ(picture.size(), QSize(4, 2));
+  EXPECT_EQ(picture.pixel(0, 0), 0U);
+}
+
+TEST_F(PlayerPictureCommand, BeforeTheFirstSequenceThePictureIsClear) {
+  Write("a.sup", test::Played({0x11, 0x00, 0x12, 0x00},
+                              {{.Delay = 9,
+                                .Commands = Join({test::StartDisplay, test::SetColour(3, 2, 1, 0),
+                                                  test::SetContrast(15, 15, 15, 0), test::SetArea(0, 3, 0, 1),
+                                                  test::SetFields(4, 6)})}})
+                     .Build());
+  const QImage picture = At("102.3");
+  ASSERT_EQ(picture.size(), QSize(4, 2));
+  EXPECT_EQ(picture.pixel(0, 0), 0U);
+  EXPECT_EQ(At("102.4").pixel(0, 0), Code1);
+}
+
+TEST_F(PlayerPictureCommand, NextSubtitleTakesItsPlace) {
+  Write("a.sup", Join({Animated(0).Build(), Sound(9000).Build()}));
+  EXPECT_EQ(At("99.9").pixel(0, 0), Code1);
+  EXPECT_EQ(At("100").pixel(0, 0), 0U);
+}
+
+TEST_F(PlayerPictureCommand, DamageIsToldAndWhatStandsBeforeItIsShown) {
+  Bytes file = Animated(0).Build();
+  file.resize(file.size() - 1);  // without the last end mark
+  file[11] = static_cast<std::uint8_t>(file[11] - 1);
+  Write("a.sup", file);
+  const auto run = Run({"picture", "a.sup", "1", "-o", "out.png", "--player", "--at", "120"});
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_EQ(
+      run.Err,
+      "quillmark-cli: a.sup: subtitle 1: the control sequence at byte 52 of the unit runs to the end of the "
+      "unit without its end mark 0xFF\n");
+  EXPECT_EQ(QImage(QString::fromStdString(Path("out.png"))).pixel(0, 0), Code2);
+}
+
+TEST_F(PlayerPictureCommand, UnitWithoutSequencesCannotBePlayed) {
+  Write("a.sup", Join({Sound().Build(), Sound(test::Second).ControlOffset(2).Build()}));
+  const auto run = Run({"picture", "a.sup", "2", "-o", "out.png", "--player", "--background", "checker"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(
+      run.Err,
+      "quillmark-cli: a.sup: subtitle 2 cannot be played: the control sequence at byte 2 of the unit lies "
+      "outside the unit, or points there for the next one\n");
+  EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(PlayerPictureCommand, WithoutAnAreaThereIsTheFrameAlone) {
+  Write("a.sup", Join({Sound().Build(), Sound(test::Second).WithoutArea().Build()}));
+  const auto alone = Run({"picture", "a.sup", "2", "-o", "out.png", "--player"});
+  EXPECT_EQ(alone.ExitCode, 1);
+  EXPECT_EQ(alone.Err, "quillmark-cli: a.sup: subtitle 2 has an area without pixels\n");
+  EXPECT_EQ(Run({"picture", "a.sup", "2", "-o", "out.png", "--player", "--frame", "576"}).ExitCode, 0);
+}
+
+TEST_F(PlayerPictureCommand, MomentIsANumberFromZeroOnAndNeedsThePlayer) {
+  for (const char* moment : {"-1", "abc", "1e3"}) {
+    const auto run =
+        Run({"picture", "a.sup", "1", "-o", "out.png", "--player", "--at=" + std::string(moment)});
+    EXPECT_EQ(run.ExitCode, 2) << moment;
+    EXPECT_THAT(run.Err, HasSubstr("is no number of milliseconds from 0 on"));
+  }
+  const auto run = Run({"picture", "a.sup", "1", "-o", "out.png", "--at", "5"});
+  EXPECT_EQ(run.ExitCode, 2);
+  EXPECT_THAT(run.Err, HasSubstr("--at requires --player"));
 }
 
 class ExportCommand : public test::ProgramTest {
