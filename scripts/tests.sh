@@ -18,15 +18,16 @@ TestFolder() {
   echo "$folder"
 }
 
-# RunTests PRESET: runs every test of build/PRESET and leaves a line on them in $note. Tests that the user at hand
-# cannot run are run once more as the one that they need.
+# RunTests PRESET OPTIONS...: runs every test of build/PRESET, or those that the options of ctest name, and leaves a line
+# on them in $note. Tests that the user at hand cannot run are run once more as the one that they need.
 RunTests() {
-  local preset=$1 logs=build/$1/test-logs status=0 folder
+  local preset=$1 logs=build/$1/logs-$stage status=0 folder
+  shift
   Say "running the tests of build/$preset"
   rm -rf "$logs"
   mkdir -p "$logs"
   folder=$(TestFolder)
-  TMPDIR=$folder TEST_TMPDIR=$folder/ ctest --preset "$preset" --parallel "$jobs" --no-tests=error --verbose >"$logs/all.log" 2>&1 || status=1
+  TMPDIR=$folder TEST_TMPDIR=$folder/ ctest --preset "$preset" --parallel "$jobs" --no-tests=error --verbose "$@" >"$logs/all.log" 2>&1 || status=1
   rm -rf "$folder"
   awk -v counts="$logs/all" -f scripts/test-log.awk "$logs/all.log"
   if [ "$(id -u)" -eq 0 ]; then

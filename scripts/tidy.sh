@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # scripts/tidy.sh: clang-tidy on every source that ships, with the compile commands and the precompiled headers
-# of build/dev, which must be built. clang-tidy takes longer than the compiler, so a source that passed is left alone
-# until it, a header of ours that it includes, or .clang-tidy changes: build/tidy holds an empty file for each state
+# of build/dev, which must be built. Sources that are compiled as one are checked as one: parsing what they include is
+# most of the time. clang-tidy still takes about as long as the compiler, so what passed is left alone until one of its
+# sources, a header of ours that they include, or .clang-tidy changes: build/tidy holds an empty file for each state
 # that passed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-layers='(base|palette|sup|recipe|imaging|render|files|containers|app|cli)'
+export layers='(base|palette|sup|recipe|imaging|render|files|containers|app|cli)'
 
 # OwnFiles: the sources that ship and their headers, as git names them, but for those of another system, which are not
 # compiled here.
@@ -29,26 +30,20 @@ IncludedFiles() {
     END { for (file in seen) if (file ~ /[.]cpp$/) Tell(file, file) }'
 }
 
-# CompileCommands: those of build/dev with one for each source, also where several are compiled as one.
-CompileCommands() {
-  awk '
-    function Entry(command, file) {
-      printf "%s{\n%s\n%s\n  \"file\": \"%s\"\n}", separator, directory, command, file
-      separator = ",\n"
+# CompiledSources: lines "what is compiled TAB source of ours in it" of build/dev; from the root of the project.
+CompiledSources() {
+  awk -v root="$root/" -v layers="^$layers/[^/]*[.]cpp$" '
+    function Tell(file) {
+      sub(root, "", file)
+      if (file ~ layers) print unit "\t" file
     }
-    /^  "directory": / { directory = $0 }
-    /^  "command": / { command = $0 }
     /^  "file": / {
       split($0, part, "\"")
       unit = part[4]
-      if (unit !~ /\/Unity\/unity_[^\/]*$/) { Entry(command, unit); next }
-      place = index(command, " -c " unit)
+      if (unit !~ /\/Unity\/unity_[^\/]*$/) { Tell(unit); next }
       while ((getline line <unit) > 0)
-        if (split(line, part, "\"") == 3 && line ~ /^#include /)
-          Entry(substr(command, 1, place + 3) part[2] substr(command, place + 4 + length(unit)), part[2])
-    }
-    BEGIN { print "[" }
-    END { print "\n]" }' build/dev/compile_commands.json
+        if (split(line, part, "\"") == 3 && line ~ /^#include /) Tell(part[2])
+    }' build/dev/compile_commands.json
 }
 
 # The check quillmark-own-code keeps clang-tidy from walking through the headers of the system.
@@ -59,8 +54,10 @@ BuildOwnCode() {
   fi
 }
 
+# CheckOne UNIT KEY: sources that are compiled as one are included, which is no mistake of theirs.
 CheckOne() {
-  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code -p build/tidy "$1" 2> >(grep -v 'warnings\? generated' >&2); then
+  if clang-tidy-14 --quiet --load build/tidy/OwnCode.so --checks=quillmark-own-code,-bugprone-suspicious-include \
+    --header-filter="/$layers/[^/]+[.](h|cpp)\$" -p build/dev "$1" 2> >(grep -v 'warnings\? generated' >&2); then
     touch "build/tidy/$2"
   else
     return 1
@@ -69,32 +66,34 @@ CheckOne() {
 export -f CheckOne
 
 mkdir -p build/tidy
-CompileCommands >build/tidy/compile_commands.json
+compiled=$(CompiledSources)
+if ! missed=$(diff <(OwnFiles | grep '[.]cpp$' | sort) <(cut -f2 <<<"$compiled" | sort -u)); then
+  Say "not the sources that build/dev was made of:"
+  echo "$missed"
+  exit 1
+fi
+
 included=$(IncludedFiles | sort)
-declare -A digest state
+declare -A digest state units
 while read -r sum file; do
   digest[$file]=$sum
 done < <(cut -f2 <<<"$included" | sort -u | xargs -d '\n' sha256sum)
 while IFS=$'\t' read -r name file; do
   state[$name]+=${digest[$file]}
 done <<<"$included"
-
-if ! missed=$(diff <(printf '%s\n' "${!state[@]}" | sort) \
-  <(sed -nE "s#^  \"file\": \"$root/($layers/[^/]*[.]cpp)\"#\\1#p" build/tidy/compile_commands.json | sort)); then
-  Say "not the sources that build/dev was made of:"
-  echo "$missed"
-  exit 1
-fi
+while IFS=$'\t' read -r unit name; do
+  units[$unit]+=$name${state[$name]}
+done <<<"$compiled"
 
 settings=$(cat .clang-tidy)
 todo=()
-for name in "${!state[@]}"; do
-  read -r key _ < <(sha256sum <<<"$settings${state[$name]}")
+for unit in "${!units[@]}"; do
+  read -r key _ < <(sha256sum <<<"$settings${units[$unit]}")
   if [ ! -e "build/tidy/$key" ]; then
-    todo+=("$name" "$key")
+    todo+=("$unit" "$key")
   fi
 done
-Say "${#state[@]} sources, $((${#todo[@]} / 2)) to check"
+Say "${#state[@]} sources compiled as ${#units[@]}, of which $((${#todo[@]} / 2)) to check"
 if [ ${#todo[@]} -gt 0 ]; then
   BuildOwnCode
   printf '%s\n' "${todo[@]}" | xargs -d '\n' -n 2 -P "$(nproc)" bash -c 'CheckOne "$@"' CheckOne

@@ -39,7 +39,7 @@ Bytes LongStream() {
 
 class RecoveryAfterKill : public WindowTest {
  protected:
-  static constexpr int Edits = 24;
+  static constexpr int Edits = 12;
   /// In milliseconds: long after the slowest copy has answered, it counts as stuck.
   static constexpr int MaxWait = 60000;
 

@@ -51,7 +51,8 @@ class DocumentTest : public test::ProgramTest {
   void RunAll(const std::vector<std::string>& examples) {
     std::filesystem::create_directories("build/release");
     std::filesystem::create_symlink(QUILLMARK_SAMPLES, "samples");
-    std::filesystem::create_symlink(std::filesystem::path(QUILLMARK_CLI).parent_path(), "build/release/bin");
+    std::filesystem::create_symlink(std::filesystem::path(test::TestedProgram()).parent_path(),
+                                    "build/release/bin");
     std::string all;
     for (const std::string& example : examples) {
       all += example;

@@ -108,7 +108,7 @@ class InterruptedProgram : public test::ProgramTest {
   void Start(const std::vector<std::string>& arguments) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
-    std::vector<std::string> words = {QUILLMARK_CLI};
+    std::vector<std::string> words = {test::TestedProgram()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     for (std::string& word : words) {

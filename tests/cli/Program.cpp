@@ -25,6 +25,9 @@ std::string Quoted(const std::string& word) {
   return quoted;
 }
 
+/// Names the program that is tested in place of the one of the same build.
+constexpr const char* OtherProgram = "QUILLMARK_TESTED_CLI";
+
 std::string ReadAll(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -45,7 +48,19 @@ ProgramTest::~ProgramTest() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
+std::string TestedProgram() {
+  const char* other = std::getenv(OtherProgram);
+  return other != nullptr ? other : QUILLMARK_CLI;
+}
+
 ProgramRun ProgramTest::Run(const std::vector<std::string>& arguments) {
+  if (std::getenv(OtherProgram) != nullptr) {
+    std::string command = Quoted(TestedProgram());
+    for (const std::string& argument : arguments) {
+      command += " " + Quoted(argument);
+    }
+    return RunCommand(command);
+  }
   std::ostringstream out;
   std::ostringstream err;
   const cli::Console console{.Out = out, .Err = err};
@@ -54,7 +69,7 @@ ProgramRun ProgramTest::Run(const std::vector<std::string>& arguments) {
 }
 
 ProgramRun ProgramTest::RunScript(const std::string& script) {
-  const std::filesystem::path binaries = std::filesystem::path(QUILLMARK_CLI).parent_path();
+  const std::filesystem::path binaries = std::filesystem::path(TestedProgram()).parent_path();
   return RunScriptAsItStands("export PATH=" + Quoted(binaries.string()) + ":$PATH\n" + script);
 }
 
@@ -64,10 +79,12 @@ ProgramRun ProgramTest::RunScriptAsItStands(const std::string& script) {
                                  << "unset DISPLAY WAYLAND_DISPLAY\n"
                                  << "export QT_QPA_PLATFORM=none\n"
                                  << script << '\n';
-  std::ostringstream command;
-  command << "bash " << Quoted(Path(".script")) << " >" << Quoted(Path(".out")) << " 2>"
-          << Quoted(Path(".err")) << " </dev/null";
-  const int status = std::system(command.str().c_str());
+  return RunCommand("bash " + Quoted(Path(".script")));
+}
+
+ProgramRun ProgramTest::RunCommand(const std::string& command) {
+  const int status = std::system(
+      (command + " >" + Quoted(Path(".out")) + " 2>" + Quoted(Path(".err")) + " </dev/null").c_str());
   return {.ExitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
           .Out = ReadAll(Path(".out")),
           .Err = ReadAll(Path(".err"))};

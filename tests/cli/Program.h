@@ -19,13 +19,17 @@ struct ProgramRun {
   std::string Err;
 };
 
+/// The path of quillmark-cli: the one of this build, or what QUILLMARK_TESTED_CLI says. Then the command
+/// lines are run by that program as well, so that the tests of one build can test another one.
+[[nodiscard]] std::string TestedProgram();
+
 /// A test that runs quillmark-cli in a folder of its own, which is also this process's while it lasts.
 class ProgramTest : public testing::Test {
  protected:
   ProgramTest();
   ~ProgramTest() override;
 
-  /// Runs the command line in this process.
+  /// Runs the command line, in this process unless another program is tested.
   ProgramRun Run(const std::vector<std::string>& arguments);
   /// Runs a shell script in a child without a display, with the program on its path, and waits for its end.
   ProgramRun RunScript(const std::string& script);
@@ -42,6 +46,8 @@ class ProgramTest : public testing::Test {
   [[nodiscard]] std::vector<std::string> Names() const;
 
  private:
+  ProgramRun RunCommand(const std::string& command);
+
   /// Not Qt's: file names that are not UTF-8 must be removed too.
   std::filesystem::path folder_;
   std::filesystem::path previousFolder_;

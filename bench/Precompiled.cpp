@@ -1,0 +1,1 @@
+// A target that holds precompiled headers needs a source.
