@@ -10,6 +10,9 @@
 namespace quillmark {
 namespace {
 
+/// Pairs that room is made for at once: copying a hundred thousand of them takes as long as tens of merges.
+constexpr std::size_t MaxReserved = 1'000'000;
+
 std::size_t CountOf(const SupStream& stream) {
   return static_cast<std::size_t>(std::max(stream.Count, 0));
 }
@@ -50,7 +53,9 @@ MergeReviewer::MergeReviewer(const SupStream& primary, const SupStream& secondar
       secondary_(secondary),
       encoder_(primary, secondary, settings),
       count_(CountOf(primary)),
-      isShown_(CountOf(secondary)) {}
+      isShown_(CountOf(secondary)) {
+  pairs_.reserve(std::min(count_, MaxReserved));
+}
 
 bool MergeReviewer::Step() {
   if (next_ >= count_) {
