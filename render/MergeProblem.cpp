@@ -185,7 +185,7 @@ std::string MergeProblemMessage(const MergeProblem& problem) {
              std::to_string(MaxPlayerUnit) + ", and spumux writes no more";
     case Kind::LongLine:
       return "a line of the unit has " + std::to_string(numbers[0]) + " bytes; players take " +
-             std::to_string(MaxPlayerLineBytes) + ", at which spumux ends";
+             std::to_string(MaxPlayerLineBytes) + ", and spumux writes no more";
     case Kind::PrimaryCut:
       return "the fields of the first picture end before its last line";
     case Kind::SecondaryCut:

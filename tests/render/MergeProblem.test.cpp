@@ -77,7 +77,7 @@ TEST(MergeProblem, LongLinesBeginAfter180Bytes) {
   pair.Unit.LongestLine = 180;
   EXPECT_TRUE(ProblemsOf(pair).empty());
   pair.Unit.LongestLine = 181;
-  EXPECT_EQ(MessageOf(pair), "a line of the unit has 181 bytes; players take 180, at which spumux ends");
+  EXPECT_EQ(MessageOf(pair), "a line of the unit has 181 bytes; players take 180, and spumux writes no more");
 }
 
 TEST(MergeProblem, NothingAtTheSameTime) {

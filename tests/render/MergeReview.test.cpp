@@ -68,9 +68,10 @@ TEST(MergeReview, VisiblePixelsOverVisibleOnesAreCovered) {
 }
 
 TEST(MergeReview, InvisiblePixelsCoverNothingAndAreNotCovered) {
-  // Code 2, the lower line, is invisible: only the upper lines are left, one over the other's lower one.
+  // Code 2, the lower line, is invisible: the upper line over it, or it over the upper line, covers nothing.
   const Bytes primary = Sound(Second).Contrast(15, 0, 15, 0).Build();
   EXPECT_EQ(PairOf(primary, Sound(Second).Area(100, 103, 401, 402).Build()).Counts.Covered, 0);
+  EXPECT_EQ(PairOf(primary, Sound(Second).Area(100, 103, 399, 400).Build()).Counts.Covered, 0);
   EXPECT_EQ(PairOf(primary, Sound(Second).Build()).Counts.Covered, 4);
 }
 
