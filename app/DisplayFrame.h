@@ -2,13 +2,16 @@
 
 #include <QWidget>
 
+#include "app/ViewZoom.h"
 #include "render/Composition.h"
 
 namespace quillmark {
 
 /// The display: shows the upper lines of a frame image that drawing code paints on, so that what was drawn
-/// survives repaints. A frame pixel is a square of DevicePixels() screen pixels, so the widget's size follows
-/// from the screen that it is on; what of it the frame does not fill shows the window's background.
+/// survives repaints. At 100 % a frame pixel is a square of DevicePixels() screen pixels, so the widget's
+/// size follows from the screen that it is on and from the zoom; what of it the frame does not fill shows the
+/// window's background. Where every frame pixel is of the same whole number of screen pixels its edges are
+/// sharp; otherwise the picture is smoothed.
 class DisplayFrame : public QWidget {
   Q_OBJECT
 
@@ -29,8 +32,27 @@ class DisplayFrame : public QWidget {
   /// What the picture shows, for assistive tools.
   void SetDescription(const QString& description);
 
-  /// The side of a frame pixel on the screen: the screen's scale rounded down, at least 1.
+  void SetZoom(const ViewZoom& zoom);
+  [[nodiscard]] const ViewZoom& Zoom() const { return zoom_; }
+  /// The room of a frame that fits, in logical pixels.
+  void FitInto(QSize room);
+  /// How high a line is shown, also of a frame that fits.
+  [[nodiscard]] double Percent() const;
+  /// The widget's size at 100 %, in square pixels.
+  [[nodiscard]] QSize WholeSize() const;
+
+  /// The side of a frame pixel on the screen at 100 %: the screen's scale rounded down, at least 1.
   [[nodiscard]] int DevicePixels() const { return devicePixels_; }
+
+  // Places of the widget are logical pixels and stand for their middles.
+
+  /// The frame pixel at a place of the widget, as if it lay outwards of its edges too. `corner` is the
+  /// widget's in the window; by default where it is.
+  [[nodiscard]] QPoint PixelAt(QPoint place) const;
+  [[nodiscard]] QPoint PixelAt(QPoint place, QPoint corner) const;
+  /// The same to parts of a frame pixel, and back to the place next to it.
+  [[nodiscard]] QPointF FramePlace(QPoint place) const;
+  [[nodiscard]] QPoint PlaceOf(QPointF inFrame) const;
 
  protected:
   bool event(QEvent* event) override;
@@ -38,6 +60,10 @@ class DisplayFrame : public QWidget {
 
  private:
   void FitScreen();
+  [[nodiscard]] double LinePixels() const;
+  /// A frame pixel's sides, in screen pixels.
+  [[nodiscard]] QSizeF Sides() const;
+  void PaintPicture(QPainter& painter, const QRectF& part) const;
   void PaintHint(QPainter& painter) const;
   /// The logical pixels that frame pixels lie in, even if only with a part.
   [[nodiscard]] QRect Covering(const QRect& framePixels) const;
@@ -45,8 +71,11 @@ class DisplayFrame : public QWidget {
   FramePicture picture_;
   QString hint_;
   int lines_ = FrameHeight576;
+  ViewZoom zoom_;
+  QSize room_;
+  qreal ratio_ = 1;  ///< screen pixels in a logical one
   int devicePixels_ = 1;
-  qreal pixelSide_ = 1;  ///< of a frame pixel, in logical pixels
+  QSize onScreen_;  ///< the frame's, in screen pixels
 };
 
 }  // namespace quillmark

@@ -5,10 +5,13 @@
 #include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
-#include <QScrollBar>
+#include <QScopedValueRollback>
 #include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include "app/DisplayFrame.h"
+#include "app/FrameView.h"
 
 namespace quillmark {
 namespace {
@@ -37,52 +40,6 @@ int BarWidth(const QWidget& area) {
 
 }  // namespace
 
-FrameView::FrameView(QWidget* picture, QWidget* parent) : QScrollArea(parent) {
-  setFrameShape(NoFrame);
-  setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-  setWidget(picture);
-  // The scroll area has the picture filled, which counts as opaque: Qt would then move what stands on the
-  // screen while scrolling, by a rounded number of screen pixels.
-  picture->setAutoFillBackground(false);
-  setAccessibleName(QStringLiteral("Subtitle frame"));
-  setFocusPolicy(Qt::NoFocus);
-  picture->installEventFilter(this);
-  QScrollBar* vertical = verticalScrollBar();
-  connect(vertical, &QScrollBar::rangeChanged, this, [this, vertical](int /*least*/, int most) {
-    vertical->setValue(most - below_);
-    UpdateTabStop();
-  });
-  connect(vertical, &QScrollBar::valueChanged, this,
-          [this, vertical](int value) { below_ = vertical->maximum() - value; });
-  QScrollBar* horizontal = horizontalScrollBar();
-  connect(horizontal, &QScrollBar::rangeChanged, this, [this, horizontal](int least, int most) {
-    horizontal->setValue((least + most) / 2);
-    UpdateTabStop();
-  });
-}
-
-bool FrameView::eventFilter(QObject* watched, QEvent* event) {
-  const bool handled = QScrollArea::eventFilter(watched, event);
-  if (event->type() == QEvent::Resize) {
-    updateGeometry();
-  }
-  return handled;
-}
-
-void FrameView::UpdateTabStop() {
-  const bool scrolls = verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0;
-  setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
-}
-
-QSize FrameView::sizeHint() const {
-  return widget()->size();
-}
-
-QSize FrameView::minimumSizeHint() const {
-  const int least = 10 * fontMetrics().height();
-  return widget()->size().boundedTo({least, least});
-}
-
 CommandView::CommandView(QWidget* commands, QWidget* parent) : QScrollArea(parent) {
   setFrameShape(NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -100,7 +57,7 @@ QSize CommandView::minimumSizeHint() const {
   return {widget()->minimumSizeHint().width() + BarWidth(*this), 10 * fontMetrics().height()};
 }
 
-WindowBody::WindowBody(QWidget* picture, QWidget* parent)
+WindowBody::WindowBody(DisplayFrame* picture, QWidget* parent)
     : QWidget(parent),
       left_(new QWidget(this)),
       frameColumn_(MakeColumn(left_, Gap())),
@@ -112,6 +69,8 @@ WindowBody::WindowBody(QWidget* picture, QWidget* parent)
       groups_(new QWidget(commands_)) {
   right_->setObjectName(QStringLiteral("Splitter_List"));
   right_->setChildrenCollapsible(false);
+  // At once, for a picture that is zoomed at a place of it is moved by what it is then seen in.
+  connect(frame_, &FrameView::PictureResized, this, &WindowBody::Arrange);
   frameColumn_->addWidget(frame_, 1);
   frameColumn_->addStretch();
 }
@@ -220,7 +179,7 @@ int WindowBody::HeightAboveFrame() const {
   for (int i = 0; i < frameColumn_->indexOf(frame_); ++i) {
     QLayoutItem* item = frameColumn_->itemAt(i);
     if (!item->isEmpty()) {
-      const int width = frame_->sizeHint().width();
+      const int width = frame_->WholeSize().width();
       height += (item->hasHeightForWidth() ? item->heightForWidth(width) : item->sizeHint().height()) + Gap();
     }
   }
@@ -228,6 +187,10 @@ int WindowBody::HeightAboveFrame() const {
 }
 
 void WindowBody::Arrange() {
+  if (arranges_) {
+    return;
+  }
+  const QScopedValueRollback<bool> arranges(arranges_, true);
   if (list_ != nullptr) {
     if (const bool apart = width() >= ListColumnWidth; apart != listIsApart_) {
       PlaceList(apart);
@@ -235,16 +198,19 @@ void WindowBody::Arrange() {
     foldable_->setVisible(!folds_ || listIsApart_ || list_->isHidden());
   }
   const QRect inside = rect().adjusted(Gap(), Gap(), -Gap(), -Gap());
-  const QSize frame = frame_->sizeHint();
+  const QSize whole = frame_->WholeSize();
   const QSize row = RowOfGroups();
-  const int room = inside.height() - HeightAboveFrame();
-  const bool belowFrame = room >= frame.height() + Gap() + row.height() &&
-                          inside.width() >= std::max(frame.width(), row.width()) + Gap() + CommandWidth();
+  int room = inside.height() - HeightAboveFrame();
+  const bool belowFrame = room >= whole.height() + Gap() + row.height() &&
+                          inside.width() >= std::max(whole.width(), row.width()) + Gap() + CommandWidth();
   if (belowFrame != belowFrame_) {
     PlaceGroups(belowFrame);
   }
-  // A scroll bar along one side takes its width from the other.
   const int most = inside.width() - Gap() - right_->minimumSizeHint().width();
+  room -= belowFrame ? Gap() + row.height() : 0;
+  frame_->FitInto({most, room});
+  // A scroll bar along one side takes its width from the other.
+  const QSize frame = frame_->sizeHint();
   const int height = frame.height() + (most < frame.width() ? BarWidth(*frame_) : 0);
   const int width = frame.width() + (room < height ? BarWidth(*frame_) : 0);
   frame_->setMaximumHeight(height);
@@ -253,6 +219,7 @@ void WindowBody::Arrange() {
   const QRect right = inside.adjusted(leftWidth + Gap(), 0, 0, 0);
   left_->setGeometry(QStyle::visualRect(layoutDirection(), inside, left));
   right_->setGeometry(QStyle::visualRect(layoutDirection(), inside, right));
+  frameColumn_->activate();
 }
 
 bool WindowBody::event(QEvent* event) {
@@ -269,7 +236,7 @@ void WindowBody::resizeEvent(QResizeEvent* event) {
 }
 
 QSize WindowBody::sizeHint() const {
-  const QSize frame = frame_->sizeHint();
+  const QSize frame = frame_->WholeSize();
   const QSize row = RowOfGroups();
   const QSize commands = commands_->sizeHint();
   return {

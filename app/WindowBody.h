@@ -8,23 +8,8 @@ class QVBoxLayout;
 
 namespace quillmark {
 
-/// The frame, scrolling when there is too little room for it. What stays in sight then is its lower middle,
-/// where subtitles mostly stand, until the user scrolls. Tab stops at it only while it scrolls.
-class FrameView : public QScrollArea {
- public:
-  FrameView(QWidget* picture, QWidget* parent);
-
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override;
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
- private:
-  void UpdateTabStop();
-
-  int below_ = 0;  ///< hidden below what is in sight
-};
+class DisplayFrame;
+class FrameView;
 
 /// The commands at the right, scrolling up and down when there is too little room for them. The control that
 /// has the focus is brought into sight.
@@ -39,15 +24,17 @@ class CommandView : public QScrollArea {
 /// The window's columns: the frame at the left, the commands at the right. The groups may stand in either: in
 /// one row below the frame where that leaves the frame whole, else as the last of the commands. The list
 /// stands among the commands and takes what room they leave; a window of ListColumnWidth has a column of its
-/// own for it.
+/// own for it. All of that follows from the frame at 100 %; a frame that is zoomed has what room the others
+/// can spare.
 class WindowBody : public QWidget {
  public:
   static constexpr int ListColumnWidth = 1600;
   /// The list's place among the commands.
   static constexpr int ListPlace = 2;
 
-  WindowBody(QWidget* picture, QWidget* parent);
+  WindowBody(DisplayFrame* picture, QWidget* parent);
 
+  [[nodiscard]] FrameView& Frame() const { return *frame_; }
   /// The frame's column; what is inserted at 0 stands above the frame.
   [[nodiscard]] QVBoxLayout* FrameColumn() const { return frameColumn_; }
   /// The column of commands, and the parent of what stands in it.
@@ -95,6 +82,7 @@ class WindowBody : public QWidget {
   QWidget* foldable_ = nullptr;
   bool listIsApart_ = false;
   bool folds_ = false;
+  bool arranges_ = false;
   QByteArray splitterState_;  // while the list does not stand apart
 };
 

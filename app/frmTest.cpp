@@ -53,6 +53,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectList();
   ConnectCompare();
   ConnectTools();
+  ConnectView();
   UpdateCommands();
   Command_LoadSup->setFocus();
 }

@@ -13,6 +13,7 @@
 
 #include "app/LongWork.h"
 #include "app/UserMemory.h"
+#include "app/ViewZoom.h"
 #include "app/frmTestActions.h"
 #include "app/frmTestControls.h"
 #include "base/Result.h"
@@ -172,6 +173,11 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void Option_File_Click();
   [[nodiscard]] QString AskForBackground();
   void Command_GetGraphics_Click();
+
+  // frmTest_view.cpp
+  void ConnectView();
+  void SetAspect(DisplayAspect aspect);
+  void ShowZoom();
 
   // frmTest_palette.cpp
   void Command_LoadPalette_Click();

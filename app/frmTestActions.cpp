@@ -55,6 +55,16 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_Checker, "Action_Checker", QStringLiteral("&Checker"));
   make(Action_File, "Action_File", QStringLiteral("&Graph. File"));
   make(Action_PictureBehind, "Action_PictureBehind", QStringLiteral("&Picture behind..."));
+  make(Action_ZoomIn, "Action_ZoomIn", QStringLiteral("Zoom &in"),
+       {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+  make(Action_ZoomOut, "Action_ZoomOut", QStringLiteral("Zoom &out"),
+       {QKeySequence(Qt::CTRL | Qt::Key_Minus)});
+  make(Action_Zoom100, "Action_Zoom100", QStringLiteral("Zoom &100 %"), {QKeySequence(Qt::CTRL | Qt::Key_0)});
+  make(Action_ZoomFit, "Action_ZoomFit", QStringLiteral("Zoom to fi&t"),
+       {QKeySequence(Qt::CTRL | Qt::Key_9)});
+  make(Action_Square, "Action_Square", QStringLiteral("S&quare pixels"));
+  make(Action_4x3, "Action_4x3", QStringLiteral("&4:3"));
+  make(Action_16x9, "Action_16x9", QStringLiteral("1&6:9"));
   make(Action_Offset, "Action_Offset", QStringLiteral("&Offset..."));
   make(Action_LeaveMerge, "Action_LeaveMerge", QStringLiteral("Leave &merge mode"));
   make(Action_Retime, "Action_Retime", QStringLiteral("&Retime..."), {QKeySequence(Qt::CTRL | Qt::Key_T)});

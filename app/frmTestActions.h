@@ -41,6 +41,13 @@ struct frmTestActions {
   QAction* Action_Checker = nullptr;
   QAction* Action_File = nullptr;
   QAction* Action_PictureBehind = nullptr;
+  QAction* Action_ZoomIn = nullptr;
+  QAction* Action_ZoomOut = nullptr;
+  QAction* Action_Zoom100 = nullptr;
+  QAction* Action_ZoomFit = nullptr;
+  QAction* Action_Square = nullptr;
+  QAction* Action_4x3 = nullptr;
+  QAction* Action_16x9 = nullptr;
   QAction* Action_Offset = nullptr;
   QAction* Action_LeaveMerge = nullptr;
   QAction* Action_Retime = nullptr;

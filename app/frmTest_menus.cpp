@@ -67,7 +67,15 @@ void frmTest::BuildMenus() {
   add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetSelected, Action_SetAll});
   QMenu* view = add("Menu_View", QStringLiteral("&View"),
                     {Action_List, nullptr, Action_720x480, Action_720x576, nullptr, Action_Checker,
-                     Action_File, nullptr, Action_PictureBehind, Action_GetGraphics});
+                     Action_File, nullptr, Action_PictureBehind, Action_GetGraphics, nullptr, Action_ZoomIn,
+                     Action_ZoomOut, Action_Zoom100, Action_ZoomFit});
+  const auto addTo = [](QMenu* parent, const char* name, const QString& title,
+                        std::initializer_list<QAction*> actions) {
+    QMenu* menu = parent->addMenu(title);
+    menu->setObjectName(QLatin1String(name));
+    Fill(menu, actions);
+  };
+  addTo(view, "Menu_Aspect", QStringLiteral("Display &aspect"), {Action_Square, Action_4x3, Action_16x9});
   auto* columns = new QMenu(QStringLiteral("List colu&mns"), view);
   columns->setObjectName(QStringLiteral("Menu_Columns"));
   columns->addActions(list_->ColumnActions());

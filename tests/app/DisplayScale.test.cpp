@@ -1,12 +1,15 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include <QGuiApplication>
+#include <QAction>
+#include <QApplication>
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QWheelEvent>
 #include <QWindow>
 
 #include "app/DisplayFrame.h"
@@ -205,6 +208,125 @@ TEST_P(DisplayScale, ScrollingLeavesNothingBehind) {
   }
 }
 
+/// The same in a view that is zoomed, where not all of the frame is in sight.
+class ZoomedDisplay : public DisplayScale {
+ protected:
+  void Trigger(const char* action) const {
+    Window.findChild<QAction*>(action)->trigger();
+    QCoreApplication::processEvents();
+  }
+  /// So far from the upper left corner.
+  void Scroll(int value) const {
+    const QWidget& view = *Control<QWidget>("Picture1").parentWidget();
+    auto* area = qobject_cast<QScrollArea*>(view.parentWidget());
+    area->horizontalScrollBar()->setValue(value);
+    area->verticalScrollBar()->setValue(value);
+    QCoreApplication::processEvents();
+  }
+  /// What of the screen is the picture's, and where that is in the picture.
+  [[nodiscard]] std::pair<QRect, QPoint> PartInSight(QSize onScreen) const {
+    const auto& picture = Control<QWidget>("Picture1");
+    const QWidget& view = *picture.parentWidget();
+    const double ratio = Window.devicePixelRatioF();
+    const auto toScreen = [&](const QWidget& widget, const QPoint& place) {
+      const QPoint logical = widget.mapTo(&Window, place);
+      return QPoint(qRound(logical.x() * ratio), qRound(logical.y() * ratio));
+    };
+    const QPoint corner = toScreen(picture, {});
+    // But for the last screen pixels, which other widgets may begin in.
+    const QRect inside(toScreen(view, {}), toScreen(view, {view.width(), view.height()}) - QPoint(2, 2));
+    const QRect seen = inside & QRect(QPoint(), Window.size()) & QRect(corner, onScreen);
+    return {seen, seen.topLeft() - corner};
+  }
+};
+
+TEST_P(ZoomedDisplay, WholeStepsAreSharpAndLeaveNothing) {
+  Bytes stream;
+  std::vector<QRect> areas;
+  for (int i = 0; i < 4; ++i) {
+    areas.emplace_back(60 + i, 40 + 11 * i, 9 + 2 * i, 2);
+    const QRect& area = areas.back();
+    stream = Join({stream, FilledAt(static_cast<unsigned>(area.x()), static_cast<unsigned>(area.y()),
+                                    static_cast<unsigned>(area.width()))});
+  }
+  LoadStream(stream);
+  int side = SideOn(GetParam());
+  for (const int percent : {200, 300}) {
+    Trigger("Action_ZoomIn");
+    while (Control<DisplayFrame>("Picture1").Percent() < percent) {
+      Trigger("Action_ZoomIn");
+    }
+    Scroll(7);
+    side = SideOn(GetParam()) * percent / 100;
+    const auto [seen, inPicture] = PartInSight(QSize(720, 576) * side);
+    for (const QRect& area : areas) {
+      ASSERT_TRUE(
+          seen.contains(QRect(seen.topLeft() - inPicture + area.topLeft() * side, area.size() * side)));
+      EXPECT_TRUE(Same(ScreenOf(Window).copy(seen), Expected(area, side).copy(QRect(inPicture, seen.size()))))
+          << percent << ' ' << area.x();
+      if (&area != &areas.back()) {
+        Click("Command_Next");
+      }
+    }
+    GoTo("1");
+  }
+}
+
+/// The most that two bytes differ.
+int MostDifference(const QImage& one, const QImage& other) {
+  int most = 0;
+  const qsizetype bytes = one == other ? 0 : one.sizeInBytes();
+  for (qsizetype i = 0; i < bytes; ++i) {
+    most = std::max(most, std::abs(one.constBits()[i] - other.constBits()[i]));
+    if (most > 2) {
+      break;
+    }
+  }
+  return most;
+}
+
+TEST_P(ZoomedDisplay, SmoothedStepsLeaveNothing) {
+  LoadStream(Join({FilledAt(101, 103, 40), FilledAt(121, 122, 9)}));
+  for (const char* action : {"Action_ZoomFit", "Action_16x9", "Action_ZoomIn"}) {
+    Trigger(action);
+    Scroll(11);
+    const QRect seen = PartInSight(Control<QWidget>("Picture1").size() * Window.devicePixelRatioF()).first;
+    for (const char* step : {"Command_Next", "Command_Prev"}) {
+      const QImage before = ScreenOf(Window).copy(seen);
+      Click(step);
+      const QImage after = ScreenOf(Window).copy(seen);
+      EXPECT_NE(before, after) << action;
+      Control<QWidget>("Picture1").repaint();
+      // Smoothing may round otherwise where a part begins elsewhere.
+      EXPECT_LE(MostDifference(after, ScreenOf(Window).copy(seen)), 2) << action << ' ' << step;
+    }
+  }
+}
+
+TEST_P(ZoomedDisplay, WheelKeepsThePixelUnderThePointer) {
+  LoadStream(FilledAt(301, 403));
+  auto& picture = Control<DisplayFrame>("Picture1");
+  for (const QPoint inPicture : {QPoint(10, 20), QPoint(201, 133), QPoint(333, 217)}) {
+    const QPoint at = picture.pos() + inPicture;
+    const QPoint pixel = picture.PixelAt(inPicture);
+    for (const int turn : {120, 120, 120, 240, -120, -120, -120}) {
+      const QPoint place = at - picture.pos();
+      QWheelEvent event(place, picture.mapToGlobal(place), {}, {0, turn}, Qt::NoButton, Qt::ControlModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(&picture, &event);
+      QCoreApplication::processEvents();
+      // Widgets begin at logical pixels: where those are larger than the frame's at 150 %, the next one is
+      // near enough.
+      const QPoint off = picture.PixelAt(at - picture.pos()) - pixel;
+      EXPECT_LE(std::max(std::abs(off.x()), std::abs(off.y())), ScreenScales[GetParam()] == 1.75 ? 1 : 0)
+          << at.x() << ' ' << picture.Percent();
+    }
+    EXPECT_EQ(picture.Percent(), 200);
+    Trigger("Action_Zoom100");
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, ZoomedDisplay, testing::Range(0, 6));
 INSTANTIATE_TEST_SUITE_P(Screens, DisplayScale, testing::Range(0, 6));
 
 }  // namespace

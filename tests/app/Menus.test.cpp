@@ -54,8 +54,10 @@ TEST_F(Menus, HoldTheCommands) {
   EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "Copy", "RevertPreview", "Recover", "Forget"}));
   EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "NextProblem", "PrevProblem", "Reload"}));
   EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetSelected", "SetAll"}));
-  EXPECT_EQ(EntriesOf("View"), (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File",
-                                      "PictureBehind", "GetGraphics"}));
+  EXPECT_EQ(EntriesOf("View"),
+            (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File", "PictureBehind",
+                   "GetGraphics", "ZoomIn", "ZoomOut", "Zoom100", "ZoomFit", "Menu_Aspect"}));
+  EXPECT_EQ(EntriesOf("Aspect"), (Names{"Square", "4x3", "16x9"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
   EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "Export",
