@@ -20,7 +20,7 @@ using test::TwoStreams;
 
 class RandomReview : public testing::TestWithParam<unsigned> {
  protected:
-  unsigned Below(unsigned end) { return random_() % end; }
+  unsigned Below(unsigned end) { return static_cast<unsigned>(random_() % end); }
 
   Bytes RandomPacket(std::int64_t time, const Bytes& contrasts) {
     const unsigned width = 1 + Below(90);
