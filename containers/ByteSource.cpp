@@ -18,19 +18,26 @@ class FileSource : public ByteSource {
       return std::size_t{0};
     }
     file_.clear();
-    if (!file_.seekg(static_cast<std::streamoff>(start))) {
+    if (start != position_ && !file_.seekg(static_cast<std::streamoff>(start))) {
+      position_ = Unknown;
       return Failure{"it cannot be read"};
     }
     file_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (file_.bad()) {
+      position_ = Unknown;
       return Failure{"it cannot be read"};
     }
-    return static_cast<std::size_t>(file_.gcount());
+    const auto found = static_cast<std::size_t>(file_.gcount());
+    position_ = start + found;
+    return found;
   }
 
  private:
+  static constexpr std::uint64_t Unknown = ~std::uint64_t{0};
+
   std::ifstream file_;
   std::uint64_t length_;
+  std::uint64_t position_ = 0;  // of the byte that the file reads next
 };
 
 }  // namespace

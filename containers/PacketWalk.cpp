@@ -146,13 +146,15 @@ void PacketWalk::PassPackHeader() {
   const std::uint64_t position = reader_.Position();
   const auto bytes = reader_.Peek(Mpeg2Size + 7);
   std::size_t size = StartCodeSize;
-  clock_.reset();
+  hasClock_ = true;
   if (bytes.size() >= Mpeg2Size && (bytes[4] & 0xC0U) == 0x40U) {
     clock_ = ClockAt(bytes.subspan(4));
     size = Mpeg2Size + (bytes[13] & 7U);
   } else if (bytes.size() >= Mpeg1Size && (bytes[4] & 0xF0U) == 0x20U) {
     clock_ = TimeStampAt(bytes.subspan(4));
     size = Mpeg1Size;
+  } else {
+    hasClock_ = false;
   }
   reader_.Skip(size);
   pack_ = position;
@@ -184,7 +186,7 @@ bool PacketWalk::Next(ProgramPacket& packet) {
     packet.Stream = stream;
     packet.Position = position;
     packet.Pack = pack_.value_or(position);
-    packet.Clock = clock_;
+    packet.Clock = hasClock_ ? std::optional(clock_) : std::nullopt;
     packet.Time.reset();
     packet.IsEncrypted = false;
     ReadHeader(bytes.first(size).subspan(PacketHead), packet);

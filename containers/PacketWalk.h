@@ -57,7 +57,10 @@ class PacketWalk {
   ForwardReader& reader_;
   std::size_t consumed_ = 0;  // of the packet that was handed out last
   std::optional<std::uint64_t> pack_;
-  std::optional<std::int64_t> clock_;
+  // Apart: an optional is copied as a whole, which waits until both of its parts, and every byte of the
+  // packet before that was copied meanwhile, have been stored.
+  std::int64_t clock_ = 0;
+  bool hasClock_ = false;
   bool foundPack_ = false;
 };
 

@@ -33,6 +33,8 @@ std::vector<TimedUnit> TimedUnits(const VobSubLanguage& language, const FoundUni
                                   const UnitTable& table) {
   std::vector<VobSubTime> times;
   std::vector<TimedUnit> units;
+  times.reserve(found.size());
+  units.reserve(found.size());
   for (std::size_t i = 0; i < found.size(); ++i) {
     if (found[i]) {
       const VobSubEntry& entry = language.Entries[i];
@@ -144,18 +146,26 @@ Result<void> CheckSize(const std::vector<NamedTrack>& tracks, const UnitTable& t
   return size > MaxStreamLength ? Result<void>(Failure{TooMuchReason}) : Result<void>();
 }
 
-/// All positions at which a line may have a unit start, in ascending order.
+/// All positions at which a line may have a unit start, in ascending order. They ascend in nearly every
+/// index, and so do what their digits are as decimal numbers.
 std::vector<std::uint64_t> PositionsIn(const VobSubIndex& index) {
   std::vector<std::uint64_t> positions;
+  std::vector<std::uint64_t> decimal;
   for (const VobSubLanguage& language : index.Languages) {
     for (const VobSubEntry& entry : language.Entries) {
       positions.push_back(entry.Position);
       if (entry.DecimalPosition) {
-        positions.push_back(*entry.DecimalPosition);
+        decimal.push_back(*entry.DecimalPosition);
       }
     }
   }
-  std::ranges::sort(positions);
+  for (auto* unsorted : {&positions, &decimal}) {
+    if (!std::ranges::is_sorted(*unsorted)) {
+      std::ranges::sort(*unsorted);
+    }
+  }
+  const auto middle = positions.insert(positions.end(), decimal.begin(), decimal.end());
+  std::inplace_merge(positions.begin(), middle, positions.end());
   return positions;
 }
 

@@ -12,12 +12,28 @@ namespace quillmark {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view Blanks = " \t\r\n\v\f";
+
+// An index has as many lines as the film has subtitles, of a few bytes between signs. Looking for one of
+// several signs with the functions of std::string_view costs a call for each byte.
+
+bool IsBlank(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(Blanks);
-  return first == std::string_view::npos ? std::string_view()
-                                         : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+  while (!text.empty() && IsBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && IsBlank(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
+/// Bytes before the first end of a line.
+std::size_t LineLength(std::string_view text) {
+  const auto end = std::ranges::find_if(text, [](char c) { return c == '\r' || c == '\n'; });
+  return static_cast<std::size_t>(end - text.begin());
 }
 
 /// What stands before `separator`, and what after it; all of it before where there is none.
@@ -280,7 +296,7 @@ VobSubIndex ParseVobSubIndex(std::string_view text) {
   text = WithoutMark(text);
   IndexReader reader;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    const std::size_t end = LineLength(text);
     reader.Line(text.substr(0, end));
     text.remove_prefix(end);
     text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));

@@ -14,7 +14,9 @@ UnitTable::UnitTable(std::array<GatheredSubstream, SubtitleSubstreams> substream
     }
     named_[i].resize(count);
   }
-  std::ranges::sort(places_, {}, &UnitPlace::Packet);
+  if (!std::ranges::is_sorted(places_, {}, &UnitPlace::Packet)) {
+    std::ranges::sort(places_, {}, &UnitPlace::Packet);
+  }
 }
 
 UnitPlace UnitTable::PlaceOf(std::size_t substream, std::size_t unit) const {
@@ -22,8 +24,22 @@ UnitPlace UnitTable::PlaceOf(std::size_t substream, std::size_t unit) const {
   return {.Pack = found.Pack, .Packet = found.Packet, .Substream = substream, .Unit = unit};
 }
 
-std::optional<UnitPlace> UnitTable::At(std::uint64_t position, std::size_t substream) const {
-  const auto first = std::ranges::lower_bound(places_, position, {}, &UnitPlace::Packet);
+/// The lines of an index nearly always name the units in the order of the file: the next one is looked at
+/// before all are searched.
+std::vector<UnitPlace>::const_iterator UnitTable::FirstFrom(std::uint64_t position) {
+  const auto isFirst = [&](std::size_t place) {
+    return place < places_.size() && places_[place].Packet >= position &&
+           (place == 0 || places_[place - 1].Packet < position);
+  };
+  if (!isFirst(next_)) {
+    const auto found = std::ranges::lower_bound(places_, position, {}, &UnitPlace::Packet);
+    next_ = static_cast<std::size_t>(found - places_.begin());
+  }
+  return places_.begin() + static_cast<std::ptrdiff_t>(next_++);
+}
+
+std::optional<UnitPlace> UnitTable::At(std::uint64_t position, std::size_t substream) {
+  const auto first = FirstFrom(position);
   const auto isThere = [position](const UnitPlace& place) {
     return place.Packet == position || place.Pack == position;
   };

@@ -33,7 +33,7 @@ class UnitTable {
   }
 
   /// The unit whose pack or first packet stands there; of several in a pack that of the substream, if any.
-  [[nodiscard]] std::optional<UnitPlace> At(std::uint64_t position, std::size_t substream) const;
+  [[nodiscard]] std::optional<UnitPlace> At(std::uint64_t position, std::size_t substream);
   /// The first unit of the substream whose time stamp is within a millisecond of the time, in ticks.
   [[nodiscard]] std::optional<UnitPlace> OfTime(std::int64_t ticks, std::size_t substream);
   /// The same; unless a line has named it.
@@ -55,9 +55,12 @@ class UnitTable {
 
  private:
   [[nodiscard]] UnitPlace PlaceOf(std::size_t substream, std::size_t unit) const;
+  /// The first place whose packet stands there or after it.
+  [[nodiscard]] std::vector<UnitPlace>::const_iterator FirstFrom(std::uint64_t position);
 
   std::array<GatheredSubstream, SubtitleSubstreams> substreams_;
   std::vector<UnitPlace> places_;  // in the order of the file
+  std::size_t next_ = 0;           // after the place that was looked up last; may be past the end
   std::array<std::vector<bool>, SubtitleSubstreams> named_;
   std::array<std::vector<std::size_t>, SubtitleSubstreams>
       byTime_;  // units with a time stamp; made when asked for
