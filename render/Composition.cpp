@@ -27,12 +27,25 @@ QImage MakeChecker() {
 }
 
 /// Every redraw starts from the same squares, so they are painted once and copied afterwards.
-void CopyChecker(QImage& frame, const QRect& area) {
+const QImage& Checker() {
   static const QImage checker = MakeChecker();
+  return checker;
+}
+
+void CopyChecker(QImage& frame, const QRect& area) {
   const auto start = static_cast<std::size_t>(area.x()) * sizeof(QRgb);
   const auto length = static_cast<std::size_t>(area.width()) * sizeof(QRgb);
   for (int y = area.top(); y <= area.bottom(); ++y) {
-    std::memcpy(frame.scanLine(y) + start, checker.constScanLine(y) + start, length);
+    std::memcpy(frame.scanLine(y) + start, Checker().constScanLine(y) + start, length);
+  }
+}
+
+/// A background that is no file.
+void DrawPlain(QImage& frame, const QRect& area, const Background& background) {
+  if (background.Source == Background::Kind::Colour) {
+    cGraphics(frame).FillRectangle(area, background.Colour | OpaqueBlack);
+  } else {
+    CopyChecker(frame, area);
   }
 }
 
@@ -61,27 +74,49 @@ void DrawBackground(QImage& frame, int frameHeight, const Background& background
   if (background.Source == Background::Kind::PictureFile) {
     DrawPictureFile(frame, frameHeight, background.File, instance);
   } else {
-    CopyChecker(frame, frame.rect());
+    DrawPlain(frame, frame.rect(), background);
   }
 }
 
-FramePicture::FramePicture() : image_(MakeFrame()), notChecker_(image_.rect()) {}
+FramePicture::FramePicture() : image_(MakeFrame()), notPlain_(image_.rect()) {}
 
 void FramePicture::DrawBackground(int frameHeight, const Background& background, const cGDIP* instance) {
-  if (background.Source == Background::Kind::Checker) {
-    CopyChecker(image_, notChecker_);
-    changed_ |= notChecker_;
-    notChecker_ = QRect();
-  } else if (DrawPictureFile(image_, frameHeight, background.File, instance)) {
-    changed_ = notChecker_ = image_.rect();
+  if (background.Source == Background::Kind::PictureFile) {
+    if (DrawPictureFile(image_, frameHeight, background.File, instance)) {
+      changed_ = notPlain_ = image_.rect();
+    }
+    otherGround_ = image_;
+  } else {
+    if (background.Source != plain_.Source || background.Colour != plain_.Colour) {
+      notPlain_ = image_.rect();
+      plain_ = background;
+    }
+    DrawPlain(image_, notPlain_, background);
+    changed_ |= notPlain_;
+    notPlain_ = QRect();
+    otherGround_ = QImage();
   }
+  laid_.clear();
 }
 
 void FramePicture::Draw(const cBitmap& picture, int x, int y, const cGDIP* instance) {
   const QRect area = QRect(x, y, picture.Width(), picture.Height()) & image_.rect();
   cGraphics(image_, instance).DrawImage(picture, x, y);
-  notChecker_ |= area;
+  notPlain_ |= area;
   changed_ |= area;
+  laid_.push_back({QPoint(x, y), picture.Image()});
+}
+
+QImage FramePicture::Ground() const {
+  if (!otherGround_.isNull()) {
+    return otherGround_;
+  }
+  if (plain_.Source == Background::Kind::Checker) {
+    return Checker();
+  }
+  QImage ground = MakeFrame();
+  DrawPlain(ground, ground.rect(), plain_);
+  return ground;
 }
 
 QRect FramePicture::TakeChanged() {
