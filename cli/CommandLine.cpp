@@ -210,7 +210,7 @@ class CommandTable {
     picture
         ->add_option("--background", picture_.Background,
                      "What the frame is filled with; none without --frame: the subtitle's own picture")
-        ->type_name("checker|none|FILE")
+        ->type_name("checker|none|#RRGGBB|FILE")
         ->check(NamesAFile());
     CLI::Option* const player = picture->add_flag(
         "--player", picture_.Player, "As a player shows it, with all control sequences at their times");

@@ -34,7 +34,7 @@ struct PictureOptions {
   std::string Out = {};
   std::string Palette = {};         ///< empty: the one of the track, or the start-up palette
   std::optional<int> Frame = {};    ///< 480 or 576 lines; none: as the background asks for
-  std::string Background = "none";  ///< "none", "checker" or a picture file
+  std::string Background = "none";  ///< "none", "checker", "#rrggbb" or a picture file
   bool Player = false;              ///< as a player shows it, all control sequences at their times
   std::int64_t At = 0;              ///< for it: 90 kHz ticks after the subtitle's own start
 };

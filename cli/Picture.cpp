@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
@@ -14,6 +18,18 @@ namespace {
 constexpr const char* NoBackground = "none";
 constexpr const char* CheckerBackground = "checker";
 
+/// "#rrggbb" as opaque ARGB.
+std::optional<std::uint32_t> ColourOf(std::string_view name) {
+  constexpr std::size_t Digits = 6;
+  if (name.size() != 1 + Digits || name.front() != '#') {
+    return std::nullopt;
+  }
+  std::uint32_t colour = 0;
+  const char* end = name.data() + name.size();
+  const auto read = std::from_chars(name.data() + 1, end, colour, 16);
+  return read.ptr == end ? std::optional(0xFF000000 | colour) : std::nullopt;
+}
+
 /// The frame without the subtitle; its status tells whether a background file was drawn.
 CommandResult MakeBackground(const std::string& name, int height, QImage& frame) {
   if (name == NoBackground) {
@@ -22,7 +38,10 @@ CommandResult MakeBackground(const std::string& name, int height, QImage& frame)
     return {};
   }
   Background background;
-  if (name != CheckerBackground) {
+  if (const auto colour = ColourOf(name)) {
+    background.Source = Background::Kind::Colour;
+    background.Colour = *colour;
+  } else if (name != CheckerBackground) {
     background.Source = Background::Kind::PictureFile;
     if (CommandResult named = ToText(name, background.File); !named.IsDone()) {
       return named;

@@ -100,6 +100,19 @@ TEST_F(PictureCommand, BackgroundMayBeAnyPictureThatTheWindowReads) {
   EXPECT_EQ(Picture({"--background", "back.gif"}).pixel(0, 0), 0xFFFFFFFF);
 }
 
+TEST_F(PictureCommand, ColourFillsTheFrame) {
+  const QImage picture = Picture({"--background", "#10a0Ff"});
+  ASSERT_EQ(picture.size(), QSize(720, 576));
+  EXPECT_EQ(picture.pixel(0, 0), 0xFF10A0FF);
+  EXPECT_EQ(picture.pixel(719, 575), 0xFF10A0FF);
+  EXPECT_EQ(picture.pixel(100, 400), Code1);
+}
+
+TEST_F(PictureCommand, WhatIsNoColourIsAFile) {
+  WritePicture("#10a0fg", "PNG", 0xFF102030);
+  EXPECT_EQ(Picture({"--background", "#10a0fg"}).pixel(0, 0), 0xFF102030);
+}
+
 TEST_F(PictureCommand, TakesThePaletteGiven) {
   std::string lines;
   for (int entry = 0; entry < 16; ++entry) {
