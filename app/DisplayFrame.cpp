@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QCursor>
 #include <QEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -25,11 +27,15 @@ QPoint Floor(QPointF place) {
 }  // namespace
 
 DisplayFrame::DisplayFrame(QWidget* parent) : QWidget(parent) {
+  setMouseTracking(true);
   FitScreen();
 }
 
 void DisplayFrame::Refresh() {
-  repaint(Covering(picture_.TakeChanged()));
+  const QRect changed = Covering(picture_.TakeChanged());
+  // What is painted over the frame may tell of what was drawn, at another place.
+  repaint(guides_.IsAny() && !changed.isEmpty() ? rect() : changed);
+  emit Refreshed();
 }
 
 void DisplayFrame::SetLines(int lines) {
@@ -49,6 +55,16 @@ void DisplayFrame::SetHint(const QString& hint) {
 void DisplayFrame::SetDescription(const QString& description) {
   if (description != accessibleDescription()) {
     setAccessibleDescription(description);
+  }
+}
+
+void DisplayFrame::SetGuides(const FrameGuides& guides) {
+  if (guides != guides_) {
+    const bool wasAny = guides_.IsAny();
+    guides_ = guides;
+    if (wasAny || guides.IsAny()) {
+      update();
+    }
   }
 }
 
@@ -151,35 +167,45 @@ void DisplayFrame::paintEvent(QPaintEvent* event) {
   // The frame begins at a whole screen pixel, wherever the widget does.
   const QTransform toDevice = painter.deviceTransform();
   painter.translate(toDevice.inverted().map(Rounded(toDevice.map(QPointF()))));
-  painter.scale(1 / ratio_, 1 / ratio_);
-  PaintPicture(painter,
-               QRectF(QPointF(event->rect().topLeft()) * ratio_, QSizeF(event->rect().size()) * ratio_));
+  const ShownFrame frame{.Lines = lines_,
+                         .OnScreen = onScreen_,
+                         .Ratio = ratio_,
+                         .InSight = parentWidget()->rect().translated(-pos()) & rect()};
+  if (guides_.Mode == DisplayMode::Letterbox || guides_.Mode == DisplayMode::PanAndScan) {
+    PaintScreen(painter, picture_, guides_.Mode, frame);
+  } else {
+    PaintPicture(painter,
+                 QRectF(QPointF(event->rect().topLeft()) * ratio_, QSizeF(event->rect().size()) * ratio_));
+  }
+  PaintGuides(painter, guides_, frame);
   painter.restore();
   if (!hint_.isEmpty()) {
     PaintHint(painter);
   }
 }
 
-/// `part` is in screen pixels, as the painter is.
+/// `part` is in screen pixels; the painter stands at the frame's corner.
 void DisplayFrame::PaintPicture(QPainter& painter, const QRectF& part) const {
+  const QRect whole(0, 0, FrameWidth, lines_);
   const int side = WholeSide(onScreen_, lines_);
+  painter.save();
+  painter.scale(1 / ratio_, 1 / ratio_);
   if (side == 0) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(QPointF(), QSizeF(onScreen_)), picture_.Image(),
-                      QRectF(0, 0, FrameWidth, lines_));
-    return;
+    painter.drawImage(QRectF(QPointF(), QSizeF(onScreen_)), picture_.Image(), QRectF(whole));
+  } else {
+    painter.scale(side, side);
+    // Where the frame's corner was rounded the part begins a little beside its own; what is too much the
+    // painter clips.
+    const QRect pixels =
+        QRectF(part.topLeft() / side, part.size() / side).toAlignedRect().adjusted(-1, -1, 1, 1) & whole;
+    const int columns = side == 1 ? FrameWidth : ColumnsDrawnAtOnce;
+    for (int x = pixels.left(); x <= pixels.right(); x += columns) {
+      const QRect drawn = pixels & QRect(x, 0, columns, lines_);
+      painter.drawImage(drawn.topLeft(), picture_.Image(), drawn);
+    }
   }
-  painter.scale(side, side);
-  // Where the frame's corner was rounded the part begins a little beside its own; what is too much the
-  // painter clips.
-  const QRect pixels =
-      QRectF(part.topLeft() / side, part.size() / side).toAlignedRect().adjusted(-1, -1, 1, 1) &
-      QRect(0, 0, FrameWidth, lines_);
-  const int columns = side == 1 ? FrameWidth : ColumnsDrawnAtOnce;
-  for (int x = pixels.left(); x <= pixels.right(); x += columns) {
-    const QRect drawn = pixels & QRect(x, 0, columns, lines_);
-    painter.drawImage(drawn.topLeft(), picture_.Image(), drawn);
-  }
+  painter.restore();
 }
 
 void DisplayFrame::PaintHint(QPainter& painter) const {
@@ -192,6 +218,32 @@ void DisplayFrame::PaintHint(QPainter& painter) const {
   painter.drawRoundedRect(plate, margin / 3.0, margin / 3.0);
   painter.setPen(Qt::white);
   painter.drawText(plate, Qt::AlignCenter, hint_);
+}
+
+void DisplayFrame::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (guides_.IsAny()) {
+    update();  // some of them keep their place in what is in sight
+  }
+  if (underMouse()) {
+    Point(mapFromGlobal(QCursor::pos()));
+  }
+}
+
+void DisplayFrame::mouseMoveEvent(QMouseEvent* event) {
+  Point(event->position().toPoint());
+  QWidget::mouseMoveEvent(event);
+}
+
+void DisplayFrame::leaveEvent(QEvent* event) {
+  QWidget::leaveEvent(event);
+  emit PointedAt(std::nullopt);
+}
+
+void DisplayFrame::Point(QPoint place) {
+  const QPoint pixel = PixelAt(place);
+  const bool isInside = QRect(0, 0, FrameWidth, lines_).contains(pixel);
+  emit PointedAt(isInside ? std::optional(pixel) : std::nullopt);
 }
 
 }  // namespace quillmark

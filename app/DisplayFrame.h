@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+
 #include <QWidget>
 
+#include "app/FrameGuides.h"
 #include "app/ViewZoom.h"
 #include "render/Composition.h"
 
@@ -32,6 +35,10 @@ class DisplayFrame : public QWidget {
   /// What the picture shows, for assistive tools.
   void SetDescription(const QString& description);
 
+  /// Painted over the frame; never part of the picture.
+  void SetGuides(const FrameGuides& guides);
+  [[nodiscard]] const FrameGuides& Guides() const { return guides_; }
+
   void SetZoom(const ViewZoom& zoom);
   [[nodiscard]] const ViewZoom& Zoom() const { return zoom_; }
   /// The room of a frame that fits, in logical pixels.
@@ -54,9 +61,18 @@ class DisplayFrame : public QWidget {
   [[nodiscard]] QPointF FramePlace(QPoint place) const;
   [[nodiscard]] QPoint PlaceOf(QPointF inFrame) const;
 
+ signals:
+  /// The frame pixel under the pointer; none when it has left the frame.
+  void PointedAt(std::optional<QPoint> pixel);
+  /// What was drawn is shown.
+  void Refreshed();
+
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
   void FitScreen();
@@ -65,11 +81,13 @@ class DisplayFrame : public QWidget {
   [[nodiscard]] QSizeF Sides() const;
   void PaintPicture(QPainter& painter, const QRectF& part) const;
   void PaintHint(QPainter& painter) const;
+  void Point(QPoint place);
   /// The logical pixels that frame pixels lie in, even if only with a part.
   [[nodiscard]] QRect Covering(const QRect& framePixels) const;
 
   FramePicture picture_;
   QString hint_;
+  FrameGuides guides_;
   int lines_ = FrameHeight576;
   ViewZoom zoom_;
   QSize room_;

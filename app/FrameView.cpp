@@ -109,6 +109,7 @@ void FrameView::resizeEvent(QResizeEvent* event) {
   const QScopedValueRollback<bool> placing(placing_, true);
   QScrollArea::resizeEvent(event);
   KeepHeld();
+  picture_->update();  // what is painted over it follows what is in sight
 }
 
 void FrameView::scrollContentsBy(int dx, int dy) {

@@ -10,16 +10,19 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 
+#include "app/ColourSwatch.h"
 #include "app/Comparison.h"
 #include "app/Dialogs.h"
 #include "app/DisplayFrame.h"
 #include "app/Document.h"
+#include "app/FrameInspector.h"
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
 #include "app/RecoveryJournal.h"
 #include "app/StatusLine.h"
 #include "app/Strip.h"
 #include "app/SubtitleList.h"
+#include "app/WindowBody.h"
 
 namespace quillmark {
 
@@ -40,6 +43,9 @@ frmTest::frmTest(QWidget* parent)
   BuildActions(this);
   status_ = new StatusLine(this);
   setStatusBar(status_);
+  status_->insertPermanentWidget(0, Text_Pixel);
+  inspector_ = new FrameInspector(Picture1, &Body->Frame(), Text_Pixel, this);
+  ConnectGround();
   BuildMenus();
   ConnectDocument();
   document_->SetSupPath(InProgramFolder(QStringLiteral("test.sup")));
@@ -113,6 +119,8 @@ void frmTest::ConnectControls() {
     connect(button, &QAbstractButton::clicked, this, [this, handler] { RunCommand(handler); });
   };
   onClick(Option_Checker, [this] { document_->Preview(); });
+  onClick(Option_Colour, [this] { document_->Preview(); });
+  onClick(Label_Ground, [this] { Label_Ground_Click(); });
   onClick(Option_File, [this] { Option_File_Click(); });
   onClick(Option_720x480, [this] { document_->SetFrameLines(FrameHeight480); });
   onClick(Option_720x576, [this] { document_->SetFrameLines(FrameHeight576); });
@@ -196,7 +204,10 @@ void frmTest::UpdateCommands() {
   nameStep(Action_Undo, QStringLiteral("&Undo"), enabled.Undo, document_->History().undoText());
   nameStep(Action_Redo, QStringLiteral("&Redo"), enabled.Redo, document_->History().redoText());
   for (QAction* action :
-       {Action_720x480, Action_720x576, Action_Checker, Action_File, Action_PictureBehind}) {
+       {Action_720x480, Action_720x576, Action_Checker, Action_File, Action_Colour, Action_PictureBehind}) {
+    action->setEnabled(enabled.Editing);
+  }
+  for (QAction* action : Label_Ground->actions()) {
     action->setEnabled(enabled.Editing);
   }
   for (QAction* action : {Action_Offset, Action_LeaveMerge}) {

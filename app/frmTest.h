@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QString>
 
+#include "app/FrameGuides.h"
 #include "app/LongWork.h"
 #include "app/UserMemory.h"
 #include "app/ViewZoom.h"
@@ -36,6 +37,7 @@ class cBitmap;
 class CompareWindow;
 class Comparison;
 class Document;
+class FrameInspector;
 class HourglassPointer;
 class RecoveryJournal;
 class StatusLine;
@@ -66,6 +68,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void dropEvent(QDropEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   using LoadSecondary = std::function<Result<LoadedStream>()>;
@@ -176,8 +179,25 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   // frmTest_view.cpp
   void ConnectView();
+  void ConnectZoom();
   void SetAspect(DisplayAspect aspect);
   void ShowZoom();
+
+  // frmTest_guides.cpp
+  void ConnectGuides();
+  void SetMode(DisplayMode mode);
+  void ConnectLoupe();
+  void RestoreView();
+  void KeepView();
+
+  // frmTest_ground.cpp
+  void ConnectGround();
+  void Label_Ground_Click();
+  /// Shows subtitles over that colour.
+  void ShowGround(Rgb colour);
+  void ShowGroundColour(Rgb colour);
+  void RestoreGround();
+  void KeepGround();
 
   // frmTest_palette.cpp
   void Command_LoadPalette_Click();
@@ -254,6 +274,7 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   RecoveryJournal* recovery_;
   SubtitleList* list_;
   Comparison* comparison_;
+  FrameInspector* inspector_ = nullptr;
   CompareWindow* compareWindow_ = nullptr;  // made when it is first asked for
   bool running_ = false;                    // a command runs
   bool listChangeIsDrawn_ = false;          // of the choice that a list is about to tell

@@ -55,6 +55,19 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_Checker, "Action_Checker", QStringLiteral("&Checker"));
   make(Action_File, "Action_File", QStringLiteral("&Graph. File"));
   make(Action_PictureBehind, "Action_PictureBehind", QStringLiteral("&Picture behind..."));
+  make(Action_Colour, "Action_Colour", QStringLiteral("Colou&r"));
+  make(Action_GroundBlack, "Action_GroundBlack", QStringLiteral("&Black"));
+  make(Action_GroundWhite, "Action_GroundWhite", QStringLiteral("&White"));
+  make(Action_GroundGrey, "Action_GroundGrey", QStringLiteral("&Grey"));
+  make(Action_GroundPick, "Action_GroundPick", QStringLiteral("&Pick..."));
+  make(Action_SafeAreas, "Action_SafeAreas", QStringLiteral("&Safe areas"));
+  make(Action_SubtitleArea, "Action_SubtitleArea", QStringLiteral("Subtitle's &area"));
+  make(Action_Rulers, "Action_Rulers", QStringLiteral("&Rulers"));
+  make(Action_Loupe, "Action_Loupe", QStringLiteral("Loup&e"), {QKeySequence(Qt::Key_Z)});
+  make(Action_ModeOff, "Action_ModeOff", QStringLiteral("&Off"));
+  make(Action_Wide, "Action_Wide", QStringLiteral("&Wide"));
+  make(Action_Letterbox, "Action_Letterbox", QStringLiteral("&Letterbox"));
+  make(Action_PanAndScan, "Action_PanAndScan", QStringLiteral("&Pan and scan"));
   make(Action_ZoomIn, "Action_ZoomIn", QStringLiteral("Zoom &in"),
        {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
   make(Action_ZoomOut, "Action_ZoomOut", QStringLiteral("Zoom &out"),

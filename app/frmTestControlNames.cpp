@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "app/ColourSwatch.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
@@ -47,6 +48,7 @@ void frmTestControls::NameControls() const {
   QUILLMARK_NAME(Text_Width);
   QUILLMARK_NAME(Text_Height);
   QUILLMARK_NAME(Text_GraphFile);
+  QUILLMARK_NAME(Text_Pixel);
   QUILLMARK_NAME(ImageCombo1);
   QUILLMARK_NAME(ImageCombo2);
   QUILLMARK_NAME(ImageCombo3);
@@ -58,6 +60,8 @@ void frmTestControls::NameControls() const {
   QUILLMARK_NAME(Frame3);
   QUILLMARK_NAME(Option_File);
   QUILLMARK_NAME(Option_Checker);
+  QUILLMARK_NAME(Option_Colour);
+  QUILLMARK_NAME(Label_Ground);
   QUILLMARK_NAME(Option_720x480);
   QUILLMARK_NAME(Option_720x576);
   QUILLMARK_NAME_ARRAY(Combo1)
@@ -95,10 +99,10 @@ void frmTestControls::SetTabOrder(const SubtitleList& list) const {
   for (QComboBox* opacities : Combo1) {
     next(opacities);
   }
-  for (QWidget* widget :
-       std::initializer_list<QWidget*>{Command_SetActual, Command_SetSelected, Command_SetAll, Option_Checker,
-                                       Option_File, Command_GetGraphics, Text_GraphFile, Option_720x480,
-                                       Option_720x576, Command_LoadSecond, Command_SaveSecond}) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           Command_SetActual, Command_SetSelected, Command_SetAll, Option_Checker, Option_Colour,
+           Label_Ground, Option_File, Command_GetGraphics, Text_GraphFile, Option_720x480, Option_720x576,
+           Command_LoadSecond, Command_SaveSecond}) {
     next(widget);
   }
 }

@@ -17,6 +17,7 @@
 #include "app/Accessible.h"
 #include "app/CodeList.h"
 #include "app/CodeName.h"
+#include "app/ColourSwatch.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
@@ -121,6 +122,10 @@ void frmTestControls::Build(QMainWindow* window, SubtitleList* list) {
   const int titleBar = window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
   window->resize(wanted.boundedTo(window->screen()->availableSize() - QSize(0, titleBar)));
 
+  Text_Pixel =
+      MakeShownField(window, QStringLiteral("Pixel"),
+                     QStringLiteral("Place, pixel code, palette entry and opacity under the pointer"),
+                     QStringLiteral("000, 000: 2nd, code 0 (background), entry 0, opacity 0"));
   NameControls();
   SetTabOrder(*list);
   DescribePicture();
@@ -293,6 +298,15 @@ QWidget* frmTestControls::BuildBackgroundFrame(QWidget* parent) {
       MakeOption(Frame1, QStringLiteral("Checker"), QStringLiteral("Show subtitles over grey squares"));
   Option_File = MakeOption(Frame1, QStringLiteral("Graph. File"),
                            QStringLiteral("Show subtitles over the picture file named here"));
+  Option_Colour = MakeOption(Frame1, QStringLiteral("Colour"),
+                             QStringLiteral("Show subtitles over one colour, that of the square"));
+  Label_Ground = new ColourSwatch(0, Frame1);
+  Label_Ground->setToolTip(QStringLiteral("Click to pick the background colour"));
+  Label_Ground->setFocusPolicy(Qt::ClickFocus);
+  // Tab stops at the colour while it is shown.
+  QObject::connect(Option_Colour, &QRadioButton::toggled, Label_Ground, [this](bool chosen) {
+    Label_Ground->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  });
   Option_Checker->setChecked(true);
   Text_GraphFile = new QLineEdit(Frame1);
   Text_GraphFile->setAccessibleName(QStringLiteral("Background picture file"));
@@ -301,9 +315,11 @@ QWidget* frmTestControls::BuildBackgroundFrame(QWidget* parent) {
                                    QStringLiteral("Choose the background picture file"));
   QGridLayout* grid = MakeGrid(Frame1);
   grid->addWidget(Option_Checker, 0, 0);
+  grid->addWidget(Command_GetGraphics, 0, 1, 1, 3);
   grid->addWidget(Option_File, 1, 0);
-  grid->addWidget(Command_GetGraphics, 0, 1);
   grid->addWidget(Text_GraphFile, 1, 1);
+  grid->addWidget(Option_Colour, 1, 2);
+  grid->addWidget(Label_Ground, 1, 3);
   grid->setColumnStretch(1, 1);
   return Frame1;
 }

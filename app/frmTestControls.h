@@ -15,6 +15,7 @@ class QWidget;
 
 namespace quillmark {
 
+class ColourSwatch;
 class DisplayFrame;
 class ImageList;
 class PaletteSwatch;
@@ -48,6 +49,7 @@ struct frmTestControls {
   QLineEdit* Text_Width = nullptr;
   QLineEdit* Text_Height = nullptr;
   QLineEdit* Text_GraphFile = nullptr;
+  QLineEdit* Text_Pixel = nullptr;
   QComboBox* ImageCombo1 = nullptr;
   QComboBox* ImageCombo2 = nullptr;
   QComboBox* ImageCombo3 = nullptr;
@@ -67,6 +69,8 @@ struct frmTestControls {
   QGroupBox* Frame3 = nullptr;
   QRadioButton* Option_File = nullptr;
   QRadioButton* Option_Checker = nullptr;
+  QRadioButton* Option_Colour = nullptr;
+  ColourSwatch* Label_Ground = nullptr;
   QRadioButton* Option_720x480 = nullptr;
   QRadioButton* Option_720x576 = nullptr;
   WindowBody* Body = nullptr;

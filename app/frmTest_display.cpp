@@ -4,10 +4,13 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
+#include "app/ColourSwatch.h"
 #include "app/Dialogs.h"
 #include "app/DisplayFrame.h"
 #include "app/Document.h"
+#include "app/FrameInspector.h"
 #include "app/PathText.h"
+#include "app/QtColour.h"
 #include "app/frmTest.h"
 #include "render/Composition.h"
 #include "render/Exporter.h"
@@ -85,6 +88,7 @@ void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, const SpuContro
   if (picture.Width() > 0) {
     Picture1->Picture().Draw(picture, control.X1, control.Y1, &gdip_);
   }
+  inspector_->Show(unit, control, document_->Choice());
   Picture1->Refresh();
 }
 
@@ -114,13 +118,20 @@ void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
   };
   draw(subtitle.Unit, primary, 0);
   draw(subtitle.Over->Unit, secondary, document_->YOffset());
+  inspector_->Show(subtitle.Unit, primary, document_->Choice());
+  inspector_->ShowOver(subtitle.Over->Unit, secondary, document_->YOffset());
   Picture1->Refresh();
 }
 
 void frmTest::DrawFrameBackground() {
-  const Background background{
-      .Source = Option_File->isChecked() ? Background::Kind::PictureFile : Background::Kind::Checker,
-      .File = Text_GraphFile->text()};
+  Background background{.Source = Background::Kind::Checker,
+                        .File = Text_GraphFile->text(),
+                        .Colour = ToQColor(Label_Ground->Colour()).rgb()};
+  if (Option_File->isChecked()) {
+    background.Source = Background::Kind::PictureFile;
+  } else if (Option_Colour->isChecked()) {
+    background.Source = Background::Kind::Colour;
+  }
   Picture1->Picture().DrawBackground(document_->FrameLines(), background, &gdip_);
 }
 

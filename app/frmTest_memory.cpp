@@ -72,6 +72,7 @@ void frmTest::RestoreArrangement() {
   list_->Restore(memory_.Arrangement(ColumnsPart).toByteArray(),
                  memory_.Arrangement(ProblemsPart).toByteArray());
   Body->RestoreSplitter(memory_.Arrangement(ListPart).toByteArray());
+  RestoreView();
   Action_List->setChecked(memory_.Arrangement(ListShownPart).toBool() ||
                           memory_.Arrangement(ListShownPart).isNull());
 }
@@ -80,6 +81,7 @@ void frmTest::KeepArrangement() {
   memory_.SetArrangement(ColumnsPart, list_->ColumnState());
   memory_.SetArrangement(ProblemsPart, list_->SplitterState());
   memory_.SetArrangement(ListPart, Body->SplitterState());
+  KeepView();
   memory_.SetArrangement(ListShownPart, Action_List->isChecked());
 }
 

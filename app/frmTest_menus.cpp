@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QRadioButton>
 
+#include "app/ColourSwatch.h"
 #include "app/Document.h"
 #include "app/PathText.h"
 #include "app/Strip.h"
@@ -67,8 +68,8 @@ void frmTest::BuildMenus() {
   add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetSelected, Action_SetAll});
   QMenu* view = add("Menu_View", QStringLiteral("&View"),
                     {Action_List, nullptr, Action_720x480, Action_720x576, nullptr, Action_Checker,
-                     Action_File, nullptr, Action_PictureBehind, Action_GetGraphics, nullptr, Action_ZoomIn,
-                     Action_ZoomOut, Action_Zoom100, Action_ZoomFit});
+                     Action_File, Action_Colour, nullptr, Action_PictureBehind, Action_GetGraphics, nullptr,
+                     Action_ZoomIn, Action_ZoomOut, Action_Zoom100, Action_ZoomFit, Action_Loupe, nullptr});
   const auto addTo = [](QMenu* parent, const char* name, const QString& title,
                         std::initializer_list<QAction*> actions) {
     QMenu* menu = parent->addMenu(title);
@@ -76,6 +77,14 @@ void frmTest::BuildMenus() {
     Fill(menu, actions);
   };
   addTo(view, "Menu_Aspect", QStringLiteral("Display &aspect"), {Action_Square, Action_4x3, Action_16x9});
+  addTo(view, "Menu_DisplayMode", QStringLiteral("&Display mode"),
+        {Action_ModeOff, Action_Wide, Action_Letterbox, Action_PanAndScan});
+  addTo(view, "Menu_Guides", QStringLiteral("G&uides"),
+        {Action_SafeAreas, Action_SubtitleArea, Action_Rulers});
+  auto* grounds = new QMenu(QStringLiteral("&Background colour"), view);
+  grounds->setObjectName(QStringLiteral("Menu_Ground"));
+  grounds->addActions(Label_Ground->actions());
+  view->insertMenu(Action_PictureBehind, grounds);
   auto* columns = new QMenu(QStringLiteral("List colu&mns"), view);
   columns->setObjectName(QStringLiteral("Menu_Columns"));
   columns->addActions(list_->ColumnActions());
@@ -89,7 +98,7 @@ void frmTest::BuildMenus() {
   add("Menu_Help", QStringLiteral("&Help"),
       {Action_Report, Action_Keys, nullptr, Action_About, Action_AboutQt});
   Pair(this, {{Action_720x480, Option_720x480}, {Action_720x576, Option_720x576}});
-  Pair(this, {{Action_Checker, Option_Checker}, {Action_File, Option_File}});
+  Pair(this, {{Action_Checker, Option_Checker}, {Action_File, Option_File}, {Action_Colour, Option_Colour}});
 }
 
 void frmTest::TellClosed() {

@@ -24,6 +24,12 @@ QString AspectText(DisplayAspect aspect) {
 }  // namespace
 
 void frmTest::ConnectView() {
+  ConnectZoom();
+  ConnectGuides();
+  ConnectLoupe();
+}
+
+void frmTest::ConnectZoom() {
   FrameView* view = &Body->Frame();
   connect(Action_ZoomIn, &QAction::triggered, view, &FrameView::ZoomIn);
   connect(Action_ZoomOut, &QAction::triggered, view, &FrameView::ZoomOut);

@@ -3,7 +3,9 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -131,6 +133,69 @@ void NextFromClickToPaintedFrame(benchmark::State& state) {
   }
 }
 
+/// A widget that has Qt scale a frame's picture over itself.
+class ScaledPicture : public QWidget {
+ public:
+  ScaledPicture(QWidget* parent, bool isSmooth) : QWidget(parent), isSmooth_(isSmooth) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, isSmooth_);
+    painter.drawImage(rect(), picture_);
+  }
+
+ private:
+  QImage picture_ = QImage(720, 576, QImage::Format_RGB32);
+  bool isSmooth_;
+};
+
+/// The program's window as a full screen of 1920x1080, zoomed.
+class ZoomedWindow {
+ public:
+  explicit ZoomedWindow(const std::vector<const char*>& actions) {
+    window_.resize(1910, 1000);
+    window_.show();
+    for (const char* action : actions) {
+      window_.findChild<QAction*>(QLatin1String(action))->trigger();
+      QApplication::processEvents();
+    }
+  }
+  [[nodiscard]] QWidget* Display() const { return window_.findChild<QWidget*>(QStringLiteral("Picture1")); }
+
+ private:
+  frmTest window_;
+};
+
+const std::vector<const char*> Zooms[] = {
+    {"Action_ZoomIn"}, {"Action_ZoomIn", "Action_ZoomIn"}, {"Action_ZoomFit"}, {"Action_16x9"}};
+
+void RedrawOfAZoomedFrame(benchmark::State& state) {
+  const ZoomedWindow window(Zooms[state.range(0)]);
+  QWidget* display = window.Display();
+  for (auto _ : state) {
+    display->repaint();
+  }
+}
+
+/// The same part of a picture of the same size.
+void QtDrawsThatPictureScaled(benchmark::State& state) {
+  const ZoomedWindow window(Zooms[state.range(0)]);
+  QWidget host;
+  host.resize(1910, 1000);
+  QWidget view(&host);
+  view.setGeometry(window.Display()->parentWidget()->rect());
+  ScaledPicture picture(&view, state.range(0) != 1);
+  picture.setGeometry(window.Display()->geometry());
+  host.show();
+  QApplication::processEvents();
+  for (auto _ : state) {
+    picture.repaint();
+  }
+}
+
 /// One column and one row more than the frame needs, as the checker is laid out.
 void QPainterFillsCheckerSquares(benchmark::State& state) {
   QImage frame(720, 576, QImage::Format_RGB32);
@@ -149,6 +214,8 @@ void QPainterFillsCheckerSquares(benchmark::State& state) {
 
 BENCHMARK(QPainterFillsCheckerSquares)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(NextFromClickToPaintedFrame)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(QtDrawsThatPictureScaled)->DenseRange(0, 3)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(RedrawOfAZoomedFrame)->DenseRange(0, 3)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(StartPlainWindowOf60Controls)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(30);
 BENCHMARK(StartToFirstPaint)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(30);
 

@@ -55,8 +55,12 @@ TEST_F(Menus, HoldTheCommands) {
   EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "NextProblem", "PrevProblem", "Reload"}));
   EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetSelected", "SetAll"}));
   EXPECT_EQ(EntriesOf("View"),
-            (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File", "PictureBehind",
-                   "GetGraphics", "ZoomIn", "ZoomOut", "Zoom100", "ZoomFit", "Menu_Aspect"}));
+            (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File", "Colour", "Menu_Ground",
+                   "PictureBehind", "GetGraphics", "ZoomIn", "ZoomOut", "Zoom100", "ZoomFit", "Loupe",
+                   "Menu_Aspect", "Menu_DisplayMode", "Menu_Guides"}));
+  EXPECT_EQ(EntriesOf("Ground"), (Names{"GroundBlack", "GroundWhite", "GroundGrey", "GroundPick"}));
+  EXPECT_EQ(EntriesOf("DisplayMode"), (Names{"ModeOff", "Wide", "Letterbox", "PanAndScan"}));
+  EXPECT_EQ(EntriesOf("Guides"), (Names{"SafeAreas", "SubtitleArea", "Rulers"}));
   EXPECT_EQ(EntriesOf("Aspect"), (Names{"Square", "4x3", "16x9"}));
   EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));

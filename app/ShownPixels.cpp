@@ -1,0 +1,95 @@
+#include "app/ShownPixels.h"
+
+#include "app/CodeName.h"
+#include "render/FieldDecoder.h"
+
+namespace quillmark {
+namespace {
+
+QString HexDigit(int nibble) {
+  return QString::number(nibble, 16).toUpper();
+}
+
+}  // namespace
+
+void ShownPixels::Show(std::span<const std::uint8_t> unit, const SpuControl& control,
+                       const CodeChoice& choice) {
+  choice_ = choice;
+  Set(0, unit, control, 0);
+}
+
+void ShownPixels::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
+  Set(1, unit, control, moved);
+}
+
+void ShownPixels::Set(std::size_t layer, std::span<const std::uint8_t> unit, const SpuControl& control,
+                      int moved) {
+  Layer& set = layers_[layer];
+  set.Unit.assign(unit.begin(), unit.end());
+  set.Control = control;
+  const bool isReversed = control.Width() < 1 || control.Height() < 1;
+  set.Area = isReversed ? QRect() : QRect(control.X1, control.Y1 + moved, control.Width(), control.Height());
+  set.IsDecoded = false;
+  count_ = layer + 1;
+}
+
+std::optional<PixelFacts> ShownPixels::At(Layer& layer, QPoint pixel) const {
+  if (!layer.Area.contains(pixel)) {
+    return std::nullopt;
+  }
+  const auto width = static_cast<std::size_t>(layer.Area.width());
+  if (!layer.IsDecoded) {
+    layer.Codes.assign(width * static_cast<std::size_t>(layer.Area.height()), 0);
+    DecodeFields<std::uint8_t>(layer.Unit, layer.Codes, layer.Area.width(), layer.Area.height(),
+                               layer.Control.TopFieldOffset, layer.Control.BottomFieldOffset, {1, 2, 3, 4});
+    layer.IsDecoded = true;
+  }
+  const QPoint inArea = pixel - layer.Area.topLeft();
+  const std::uint8_t cell =
+      layer.Codes[static_cast<std::size_t>(inArea.y()) * width + static_cast<std::size_t>(inArea.x())];
+  if (cell == 0) {
+    return PixelFacts{};
+  }
+  const std::size_t code = cell - 1U;
+  return PixelFacts{
+      .IsSecond = false, .Code = code, .Colour = choice_.Colours[code], .Contrast = choice_.Contrasts[code]};
+}
+
+std::optional<PixelFacts> ShownPixels::At(QPoint pixel) {
+  std::optional<PixelFacts> found = count_ > 0 ? At(layers_[0], pixel) : std::nullopt;
+  if (count_ > 1) {
+    auto over = At(layers_[1], pixel);
+    if (over && (!found || over->Contrast > 0)) {
+      over->IsSecond = true;
+      found = over;
+    }
+  }
+  return found;
+}
+
+QString ShownPixels::TextAt(QPoint pixel) {
+  QString text = QStringLiteral("%1, %2").arg(pixel.x()).arg(pixel.y());
+  const auto facts = At(pixel);
+  if (!facts) {
+    return text;
+  }
+  text += facts->IsSecond ? QStringLiteral(": 2nd, ") : QStringLiteral(": ");
+  if (!facts->Code) {
+    return text + QStringLiteral("not coded");
+  }
+  return text + QStringLiteral("code %1 (%2), entry %3, opacity %4")
+                    .arg(QString::number(*facts->Code), CodeName(*facts->Code), HexDigit(facts->Colour),
+                         HexDigit(facts->Contrast));
+}
+
+std::vector<QRect> ShownPixels::Areas() const {
+  std::vector<QRect> areas;
+  for (std::size_t layer = 0; layer < count_; ++layer) {
+    if (!layers_[layer].Area.isEmpty()) {
+      areas.push_back(layers_[layer].Area);
+    }
+  }
+  return areas;
+}
+
+}  // namespace quillmark

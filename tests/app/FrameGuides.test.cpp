@@ -1,0 +1,146 @@
+#include "app/FrameGuides.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "app/DisplayFrame.h"
+#include "tests/app/MergeTest.h"
+#include "tests/app/Streams.h"
+
+namespace quillmark::test {
+namespace {
+
+TEST(SafeArea, Is90PercentForActionAnd80ForTitles) {
+  EXPECT_EQ(SafeArea(90, 576), QRectF(36, 29, 648, 518));
+  EXPECT_EQ(SafeArea(80, 576), QRectF(72, 58, 576, 461));
+  EXPECT_EQ(SafeArea(80, 480), QRectF(72, 48, 576, 384));
+}
+
+TEST(FilmOn, LetterboxHasItInTheMiddleThreeQuartersOfTheLines) {
+  EXPECT_EQ(FilmOn(DisplayMode::Letterbox, 576).OnScreen, QRectF(0, 72, 720, 432));
+  EXPECT_EQ(FilmOn(DisplayMode::Letterbox, 480).OnScreen, QRectF(0, 60, 720, 360));
+  EXPECT_EQ(FilmOn(DisplayMode::Letterbox, 576).OfFilm, QRectF(0, 0, 720, 576));
+}
+
+TEST(FilmOn, PanAndScanShowsTheMiddleThreeQuartersOfItsColumns) {
+  EXPECT_EQ(FilmOn(DisplayMode::PanAndScan, 576).OnScreen, QRectF(0, 0, 720, 576));
+  EXPECT_EQ(FilmOn(DisplayMode::PanAndScan, 576).OfFilm, QRectF(90, 0, 540, 576));
+}
+
+class Guides : public MergeTest {
+ protected:
+  void SetUp() override {
+    // At y = 400 and, in the lower bar of a letterbox, at y = 520; all four codes are opaque.
+    LoadStream(Join({FourCodes(PacketBuilder().Contrast(15, 15, 15, 15), 100, 400),
+                     FourCodes(PacketBuilder().Contrast(15, 15, 15, 15), 100, 520)}));
+  }
+  void Pick(const char* action) {
+    Window.findChild<QAction*>(action)->trigger();
+    QCoreApplication::processEvents();
+  }
+  [[nodiscard]] const QImage& Picture() const { return Control<DisplayFrame>("Picture1").Picture().Image(); }
+};
+
+TEST_F(Guides, ArePaintedOverTheFrameNotIntoIt) {
+  const QImage picture = Picture().copy();
+  const QImage frame = Frame();
+  for (const char* action : {"Action_SafeAreas", "Action_SubtitleArea", "Action_Rulers", "Action_Letterbox",
+                             "Action_PanAndScan", "Action_Wide"}) {
+    Pick(action);
+    EXPECT_NE(Frame(), frame) << action;
+    EXPECT_EQ(Picture(), picture) << action;
+    Pick(action);
+    Pick("Action_ModeOff");
+    EXPECT_EQ(Frame(), frame) << action;
+  }
+}
+
+TEST_F(Guides, SafeAreasAreOutlined) {
+  Pick("Action_SafeAreas");
+  const QColor white(Qt::white);
+  for (const QPoint pixel : {QPoint(35, 300), QPoint(684, 300), QPoint(300, 28), QPoint(300, 547),
+                             QPoint(71, 300), QPoint(648, 300), QPoint(300, 57), QPoint(300, 519)}) {
+    EXPECT_EQ(FrameColour(pixel.x(), pixel.y()), white) << pixel.x() << ' ' << pixel.y();
+  }
+}
+
+TEST_F(Guides, AreaFollowsTheSubtitle) {
+  const QColor light(120, 120, 120);
+  ASSERT_EQ(FrameColour(99, 520), QColor(60, 60, 60));
+  Pick("Action_SubtitleArea");
+  EXPECT_EQ(FrameColour(99, 400), QColor(Qt::white));
+  EXPECT_EQ(FrameColour(108, 401), QColor(Qt::white));
+  EXPECT_EQ(FrameColour(104, 402), QColor(Qt::white));
+  EXPECT_EQ(FrameColour(100, 400), QColor(0, 0, 0));  // code 0, as drawn
+  Click("Command_Next");
+  EXPECT_EQ(FrameColour(99, 400), light);
+  EXPECT_EQ(FrameColour(99, 520), QColor(Qt::white));
+}
+
+TEST_F(Guides, LetterboxSqueezesTheFilmAndLeavesTheSubtitle) {
+  Click("Command_Next");
+  Pick("Action_Letterbox");
+  EXPECT_EQ(FrameColour(10, 71), QColor(0, 0, 0));
+  EXPECT_EQ(FrameColour(10, 505), QColor(0, 0, 0));
+  EXPECT_EQ(FrameColour(4, 74), QColor(60, 60, 60));  // the first square, now from line 72 to line 83
+  EXPECT_EQ(FrameColour(4, 90), QColor(120, 120, 120));
+  EXPECT_EQ(FrameColour(102, 520), TextColour);
+  EXPECT_EQ(FrameColour(107, 521), QColor(2, 252, 2));
+  EXPECT_EQ(FrameColour(108, 520), QColor(0, 0, 0));
+}
+
+TEST_F(Guides, PanAndScanShowsTheFilmsMiddleAndAllOfTheSubtitle) {
+  QImage columns(8, 1, QImage::Format_RGB32);
+  for (int x = 0; x < 8; ++x) {
+    columns.setPixelColor(x, 0, QColor(30 * x, 0, 0));
+  }
+  ASSERT_TRUE(columns.scaled(720, 576).save(Path("columns.png")));
+  ShowBackground(Path("columns.png"));
+  ASSERT_EQ(FrameColour(45, 300), QColor(0, 0, 0));
+  Pick("Action_PanAndScan");
+  EXPECT_EQ(FrameColour(5, 300), QColor(30, 0, 0));
+  EXPECT_EQ(FrameColour(125, 300), QColor(60, 0, 0));
+  EXPECT_EQ(FrameColour(715, 300), QColor(180, 0, 0));
+  EXPECT_EQ(FrameColour(102, 400), TextColour);
+  EXPECT_EQ(FrameColour(107, 401), QColor(2, 252, 2));
+}
+
+TEST_F(Guides, RulersStayInSightWhereTheFrameScrolls) {
+  Pick("Action_Rulers");
+  Pick("Action_ZoomIn");
+  Pick("Action_ZoomIn");
+  auto& picture = Control<QWidget>("Picture1");
+  QWidget* view = picture.parentWidget();
+  auto* area = qobject_cast<QScrollArea*>(view->parentWidget());
+  const QImage before = view->grab().toImage();
+  const QRgb shaded = before.pixel(0, view->height() - 1);
+  area->verticalScrollBar()->setValue(area->verticalScrollBar()->value() - 64);
+  QCoreApplication::processEvents();
+  const QImage after = view->grab().toImage();
+  const QRect across(60, 0, view->width() - 60, 4);
+  EXPECT_EQ(after.copy(across), before.copy(across));
+  EXPECT_EQ(after.pixel(0, view->height() - 1), shaded);
+}
+
+TEST_F(Guides, NothingOfThemIsWritten) {
+  const auto written = [this] {
+    LoadStream(ThreeSubtitles());
+    Click("Check_SavePics");
+    Click("Command_Next");
+    Click("Check_SavePics");
+    const std::vector<Bytes> alone = {Read(Path("movie_SubPng/00+00+05+00.png")), SavedBytes()};
+    Merge(ThreeSubtitles());
+    return std::pair(alone, MergedBytes());
+  };
+  const auto before = written();
+  for (const char* action :
+       {"Action_SafeAreas", "Action_SubtitleArea", "Action_Rulers", "Action_Letterbox", "Action_Loupe"}) {
+    Pick(action);
+  }
+  EXPECT_EQ(written(), before);
+}
+
+}  // namespace
+}  // namespace quillmark::test

@@ -1,0 +1,176 @@
+#include <QAction>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTest>
+
+#include "app/DisplayFrame.h"
+#include "app/ShownPixels.h"
+#include "tests/app/MergeTest.h"
+#include "tests/app/Streams.h"
+
+namespace quillmark::test {
+namespace {
+
+SpuControl AreaOf(std::int16_t x, std::int16_t y, int width, int height) {
+  SpuControl control;
+  control.X1 = x;
+  control.X2 = static_cast<std::int16_t>(x + width - 1);
+  control.Y1 = y;
+  control.Y2 = static_cast<std::int16_t>(y + height - 1);
+  control.TopFieldOffset = 4;
+  control.BottomFieldOffset = 6;
+  return control;
+}
+
+constexpr CodeChoice DrawnCodes{.Colours = {0, 1, 2, 3}, .Contrasts = {0, 15, 8, 10}};
+
+TEST(ShownPixels, PixelThatNoRunReachedIsNotCoded) {
+  // The last line of an odd height is not decoded: two lines of 89 AB, two pixels of each code.
+  const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
+  ShownPixels pixels;
+  pixels.Show(unit, AreaOf(10, 20, 8, 3), DrawnCodes);
+  EXPECT_EQ(pixels.TextAt({12, 20}), "12, 20: code 1 (pattern), entry 1, opacity F");
+  EXPECT_EQ(pixels.TextAt({17, 21}), "17, 21: code 3 (emphasis 2), entry 3, opacity A");
+  EXPECT_EQ(pixels.TextAt({12, 22}), "12, 22: not coded");
+  EXPECT_EQ(pixels.TextAt({18, 20}), "18, 20");
+}
+
+TEST(ShownPixels, ReversedAreaHasNone) {
+  const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
+  ShownPixels pixels;
+  pixels.Show(unit, AreaOf(10, 20, -8, 3), DrawnCodes);
+  EXPECT_EQ(pixels.TextAt({5, 21}), "5, 21");
+  EXPECT_TRUE(pixels.Areas().empty());
+}
+
+TEST(ShownPixels, OfTwoItIsTheOneThatIsSeen) {
+  const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
+  ShownPixels pixels;
+  pixels.Show(unit, AreaOf(10, 20, 8, 2), DrawnCodes);
+  pixels.ShowOver(unit, AreaOf(14, 15, 8, 2), 5);
+  EXPECT_EQ(pixels.TextAt({14, 20}), "14, 20: code 2 (emphasis 1), entry 2, opacity 8");  // clear above it
+  EXPECT_EQ(pixels.TextAt({16, 20}), "16, 20: 2nd, code 1 (pattern), entry 1, opacity F");
+  EXPECT_EQ(pixels.TextAt({21, 21}), "21, 21: 2nd, code 3 (emphasis 2), entry 3, opacity A");
+}
+
+class Inspector : public MergeTest {
+ protected:
+  void SetUp() override {
+    LoadStream(ThreeSubtitles());
+    Window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window));
+  }
+  /// The middle of a frame pixel, by the display's own place and size.
+  void PointAt(int x, int y) {
+    auto& picture = Control<QWidget>("Picture1");
+    const QPoint place((2 * x + 1) * picture.width() / 1440, (2 * y + 1) * picture.height() / 1152);
+    QMouseEvent move(QEvent::MouseMove, place, picture.mapToGlobal(QPointF(place)), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&picture, &move);
+  }
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QWidget* focus = QApplication::focusWidget();
+    QTest::keyClick(focus == nullptr ? &Window : focus, key, modifiers);
+    QCoreApplication::processEvents();
+  }
+  [[nodiscard]] QString Pixel() const { return TextOf("Text_Pixel"); }
+  [[nodiscard]] QWidget& TheLoupe() const { return Control<QWidget>("Loupe"); }
+};
+
+TEST_F(Inspector, FieldTellsOfThePixelUnderThePointer) {
+  EXPECT_EQ(Pixel(), "");
+  PointAt(102, 400);
+  EXPECT_EQ(Pixel(), "102, 400: code 1 (pattern), entry 1, opacity F");
+  PointAt(100, 401);
+  EXPECT_EQ(Pixel(), "100, 401: code 0 (background), entry 0, opacity 0");
+  PointAt(12, 30);
+  EXPECT_EQ(Pixel(), "12, 30");
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&Control<QWidget>("Picture1"), &leave);
+  EXPECT_EQ(Pixel(), "");
+}
+
+TEST_F(Inspector, FieldFollowsWhatIsShown) {
+  PointAt(102, 400);
+  Choose("ImageCombo2", "4");
+  Choose("Combo1_1", "9");
+  EXPECT_EQ(Pixel(), "102, 400: code 1 (pattern), entry 4, opacity 9");
+  Click("Command_Next");
+  PointAt(102, 400);
+  EXPECT_EQ(Pixel(), "102, 400");
+  PointAt(104, 421);
+  EXPECT_EQ(Pixel(), "104, 421: code 2 (emphasis 1), entry 2, opacity F");
+}
+
+TEST_F(Inspector, ZoomedFrameHasItsPixelsWhereItShowsThem) {
+  for (const char* action : {"Action_ZoomIn", "Action_ZoomIn", "Action_16x9", "Action_ZoomFit"}) {
+    Window.findChild<QAction*>(action)->trigger();
+    QCoreApplication::processEvents();
+    PointAt(106, 401);
+    EXPECT_EQ(Pixel(), "106, 401: code 3 (emphasis 2), entry 3, opacity F") << action;
+  }
+}
+
+TEST_F(Inspector, FieldTellsOfTheSecondStream) {
+  Merge(SecondaryStream({90}), "10");
+  PointAt(202, 210);
+  EXPECT_EQ(Pixel(), "202, 210: 2nd, code 1 (pattern), entry 1, opacity F");
+  PointAt(102, 400);
+  EXPECT_EQ(Pixel(), "102, 400: code 1 (pattern), entry 1, opacity F");
+}
+
+TEST_F(Inspector, LoupeOpensInTheSubtitleAndIsMovedByKeys) {
+  auto& next = Control<QWidget>("Command_Next");
+  next.setFocus();
+  EXPECT_FALSE(TheLoupe().isVisible());
+  Press(Qt::Key_Z);
+  ASSERT_TRUE(TheLoupe().isVisible());
+  EXPECT_TRUE(TheLoupe().hasFocus());
+  EXPECT_EQ(TheLoupe().accessibleDescription(), "103, 400: code 1 (pattern), entry 1, opacity F");
+  Press(Qt::Key_Right);
+  Press(Qt::Key_Down);
+  EXPECT_EQ(TheLoupe().accessibleDescription(), "104, 401: code 2 (emphasis 1), entry 2, opacity F");
+  EXPECT_EQ(Pixel(), TheLoupe().accessibleDescription());
+  Press(Qt::Key_Left, Qt::ShiftModifier);
+  Press(Qt::Key_Up);
+  EXPECT_EQ(Pixel(), "94, 400");
+  Press(Qt::Key_PageDown);
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  Press(Qt::Key_Escape);
+  EXPECT_FALSE(TheLoupe().isVisible());
+  EXPECT_FALSE(Window.findChild<QAction*>("Action_Loupe")->isChecked());
+  EXPECT_TRUE(next.hasFocus());
+}
+
+TEST_F(Inspector, LoupeShowsPixelsMagnifiedWherePointedAt) {
+  PointAt(102, 400);
+  Press(Qt::Key_Z);
+  ASSERT_TRUE(TheLoupe().isVisible());
+  const auto middle = [this] {
+    const QImage loupe = TheLoupe().grab().toImage();
+    return loupe.pixelColor(loupe.width() / 2, 2 + 7 * 12 + 6);
+  };
+  EXPECT_EQ(middle(), TextColour);
+  PointAt(106, 400);
+  EXPECT_EQ(middle(), QColor(2, 252, 2));
+  EXPECT_EQ(TheLoupe().accessibleDescription(), "106, 400: code 3 (emphasis 2), entry 3, opacity F");
+  Control<QWidget>("Command_Next").setFocus();
+  Press(Qt::Key_Escape);
+  EXPECT_FALSE(TheLoupe().isVisible());
+  Press(Qt::Key_Z);
+  EXPECT_TRUE(TheLoupe().isVisible());
+  Press(Qt::Key_Z);
+  EXPECT_FALSE(TheLoupe().isVisible());
+}
+
+TEST_F(Inspector, LetterZIsTypedInFields) {
+  auto& filter = Control<QLineEdit>("Text_Filter");
+  filter.setFocus();
+  Press(Qt::Key_Z);
+  EXPECT_EQ(filter.text(), "z");
+  EXPECT_FALSE(TheLoupe().isVisible());
+}
+
+}  // namespace
+}  // namespace quillmark::test
