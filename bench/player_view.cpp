@@ -31,7 +31,7 @@ void AddNumber(Bytes& bytes, std::size_t value) {
 /// A run of 4 to 15 pixels is one byte; the last one of a line reaches its end.
 void AddLine(Bytes& bytes, std::mt19937& random) {
   for (unsigned x = 0; x + 15 < unsigned{FrameWidth};) {
-    const unsigned length = 4 + random() % 12;
+    const auto length = static_cast<unsigned>(4 + random() % 12);
     bytes.push_back(static_cast<std::uint8_t>(length << 2U | random() % 4));
     x += length;
   }

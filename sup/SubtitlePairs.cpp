@@ -15,7 +15,7 @@ namespace {
 using Keys = std::vector<std::uint64_t>;
 
 /// Some of a stream's subtitles that follow one another.
-struct Range {
+struct Stretch {
   std::size_t Begin = 0;
   std::size_t End = 0;
 
@@ -104,7 +104,7 @@ class KeyMatcher {
   KeyMatcher(const Keys& first, const Keys& second, Matches& matches)
       : first_(first), second_(second), matches_(matches) {}
 
-  void Run(Range first, Range second, int depth = 0) {
+  void Run(Stretch first, Stretch second, int depth = 0) {
     while (!first.IsEmpty() && !second.IsEmpty() && first_[first.Begin] == second_[second.Begin]) {
       matches_.push_back({.First = first.Begin++, .Second = second.Begin++});
     }
@@ -133,9 +133,9 @@ class KeyMatcher {
     std::size_t Second = 0;  ///< where in the second range
   };
 
-  void RunBetweenUnique(const Range& first, const Range& second, int depth) {
-    Range gapFirst = first;
-    Range gapSecond = second;
+  void RunBetweenUnique(const Stretch& first, const Stretch& second, int depth) {
+    Stretch gapFirst = first;
+    Stretch gapSecond = second;
     for (const Match& anchor : LongestAscending(UniqueMatches(first, second))) {
       gapFirst.End = anchor.First;
       gapSecond.End = anchor.Second;
@@ -150,7 +150,7 @@ class KeyMatcher {
     }
   }
 
-  [[nodiscard]] Matches UniqueMatches(const Range& first, const Range& second) const {
+  [[nodiscard]] Matches UniqueMatches(const Stretch& first, const Stretch& second) const {
     std::unordered_map<std::uint64_t, Occurrences> occurrences(second.End - second.Begin);
     for (std::size_t i = second.Begin; i < second.End; ++i) {
       Occurrences& found = occurrences[second_[i]];
@@ -208,13 +208,13 @@ class Pairing {
   Pairing(const SupStream& first, const SupStream& second) : first_(first), second_(second) {}
 
   void MatchKeys(const Keys& first, const Keys& second) {
-    Refine([&](const Range& inFirst, const Range& inSecond, Matches& matches) {
+    Refine([&](const Stretch& inFirst, const Stretch& inSecond, Matches& matches) {
       KeyMatcher(first, second, matches).Run(inFirst, inSecond);
     });
   }
 
   void MatchDisplays() {
-    Refine([&](Range inFirst, Range inSecond, Matches& matches) {
+    Refine([&](Stretch inFirst, Stretch inSecond, Matches& matches) {
       while (!inFirst.IsEmpty() && !inSecond.IsEmpty()) {
         const Display first = DisplayOf(first_, inFirst.Begin);
         const Display second = DisplayOf(second_, inSecond.Begin);
@@ -232,7 +232,7 @@ class Pairing {
   [[nodiscard]] std::vector<SubtitlePair> Pairs() const {
     std::vector<SubtitlePair> pairs;
     pairs.reserve(std::max(SubtitleCount(first_), SubtitleCount(second_)));
-    ForEachGap([&](const Range& inFirst, const Range& inSecond, const Match* after) {
+    ForEachGap([&](const Stretch& inFirst, const Stretch& inSecond, const Match* after) {
       for (std::size_t i = inFirst.Begin; i < inFirst.End; ++i) {
         pairs.push_back({.First = i, .Second = std::nullopt});
       }
@@ -254,12 +254,13 @@ class Pairing {
     std::size_t first = 0;
     std::size_t second = 0;
     for (const Match& match : matches_) {
-      look(Range{.Begin = first, .End = match.First}, Range{.Begin = second, .End = match.Second}, &match);
+      look(Stretch{.Begin = first, .End = match.First}, Stretch{.Begin = second, .End = match.Second},
+           &match);
       first = match.First + 1;
       second = match.Second + 1;
     }
-    look(Range{.Begin = first, .End = SubtitleCount(first_)},
-         Range{.Begin = second, .End = SubtitleCount(second_)}, nullptr);
+    look(Stretch{.Begin = first, .End = SubtitleCount(first_)},
+         Stretch{.Begin = second, .End = SubtitleCount(second_)}, nullptr);
   }
 
   /// Adds the matches that `find` gives for each gap.
@@ -267,7 +268,7 @@ class Pairing {
   void Refine(const Find& find) {
     Matches refined;
     refined.reserve(matches_.size());
-    ForEachGap([&](const Range& inFirst, const Range& inSecond, const Match* after) {
+    ForEachGap([&](const Stretch& inFirst, const Stretch& inSecond, const Match* after) {
       if (!inFirst.IsEmpty() && !inSecond.IsEmpty()) {
         find(inFirst, inSecond, refined);
       }
