@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <limits>
 
+#include "sup/DisplayIntervals.h"
 #include "sup/PacketWriter.h"
 #include "sup/Timecode.h"
 
@@ -21,8 +22,6 @@ constexpr std::size_t FirstSequenceLength =
 /// Bytes of both control sequences with the one byte of padding after them.
 constexpr std::size_t ControlLength =
     FirstSequenceLength + SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence) + 1;
-/// Delay of a last subtitle that has none of its own.
-constexpr std::uint16_t LastSubtitleDelay = 1000;
 constexpr int NtscHeight = 480;
 
 void AppendArea(PacketWriter& writer, int frameHeight) {
@@ -77,8 +76,12 @@ std::uint16_t MergedDelay(const SpuControl& primary, std::int64_t start, std::in
 MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream, std::size_t index) {
   const bool isLast = static_cast<std::int64_t>(index) == std::int64_t{stream.Count} - 1;
   const bool timed = index < stream.StartTime.size() && index < stream.EndTime.size();
-  return {.Delay = MergedDelay(primary, timed ? stream.StartTime[index] : 0,
-                               timed ? stream.EndTime[index] : 0, isLast),
+  return MakeMergedControl(primary, MergedDelay(primary, timed ? stream.StartTime[index] : 0,
+                                                timed ? stream.EndTime[index] : 0, isLast));
+}
+
+MergedControl MakeMergedControl(const SpuControl& primary, std::uint16_t delay) {
+  return {.Delay = delay,
           .ColourBytes = ArgumentsOf(primary.Colour),
           .ContrastBytes = ArgumentsOf(primary.Contrast)};
 }

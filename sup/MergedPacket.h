@@ -30,14 +30,18 @@ struct MergedControl {
   bool operator==(const MergedControl&) const = default;
 };
 
-/// The delay of the primary's last control sequence if that is not 0; else 1000 for the last subtitle; else
-/// the subtitle's duration from `start` to `end` (90 kHz ticks), rounded to nearest, within 0-65535.
+/// The delay of the primary's last control sequence if that is not 0; else LastSubtitleDelay for the last
+/// one; else the subtitle's duration from `start` to `end` (90 kHz ticks), rounded to nearest, within
+/// 0-65535.
 [[nodiscard]] std::uint16_t MergedDelay(const SpuControl& primary, std::int64_t start, std::int64_t end,
                                         bool isLast);
 
 /// `primary` is the valid control data of subtitle `index` of `stream`.
 [[nodiscard]] MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream,
                                               std::size_t index);
+
+/// The same of a unit that is shown for another time than a primary subtitle.
+[[nodiscard]] MergedControl MakeMergedControl(const SpuControl& primary, std::uint16_t delay);
 
 /// The time bytes of subtitle `index` as its packet has them; 0 in place of what the stream does not hold.
 [[nodiscard]] TimeField StoredTime(const SupStream& stream, std::size_t index);

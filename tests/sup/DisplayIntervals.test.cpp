@@ -1,0 +1,313 @@
+#include "sup/DisplayIntervals.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <limits>
+#include <ostream>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace quillmark {
+
+void PrintTo(const DisplayInterval& interval, std::ostream* out) {
+  const auto index = [](const std::optional<std::size_t>& shown) {
+    return shown ? std::to_string(*shown) : std::string("-");
+  };
+  *out << interval.Start << ".." << interval.End << " delay " << interval.Delay << ": "
+       << index(interval.First) << " + " << index(interval.Second);
+}
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+using Displays = std::vector<OwnDisplay>;
+using Intervals = std::vector<DisplayInterval>;
+using Shown = std::optional<std::size_t>;
+
+constexpr Shown None = std::nullopt;
+constexpr std::int64_t Earliest = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t Latest = std::numeric_limits<std::int64_t>::max();
+
+Intervals Split(const Displays& first, const Displays& second, std::int64_t join = 0) {
+  return DisplayIntervals(first, second, join);
+}
+
+DisplayInterval Interval(std::int64_t start, std::int64_t end, std::uint16_t delay, Shown first,
+                         Shown second) {
+  return {.Start = start, .End = end, .Delay = delay, .First = first, .Second = second};
+}
+
+TEST(DisplayIntervals, NothingIsShownByNothing) {
+  EXPECT_THAT(Split({}, {}), IsEmpty());
+}
+
+TEST(DisplayIntervals, OneStreamStaysAsItIs) {
+  const Displays shown = {{5000, 3}, {10000, 2}};
+  EXPECT_THAT(Split(shown, {}),
+              ElementsAre(Interval(5000, 8000, 3, 0, None), Interval(10000, 12000, 2, 1, None)));
+  EXPECT_THAT(Split({}, shown),
+              ElementsAre(Interval(5000, 8000, 3, None, 0), Interval(10000, 12000, 2, None, 1)));
+}
+
+TEST(DisplayIntervals, SecondThatStartsLaterAndEndsLater) {
+  EXPECT_THAT(Split({{0, 10}}, {{4000, 10}}),
+              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 10000, 6, 0, 0),
+                          Interval(10000, 14000, 4, None, 0)));
+}
+
+TEST(DisplayIntervals, SecondThatStartsEarlierAndEndsEarlier) {
+  EXPECT_THAT(Split({{4000, 10}}, {{0, 10}}),
+              ElementsAre(Interval(0, 4000, 4, None, 0), Interval(4000, 10000, 6, 0, 0),
+                          Interval(10000, 14000, 4, 0, None)));
+}
+
+TEST(DisplayIntervals, OneInsideTheOther) {
+  EXPECT_THAT(Split({{0, 10}}, {{3000, 2}}),
+              ElementsAre(Interval(0, 3000, 3, 0, None), Interval(3000, 5000, 2, 0, 0),
+                          Interval(5000, 10000, 5, 0, None)));
+  EXPECT_THAT(Split({{3000, 2}}, {{0, 10}}),
+              ElementsAre(Interval(0, 3000, 3, None, 0), Interval(3000, 5000, 2, 0, 0),
+                          Interval(5000, 10000, 5, None, 0)));
+}
+
+TEST(DisplayIntervals, EqualTimesAreOne) {
+  EXPECT_THAT(Split({{0, 10}}, {{0, 10}}), ElementsAre(Interval(0, 10000, 10, 0, 0)));
+}
+
+TEST(DisplayIntervals, EqualStartsAndEqualEnds) {
+  EXPECT_THAT(Split({{0, 10}}, {{0, 4}}),
+              ElementsAre(Interval(0, 4000, 4, 0, 0), Interval(4000, 10000, 6, 0, None)));
+  EXPECT_THAT(Split({{6000, 4}}, {{0, 10}}),
+              ElementsAre(Interval(0, 6000, 6, None, 0), Interval(6000, 10000, 4, 0, 0)));
+}
+
+TEST(DisplayIntervals, EndThatIsTheOthersStart) {
+  EXPECT_THAT(Split({{0, 4}}, {{4000, 4}}),
+              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 8000, 4, None, 0)));
+}
+
+TEST(DisplayIntervals, LaterStartReplacesWhatIsStillShown) {
+  EXPECT_THAT(Split({{0, 100}, {4000, 3}}, {}),
+              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 7000, 3, 1, None)));
+}
+
+TEST(DisplayIntervals, WithoutAnEndUntilTheNextStart) {
+  EXPECT_THAT(Split({{0, 0}, {4000, 3}}, {{1000, 1}}),
+              ElementsAre(Interval(0, 1000, 1, 0, None), Interval(1000, 2000, 1, 0, 0),
+                          Interval(2000, 4000, 2, 0, None), Interval(4000, 7000, 3, 1, None)));
+}
+
+TEST(DisplayIntervals, LastWithoutAnEndHasAThousandDelayUnits) {
+  EXPECT_THAT(Split({{500, 0}}, {}), ElementsAre(Interval(500, 1000500, 1000, 0, None)));
+}
+
+TEST(DisplayIntervals, DelaysAreUnsigned) {
+  EXPECT_THAT(Split({{0, 0x8000}}, {}),
+              ElementsAre(Interval(0, 32766000, 32766, 0, None), Interval(32766000, 32768000, 2, 0, None)));
+}
+
+TEST(DisplayIntervals, OrderIsThatOfTheTimes) {
+  EXPECT_THAT(Split({{9000, 2}, {0, 0}, {4000, 1}}, {}),
+              ElementsAre(Interval(0, 4000, 4, 1, None), Interval(4000, 5000, 1, 2, None),
+                          Interval(9000, 11000, 2, 0, None)));
+}
+
+TEST(DisplayIntervals, OfEqualStartsTheLastOneIsShown) {
+  EXPECT_THAT(Split({{9000, 2}, {0, 5}, {0, 3}}, {}),
+              ElementsAre(Interval(0, 3000, 3, 2, None), Interval(9000, 11000, 2, 0, None)));
+}
+
+TEST(DisplayIntervals, ShorterGapsAreClosedByWhatIsBefore) {
+  const Displays first = {{0, 4}};
+  const Displays second = {{6000, 4}};
+  EXPECT_THAT(Split(first, second, 2001),
+              ElementsAre(Interval(0, 6000, 6, 0, None), Interval(6000, 10000, 4, None, 0)));
+  EXPECT_THAT(Split(first, second, 2000),
+              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(6000, 10000, 4, None, 0)));
+}
+
+TEST(DisplayIntervals, JoinIsWithinAnHour) {
+  const Displays apart = {{0, 4}, {MaxJoin + 4000, 4}};
+  EXPECT_EQ(Split(apart, {}, Latest), Split(apart, {}, 0));
+  EXPECT_EQ(Split(apart, {}, -1), Split(apart, {}, 0));
+}
+
+TEST(DisplayIntervals, ShortOneIsGivenToTheOneBefore) {
+  // For 300 ticks both are shown.
+  EXPECT_THAT(Split({{0, 10}}, {{9700, 10}}),
+              ElementsAre(Interval(0, 10000, 10, 0, None), Interval(10000, 19700, 10, None, 0)));
+  EXPECT_THAT(Split({{0, 10}, {9700, 10}}, {{300, 10}}),
+              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 19700, 9, 1, None)));
+}
+
+TEST(DisplayIntervals, ShortOneWithNothingBeforeIsGivenToTheOneAfter) {
+  EXPECT_THAT(Split({{300, 10}}, {{0, 20}}),
+              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 20000, 10, None, 0)));
+}
+
+TEST(DisplayIntervals, SeveralShortOnesInARow) {
+  // 500 ticks of the first, of both, and of the second.
+  EXPECT_THAT(Split({{0, 1}}, {{500, 1}}), ElementsAre(Interval(0, 1500, 2, 0, 0)));
+  // The first three together are long enough, and the last of them is shown.
+  EXPECT_THAT(Split({{0, 0}, {400, 0}, {800, 0}, {1200, 3}}, {}),
+              ElementsAre(Interval(0, 1200, 2, 2, None), Interval(1200, 4200, 3, 3, None)));
+}
+
+TEST(DisplayIntervals, NeighboursOfAShortOneThatShowTheSameAreOne) {
+  EXPECT_THAT(Split({{0, 10}}, {{4000, 0}, {4200, 2}, {4800, 3}}),
+              ElementsAre(Interval(0, 4800, 5, 0, None), Interval(4800, 7800, 3, 0, 2),
+                          Interval(7800, 10000, 2, 0, None)));
+  // The second stream's only one is there for 900 ticks, as two that start after it are not.
+  EXPECT_THAT(Split({{0, 10}}, {{4000, 0}, {4900, 0}, {4900, 1}, {Earliest, 1}}),
+              ElementsAre(Interval(Earliest, Earliest + 1000, 1, None, 3), Interval(0, 4900, 5, 0, None),
+                          Interval(4900, 5900, 1, 0, 2), Interval(5900, 10000, 4, 0, None)));
+}
+
+TEST(DisplayIntervals, DelayIsRoundedUpWhereOneFollowsAtOnce) {
+  EXPECT_THAT(Split({{0, 10}}, {{4001, 10}}),
+              ElementsAre(Interval(0, 4001, 5, 0, None), Interval(4001, 10000, 6, 0, 0),
+                          Interval(10000, 14001, 4, None, 0)));
+}
+
+TEST(DisplayIntervals, DelayIsRoundedToNearestBeforeAGap) {
+  EXPECT_EQ(Split({{0, 10}}, {{4499, 1}}).back().Delay, 5);  // 4501 ticks are left
+  EXPECT_EQ(Split({{0, 10}}, {{4500, 1}}).back().Delay, 5);
+  EXPECT_EQ(Split({{0, 10}}, {{4501, 1}}).back().Delay, 4);
+}
+
+TEST(DisplayIntervals, WhatIsTooLongForADelayIsSeveral) {
+  EXPECT_THAT(Split({{0, 0}, {32767000, 1}}, {}),
+              ElementsAre(Interval(0, 32767000, 32767, 0, None), Interval(32767000, 32768000, 1, 1, None)));
+  EXPECT_THAT(
+      Split({{0, 0}, {70000000, 1}}, {}),
+      ElementsAre(Interval(0, 32767000, 32767, 0, None), Interval(32767000, 65534000, 32767, 0, None),
+                  Interval(65534000, 70000000, 4466, 0, None), Interval(70000000, 70001000, 1, 1, None)));
+}
+
+TEST(DisplayIntervals, RestOfALongOneIsNotShort) {
+  // 300 ticks more than the longest delay says.
+  EXPECT_THAT(Split({{0, 0}, {32767300, 1}}, {}),
+              ElementsAre(Interval(0, 32766000, 32766, 0, None), Interval(32766000, 32767300, 2, 0, None),
+                          Interval(32767300, 32768300, 1, 1, None)));
+}
+
+TEST(DisplayIntervals, WithoutAnEndForAnHourAtMost) {
+  const Intervals intervals = Split({{0, 0}, {Latest - 5000, 3}}, {});
+  ASSERT_THAT(intervals, SizeIs(11));
+  EXPECT_EQ(intervals[9].End, 324000000);
+  EXPECT_EQ(intervals[10], Interval(Latest - 5000, Latest - 2000, 3, 1, None));
+}
+
+TEST(DisplayIntervals, WhatWouldPassTheLastTimeEndsWithIt) {
+  EXPECT_THAT(Split({{Latest - 2500, 10}}, {{Latest, 10}, {Earliest, 1}}),
+              ElementsAre(Interval(Earliest, Earliest + 1000, 1, None, 1),
+                          Interval(Latest - 2500, Latest, 3, 0, None)));
+  EXPECT_THAT(Split({{Latest - 200, 10}}, {}), ElementsAre(Interval(Latest - 200, Latest, 1, 0, None)));
+}
+
+/// What one stream shows at `time`, looked for among all of its displays.
+Shown ShownAt(const Displays& displays, std::int64_t time) {
+  Shown shown;
+  for (std::size_t i = 0; i < displays.size(); ++i) {
+    if (displays[i].Start <= time && (!shown || displays[i].Start >= displays[*shown].Start)) {
+      shown = i;
+    }
+  }
+  if (!shown) {
+    return None;
+  }
+  const OwnDisplay& display = displays[*shown];
+  const bool isLast =
+      std::ranges::none_of(displays, [&](const OwnDisplay& other) { return other.Start > display.Start; });
+  const std::int64_t delay = display.Delay != 0 ? display.Delay : isLast ? 1000 : 324000;
+  return time < display.Start + delay * 1000 ? shown : None;
+}
+
+/// What units of these intervals show at `time`, the last one that started.
+std::pair<Shown, Shown> ShownBy(const Intervals& intervals, std::int64_t time) {
+  std::pair<Shown, Shown> shown;
+  for (const DisplayInterval& interval : intervals) {
+    if (interval.Start <= time && time < interval.Start + interval.Delay * 1000) {
+      shown = {interval.First, interval.Second};
+    }
+  }
+  return shown;
+}
+
+class RandomDisplays : public testing::TestWithParam<unsigned> {
+ protected:
+  unsigned Below(unsigned end) { return random_() % end; }
+
+  Displays Random() {
+    Displays displays;
+    for (unsigned i = 0; i < 12; ++i) {
+      displays.push_back({.Start = std::int64_t{Below(60)} * 1000,
+                          .Delay = static_cast<std::uint16_t>(Below(3) == 0 ? 0 : 1 + Below(12))});
+    }
+    return displays;
+  }
+  /// Starts that are no whole delay units.
+  Displays RandomOffGrid() {
+    Displays displays;
+    for (unsigned i = 0; i < 12; ++i) {
+      displays.push_back(
+          {.Start = Below(40000), .Delay = static_cast<std::uint16_t>(Below(3) == 0 ? 0 : 1 + Below(8))});
+    }
+    return displays;
+  }
+
+  std::mt19937 random_{GetParam()};
+};
+
+TEST_P(RandomDisplays, EveryDelayUnitShowsWhatBothShowInTheFewestIntervals) {
+  const Displays first = Random();
+  const Displays second = Random();
+  const Intervals intervals = Split(first, second);
+  std::size_t changes = 0;
+  std::pair<Shown, Shown> before;
+  for (std::int64_t time = 0; time < 1100000; time += 1000) {
+    const std::pair shown(ShownAt(first, time), ShownAt(second, time));
+    changes += shown != before && (shown.first || shown.second) ? 1U : 0U;
+    before = shown;
+    EXPECT_EQ(ShownBy(intervals, time), shown) << time;
+  }
+  EXPECT_THAT(intervals, SizeIs(changes));
+}
+
+TEST_P(RandomDisplays, OffTheGridNothingIsShortAndNoGapOpens) {
+  const Displays first = RandomOffGrid();
+  const Displays second = RandomOffGrid();
+  const Intervals intervals = Split(first, second);
+  for (std::size_t i = 0; i < intervals.size(); ++i) {
+    const DisplayInterval& interval = intervals[i];
+    EXPECT_GE(interval.End - interval.Start, 1000);
+    const std::int64_t shownUntil = interval.Start + interval.Delay * 1000;
+    const bool isFollowed = i + 1 < intervals.size() && intervals[i + 1].Start == interval.End;
+    if (isFollowed) {
+      EXPECT_GE(shownUntil, interval.End);
+      EXPECT_LT(shownUntil, interval.End + 1000);
+      EXPECT_NE(std::pair(interval.First, interval.Second),
+                std::pair(intervals[i + 1].First, intervals[i + 1].Second));
+    } else {
+      EXPECT_LE(std::abs(shownUntil - interval.End), 500);
+    }
+  }
+  // What stays for a delay unit before and after is shown.
+  for (std::int64_t time = 0; time < 60000; time += 500) {
+    const std::pair shown(ShownAt(first, time), ShownAt(second, time));
+    bool isSteady = true;
+    for (std::int64_t around = time - 1000; around <= time + 1000; around += 100) {
+      isSteady = isSteady && std::pair(ShownAt(first, around), ShownAt(second, around)) == shown;
+    }
+    EXPECT_TRUE(!isSteady || ShownBy(intervals, time) == shown) << time;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomDisplays, testing::Range(1U, 9U));
+
+}  // namespace
+}  // namespace quillmark
