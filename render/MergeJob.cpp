@@ -1,7 +1,5 @@
 #include "render/MergeJob.h"
 
-#include <algorithm>
-
 namespace quillmark {
 namespace {
 
@@ -28,7 +26,12 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
                          FileWriter& out, const MergeSteps& steps) {
   MergeReport report;
   MergedStreamEncoder encoder(primary, secondary, settings);
-  const auto count = static_cast<std::size_t>(std::max(primary.Count, 0));
+  while (encoder.Prepare()) {
+  }
+  const std::size_t count = encoder.Count();
+  if (steps.Begin) {
+    steps.Begin(count);
+  }
   for (std::size_t index = 0; index < count; ++index) {
     const std::int64_t number = static_cast<std::int64_t>(index) + 1;
     if (steps.Next && !steps.Next(index)) {
@@ -44,7 +47,10 @@ MergeReport MergeStreams(const SupStream& primary, const SupStream& secondary, c
     }
     if (outcome != Outcome::Encoded) {
       report.How = MergeReport::Ending::SubtitleFailed;
-      report.Number = number;
+      report.IsOfSecondary = !encoder.Reader().HasPrimary();
+      report.Number = static_cast<std::int64_t>(report.IsOfSecondary ? encoder.Reader().Secondary()
+                                                                     : encoder.Reader().Primary()) +
+                      1;
       report.Reason = ReasonOf(outcome);
       return report;
     }

@@ -98,7 +98,7 @@ void FindProblems(const MergedPair& pair, const Find& find) {
   if (counts.SecondaryIsCut) {
     find(Kind::SecondaryCut);
   }
-  if (pair.OverlapTicks <= 0) {
+  if (pair.HasPrimary && pair.HasSecondary && pair.OverlapTicks <= 0) {
     find(Kind::NoOverlap, secondary);
   }
   if (pair.IsUsedBefore) {

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <span>
 
-#include "sup/ChooseSecondary.h"
 #include "sup/PacketCheck.h"
 #include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
 
-/// Pairs that room is made for at once: copying a hundred thousand of them takes as long as tens of merges.
+/// Packets that room is made for at once: copying a hundred thousand pairs takes as long as tens of merges.
 constexpr std::size_t MaxReserved = 1'000'000;
 
 std::size_t CountOf(const SupStream& stream) {
@@ -51,21 +50,25 @@ MergeReviewer::MergeReviewer(const SupStream& primary, const SupStream& secondar
                              const MergeSettings& settings)
     : primary_(primary),
       secondary_(secondary),
+      mode_(settings.Mode),
       encoder_(primary, secondary, settings),
-      count_(CountOf(primary)),
-      isShown_(CountOf(secondary)) {
-  pairs_.reserve(std::min(count_, MaxReserved));
-}
+      isShown_(CountOf(secondary)) {}
 
 bool MergeReviewer::Step() {
-  if (next_ >= count_) {
+  if (Prepare()) {
+    return true;
+  }
+  if (next_ >= Count()) {
     return false;
+  }
+  if (next_ == 0) {
+    pairs_.reserve(std::min(Count(), MaxReserved));
   }
   auto pair = LookAt(next_);
   ++next_;
   if (pair) {
-    if (pair->Outcome == MergeOutcome::Encoded && pair->Secondary < isShown_.size()) {
-      pair->IsUsedBefore = isShown_[pair->Secondary];
+    if (pair->Outcome == MergeOutcome::Encoded && pair->HasSecondary && pair->Secondary < isShown_.size()) {
+      pair->IsUsedBefore = mode_ == MergeMode::Pairs && isShown_[pair->Secondary];
       isShown_[pair->Secondary] = true;
     }
     pairs_.push_back(*pair);
@@ -89,12 +92,21 @@ std::optional<MergedPair> MergeReviewer::LookAt(std::size_t index) {
   if (pair.Outcome == MergeOutcome::Skipped) {
     return std::nullopt;
   }
-  pair.Primary = index;
-  pair.Secondary = encoder_.Secondary();
-  pair.OverlapTicks = TicksTogether(primary_, index, secondary_, pair.Secondary);
-  pair.PrimaryDamage = DamageOf(primary_, index, encoder_.PrimaryControl());
-  pair.SecondaryDamage = DamageOf(secondary_, pair.Secondary, encoder_.SecondaryControl());
+  const MergedInputReader& reader = encoder_.Reader();
+  pair.HasPrimary = reader.HasPrimary();
+  pair.HasSecondary = reader.HasSecondary();
+  pair.Primary = reader.Primary();
+  pair.Secondary = reader.Secondary();
+  pair.StartTicks = reader.StartTicks();
+  pair.OverlapTicks = reader.OverlapTicks();
+  if (pair.HasPrimary) {
+    pair.PrimaryDamage = DamageOf(primary_, pair.Primary, reader.PrimaryControl());
+  }
+  if (pair.HasSecondary) {
+    pair.SecondaryDamage = DamageOf(secondary_, pair.Secondary, reader.SecondaryControl());
+  }
   if (pair.HasUnit()) {
+    pair.Delay = reader.Control().Delay;
     pair.Unit = encoder_.Facts();
   }
   return pair;

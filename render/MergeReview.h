@@ -16,10 +16,17 @@ namespace quillmark {
 struct MergedPair {
   std::size_t Primary = 0;
   std::size_t Secondary = 0;
+  /// Units of a split merge may show one alone. The index of the other is 0 then, and it has no damage.
+  bool HasPrimary = true;
+  bool HasSecondary = true;
+  std::int64_t StartTicks = 0;  ///< of the packet
+  std::uint16_t Delay = 0;      ///< delay units that the packet is shown for; 0 where there is no unit
   /// How long both are shown together, in ticks of 90 kHz; 0 or less where they are not: the secondary one is
   /// laid over it all the same.
   std::int64_t OverlapTicks = 0;
-  bool IsUsedBefore = false;  ///< an earlier packet shows the secondary subtitle too
+  /// An earlier packet shows the secondary subtitle too. Not told of a split merge, which shows it in several
+  /// packets at its own time.
+  bool IsUsedBefore = false;
   /// Never Skipped. Where it is not Encoded the merge ends; a review goes on.
   MergeOutcome Outcome = MergeOutcome::Encoded;
   /// Why either subtitle cannot be shown as it was meant: its control data is not complete, its area is
@@ -46,11 +53,15 @@ class MergeReviewer {
  public:
   MergeReviewer(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings);
 
-  /// Looks at one more primary subtitle; false once none was left. It takes as long as merging it.
+  /// Looks at one more primary subtitle, or packet of a split merge; false once none was left. It takes as
+  /// long as merging it. The first steps of a split merge prepare it.
   bool Step();
-  /// How many primary subtitles were looked at, and how many there are.
+  /// Takes such a step; false once it is prepared, as pairs always are.
+  bool Prepare() { return encoder_.Prepare(); }
+  /// How many primary subtitles, or packets of a split merge, were looked at, and how many there are: 0 of a
+  /// split merge that is not prepared.
   [[nodiscard]] std::size_t Looked() const { return next_; }
-  [[nodiscard]] std::size_t Count() const { return count_; }
+  [[nodiscard]] std::size_t Count() const { return encoder_.Count(); }
 
   /// Of the packets so far, in their order. A primary subtitle that there is none for has no packet.
   [[nodiscard]] const std::vector<MergedPair>& Pairs() const { return pairs_; }
@@ -58,15 +69,15 @@ class MergeReviewer {
   [[nodiscard]] SubtitleSet LeftOut() const;
   [[nodiscard]] std::size_t SecondaryCount() const { return isShown_.size(); }
 
-  /// Looks at primary subtitle `index` alone, without what the earlier ones use; nullopt where no packet is
-  /// written for it.
+  /// Looks at primary subtitle `index`, or packet `index` of a split merge, alone, without what the earlier
+  /// ones use; nullopt where no packet is written for it.
   [[nodiscard]] std::optional<MergedPair> LookAt(std::size_t index);
 
  private:
   const SupStream& primary_;
   const SupStream& secondary_;
+  MergeMode mode_;
   MergedStreamEncoder encoder_;
-  std::size_t count_;
   std::size_t next_ = 0;
   std::vector<MergedPair> pairs_;
   std::vector<bool> isShown_;  // per secondary subtitle

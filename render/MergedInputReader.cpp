@@ -1,6 +1,9 @@
 #include "render/MergedInputReader.h"
 
+#include <algorithm>
+
 #include "sup/ChooseSecondary.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -19,24 +22,49 @@ SpuControl WithMergedCodes(SpuControl primary, const MergeSettings& settings) {
   return primary;
 }
 
+MergedInputReader::MergedInputReader(const SupStream& primary, const SupStream& secondary,
+                                     const MergeSettings& settings)
+    : primary_(primary), secondary_(secondary), settings_(settings) {
+  if (settings.Mode == MergeMode::Split) {
+    plan_.emplace(primary, secondary, settings.JoinTicks);
+  }
+}
+
+std::size_t MergedInputReader::Count() const {
+  return plan_ ? plan_->Units().size() : static_cast<std::size_t>(std::max(primary_.Count, 0));
+}
+
+/// False where there is no packet.
+bool MergedInputReader::Find(std::size_t index) {
+  if (!plan_) {
+    shown_.First = index;
+    shown_.Second = ChooseSecondary(primary_, index, secondary_);
+    return shown_.Second.has_value();
+  }
+  while (plan_->Step()) {
+  }
+  const auto units = plan_->Units();
+  shown_ = index < units.size() ? units[index] : DisplayInterval();
+  return index < units.size();
+}
+
 MergeOutcome MergedInputReader::Read(std::size_t index) {
-  const auto over = ChooseSecondary(primary_, index, secondary_);
-  if (!over) {
+  if (!Find(index)) {
     return MergeOutcome::Skipped;
   }
-  over_ = *over;
-  const SubtitleUnit primary = UnitForMerging(primary_, index, primaryUnit_);
-  const SubtitleUnit secondary = UnitForMerging(secondary_, over_, secondaryUnit_);
-  secondaryControl_ = DecodeControl(secondary.Bytes, secondary.ControlOffset);
-  const auto description = DescribeSubtitle(primary);
+  const SubtitleUnit primary =
+      HasPrimary() ? UnitForMerging(primary_, Primary(), primaryUnit_) : SubtitleUnit();
+  const SubtitleUnit secondary =
+      HasSecondary() ? UnitForMerging(secondary_, Secondary(), secondaryUnit_) : SubtitleUnit();
+  secondaryControl_ = HasSecondary() ? DecodeControl(secondary.Bytes, secondary.ControlOffset) : SpuControl();
+  const auto description = DescribeSubtitle(HasPrimary() ? primary : secondary);
   if (!description) {
-    primaryControl_ = DecodeControl(primary.Bytes, primary.ControlOffset);
-    return MergeOutcome::InvalidPrimary;
+    primaryControl_ = HasPrimary() ? DecodeControl(primary.Bytes, primary.ControlOffset) : SpuControl();
+    return HasPrimary() ? MergeOutcome::InvalidPrimary : MergeOutcome::InvalidSecondary;
   }
-  description_ = *description;
-  primaryControl_ = description_.Control;
-  codes_ = WithMergedCodes(primaryControl_, settings_);
-  if (!secondaryControl_.IsValid()) {
+  primaryControl_ = HasPrimary() ? description->Control : SpuControl();
+  Describe(*description);
+  if (HasSecondary() && !secondaryControl_.IsValid()) {
     return MergeOutcome::InvalidSecondary;
   }
   input_ = {.PrimaryUnit = primary.Bytes,
@@ -48,6 +76,38 @@ MergeOutcome MergedInputReader::Read(std::size_t index) {
             .SecondaryCodes = settings_.SecondaryCodes,
             .FrameHeight = settings_.FrameHeight};
   return MergeOutcome::Encoded;
+}
+
+void MergedInputReader::Describe(const SubtitleDescription& subtitle) {
+  description_ = subtitle;
+  const SpuControl& codes =
+      HasPrimary() || !plan_->PrimaryControl() ? subtitle.Control : *plan_->PrimaryControl();
+  codes_ = WithMergedCodes(codes, settings_);
+  if (plan_) {
+    const auto delay = static_cast<std::int16_t>(shown_.Delay);
+    description_.StartTicks = shown_.Start;
+    description_.EndTicks = EndOfDisplay(shown_.Start, delay);
+    description_.DurationMs = DurationMs(delay);
+  }
+}
+
+std::int64_t MergedInputReader::StartTicks() const {
+  return plan_ ? shown_.Start : primary_.StartTime[Primary()];
+}
+
+std::int64_t MergedInputReader::OverlapTicks() const {
+  if (!plan_) {
+    return TicksTogether(primary_, Primary(), secondary_, Secondary());
+  }
+  return HasPrimary() && HasSecondary() ? shown_.End - shown_.Start : 0;
+}
+
+MergedControl MergedInputReader::Control() const {
+  return plan_ ? MakeMergedControl(codes_, shown_.Delay) : MakeMergedControl(codes_, primary_, Primary());
+}
+
+TimeField MergedInputReader::Time() const {
+  return plan_ ? PackTime(shown_.Start) : StoredTime(primary_, Primary());
 }
 
 }  // namespace quillmark

@@ -2,12 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "palette/Colour.h"
 #include "render/MergedPicture.h"
+#include "render/SplitPlan.h"
 #include "render/SubtitleDescription.h"
 #include "sup/CodeAssignment.h"
+#include "sup/MergedPacket.h"
 #include "sup/SpuControl.h"
 #include "sup/SupStream.h"
 
@@ -16,6 +19,12 @@ namespace quillmark {
 /// The offsets that there are, in lines.
 inline constexpr int MinYOffset = -32768;
 inline constexpr int MaxYOffset = 32767;
+
+/// Which packets a merged stream has.
+enum class MergeMode : std::uint8_t {
+  Pairs,  ///< one for each primary subtitle, with the secondary one that overlaps it most laid over it
+  Split,  ///< the fewest that show just what both streams show, and when: the first alone, both, the second
+};
 
 struct MergeSettings {
   DvdPalette Palette{};
@@ -26,51 +35,77 @@ struct MergeSettings {
   /// Palette entries and opacities of the merged units' codes; one that has none keeps the primary's.
   ChosenNibbles Colours = {};
   ChosenNibbles Contrasts = {};
+  MergeMode Mode = MergeMode::Pairs;
+  std::int64_t JoinTicks = 0;  ///< split: gaps of less, in 90 kHz ticks, are closed; 0 to MaxJoin
 };
 
 /// The primary's control data with the palette entries and opacities that its merged unit gets.
 [[nodiscard]] SpuControl WithMergedCodes(SpuControl primary, const MergeSettings& settings);
 
-/// What came of a primary subtitle in the merged stream.
+/// What came of a packet of the merged stream.
 enum class MergeOutcome : std::uint8_t {
   Encoded,
-  Skipped,           ///< there is no secondary subtitle for it
+  Skipped,           ///< there is none: no secondary subtitle is there for the primary one
   InvalidPrimary,    ///< its control data cannot be shown
   InvalidSecondary,  ///< that of the subtitle to lay over it cannot
   TooLarge,          ///< the unit does not fit its 16-bit size field
 };
 
-/// Reads the two subtitles of each merged unit out of their streams, which must outlive it. Memory is reused
-/// from one to the next.
+/// Reads the subtitles of each merged unit out of their streams, which must outlive it: two, or in a split
+/// merge one or two. Memory is reused from one to the next.
 class MergedInputReader {
  public:
-  MergedInputReader(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings)
-      : primary_(primary), secondary_(secondary), settings_(settings) {}
+  MergedInputReader(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings);
 
-  /// Finds the secondary subtitle for primary subtitle `index` (from 0) and reads both. Encoded when both can
-  /// be laid over each other; never TooLarge.
+  /// Takes a step of what a split merge has to know before anything is read; false once nothing is left to be
+  /// known. Read takes the steps that are left.
+  bool Prepare() { return plan_ && plan_->Step(); }
+  /// How many packets there are to be read: in pairs one for each primary subtitle, of which some may be
+  /// Skipped. 0 for a split merge that is not prepared.
+  [[nodiscard]] std::size_t Count() const;
+
+  /// Finds the subtitles of packet `index` (from 0), in pairs that of the primary subtitle of this index, and
+  /// reads them. Encoded when they can be composed; never TooLarge.
   [[nodiscard]] MergeOutcome Read(std::size_t index);
 
-  /// The index of the secondary subtitle, unless the last one was Skipped.
-  [[nodiscard]] std::size_t Secondary() const { return over_; }
-  /// What either unit says, complete or not, unless the last one was Skipped.
+  // Unless the last one was Skipped:
+  /// Of pairs both; the index of one that is not there is 0.
+  [[nodiscard]] bool HasPrimary() const { return shown_.First.has_value(); }
+  [[nodiscard]] bool HasSecondary() const { return shown_.Second.has_value(); }
+  [[nodiscard]] std::size_t Primary() const { return shown_.First.value_or(0); }
+  [[nodiscard]] std::size_t Secondary() const { return shown_.Second.value_or(0); }
+  /// The packet's time, in 90 kHz ticks.
+  [[nodiscard]] std::int64_t StartTicks() const;
+  /// How long both are shown together, in 90 kHz ticks; 0 or less where they are not.
+  [[nodiscard]] std::int64_t OverlapTicks() const;
+  /// What either unit says, complete or not; nothing of one that is not there.
   [[nodiscard]] const SpuControl& PrimaryControl() const { return primaryControl_; }
   [[nodiscard]] const SpuControl& SecondaryControl() const { return secondaryControl_; }
-  /// Of the primary subtitle, if it was neither Skipped nor InvalidPrimary.
+
+  // Unless it was Skipped, InvalidPrimary, or InvalidSecondary of a unit without a primary subtitle:
+  /// Of the primary subtitle, or of the secondary one that is alone. In a split merge the times are the
+  /// unit's.
   [[nodiscard]] const SubtitleDescription& Description() const { return description_; }
-  /// The primary's control data with the merged unit's palette entries and opacities, under the same
-  /// condition.
+  /// The merged unit's palette entries and opacities in control data that is the primary's for the rest.
   [[nodiscard]] const SpuControl& MergedCodes() const { return codes_; }
+  /// What the merged unit says, and its packet's time.
+  [[nodiscard]] MergedControl Control() const;
+  [[nodiscard]] TimeField Time() const;
+
   /// What is to be composed, if the last Read answered Encoded; valid until the next one.
   [[nodiscard]] const MergedInput& Input() const { return input_; }
 
  private:
+  [[nodiscard]] bool Find(std::size_t index);
+  void Describe(const SubtitleDescription& subtitle);
+
   const SupStream& primary_;
   const SupStream& secondary_;
   MergeSettings settings_;
   std::vector<std::uint8_t> primaryUnit_;
   std::vector<std::uint8_t> secondaryUnit_;
-  std::size_t over_ = 0;
+  std::optional<SplitPlan> plan_;
+  DisplayInterval shown_;  // its times are those of a split merge alone
   SpuControl primaryControl_;
   SpuControl secondaryControl_;
   SubtitleDescription description_;

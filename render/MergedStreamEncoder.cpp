@@ -12,9 +12,7 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index, Merg
   } else {
     picture_.Compose(reader_.Input());
   }
-  const auto packet =
-      encoder_.Encode(picture_.Cells(), MakeMergedControl(reader_.MergedCodes(), primary_, index),
-                      StoredTime(primary_, index));
+  const auto packet = encoder_.Encode(picture_.Cells(), reader_.Control(), reader_.Time());
   if (!packet) {
     return Outcome::TooLarge;
   }

@@ -12,17 +12,20 @@
 
 namespace quillmark {
 
-/// Makes the merged stream's packets, one for each primary subtitle with the secondary one that overlaps it
-/// most laid over it. Both streams must outlive it; memory is reused from one packet to the next, so a stream
-/// of any length costs no more than its longest packet.
+/// Makes the merged stream's packets. Both streams must outlive it; memory is reused from one packet to the
+/// next, so a stream of any length costs no more than its longest packet, and a split merge its plan.
 class MergedStreamEncoder {
  public:
   using Outcome = MergeOutcome;
 
   MergedStreamEncoder(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings)
-      : primary_(primary), reader_(primary, secondary, settings) {}
+      : reader_(primary, secondary, settings) {}
 
-  /// Composes and encodes primary subtitle `index` (from 0).
+  // As MergedInputReader has them.
+  bool Prepare() { return reader_.Prepare(); }
+  [[nodiscard]] std::size_t Count() const { return reader_.Count(); }
+
+  /// Composes and encodes packet `index` (from 0), in pairs that of the primary subtitle of this index.
   [[nodiscard]] Outcome Encode(std::size_t index) { return Encode(index, nullptr); }
   /// The same, and counts what becomes of the pixels. `counts` are set if it was Encoded or TooLarge.
   [[nodiscard]] Outcome EncodeAndCount(std::size_t index, MergedCounts& counts) {
@@ -33,19 +36,17 @@ class MergedStreamEncoder {
   [[nodiscard]] std::span<const std::uint8_t> Packet() const { return packet_; }
   /// Of the unit, if it was Encoded or TooLarge.
   [[nodiscard]] const MergedUnitFacts& Facts() const { return encoder_.Facts(); }
+  /// What it read.
+  [[nodiscard]] const MergedInputReader& Reader() const { return reader_; }
   /// The index of the secondary subtitle, unless it was Skipped.
   [[nodiscard]] std::size_t Secondary() const { return reader_.Secondary(); }
-  /// What either unit says, complete or not, unless it was Skipped.
-  [[nodiscard]] const SpuControl& PrimaryControl() const { return reader_.PrimaryControl(); }
-  [[nodiscard]] const SpuControl& SecondaryControl() const { return reader_.SecondaryControl(); }
-  /// Of the primary subtitle, if it was neither Skipped nor InvalidPrimary.
+  /// Of the primary subtitle, if it was neither Skipped nor InvalidPrimary; else as MergedInputReader has it.
   [[nodiscard]] const SubtitleDescription& Description() const { return reader_.Description(); }
   void CopyPictureTo(cBitmap& bitmap) const { picture_.CopyTo(bitmap); }
 
  private:
   [[nodiscard]] Outcome Encode(std::size_t index, MergedCounts* counts);
 
-  const SupStream& primary_;
   MergedInputReader reader_;
   MergedPicture picture_;
   MergedPacketEncoder encoder_;

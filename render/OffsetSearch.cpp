@@ -47,16 +47,18 @@ OffsetSearch::OffsetSearch(const SupStream& primary, const SupStream& secondary,
     : reader_(primary, secondary, settings),
       today_(std::clamp(settings.YOffset, MinYOffset, MaxYOffset)),
       frameHeight_(settings.FrameHeight),
-      count_(static_cast<std::size_t>(std::max(primary.Count, 0))),
       covered_(OffsetIndex(MaxYOffset) + 1),
       secondaryIn_(AreaRows) {}
 
 bool OffsetSearch::Step() {
+  if (Prepare()) {
+    return true;
+  }
   if (counted_ < primary_.size()) {
     CountCommon();
     return true;
   }
-  if (next_ >= count_) {
+  if (next_ >= Count()) {
     return false;
   }
   const MergeOutcome read = reader_.Read(next_);

@@ -32,11 +32,14 @@ class OffsetSearch {
   OffsetSearch(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings);
 
   /// Takes one more packet, or a part of one with large pictures; false once none was left. No step takes
-  /// longer than decoding two pictures.
+  /// longer than decoding two pictures. The first steps of a split merge prepare it.
   bool Step();
-  /// How many primary subtitles were taken, and how many there are.
+  /// Takes such a step; false once it is prepared, as pairs always are.
+  bool Prepare() { return reader_.Prepare(); }
+  /// How many primary subtitles, or packets of a split merge, were taken, and how many there are: 0 of a
+  /// split merge that is not prepared.
   [[nodiscard]] std::size_t Looked() const { return next_; }
-  [[nodiscard]] std::size_t Count() const { return count_; }
+  [[nodiscard]] std::size_t Count() const { return reader_.Count(); }
 
   /// The cheapest offset for the packets taken so far. Of several it is the one nearest to the settings' own,
   /// and of two as near the one further up.
@@ -67,7 +70,6 @@ class OffsetSearch {
   MergedInputReader reader_;
   int today_;
   int frameHeight_;
-  std::size_t count_;
   std::size_t next_ = 0;
 
   std::vector<std::uint8_t> picture_;
