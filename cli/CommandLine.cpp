@@ -358,10 +358,38 @@ class CommandTable {
     merge->add_option("--opacities", merge_.Opacities, "Opacities in the same way, 0 invisible to F opaque")
         ->type_name("HHHH")
         ->check(DigitForEachCode(15, "hexadecimal digits"));
+    AddMergeMode(merge);
     CLI::Option* const dryRun =
         merge->add_flag("--dry-run", merge_.DryRun,
                         "Tell what each packet would lose or show otherwise, and write nothing; needs no -o");
     merge->add_flag("--json", merge_.Json, "Write one JSON object, with --dry-run")->needs(dryRun);
+  }
+
+  void AddMergeMode(CLI::App* merge) {
+    merge
+        ->add_option_function<std::string>(
+            "--mode", [this](const std::string& mode) { merge_.Splits = mode == "split"; },
+            "pairs: a packet for each subtitle of PRIMARY; split: packets for whatever is shown at a time, "
+            "PRIMARY's alone, both, SECONDARY's alone")
+        ->type_name("pairs|split")
+        ->check(Accepting([](const std::string& mode) { return mode == "pairs" || mode == "split"; },
+                          "is neither pairs nor split"))
+        ->default_str("pairs");
+    merge
+        ->add_option_function<std::string>(
+            "--join",
+            [this](const std::string& text) {
+              merge_.JoinTicks = ParseMilliseconds(text).value_or(merge_.JoinTicks);
+            },
+            "With --mode split: close gaps of less than these milliseconds, with or without decimals")
+        ->type_name("MS")
+        ->check(Accepting(
+            [](const std::string& text) {
+              const auto ticks = ParseMilliseconds(text);
+              return ticks && *ticks >= 0 && *ticks <= MaxJoin;
+            },
+            "is no number of milliseconds from 0 to 3600000"))
+        ->default_str("0");
   }
 
   void AddYOffset(CLI::App* merge) {

@@ -82,10 +82,12 @@ struct MergeOptions {
   std::string SecondaryCodes = {};  ///< digits 0 to 3
   std::string Colours = {};         ///< hexadecimal, as the others
   std::string Opacities = {};
+  bool Splits = false;         ///< packets show just what both streams show, and when
+  std::int64_t JoinTicks = 0;  ///< of these packets: gaps of less are closed
   bool DryRun = false;
   bool Json = false;  ///< of a dry run
 };
-/// A new stream of the primary's subtitles with the secondary's laid over them; dry, what there is to know of
+/// A new stream with the secondary's subtitles laid over the primary's; dry, what there is to know of
 /// its packets. Not done where the merge would end early or write units that cannot be read.
 CommandResult Merge(const MergeOptions& options, const Console& console);
 

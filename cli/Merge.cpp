@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "cli/Commands.h"
@@ -64,7 +65,9 @@ MergeSettings SettingsOf(const MergeOptions& options) {
   MergeSettings settings{.YOffset = options.YOffset,
                          .FrameHeight = options.Frame,
                          .Colours = NibblesOf(options.Colours),
-                         .Contrasts = NibblesOf(options.Opacities)};
+                         .Contrasts = NibblesOf(options.Opacities),
+                         .Mode = options.Splits ? MergeMode::Split : MergeMode::Pairs,
+                         .JoinTicks = options.JoinTicks};
   const ChosenNibbles codes = NibblesOf(options.SecondaryCodes);
   for (std::size_t code = 0; code < codes.size(); ++code) {
     settings.SecondaryCodes[code] = codes[code].value_or(settings.SecondaryCodes[code]);
@@ -76,7 +79,9 @@ MergeSettings SettingsOf(const MergeOptions& options) {
 CommandResult FindOffset(const SupStream& primary, const SupStream& secondary, bool isSaid,
                          MergeSettings& settings, const Console& console) {
   OffsetSearch search(primary, secondary, settings);
-  ProgressBar progress(console, primary.Count);
+  while (search.Prepare()) {
+  }
+  ProgressBar progress(console, static_cast<std::int64_t>(search.Count()));
   while (search.Step()) {
     progress.Show(static_cast<std::int64_t>(search.Looked()));
     if (console.Interrupted()) {
@@ -98,7 +103,8 @@ CommandResult MergeResult(const MergeReport& merged, const MergeOptions& options
     case MergeReport::Ending::Interrupted:
       return Interrupted();
     case MergeReport::Ending::SubtitleFailed:
-      return Failed(options.Primary, SubtitleText(merged.Number) + ": " + merged.Reason);
+      return Failed(merged.IsOfSecondary ? options.Secondary : options.Primary,
+                    SubtitleText(merged.Number) + ": " + merged.Reason);
     case MergeReport::Ending::FileFailed:
       return Failed(options.Out, merged.Reason);
     case MergeReport::Ending::Complete:
@@ -109,19 +115,24 @@ CommandResult MergeResult(const MergeReport& merged, const MergeOptions& options
 
 MergeReport MergeWithProgress(const SupStream& primary, const SupStream& secondary,
                               const MergeSettings& settings, FileWriter& out, const Console& console) {
-  ProgressBar progress(console, primary.Count);
-  return MergeStreams(primary, secondary, settings, out,
-                      {.Next =
-                           [&](std::size_t index) {
-                             progress.Show(static_cast<std::int64_t>(index));
-                             return !console.Interrupted();
-                           },
-                       .Done = {}});
+  std::optional<ProgressBar> progress;
+  return MergeStreams(
+      primary, secondary, settings, out,
+      {.Next =
+           [&](std::size_t index) {
+             progress->Show(static_cast<std::int64_t>(index));
+             return !console.Interrupted();
+           },
+       .Done = {},
+       .Begin = [&](std::size_t count) { progress.emplace(console, static_cast<std::int64_t>(count)); }});
 }
 
 }  // namespace
 
 CommandResult Merge(const MergeOptions& options, const Console& console) {
+  if (options.JoinTicks > 0 && !options.Splits) {
+    return WrongUsage("", "--join requires --mode split");
+  }
   SupStream primary;
   SupStream secondary;
   std::optional<DvdPalette> ofTrack;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "base/Ratio.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
 #include "cli/ProgressBar.h"
@@ -21,11 +23,22 @@ std::int64_t NumberOf(std::size_t index) {
   return static_cast<std::int64_t>(index) + 1;
 }
 
+/// Null for a subtitle that the packet does not show.
+Json NumberOrNull(bool isShown, std::size_t index) {
+  return isShown ? Json(NumberOf(index)) : Json();
+}
+
+constexpr std::int64_t TicksPerMs = TicksPerSecond / 1000;
+
 /// How long both are shown together, to the nearest millisecond.
 std::int64_t OverlapMs(const MergedPair& pair) {
-  constexpr std::int64_t TicksPerMs = TicksPerSecond / 1000;
   const std::int64_t ticks = std::max<std::int64_t>(pair.OverlapTicks, 0);
   return ticks / TicksPerMs + (ticks % TicksPerMs >= TicksPerMs / 2 ? 1 : 0);
+}
+
+std::int64_t EndTicks(const MergedPair& pair) {
+  return Sum(pair.StartTicks, pair.Delay * TicksPerDelayUnit)
+      .value_or(std::numeric_limits<std::int64_t>::max());
 }
 
 Json MergeProblemObjects(const MergedPair& pair) {
@@ -41,8 +54,10 @@ Json MergeProblemObjects(const MergedPair& pair) {
 Json MergedPairObject(const MergedPair& pair) {
   const MergedCounts& counts = pair.Counts;
   const bool isRecoloured = counts.Recoloured > 0;
-  return {{"primary", NumberOf(pair.Primary)},
-          {"secondary", NumberOf(pair.Secondary)},
+  return {{"primary", NumberOrNull(pair.HasPrimary, pair.Primary)},
+          {"secondary", NumberOrNull(pair.HasSecondary, pair.Secondary)},
+          {"start_ticks", pair.StartTicks},
+          {"end_ticks", pair.HasUnit() ? Json(EndTicks(pair)) : Json()},
           {"overlap_ms", OverlapMs(pair)},
           {"overlap_ticks", std::max<std::int64_t>(pair.OverlapTicks, 0)},
           {"covered_pixels", counts.Covered},
@@ -72,6 +87,8 @@ void WriteReviewJson(const MergeReviewer& review, const MergeSettings& settings,
   std::string head = JsonText({{"file", options.Primary},
                                {"second_file", options.Secondary},
                                {"out", nullptr},
+                               {"mode", settings.Mode == MergeMode::Split ? "split" : "pairs"},
+                               {"join_ms", static_cast<double>(settings.JoinTicks) / TicksPerMs},
                                {"y_offset", settings.YOffset},
                                {"frame", settings.FrameHeight},
                                {"secondary_codes", settings.SecondaryCodes},
@@ -92,11 +109,18 @@ void WriteReviewJson(const MergeReviewer& review, const MergeSettings& settings,
   console.Out << ",\"left_out\": " << JsonText(leftOut) << "}\n";
 }
 
+/// "3 + 7: 1960 ms together", or "- + 7: alone".
+std::string ShownText(const MergedPair& pair) {
+  const std::string primary = pair.HasPrimary ? std::to_string(NumberOf(pair.Primary)) : "-";
+  const std::string secondary = pair.HasSecondary ? std::to_string(NumberOf(pair.Secondary)) : "-";
+  const bool isAlone = !pair.HasPrimary || !pair.HasSecondary;
+  return primary + " + " + secondary + ": " +
+         (isAlone ? "alone" : std::to_string(OverlapMs(pair)) + " ms together");
+}
+
 /// "3 + 7: 1960 ms together, 2345 bytes; ... [covered]".
 std::string MergedPairText(const MergedPair& pair) {
-  std::string text = std::to_string(NumberOf(pair.Primary)) + " + " +
-                     std::to_string(NumberOf(pair.Secondary)) + ": " + std::to_string(OverlapMs(pair)) +
-                     " ms together";
+  std::string text = ShownText(pair);
   if (pair.HasUnit()) {
     text += ", " + std::to_string(pair.Unit.Size) + " bytes";
   }
@@ -127,15 +151,21 @@ void WriteReviewText(const MergeReviewer& review, const MergeSettings& settings,
 /// How the merge would end, which stops at the first subtitle that cannot be merged.
 CommandResult MergeEnding(const std::vector<MergedPair>& pairs, const MergeOptions& options) {
   std::vector<std::int64_t> tooLong;
-  for (const MergedPair& pair : pairs) {
+  for (std::size_t packet = 0; packet < pairs.size(); ++packet) {
+    const MergedPair& pair = pairs[packet];
     if (pair.Outcome != MergeOutcome::Encoded) {
-      return Failed(options.Primary, SubtitleText(NumberOf(pair.Primary)) + ": " + ReasonOf(pair.Outcome));
+      const std::size_t failed = pair.HasPrimary ? pair.Primary : pair.Secondary;
+      return Failed(pair.HasPrimary ? options.Primary : options.Secondary,
+                    SubtitleText(NumberOf(failed)) + ": " + ReasonOf(pair.Outcome));
     }
     if (pair.Unit.Size > MaxReadUnit) {
-      tooLong.push_back(NumberOf(pair.Primary));
+      tooLong.push_back(NumberOf(options.Splits ? packet : pair.Primary));
     }
   }
-  return tooLong.empty() ? CommandResult() : Failed(options.Primary, TooLongText(tooLong));
+  if (tooLong.empty()) {
+    return {};
+  }
+  return Failed(options.Primary, (options.Splits ? "of the new stream, " : "") + TooLongText(tooLong));
 }
 
 }  // namespace
@@ -143,8 +173,10 @@ CommandResult MergeEnding(const std::vector<MergedPair>& pairs, const MergeOptio
 CommandResult ReviewMerge(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
                           const MergeOptions& options, const Console& console) {
   MergeReviewer review(primary, secondary, settings);
+  while (review.Prepare()) {
+  }
   {
-    ProgressBar progress(console, primary.Count);
+    ProgressBar progress(console, static_cast<std::int64_t>(review.Count()));
     while (review.Step()) {
       progress.Show(static_cast<std::int64_t>(review.Looked()));
       if (console.Interrupted()) {
