@@ -74,6 +74,42 @@ void MergeStreams(benchmark::State& state) {
 }
 BENCHMARK(MergeStreams)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+/// The same streams as just what both show: the plan, and about twice as many packets of one picture or two.
+void SplitStreams(benchmark::State& state) {
+  const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
+  std::size_t packets = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    MergedStreamEncoder encoder(
+        streams.Primary, streams.Secondary,
+        {.Palette = StartUpPalette, .YOffset = -400, .FrameHeight = 576, .Mode = MergeMode::Split});
+    while (encoder.Prepare()) {
+    }
+    packets = encoder.Count();
+    for (std::size_t i = 0; i < packets; ++i) {
+      if (encoder.Encode(i) != MergedStreamEncoder::Outcome::Encoded) {
+        Fail("a packet is not encoded");
+      }
+      benchmark::DoNotOptimize(encoder.Packet().data());
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  state.counters["packets"] = static_cast<double>(packets);
+}
+BENCHMARK(SplitStreams)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// The plan of a split merge alone.
+void PlanSplit(benchmark::State& state) {
+  const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
+  for ([[maybe_unused]] auto _ : state) {
+    SplitPlan plan(streams.Primary, streams.Secondary, 0);
+    while (plan.Step()) {
+    }
+    benchmark::DoNotOptimize(plan.Units().data());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(PlanSplit)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 /// The search alone.
 void ChooseForAll(benchmark::State& state) {
   const Streams streams = MakeStreams(static_cast<int>(state.range(0)));
