@@ -216,5 +216,27 @@ TEST_F(Remembering, FirstDialogStartsInTheLastFolder) {
   EXPECT_EQ(Dialogs.Last().Folder, Folder.path());
 }
 
+TEST_F(Remembering, GuidesAndBackgroundColourComeBackTheZoomDoesNot) {
+  {
+    frmTest window;
+    window.RememberUser();
+    window.show();
+    for (const char* action :
+         {"Action_Rulers", "Action_GroundGrey", "Action_ZoomIn", "Action_16x9", "Action_Letterbox"}) {
+      window.findChild<QAction*>(action)->trigger();
+    }
+    window.close();
+  }
+  frmTest window;
+  window.RememberUser();
+  window.show();
+  EXPECT_TRUE(window.findChild<QAction*>("Action_Rulers")->isChecked());
+  EXPECT_FALSE(window.findChild<QAction*>("Action_SafeAreas")->isChecked());
+  EXPECT_EQ(window.findChild<QWidget*>("Label_Ground")->accessibleDescription(), "#808080");
+  EXPECT_TRUE(window.findChild<QAction*>("Action_Checker")->isChecked());
+  EXPECT_TRUE(window.findChild<QAction*>("Action_ModeOff")->isChecked());
+  EXPECT_EQ(window.findChild<QWidget*>("Picture1")->size(), QSize(720, 576));
+}
+
 }  // namespace
 }  // namespace quillmark::test
