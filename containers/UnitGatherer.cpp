@@ -24,6 +24,11 @@ bool HasAllControlSequences(std::span<const std::uint8_t> unit) {
   return offset >= Header && WalkControl(unit, offset, visitor).End == ControlEnding::PointsToItself;
 }
 
+/// Whether its header can be that of a unit.
+bool StartsLikeUnit(std::span<const std::uint8_t> bytes) {
+  return bytes.size() >= Header && NumberAt(bytes, 2) >= Header && NumberAt(bytes, 2) < NumberAt(bytes, 0);
+}
+
 std::string Counted(std::uint64_t count, const char* one, const char* many) {
   return std::to_string(count) + (count == 1 ? one : many);
 }
@@ -135,6 +140,11 @@ std::size_t UnitGatherer::EndIn(std::size_t index, std::span<const std::uint8_t>
   const std::size_t size = NumberAt(std::span(bytes).subspan(pending.Unit.Start), 0);
   const std::size_t missing = size - gathered;
   if (missing > payload.size()) {
+    return 0;
+  }
+  // What is whole without them has a size field that is too large, unless they are bytes that fill it up.
+  if (HasAllControlSequences(std::span(bytes).subspan(pending.Unit.Start)) && StartsLikeUnit(payload) &&
+      !StartsLikeUnit(payload.subspan(missing))) {
     return 0;
   }
   const auto rest = payload.first(missing);

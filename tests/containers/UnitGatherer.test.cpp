@@ -144,6 +144,22 @@ TEST(UnitGatherer, SizeThatIsTooLargeIsMended) {
               ElementsAre("1 subtitle had a wrong size (at byte 14), which was mended"));
 }
 
+TEST(UnitGatherer, SizeThatReachesIntoTheNextUnitTakesNothingOfIt) {
+  Bytes unit = Unit;
+  unit[1] = static_cast<std::uint8_t>(Unit.size() + 9);
+  EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(unit, 90000)), Pack(SubtitlePacket(Other, 180000))})),
+            Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
+}
+
+TEST(UnitGatherer, FillingOfAUnitInTheNextPacketIsItsOwn) {
+  Bytes unit = SoundUnit(40);
+  unit[1] = 41;
+  unit.push_back(0xFF);
+  EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Part(unit, 0, 40), 90000)),
+                            Pack(SubtitlePacket(Join({From(unit, 40), Other}), 180000))})),
+            Join({SupPacket(90000, unit), SupPacket(180000, Other)}));
+}
+
 TEST(UnitGatherer, SizeThatEndsBeforeTheControlSequencesIsMended) {
   for (const unsigned size : {0U, 3U, 7U}) {
     Bytes unit = Unit;
