@@ -22,6 +22,7 @@ namespace {
 constexpr int SideMargin = 3;     ///< within a cell, at its left and right
 constexpr int PictureMargin = 1;  ///< above and below
 constexpr int SwatchSide = 16;
+constexpr int PlayMarkWidth = 10;
 
 /// The squares that show through a swatch, and what is between them.
 constexpr QRgb CheckerLight = 0xFFFFFFFF;
@@ -85,6 +86,19 @@ void SnapToScreen(QPainter& painter, const QPointF& corner) {
   painter.translate(toDevice.inverted().map(QPointF(std::round(device.x()), std::round(device.y()))));
 }
 
+/// A triangle that points to the right, as on a button that plays.
+void PaintPlayMark(QPainter& painter, const QStyleOptionViewItem& option, const QRect& where) {
+  const QPointF middle = QRectF(where).center();
+  const double half = PlayMarkWidth / 2.0 - 1;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(TextColour(option));
+  painter.drawConvexPolygon(
+      QPolygonF({middle + QPointF(-half, -half), middle + QPointF(half, 0), middle + QPointF(-half, half)}));
+  painter.restore();
+}
+
 void PaintSwatch(QPainter& painter, const QStyleOptionViewItem& option, const QRect& swatch, Rgb colour,
                  int entry, int contrast) {
   const int half = swatch.width() / 2;
@@ -136,7 +150,11 @@ void SubtitleDelegate::PaintNumber(QPainter& painter, const QStyleOptionViewItem
     const int top = inside.y() + (inside.height() - SeverityIconSide) / 2;
     PaintSeverity(painter, QRectF(inside.x(), top, SeverityIconSide, SeverityIconSide), *severity);
   }
-  PaintText(painter, option, inside.adjusted(SeverityIconSide, 0, 0, 0),
+  if (model_.IsAnimatedAt(row)) {
+    PaintPlayMark(painter, option,
+                  QRect(inside.x() + SeverityIconSide, inside.y(), PlayMarkWidth, inside.height()));
+  }
+  PaintText(painter, option, inside.adjusted(SeverityIconSide + PlayMarkWidth, 0, 0, 0),
             model_.TextAt(row, SubtitleModel::Number), Qt::AlignRight);
 }
 
@@ -186,7 +204,7 @@ QSize SubtitleDelegate::sizeHint(const QStyleOptionViewItem& option, const QMode
   const int text = WidthOf(model_.TextAt(index.row(), index.column()), option.fontMetrics) + 2 * SideMargin;
   const bool isDrawn = column == SubtitleModel::Picture || column == SubtitleModel::Colours;
   return {isDrawn ? UsualWidth(column, option.fontMetrics)
-                  : text + (column == SubtitleModel::Number ? SeverityIconSide : 0),
+                  : text + (column == SubtitleModel::Number ? SeverityIconSide + PlayMarkWidth : 0),
           RowHeight};
 }
 
@@ -194,9 +212,9 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
   const auto textWidth = [&font](const QString& text) { return WidthOf(text, font) + 2 * SideMargin; };
   switch (column) {
     case SubtitleModel::Number:
-      return textWidth(QStringLiteral("0000")) + SeverityIconSide;
+      return textWidth(QStringLiteral("0000")) + SeverityIconSide + PlayMarkWidth;
     case SubtitleModel::Picture:
-      return 5 * RowHeight;
+      return 5 * RowHeight - PlayMarkWidth;
     case SubtitleModel::Start:
     case SubtitleModel::End:
       return textWidth(QStringLiteral("00:00:00.00"));
@@ -210,6 +228,8 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
       return Swatches(QRect(), font).back().right() + 1 + font.horizontalAdvance(u'8') + 2 * SideMargin;
     case SubtitleModel::Forced:
       return textWidth(QStringLiteral("Forced"));
+    case SubtitleModel::Animated:
+      return textWidth(QStringLiteral("Animated"));
     case SubtitleModel::Compared:
       return textWidth(QStringLiteral("moved in time, 000 other pixels"));
     case SubtitleModel::Problems:

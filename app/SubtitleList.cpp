@@ -34,14 +34,15 @@ constexpr KindEntry Kinds[] = {{FilterKind::All, "All"},
                                {FilterKind::WithProblems, "With problems"},
                                {FilterKind::Invalid, "Invalid"},
                                {FilterKind::Forced, "Forced"},
+                               {FilterKind::Animated, "Animated"},
                                {FilterKind::WithoutEnd, "Without end"},
                                {FilterKind::Overlapping, "Overlapping"},
                                {FilterKind::OtherCodes, "Other colours than the first"},
                                {FilterKind::Selected, "Selected"}};
 
 /// The columns' names with what calls them in a menu.
-constexpr const char* ColumnTexts[] = {"&Number", "&Picture", "&Start",   "&End",    "&Duration",
-                                       "P&lace",  "S&ize",    "&Colours", "&Forced", "P&roblems"};
+constexpr const char* ColumnTexts[] = {"&Number", "&Picture", "&Start",  "&End",      "&Duration", "P&lace",
+                                       "S&ize",   "&Colours", "&Forced", "&Animated", "P&roblems"};
 static_assert(std::size(ColumnTexts) == SubtitleModel::Compared);
 
 /// Where it is in sight without moving the others.
@@ -60,7 +61,7 @@ std::vector<TimeBar> BarsOf(const SupStream& stream) {
 }
 
 /// Rows of the table that are always in sight, and lines of the problems.
-constexpr int LeastRows = 3;
+constexpr int LeastRows = 2;
 constexpr int UsualRows = 8;
 constexpr int UsualLines = 2;
 /// Of the list of kinds, which opens as wide as it needs.

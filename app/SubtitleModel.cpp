@@ -23,10 +23,10 @@ QString FromView(std::string_view text) {
 
 const std::array<QString, SubtitleModel::Columns>& Headings() {
   static const std::array<QString, SubtitleModel::Columns> headings = {
-      QStringLiteral("#"),        QStringLiteral("Picture"), QStringLiteral("Start"),
-      QStringLiteral("End"),      QStringLiteral("Seconds"), QStringLiteral("Place"),
-      QStringLiteral("Size"),     QStringLiteral("Colours"), QStringLiteral("Forced"),
-      QStringLiteral("Problems"), QStringLiteral("Compared")};
+      QStringLiteral("#"),        QStringLiteral("Picture"),  QStringLiteral("Start"),
+      QStringLiteral("End"),      QStringLiteral("Seconds"),  QStringLiteral("Place"),
+      QStringLiteral("Size"),     QStringLiteral("Colours"),  QStringLiteral("Forced"),
+      QStringLiteral("Animated"), QStringLiteral("Problems"), QStringLiteral("Compared")};
   return headings;
 }
 
@@ -41,6 +41,7 @@ const std::array<QString, SubtitleModel::Columns>& HeadingsInWords() {
       QStringLiteral("Size: width and height in pixels"),
       QStringLiteral("Colours and opacities of background, pattern, emphasis 1 and 2"),
       QStringLiteral("Forced: shown even where subtitles are off"),
+      QStringLiteral("Animated: fades, moves or changes its colours on a player"),
       QStringLiteral("Problems"),
       QStringLiteral("What differs from the file compared with")};
   return headings;
@@ -115,6 +116,10 @@ std::optional<ProblemSeverity> SubtitleModel::SeverityAt(int row) const {
   return damage ? std::optional(SeverityOf(damage->Code)) : std::nullopt;
 }
 
+bool SubtitleModel::IsAnimatedAt(int row) const {
+  return SubjectOf(row).IsSubtitle() && MarksAt(row).Has(PacketTrait::Animated);
+}
+
 QString SubtitleModel::TextAt(int row, int column) const {
   const RowSubject subject = SubjectOf(row);
   if (!subject.IsSubtitle()) {
@@ -139,6 +144,8 @@ QString SubtitleModel::TextAt(int row, int column) const {
       return FactsAt(row).CodesText();
     case Forced:
       return MarksAt(row).Has(PacketTrait::Forced) ? QStringLiteral("forced") : QString();
+    case Animated:
+      return IsAnimatedAt(row) ? QStringLiteral("animated") : QString();
     case Problems: {
       QStringList phrases;
       for (const StreamProblemCode code : MarksAt(row).Problems()) {

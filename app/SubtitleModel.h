@@ -60,6 +60,7 @@ class SubtitleModel : public QAbstractTableModel {
     Size,
     Colours,
     Forced,
+    Animated,
     Problems,
     Compared,  ///< last, since it is not always there
     Columns
@@ -93,6 +94,8 @@ class SubtitleModel : public QAbstractTableModel {
   /// Of a subtitle's row. Valid until the next call.
   [[nodiscard]] const SubtitleFacts& FactsAt(int row) const;
   [[nodiscard]] std::optional<ProblemSeverity> SeverityAt(int row) const;
+  /// Whether a player shows more than one picture of the row's subtitle, as far as is known yet.
+  [[nodiscard]] bool IsAnimatedAt(int row) const;
   [[nodiscard]] QString TextAt(int row, int column) const;
   [[nodiscard]] QString SentenceAt(int row) const;
   /// Every problem of the row with its byte offset, a line each.

@@ -80,6 +80,9 @@ QString SubtitleSentence(const SpokenSubtitle& subtitle) {
   if (subtitle.Marks.Has(PacketTrait::Forced)) {
     parts += QStringLiteral("forced");
   }
+  if (subtitle.Marks.Has(PacketTrait::Animated)) {
+    parts += QStringLiteral("animated");
+  }
   if (subtitle.OverNumber) {
     parts += QStringLiteral("under subtitle %1 of the second stream").arg(*subtitle.OverNumber);
   }

@@ -20,8 +20,8 @@ struct SpokenSubtitle {
   PacketMarks Marks;
 };
 
-/// "Subtitle 12, 0:01:02.34, 2.5 seconds, forced, one problem: no end of its own". One that is invalid
-/// "cannot be shown" for no time.
+/// "Subtitle 12, 0:01:02.34, 2.5 seconds, forced, animated, one problem: no end of its own". One that is
+/// invalid "cannot be shown" for no time.
 [[nodiscard]] QString SubtitleSentence(const SpokenSubtitle& subtitle);
 
 /// Of damage that stands before the packet with `index`, from 0: "Between subtitles 12 and 13, one problem:

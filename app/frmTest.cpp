@@ -60,6 +60,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectCompare();
   ConnectTools();
   ConnectView();
+  BuildPlayer();
   UpdateCommands();
   Command_LoadSup->setFocus();
 }

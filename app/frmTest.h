@@ -39,6 +39,8 @@ class Comparison;
 class Document;
 class FrameInspector;
 class HourglassPointer;
+class PlayerBar;
+class PlayerView;
 class RecoveryJournal;
 class StatusLine;
 class SubtitleList;
@@ -199,6 +201,14 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void RestoreGround();
   void KeepGround();
 
+  // frmTest_player.cpp
+  void BuildPlayer();
+  void UpdatePlayer();
+  /// Whether a key that no control takes plays.
+  [[nodiscard]] bool PlaysBy(const QKeyEvent& event) const;
+  /// The subtitle that is shown, without anything being saved of it.
+  void DrawAgain();
+
   // frmTest_palette.cpp
   void Command_LoadPalette_Click();
   void Command_SavePalette_Click();
@@ -273,6 +283,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   Document* document_;
   RecoveryJournal* recovery_;
   SubtitleList* list_;
+  PlayerBar* playerBar_ = nullptr;
+  PlayerView* playerView_ = nullptr;
   Comparison* comparison_;
   FrameInspector* inspector_ = nullptr;
   CompareWindow* compareWindow_ = nullptr;  // made when it is first asked for

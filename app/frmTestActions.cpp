@@ -54,6 +54,8 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_720x576, "Action_720x576", QStringLiteral("720x&576"));
   make(Action_Checker, "Action_Checker", QStringLiteral("&Checker"));
   make(Action_File, "Action_File", QStringLiteral("&Graph. File"));
+  make(Action_Player, "Action_Player", QStringLiteral("As a player s&hows it"));
+  make(Action_Play, "Action_Play", QStringLiteral("Pla&y or pause"), {QKeySequence(Qt::CTRL | Qt::Key_P)});
   make(Action_PictureBehind, "Action_PictureBehind", QStringLiteral("&Picture behind..."));
   make(Action_Colour, "Action_Colour", QStringLiteral("Colou&r"));
   make(Action_GroundBlack, "Action_GroundBlack", QStringLiteral("&Black"));

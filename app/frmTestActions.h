@@ -40,6 +40,8 @@ struct frmTestActions {
   QAction* Action_720x576 = nullptr;
   QAction* Action_Checker = nullptr;
   QAction* Action_File = nullptr;
+  QAction* Action_Player = nullptr;
+  QAction* Action_Play = nullptr;
   QAction* Action_PictureBehind = nullptr;
   QAction* Action_Colour = nullptr;
   QAction* Action_GroundBlack = nullptr;

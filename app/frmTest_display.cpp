@@ -10,6 +10,7 @@
 #include "app/Document.h"
 #include "app/FrameInspector.h"
 #include "app/PathText.h"
+#include "app/PlayerView.h"
 #include "app/QtColour.h"
 #include "app/frmTest.h"
 #include "render/Composition.h"
@@ -85,10 +86,13 @@ void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, const SpuContro
   if (saves) {
     SavePicture(picture);
   }
+  inspector_->Show(unit, control, document_->Choice());
+  if (playerView_->Show(unit)) {
+    return;
+  }
   if (picture.Width() > 0) {
     Picture1->Picture().Draw(picture, control.X1, control.Y1, &gdip_);
   }
-  inspector_->Show(unit, control, document_->Choice());
   Picture1->Refresh();
 }
 

@@ -68,6 +68,10 @@ void frmTest::keyPressEvent(QKeyEvent* event) {
     inspector_->CloseLoupe();
     return;
   }
+  if (PlaysBy(*event)) {
+    Action_Play->trigger();
+    return;
+  }
   QMainWindow::keyPressEvent(event);
 }
 

@@ -67,9 +67,27 @@ void frmTest::BuildMenus() {
        Action_Reload});
   add("Menu_Colours", QStringLiteral("&Colours"), {Action_SetActual, Action_SetSelected, Action_SetAll});
   QMenu* view = add("Menu_View", QStringLiteral("&View"),
-                    {Action_List, nullptr, Action_720x480, Action_720x576, nullptr, Action_Checker,
-                     Action_File, Action_Colour, nullptr, Action_PictureBehind, Action_GetGraphics, nullptr,
-                     Action_ZoomIn, Action_ZoomOut, Action_Zoom100, Action_ZoomFit, Action_Loupe, nullptr});
+                    {Action_List,
+                     nullptr,
+                     Action_Player,
+                     Action_Play,
+                     nullptr,
+                     Action_720x480,
+                     Action_720x576,
+                     nullptr,
+                     Action_Checker,
+                     Action_File,
+                     Action_Colour,
+                     nullptr,
+                     Action_PictureBehind,
+                     Action_GetGraphics,
+                     nullptr,
+                     Action_ZoomIn,
+                     Action_ZoomOut,
+                     Action_Zoom100,
+                     Action_ZoomFit,
+                     Action_Loupe,
+                     nullptr});
   const auto addTo = [](QMenu* parent, const char* name, const QString& title,
                         std::initializer_list<QAction*> actions) {
     QMenu* menu = parent->addMenu(title);

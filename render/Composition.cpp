@@ -26,18 +26,19 @@ QImage MakeChecker() {
   return checker;
 }
 
+/// Both are frames, and the area lies in them.
+void CopyArea(const QImage& from, QImage& to, const QRect& area) {
+  const auto start = static_cast<std::size_t>(area.x()) * sizeof(QRgb);
+  const auto length = static_cast<std::size_t>(area.width()) * sizeof(QRgb);
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    std::memcpy(to.scanLine(y) + start, from.constScanLine(y) + start, length);
+  }
+}
+
 /// Every redraw starts from the same squares, so they are painted once and copied afterwards.
 const QImage& Checker() {
   static const QImage checker = MakeChecker();
   return checker;
-}
-
-void CopyChecker(QImage& frame, const QRect& area) {
-  const auto start = static_cast<std::size_t>(area.x()) * sizeof(QRgb);
-  const auto length = static_cast<std::size_t>(area.width()) * sizeof(QRgb);
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    std::memcpy(frame.scanLine(y) + start, Checker().constScanLine(y) + start, length);
-  }
 }
 
 /// A background that is no file.
@@ -45,7 +46,7 @@ void DrawPlain(QImage& frame, const QRect& area, const Background& background) {
   if (background.Source == Background::Kind::Colour) {
     cGraphics(frame).FillRectangle(area, background.Colour | OpaqueBlack);
   } else {
-    CopyChecker(frame, area);
+    CopyArea(Checker(), frame, area);
   }
 }
 
@@ -117,6 +118,16 @@ QImage FramePicture::Ground() const {
   QImage ground = MakeFrame();
   DrawPlain(ground, ground.rect(), plain_);
   return ground;
+}
+
+void FramePicture::TakeBack() {
+  const QImage ground = Ground();
+  for (const LaidPicture& laid : laid_) {
+    const QRect area = QRect(laid.Place, laid.Picture.size()) & image_.rect();
+    CopyArea(ground, image_, area);
+    changed_ |= area;
+  }
+  laid_.clear();
 }
 
 QRect FramePicture::TakeChanged() {

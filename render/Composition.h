@@ -55,6 +55,8 @@ class FramePicture {
   void DrawBackground(int frameHeight, const Background& background, const cGDIP* instance);
   /// Lays the picture over what is there, its top left pixel at (x, y); what falls outside is cut off.
   void Draw(const cBitmap& picture, int x, int y, const cGDIP* instance);
+  /// Takes back all that was drawn over the background.
+  void TakeBack();
   /// The part drawn on since the last call.
   [[nodiscard]] QRect TakeChanged();
 

@@ -35,6 +35,9 @@ testPackages=(
   dvdauthor
   ffmpeg
   groff-base
+  gstreamer1.0-plugins-bad
+  gstreamer1.0-plugins-good
+  gstreamer1.0-tools
   libclang-14-dev
   libclang-rt-14-dev
   llvm-14

@@ -144,7 +144,7 @@ TEST_F(Keyboard, TabReachesEveryGroupInTheOrderOfWork) {
     order.append(name);
     Press(Qt::Key_Tab);
   }
-  EXPECT_LE(order.size(), 30) << order.join(' ').toStdString();
+  EXPECT_LE(order.size(), 32) << order.join(' ').toStdString();
   int before = -1;
   for (const char* name : {"Command_LoadSup", "Command_SaveSup", "Command_Next", "Text_Filter",
                            "Combo_Filter", "List_Subtitles", "Text_Problems", "Label1_0", "ImageCombo1",

@@ -54,10 +54,11 @@ TEST_F(Menus, HoldTheCommands) {
   EXPECT_EQ(EntriesOf("Edit"), (Names{"Undo", "Redo", "Copy", "RevertPreview", "Recover", "Forget"}));
   EXPECT_EQ(EntriesOf("Subtitle"), (Names{"Prev", "Next", "GoTo", "NextProblem", "PrevProblem", "Reload"}));
   EXPECT_EQ(EntriesOf("Colours"), (Names{"SetActual", "SetSelected", "SetAll"}));
-  EXPECT_EQ(EntriesOf("View"),
-            (Names{"List", "Menu_Columns", "720x480", "720x576", "Checker", "File", "Colour", "Menu_Ground",
-                   "PictureBehind", "GetGraphics", "ZoomIn", "ZoomOut", "Zoom100", "ZoomFit", "Loupe",
-                   "Menu_Aspect", "Menu_DisplayMode", "Menu_Guides"}));
+  EXPECT_EQ(EntriesOf("View"), (Names{"List",    "Menu_Columns", "Player",           "Play",
+                                      "720x480", "720x576",      "Checker",          "File",
+                                      "Colour",  "Menu_Ground",  "PictureBehind",    "GetGraphics",
+                                      "ZoomIn",  "ZoomOut",      "Zoom100",          "ZoomFit",
+                                      "Loupe",   "Menu_Aspect",  "Menu_DisplayMode", "Menu_Guides"}));
   EXPECT_EQ(EntriesOf("Ground"), (Names{"GroundBlack", "GroundWhite", "GroundGrey", "GroundPick"}));
   EXPECT_EQ(EntriesOf("DisplayMode"), (Names{"ModeOff", "Wide", "Letterbox", "PanAndScan"}));
   EXPECT_EQ(EntriesOf("Guides"), (Names{"SafeAreas", "SubtitleArea", "Rulers"}));

@@ -7,6 +7,7 @@
 #include "app/ProblemFinder.h"
 #include "tests/app/Streams.h"
 #include "tests/support/LoadedStream.h"
+#include "tests/support/PlayedUnit.h"
 
 namespace quillmark::test {
 namespace {
@@ -51,7 +52,7 @@ class SubtitleModelTest : public testing::Test {
 TEST_F(SubtitleModelTest, RowSaysWhatTheFieldsOfTheWindowDo) {
   Open(FourCodes(PacketBuilder().Time(65 * Second + 43200).Delay(100).Colour(3, 10, 1, 0), 100, 420));
   EXPECT_EQ(Texts(0), (QStringList{"1", "", "00:01:05.48", "00:01:06.59", "1.12", "100, 420", "8x2",
-                                   "01A3 0FFF", "", ""}));
+                                   "01A3 0FFF", "", "", ""}));
 }
 
 TEST_F(SubtitleModelTest, SubtitleWithoutADelayHasNeitherEndNorDuration) {
@@ -72,6 +73,17 @@ TEST_F(SubtitleModelTest, ForcedSubtitleSaysSo) {
   packet[10 + 8 + 4] = 0x00;  // in place of "start display"
   Open(packet);
   EXPECT_EQ(Texts(0)[SubtitleModel::Forced], "forced");
+}
+
+TEST_F(SubtitleModelTest, AnimatedSubtitleSaysSo) {
+  Bytes packet = FourCodes(PacketBuilder().Delay(10));
+  packet[10 + 32 + 4] = 0x01;  // in place of "stop display"
+  Open(Join({packet, Played({0x11, 0x00, 0x12, 0x00},
+                            {{.Delay = 0, .Commands = Join({StartDisplay, SetContrast(15, 15, 15, 15)})},
+                             {.Delay = 9, .Commands = SetContrast(7, 7, 7, 7)}})
+                         .Build()}));
+  EXPECT_EQ(Texts(0)[SubtitleModel::Animated], "");
+  EXPECT_EQ(Texts(1)[SubtitleModel::Animated], "animated");
 }
 
 TEST_F(SubtitleModelTest, WholeRowIsToldInASentence) {

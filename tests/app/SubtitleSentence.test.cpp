@@ -32,6 +32,11 @@ TEST(SubtitleSentence, SaysWhatThereIsToSay) {
             "Subtitle 12, 0:01:02.34, 2.5 seconds, forced, one problem: no end of its own");
 }
 
+TEST(SubtitleSentence, SaysThatItIsAnimated) {
+  EXPECT_EQ(SubtitleSentence(Subtitle12(With(PacketTrait::Animated))),
+            "Subtitle 12, 0:01:02.34, 2.5 seconds, animated");
+}
+
 TEST(SubtitleSentence, OfASoundSubtitleIsShort) {
   EXPECT_EQ(SubtitleSentence(Subtitle12()), "Subtitle 12, 0:01:02.34, 2.5 seconds");
 }
