@@ -5,7 +5,7 @@
 namespace quillmark {
 namespace {
 
-std::string Extent(std::int32_t largest, std::int32_t smallestStart) {
+std::string ExtentText(std::int32_t largest, std::int32_t smallestStart) {
   return std::to_string(largest) + " (" + std::to_string(smallestStart) + " to " +
          std::to_string(smallestStart + largest - 1) + ")";
 }
@@ -15,8 +15,8 @@ std::string Lines(const std::string& heading, const SupStream& stream) {
   const SupStreamStats& stats = stream.Stats;
   std::string report = heading + std::to_string(stream.Count) + lineEnd;
   report += "Parse errors: " + std::to_string(stats.ParseErrors) + lineEnd;
-  report += "Max subtitle width: " + Extent(stats.MaxWidth, stats.MinX) + lineEnd;
-  report += "Max subtitle height: " + Extent(stats.MaxHeight, stats.MinY) + lineEnd;
+  report += "Max subtitle width: " + ExtentText(stats.MaxWidth, stats.MinX) + lineEnd;
+  report += "Max subtitle height: " + ExtentText(stats.MaxHeight, stats.MinY) + lineEnd;
   report += "Max size (kb): " + std::to_string(stats.MaxSpuSize / 1000) + lineEnd;
   report += "First timecode: " + stats.FirstTimecode + lineEnd;
   report += "Last timecode: " + stats.LastTimecode + lineEnd;
