@@ -169,7 +169,6 @@ void PlayerBar::Update() {
   Check_Player->setEnabled(isAvailable_);
   Command_Play->setEnabled(isAvailable_);
   Slider_Time->setEnabled(isShown);
-  Label_Time->setEnabled(isShown);
   Command_Play->setText(IsPlaying() ? QStringLiteral("Pause") : QStringLiteral("Play"));
   Command_Play->setToolTip(
       IsPlaying() ? QStringLiteral("Stop at this moment (Ctrl+P)")

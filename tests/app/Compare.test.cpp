@@ -6,7 +6,7 @@
 namespace quillmark::test {
 namespace {
 
-constexpr int ComparedColumn = 10;
+constexpr int ComparedColumn = 11;
 
 /// ThreeSubtitles() as another file has them: the second half a second later, two pixels of the third in code
 /// 0 instead of 1, and a fourth.
@@ -187,7 +187,7 @@ TEST_F(CompareFile, OneColumnStaysBesidesTheMarks) {
   for (int column = 0; column < ComparedColumn; ++column) {
     Action(QStringLiteral("Column_") + QString::number(column)).setChecked(false);
   }
-  EXPECT_TRUE(Action("Column_9").isChecked());
+  EXPECT_TRUE(Action("Column_10").isChecked());
   PressInDifferences(Qt::Key_Escape);
   EXPECT_FALSE(List().isColumnHidden(column::Problems));
 }

@@ -23,7 +23,7 @@ inline constexpr int Number = 0;
 inline constexpr int Picture = 1;
 inline constexpr int Start = 2;
 inline constexpr int Codes = 7;
-inline constexpr int Problems = 9;
+inline constexpr int Problems = 10;
 }  // namespace column
 
 class ListTest : public MergeTest {
