@@ -40,11 +40,11 @@ void AddLine(Bytes& bytes, std::mt19937& random) {
 
 /// Eight changes in every line, other ones in each group.
 void AddChanges(Bytes& bytes, std::mt19937& random) {
-  constexpr unsigned groups = FrameHeight576 / GroupLines;
-  constexpr unsigned groupSize = 4 + 8 * 6;
+  constexpr std::size_t groups = FrameHeight576 / GroupLines;
+  constexpr std::size_t groupSize = 4 + 8 * 6;
   bytes.push_back(0x07);
   AddNumber(bytes, 2 + groups * groupSize + 4);
-  for (unsigned group = 0; group < groups; ++group) {
+  for (std::size_t group = 0; group < groups; ++group) {
     AddNumber(bytes, group * GroupLines);
     AddNumber(bytes, 8U << 12U | (group * GroupLines + GroupLines - 1));
     for (unsigned change = 0; change < 8; ++change) {
