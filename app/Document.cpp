@@ -13,7 +13,9 @@ namespace {
 /// disabling them.
 constexpr int NumberAfterSwatches = 17;
 
-CodeChoice CodesOf(const SpuControl& control) {
+}  // namespace
+
+CodeChoice ChoiceOf(const SpuControl& control) {
   CodeChoice codes;
   for (std::size_t code = 0; code < 4; ++code) {
     codes.Colours[code] = static_cast<std::uint8_t>(control.Colour[code]);
@@ -21,8 +23,6 @@ CodeChoice CodesOf(const SpuControl& control) {
   }
   return codes;
 }
-
-}  // namespace
 
 Document::Document(QObject* parent) : QObject(parent) {
   connect(&history_, &QUndoStack::indexChanged, this, &Document::CommandsChanged);
@@ -146,7 +146,7 @@ bool Document::Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool 
     return false;
   }
   control_ = description->Control;
-  choice_ = written_ = CodesOf(control_);
+  choice_ = written_ = ChoiceOf(control_);
   colours_ = MakeCodeColours(palette_, control_);
   inert_ = false;
   ConvertedSubtitle converted{
@@ -192,7 +192,8 @@ void Document::BeginLoading() {
   beforeLoading_ = {.EverLoading = everLoading_,
                     .PrimaryCount = primary_.Count,
                     .SecondaryCount = secondary_.Count,
-                    .Merging = merging_};
+                    .Merging = merging_,
+                    .Codes = std::exchange(mergedCodes_, {})};
   everLoading_ = true;
   primary_.Count = 0;
   secondary_.Count = 0;
@@ -246,6 +247,7 @@ void Document::AbandonLoading() {
   primary_.Count = beforeLoading_.PrimaryCount;
   secondary_.Count = beforeLoading_.SecondaryCount;
   merging_ = beforeLoading_.Merging;
+  mergedCodes_ = beforeLoading_.Codes;
   emit CommandsChanged();
 }
 
@@ -303,6 +305,7 @@ void Document::DropSecondary() {
 
 void Document::BeginMerging(SupStream secondary) {
   secondary_ = std::move(secondary);
+  mergedCodes_ = {};
   merging_ = true;
   steps_.Change = false;
   emit CommandsChanged();
@@ -314,8 +317,23 @@ void Document::SetYOffset(std::int16_t lines) {
   emit MergeChanged();
 }
 
+void Document::SetCodesOfMerge(const MergedCodes& codes) {
+  mergedCodes_ = codes;
+  emit MergeChanged();
+}
+
+MergeSettings Document::SettingsOfMerge() const {
+  return {.Palette = palette_,
+          .YOffset = yOffset_,
+          .FrameHeight = frameLines_,
+          .SecondaryCodes = mergedCodes_.OfSecondary,
+          .Colours = mergedCodes_.Colours,
+          .Contrasts = mergedCodes_.Contrasts};
+}
+
 bool Document::LeaveMerging() {
   secondary_ = {};
+  mergedCodes_ = {};
   shownOver_.reset();
   merging_ = false;
   AllowSteps();

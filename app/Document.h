@@ -15,6 +15,7 @@
 #include "base/Result.h"
 #include "palette/Colour.h"
 #include "recipe/Recipe.h"
+#include "render/MergedInputReader.h"
 #include "render/SubtitleDescription.h"
 #include "sup/CodeAssignment.h"
 #include "sup/StreamEdit.h"
@@ -36,6 +37,19 @@ struct CodeChoice {
   CodeNibbles Contrasts{};
 
   bool operator==(const CodeChoice&) const = default;
+};
+
+/// What a unit says itself.
+[[nodiscard]] CodeChoice ChoiceOf(const SpuControl& control);
+
+/// What becomes of the pixel codes in the merged stream; by default the primary's codes, with the palette
+/// entries and opacities that it has.
+struct MergedCodes {
+  CodeMap OfSecondary = SameCodes;  ///< which code each of the secondary's becomes
+  ChosenNibbles Colours = {};
+  ChosenNibbles Contrasts = {};
+
+  bool operator==(const MergedCodes&) const = default;
 };
 
 /// A subtitle that was just converted, for whoever shows, draws or exports it.
@@ -98,6 +112,11 @@ class Document : public QObject {
   /// Picture lines added to every secondary picture's vertical position.
   [[nodiscard]] std::int16_t YOffset() const { return yOffset_; }
   [[nodiscard]] bool IsMerging() const { return merging_; }
+  /// Whether there are subtitles of both streams to merge.
+  [[nodiscard]] bool HasBothStreams() const { return merging_ && primary_.Count > 0 && secondary_.Count > 0; }
+  [[nodiscard]] const MergedCodes& CodesOfMerge() const { return mergedCodes_; }
+  /// How the two streams are laid over each other, wherever that is shown, looked through or written.
+  [[nodiscard]] MergeSettings SettingsOfMerge() const;
   [[nodiscard]] bool IsBusy() const { return busy_; }
   /// Between BeginLoading() and what ends it: how many subtitles there are is not settled yet.
   [[nodiscard]] bool IsLoading() const { return loading_; }
@@ -174,12 +193,15 @@ class Document : public QObject {
   /// The primary stream stays open, at the subtitle shown, and can be edited again.
   [[nodiscard]] bool LeaveMerging();
   void SetYOffset(std::int16_t lines);
+  /// Until merging ends or another stream is loaded.
+  void SetCodesOfMerge(const MergedCodes& codes);
   /// Both streams' first subtitles, whatever their times. Kept oddity: where that succeeds the number is 17
   /// until SetNumber(), and a stream of 17 subtitles leaves Next disabled.
   [[nodiscard]] bool ShowFirstMerged();
   /// While a command runs no other can be used.
   void SetBusy(bool busy);
-  /// Tells of the subtitle shown before a merged save went through all of them.
+  /// Shows the subtitle shown last once more: what is laid over it, or where, has changed, or a merged save
+  /// went through all of them.
   void ShowAgain();
 
   // Editing
@@ -233,7 +255,7 @@ class Document : public QObject {
   void ChoiceChanged();
   void PaletteChanged();
   void StreamChanged(quillmark::StreamChange what);
-  /// What is laid over the subtitles, or where.
+  /// What is laid over the subtitles, where, or in which codes.
   void MergeChanged();
   void FrameLinesChanged();
   /// What Enabled() says, or the name of a step of the history.
@@ -256,6 +278,7 @@ class Document : public QObject {
     std::int32_t PrimaryCount = 0;
     std::int32_t SecondaryCount = 0;
     bool Merging = false;
+    MergedCodes Codes;
   };
 
   /// Loading is over: what can be done follows from what was shown.
@@ -282,6 +305,7 @@ class Document : public QObject {
   std::string language_;
   int frameLines_ = 576;
   std::int16_t yOffset_ = 0;
+  MergedCodes mergedCodes_;
   bool merging_ = false;
   bool busy_ = false;
   bool everLoading_ = false;  // Load SUP was used

@@ -22,13 +22,10 @@ std::optional<DrawnSubtitle> DrawnSubtitleReader::Read(const Document& document,
     const SubtitleUnit secondary = UnitForMerging(document.Secondary(), *over, secondaryUnit_);
     const SpuControl secondaryControl = DecodeControl(secondary.Bytes, secondary.ControlOffset);
     if (secondaryControl.IsValid()) {
-      drawn.Merged = {.PrimaryUnit = unit.Bytes,
-                      .Primary = control,
-                      .SecondaryUnit = secondary.Bytes,
-                      .Secondary = secondaryControl,
-                      .YOffset = document.YOffset(),
-                      .Colours = drawn.Colours,
-                      .FrameHeight = document.FrameLines()};
+      const MergeSettings settings = document.SettingsOfMerge();
+      drawn.Merged = MakeMergedInput({.Bytes = unit.Bytes, .Control = control},
+                                     {.Bytes = secondary.Bytes, .Control = secondaryControl},
+                                     WithMergedCodes(control, settings), settings);
     }
   }
   return drawn;

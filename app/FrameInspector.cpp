@@ -27,8 +27,9 @@ void FrameInspector::Show(std::span<const std::uint8_t> unit, const SpuControl& 
   TellAreas();
 }
 
-void FrameInspector::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
-  pixels_.ShowOver(unit, control, moved);
+void FrameInspector::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
+                              const CodeMap& codes) {
+  pixels_.ShowOver(unit, control, moved, codes);
   TellAreas();
 }
 

@@ -29,7 +29,8 @@ class FrameInspector : public QObject {
 
   /// What is about to be drawn; as the functions of ShownPixels.
   void Show(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeChoice& choice);
-  void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved);
+  void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
+                const CodeMap& codes);
 
   /// Opens the loupe at the pointer, or else in the middle of the subtitle or the frame, and gives it the
   /// focus; or closes it and gives the focus back.

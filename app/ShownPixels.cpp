@@ -1,5 +1,8 @@
 #include "app/ShownPixels.h"
 
+#include <algorithm>
+#include <array>
+
 #include "app/CodeName.h"
 #include "render/FieldDecoder.h"
 
@@ -16,10 +19,13 @@ void ShownPixels::Show(std::span<const std::uint8_t> unit, const SpuControl& con
                        const CodeChoice& choice) {
   choice_ = choice;
   Set(0, unit, control, 0);
+  layers_[0].ShownAs = SameCodes;
 }
 
-void ShownPixels::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
+void ShownPixels::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
+                           const CodeMap& codes) {
   Set(1, unit, control, moved);
+  layers_[1].ShownAs = codes;
 }
 
 void ShownPixels::Set(std::size_t layer, std::span<const std::uint8_t> unit, const SpuControl& control,
@@ -39,9 +45,12 @@ std::optional<PixelFacts> ShownPixels::At(Layer& layer, QPoint pixel) const {
   }
   const auto width = static_cast<std::size_t>(layer.Area.width());
   if (!layer.IsDecoded) {
+    std::array<std::uint8_t, 4> cells{};
+    std::ranges::transform(layer.ShownAs, cells.begin(),
+                           [](std::uint8_t code) { return static_cast<std::uint8_t>(code + 1); });
     layer.Codes.assign(width * static_cast<std::size_t>(layer.Area.height()), 0);
     DecodeFields<std::uint8_t>(layer.Unit, layer.Codes, layer.Area.width(), layer.Area.height(),
-                               layer.Control.TopFieldOffset, layer.Control.BottomFieldOffset, {1, 2, 3, 4});
+                               layer.Control.TopFieldOffset, layer.Control.BottomFieldOffset, cells);
     layer.IsDecoded = true;
   }
   const QPoint inArea = pixel - layer.Area.topLeft();

@@ -30,8 +30,9 @@ class ShownPixels {
  public:
   /// The subtitle is the only one now; `unit` is whole.
   void Show(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeChoice& choice);
-  /// Another stream's, in the same codes, over it and `moved` lines lower.
-  void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved);
+  /// Another stream's over it and `moved` lines lower; each of its codes is shown as the one in `codes`.
+  void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
+                const CodeMap& codes = SameCodes);
 
   /// The uppermost subtitle that has the frame pixel; of two the one that is seen there. None outside of
   /// their areas.
@@ -46,6 +47,7 @@ class ShownPixels {
     std::vector<std::uint8_t> Unit;
     SpuControl Control;
     QRect Area;
+    CodeMap ShownAs = SameCodes;
     bool IsDecoded = false;
     std::vector<std::uint8_t> Codes;  ///< of the area, row by row: code + 1, or 0 where no run reached
   };

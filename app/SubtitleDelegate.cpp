@@ -159,11 +159,16 @@ void SubtitleDelegate::PaintNumber(QPainter& painter, const QStyleOptionViewItem
 }
 
 void SubtitleDelegate::PaintPicture(QPainter& painter, const QStyleOptionViewItem& option, int row) const {
-  const QRect inside = Inside(option.rect).adjusted(0, PictureMargin, 0, -PictureMargin);
+  PaintPicture(painter, option.rect, pictures_, model_.SubjectOf(row).Index());
+}
+
+void SubtitleDelegate::PaintPicture(QPainter& painter, const QRect& cell, SubtitlePictures& pictures,
+                                    std::size_t subtitle) {
+  const QRect inside = Inside(cell).adjusted(0, PictureMargin, 0, -PictureMargin);
   const double scale = painter.device()->devicePixelRatioF();
   const QSize room(std::min(inside.width(), WidestPicture), inside.height());
-  pictures_.SetRoom({.Pixels = (QSizeF(room) * scale).toSize(), .Scale = scale});
-  const QImage picture = pictures_.Of(model_.SubjectOf(row).Index());
+  pictures.SetRoom({.Pixels = (QSizeF(room) * scale).toSize(), .Scale = scale});
+  const QImage picture = pictures.Of(subtitle);
   if (picture.isNull()) {
     return;
   }

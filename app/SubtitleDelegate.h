@@ -30,6 +30,9 @@ class SubtitleDelegate : public QAbstractItemDelegate {
 
   /// What a column needs for its usual texts.
   [[nodiscard]] static int UsualWidth(SubtitleModel::Column column, const QFontMetrics& font);
+  /// A subtitle of the pictures' document small, at the left of a cell.
+  static void PaintPicture(QPainter& painter, const QRect& cell, SubtitlePictures& pictures,
+                           std::size_t subtitle);
   /// The swatches of codes 0 to 3 in a cell of the column Colours; the digit of the opacity stands behind
   /// each.
   [[nodiscard]] static std::array<QRect, 4> Swatches(const QRect& cell, const QFontMetrics& font);

@@ -16,9 +16,11 @@
 #include "app/DisplayFrame.h"
 #include "app/Document.h"
 #include "app/FrameInspector.h"
+#include "app/ListPanel.h"
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
 #include "app/RecoveryJournal.h"
+#include "app/ReviewPanel.h"
 #include "app/StatusLine.h"
 #include "app/Strip.h"
 #include "app/SubtitleList.h"
@@ -35,11 +37,13 @@ frmTest::frmTest(QWidget* parent)
       // Before anything that shows the document, so that an edit is written down before it is shown.
       recovery_(new RecoveryJournal(*document_, this)),
       list_(new SubtitleList(*document_, this)),
+      review_(new ReviewPanel(*document_, this)),
+      listPanel_(new ListPanel(*list_, *review_, this)),
       comparison_(new Comparison(*document_, this)) {
   setObjectName(QStringLiteral("frmTest"));
   setWindowTitle(QStringLiteral("Quillmark"));
   setAcceptDrops(true);
-  Build(this, list_);
+  Build(this, listPanel_);
   BuildActions(this);
   status_ = new StatusLine(this);
   setStatusBar(status_);
@@ -57,6 +61,7 @@ frmTest::frmTest(QWidget* parent)
   ConnectControls();
   ConnectRecovery();
   ConnectList();
+  ConnectReview();
   ConnectCompare();
   ConnectTools();
   ConnectView();
@@ -107,6 +112,7 @@ void frmTest::ConnectActions() {
   connectTo(Action_RevertPreview, nullptr, &frmTest::Command_Reload_Click);
   connectTo(Action_PictureBehind, nullptr, &frmTest::Command_PictureBehind_Click);
   connectTo(Action_Offset, nullptr, &frmTest::Command_Offset_Click);
+  connectTo(Action_SuggestOffset, review_->SuggestButton(), &frmTest::Command_SuggestOffset_Click);
   connectTo(Action_LeaveMerge, nullptr, &frmTest::Command_LeaveMerge_Click);
   connectTo(Action_Report, nullptr, &frmTest::Command_Report_Click);
   connectTo(Action_Keys, nullptr, &frmTest::Command_Keys_Click);
@@ -214,6 +220,7 @@ void frmTest::UpdateCommands() {
   for (QAction* action : {Action_Offset, Action_LeaveMerge}) {
     action->setEnabled(enabled.Merging);
   }
+  UpdateReview();
   Menu_Recent->setEnabled(enabled.Load && !memory_.RecentFiles().isEmpty());
   Action_ForgetRecent->setEnabled(Menu_Recent->isEnabled());
   Action_Export->setEnabled(enabled.Tools);

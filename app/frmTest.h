@@ -30,6 +30,7 @@ struct ExportOrder;
 struct ImportedFile;
 struct ImportedTrack;
 struct LoadedStream;
+struct MergedCodes;
 struct SpuControl;
 struct SubtitleDescription;
 struct SupStream;
@@ -39,9 +40,11 @@ class Comparison;
 class Document;
 class FrameInspector;
 class HourglassPointer;
+class ListPanel;
 class PlayerBar;
 class PlayerView;
 class RecoveryJournal;
+class ReviewPanel;
 class StatusLine;
 class SubtitleList;
 
@@ -118,13 +121,21 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   void ConnectList();
   void UpdateList();
   void List_Subtitles_Chosen(std::int64_t number);
-  void Action_List_Toggled(bool shown);
   void Command_SetSelected_Click();
   void Command_Copy_Click();
   void Command_NextProblem_Click();
   void Command_PrevProblem_Click();
   void TellProblem(const QString& sentence);
   void ShowProblemCount();
+
+  // frmTest_review.cpp
+  void ConnectReview();
+  void UpdateReview();
+  /// Whether the review stands in the list's place.
+  [[nodiscard]] bool ShowsReview() const;
+  void ShowOffset(std::int16_t lines);
+  void ShowMergedCodes(const MergedCodes& codes);
+  void Command_SuggestOffset_Click();
 
   // frmTest_tools.cpp
   void ConnectTools();
@@ -283,6 +294,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   Document* document_;
   RecoveryJournal* recovery_;
   SubtitleList* list_;
+  ReviewPanel* review_;
+  ListPanel* listPanel_;
   PlayerBar* playerBar_ = nullptr;
   PlayerView* playerView_ = nullptr;
   Comparison* comparison_;

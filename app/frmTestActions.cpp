@@ -81,6 +81,9 @@ void frmTestActions::BuildActions(QMainWindow* window) {
   make(Action_4x3, "Action_4x3", QStringLiteral("&4:3"));
   make(Action_16x9, "Action_16x9", QStringLiteral("1&6:9"));
   make(Action_Offset, "Action_Offset", QStringLiteral("&Offset..."));
+  make(Action_MergeReview, "Action_MergeReview", QStringLiteral("Merge &review"),
+       {QKeySequence(Qt::CTRL | Qt::Key_R)});
+  make(Action_SuggestOffset, "Action_SuggestOffset", QStringLiteral("Su&ggest offset"));
   make(Action_LeaveMerge, "Action_LeaveMerge", QStringLiteral("Leave &merge mode"));
   make(Action_Retime, "Action_Retime", QStringLiteral("&Retime..."), {QKeySequence(Qt::CTRL | Qt::Key_T)});
   make(Action_Move, "Action_Move", QStringLiteral("&Move..."), {QKeySequence(Qt::CTRL | Qt::Key_M)});

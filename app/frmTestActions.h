@@ -64,6 +64,8 @@ struct frmTestActions {
   QAction* Action_4x3 = nullptr;
   QAction* Action_16x9 = nullptr;
   QAction* Action_Offset = nullptr;
+  QAction* Action_MergeReview = nullptr;
+  QAction* Action_SuggestOffset = nullptr;
   QAction* Action_LeaveMerge = nullptr;
   QAction* Action_Retime = nullptr;
   QAction* Action_Move = nullptr;

@@ -11,8 +11,8 @@
 #include "app/ColourSwatch.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
+#include "app/ListPanel.h"
 #include "app/PaletteSwatch.h"
-#include "app/SubtitleList.h"
 #include "app/frmTestControls.h"
 
 namespace quillmark {
@@ -72,7 +72,7 @@ void frmTestControls::NameControls() const {
 #undef QUILLMARK_NAME
 #undef QUILLMARK_NAME_ARRAY
 
-void frmTestControls::SetTabOrder(const SubtitleList& list) const {
+void frmTestControls::SetTabOrder(const ListPanel& list) const {
   QWidget::setTabOrder(Command_Recover, Command_Forget);
   QWidget::setTabOrder(Command_Forget, Command_Reopen);
   QWidget::setTabOrder(Command_Reopen, Command_LoadSup);

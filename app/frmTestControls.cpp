@@ -20,11 +20,11 @@
 #include "app/ColourSwatch.h"
 #include "app/DisplayFrame.h"
 #include "app/ImageList.h"
+#include "app/ListPanel.h"
 #include "app/PaletteSwatch.h"
 #include "app/ShownField.h"
 #include "app/StepButton.h"
 #include "app/Strip.h"
-#include "app/SubtitleList.h"
 #include "app/WindowBody.h"
 
 namespace quillmark {
@@ -89,7 +89,7 @@ QHBoxLayout* Pair(QWidget* first, QWidget* second) {
 
 }  // namespace
 
-void frmTestControls::Build(QMainWindow* window, SubtitleList* list) {
+void frmTestControls::Build(QMainWindow* window, ListPanel* list) {
   InstallAccessibility();
   Picture1 = new DisplayFrame(window);
   Picture1->setAccessibleName(QStringLiteral("Subtitle picture"));

@@ -18,9 +18,9 @@ namespace quillmark {
 class ColourSwatch;
 class DisplayFrame;
 class ImageList;
+class ListPanel;
 class PaletteSwatch;
 class Strip;
-class SubtitleList;
 class WindowBody;
 
 /// The main window's controls. Each one's objectName is its name here; element i of an array is "Name_i".
@@ -76,7 +76,7 @@ struct frmTestControls {
   WindowBody* Body = nullptr;
 
   /// Creates all controls inside `window` and lays them out, `list` among them; connects no commands.
-  void Build(QMainWindow* window, SubtitleList* list);
+  void Build(QMainWindow* window, ListPanel* list);
 
   /// The four colour lists by pixel code.
   [[nodiscard]] std::array<QComboBox*, 4> ColourLists() const {
@@ -94,7 +94,7 @@ struct frmTestControls {
   /// What an assistive tool hears of the picture, after the fields of the subtitle shown.
   void DescribePicture() const;
   void NameControls() const;
-  void SetTabOrder(const SubtitleList& list) const;
+  void SetTabOrder(const ListPanel& list) const;
 };
 
 }  // namespace quillmark

@@ -99,19 +99,25 @@ void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, const SpuContro
 void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
   const SpuControl& primary = subtitle.Description.Control;
   const SpuControl& secondary = subtitle.Over->Control;
+  const MergeSettings settings = document_->SettingsOfMerge();
+  const SpuControl codesOfResult = WithMergedCodes(primary, settings);
+  const MergedCodes& codes = document_->CodesOfMerge();
+  const bool isSaved = subtitle.IsNew && !picturePath_.isEmpty();
+  const bool isUsual = codes == MergedCodes();
   DrawFrameBackground();
-  if (subtitle.IsNew && !picturePath_.isEmpty()) {
+  if (isSaved || !isUsual) {
     MergedPicture composed;
-    composed.Compose({.PrimaryUnit = subtitle.Unit,
-                      .Primary = primary,
-                      .SecondaryUnit = subtitle.Over->Unit,
-                      .Secondary = secondary,
-                      .YOffset = document_->YOffset(),
-                      .Colours = document_->Colours(),
-                      .FrameHeight = document_->FrameLines()});
+    composed.Compose(MakeMergedInput({.Bytes = subtitle.Unit, .Control = primary},
+                                     {.Bytes = subtitle.Over->Unit, .Control = secondary}, codesOfResult,
+                                     settings));
     cBitmap picture(&gdip_);
     composed.CopyTo(picture);
-    SavePicture(picture);
+    if (isSaved) {
+      SavePicture(picture);
+    }
+    if (!isUsual) {
+      Picture1->Picture().Draw(picture, 0, 0, &gdip_);
+    }
   }
   const auto draw = [&](std::span<const std::uint8_t> unit, const SpuControl& control, int moved) {
     cBitmap picture(&gdip_);
@@ -120,10 +126,12 @@ void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
       Picture1->Picture().Draw(picture, control.X1, control.Y1 + moved, &gdip_);
     }
   };
-  draw(subtitle.Unit, primary, 0);
-  draw(subtitle.Over->Unit, secondary, document_->YOffset());
-  inspector_->Show(subtitle.Unit, primary, document_->Choice());
-  inspector_->ShowOver(subtitle.Over->Unit, secondary, document_->YOffset());
+  if (isUsual) {
+    draw(subtitle.Unit, primary, 0);
+    draw(subtitle.Over->Unit, secondary, document_->YOffset());
+  }
+  inspector_->Show(subtitle.Unit, primary, ChoiceOf(codesOfResult));
+  inspector_->ShowOver(subtitle.Over->Unit, secondary, document_->YOffset(), codes.OfSecondary);
   Picture1->Refresh();
 }
 

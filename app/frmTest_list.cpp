@@ -7,7 +7,9 @@
 #include "app/CountText.h"
 #include "app/Dialogs.h"
 #include "app/Document.h"
+#include "app/ListPanel.h"
 #include "app/ProblemFinder.h"
+#include "app/ReviewPanel.h"
 #include "app/StatusLine.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
@@ -19,7 +21,7 @@ namespace quillmark {
 void frmTest::ConnectList() {
   Action_List->setCheckable(true);
   Action_List->setChecked(true);
-  connect(Action_List, &QAction::toggled, this, &frmTest::Action_List_Toggled);
+  connect(Action_List, &QAction::toggled, this, &frmTest::UpdateReview);
   connect(list_, &SubtitleList::Chosen, this, &frmTest::List_Subtitles_Chosen);
   connect(list_, &SubtitleList::SelectionChanged, this, &frmTest::UpdateList);
   connect(list_, &SubtitleList::ProblemsCounted, this, &frmTest::ShowProblemCount);
@@ -29,18 +31,13 @@ void frmTest::ConnectList() {
 
 void frmTest::UpdateList() {
   const EnabledCommands enabled = document_->Enabled();
-  list_->setEnabled(!document_->IsBusy());
-  const bool hasSelection = list_->HasSelection();
-  Action_SetSelected->setEnabled(enabled.Change && hasSelection);
-  Action_Copy->setEnabled(enabled.List && hasSelection);
+  listPanel_->setEnabled(!document_->IsBusy());
+  Action_SetSelected->setEnabled(enabled.Change && list_->HasSelection());
+  Action_Copy->setEnabled(enabled.List && (ShowsReview() ? review_->HasSelection() : list_->HasSelection()));
   for (QAction* action : {Action_NextProblem, Action_PrevProblem}) {
     action->setEnabled(enabled.List);
   }
   Body->Fold(document_->IsMerging());
-}
-
-void frmTest::Action_List_Toggled(bool shown) {
-  Body->ShowList(shown);
 }
 
 void frmTest::List_Subtitles_Chosen(std::int64_t number) {
@@ -62,17 +59,17 @@ void frmTest::Command_SetSelected_Click() {
 }
 
 void frmTest::Command_Copy_Click() {
-  if (auto copied = list_->Copied()) {
+  if (auto copied = ShowsReview() ? review_->Copied() : list_->Copied()) {
     QApplication::clipboard()->setMimeData(copied.release());
   }
 }
 
 void frmTest::Command_NextProblem_Click() {
-  TellProblem(list_->GoToProblem(true));
+  TellProblem(ShowsReview() ? review_->GoToProblem(true) : list_->GoToProblem(true));
 }
 
 void frmTest::Command_PrevProblem_Click() {
-  TellProblem(list_->GoToProblem(false));
+  TellProblem(ShowsReview() ? review_->GoToProblem(false) : list_->GoToProblem(false));
 }
 
 void frmTest::TellProblem(const QString& sentence) {

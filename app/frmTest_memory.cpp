@@ -21,6 +21,7 @@ constexpr QLatin1String ColumnsPart("columns");
 constexpr QLatin1String ProblemsPart("problems");
 constexpr QLatin1String ListPart("list");
 constexpr QLatin1String ListShownPart("list_shown");
+constexpr QLatin1String ReviewShownPart("review_shown");
 
 /// The key of the folder where files of that kind were chosen last.
 QString FolderKind(const QString& path) {
@@ -73,8 +74,11 @@ void frmTest::RestoreArrangement() {
                  memory_.Arrangement(ProblemsPart).toByteArray());
   Body->RestoreSplitter(memory_.Arrangement(ListPart).toByteArray());
   RestoreView();
-  Action_List->setChecked(memory_.Arrangement(ListShownPart).toBool() ||
-                          memory_.Arrangement(ListShownPart).isNull());
+  const auto isShown = [this](const QString& part) {
+    return memory_.Arrangement(part).toBool() || memory_.Arrangement(part).isNull();
+  };
+  Action_List->setChecked(isShown(ListShownPart));
+  Action_MergeReview->setChecked(isShown(ReviewShownPart));
 }
 
 void frmTest::KeepArrangement() {
@@ -83,6 +87,7 @@ void frmTest::KeepArrangement() {
   memory_.SetArrangement(ListPart, Body->SplitterState());
   KeepView();
   memory_.SetArrangement(ListShownPart, Action_List->isChecked());
+  memory_.SetArrangement(ReviewShownPart, Action_MergeReview->isChecked());
 }
 
 void frmTest::closeEvent(QCloseEvent* event) {

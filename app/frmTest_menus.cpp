@@ -112,7 +112,8 @@ void frmTest::BuildMenus() {
        Action_Sort, nullptr, Action_Fix, Action_Salvage, nullptr, Action_SaveRecipe, Action_RunRecipe,
        nullptr, Action_Compare});
   add("Menu_Merge", QStringLiteral("&Merge"),
-      {Action_LoadSecond, Action_Offset, Action_SaveSecond, nullptr, Action_LeaveMerge});
+      {Action_LoadSecond, Action_Offset, Action_SuggestOffset, Action_MergeReview, Action_SaveSecond, nullptr,
+       Action_LeaveMerge});
   add("Menu_Help", QStringLiteral("&Help"),
       {Action_Report, Action_Keys, nullptr, Action_About, Action_AboutQt});
   Pair(this, {{Action_720x480, Option_720x480}, {Action_720x576, Option_720x576}});

@@ -200,10 +200,7 @@ void frmTest::SaveMerged(const QString& path) {
     }
   };
   const MergeReport merged = MergeStreams(document_->Primary(), document_->Secondary(),
-                                          {.Palette = document_->Palette(),
-                                           .YOffset = document_->YOffset(),
-                                           .FrameHeight = document_->FrameLines()},
-                                          *file, {.Next = next, .Done = done});
+                                          document_->SettingsOfMerge(), *file, {.Next = next, .Done = done});
   exporter.Flush();
   const auto ended = file->Commit();
   setWindowTitle(caption);

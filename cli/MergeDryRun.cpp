@@ -30,12 +30,6 @@ Json NumberOrNull(bool isShown, std::size_t index) {
 
 constexpr std::int64_t TicksPerMs = TicksPerSecond / 1000;
 
-/// How long both are shown together, to the nearest millisecond.
-std::int64_t OverlapMs(const MergedPair& pair) {
-  const std::int64_t ticks = std::max<std::int64_t>(pair.OverlapTicks, 0);
-  return ticks / TicksPerMs + (ticks % TicksPerMs >= TicksPerMs / 2 ? 1 : 0);
-}
-
 std::int64_t EndTicks(const MergedPair& pair) {
   return Sum(pair.StartTicks, pair.Delay * TicksPerDelayUnit)
       .value_or(std::numeric_limits<std::int64_t>::max());
@@ -58,7 +52,7 @@ Json MergedPairObject(const MergedPair& pair) {
           {"secondary", NumberOrNull(pair.HasSecondary, pair.Secondary)},
           {"start_ticks", pair.StartTicks},
           {"end_ticks", pair.HasUnit() ? Json(EndTicks(pair)) : Json()},
-          {"overlap_ms", OverlapMs(pair)},
+          {"overlap_ms", pair.OverlapMs()},
           {"overlap_ticks", std::max<std::int64_t>(pair.OverlapTicks, 0)},
           {"covered_pixels", counts.Covered},
           {"clipped_pixels", pair.ClippedPixels()},
@@ -115,7 +109,7 @@ std::string ShownText(const MergedPair& pair) {
   const std::string secondary = pair.HasSecondary ? std::to_string(NumberOf(pair.Secondary)) : "-";
   const bool isAlone = !pair.HasPrimary || !pair.HasSecondary;
   return primary + " + " + secondary + ": " +
-         (isAlone ? "alone" : std::to_string(OverlapMs(pair)) + " ms together");
+         (isAlone ? "alone" : std::to_string(pair.OverlapMs()) + " ms together");
 }
 
 /// "3 + 7: 1960 ms together, 2345 bytes; ... [covered]".

@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "base/AsciiCase.h"
 #include "sup/PlayerCheck.h"
 #include "sup/SupFormat.h"
 
@@ -208,6 +209,23 @@ std::string MergeProblemMessage(const MergeProblem& problem) {
              std::to_string(numbers[1]) + " of 255, that of code " + std::to_string(numbers[2]);
   }
   return "";
+}
+
+std::uint32_t MergeProblemKindsWithWords(std::string_view words) {
+  const std::string wanted = LowerAscii(words);
+  std::uint32_t kinds = 0;
+  for (std::size_t i = 0; i < MergeProblemKinds; ++i) {
+    const auto kind = static_cast<Kind>(i);
+    for (const std::string& text :
+         {std::string(MergeProblemName(kind)), std::string(MergeProblemPhrase(kind)),
+          MergeProblemMessage({.Kind = kind, .Numbers = {1, 1, 1}}),
+          MergeProblemMessage({.Kind = kind, .Numbers = {2, 2, 2}})}) {
+      if (LowerAscii(text).find(wanted) != std::string::npos) {
+        kinds |= std::uint32_t{1} << i;
+      }
+    }
+  }
+  return kinds;
 }
 
 void MergeReviewSummary::Add(const MergedPair& pair) {

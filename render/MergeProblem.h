@@ -50,6 +50,8 @@ struct MergeProblem {
 /// A few words for the kind: "nothing shown at the same time".
 [[nodiscard]] std::string_view MergeProblemPhrase(MergeProblemKind kind);
 [[nodiscard]] ProblemSeverity SeverityOf(MergeProblemKind kind);
+/// As bits 1 << kind: those whose phrase or message has the words, in whatever case.
+[[nodiscard]] std::uint32_t MergeProblemKindsWithWords(std::string_view words);
 /// All that is to say: "12 pixels of the second picture cover the first one".
 [[nodiscard]] std::string MergeProblemMessage(const MergeProblem& problem);
 

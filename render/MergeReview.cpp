@@ -5,6 +5,7 @@
 
 #include "sup/PacketCheck.h"
 #include "sup/SupFormat.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -45,6 +46,12 @@ std::optional<StreamProblemCode> DamageOf(const SupStream& stream, std::size_t i
 }
 
 }  // namespace
+
+std::int64_t MergedPair::OverlapMs() const {
+  constexpr std::int64_t TicksPerMs = TicksPerSecond / 1000;
+  const std::int64_t ticks = std::max<std::int64_t>(OverlapTicks, 0);
+  return ticks / TicksPerMs + (ticks % TicksPerMs >= TicksPerMs / 2 ? 1 : 0);
+}
 
 MergeReviewer::MergeReviewer(const SupStream& primary, const SupStream& secondary,
                              const MergeSettings& settings)

@@ -44,6 +44,9 @@ struct MergedPair {
     return Counts.Primary.Total() + Counts.Secondary.Total();
   }
 
+  /// OverlapTicks to the nearest millisecond, 0 where they are not shown together.
+  [[nodiscard]] std::int64_t OverlapMs() const;
+
   bool operator==(const MergedPair&) const = default;
 };
 

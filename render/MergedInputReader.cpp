@@ -22,6 +22,18 @@ SpuControl WithMergedCodes(SpuControl primary, const MergeSettings& settings) {
   return primary;
 }
 
+MergedInput MakeMergedInput(const UnitWithControl& primary, const UnitWithControl& secondary,
+                            const SpuControl& codes, const MergeSettings& settings) {
+  return {.PrimaryUnit = primary.Bytes,
+          .Primary = primary.Control,
+          .SecondaryUnit = secondary.Bytes,
+          .Secondary = secondary.Control,
+          .YOffset = settings.YOffset,
+          .Colours = MakeCodeColours(settings.Palette, codes),
+          .SecondaryCodes = settings.SecondaryCodes,
+          .FrameHeight = settings.FrameHeight};
+}
+
 MergedInputReader::MergedInputReader(const SupStream& primary, const SupStream& secondary,
                                      const MergeSettings& settings)
     : primary_(primary), secondary_(secondary), settings_(settings) {
@@ -67,14 +79,8 @@ MergeOutcome MergedInputReader::Read(std::size_t index) {
   if (HasSecondary() && !secondaryControl_.IsValid()) {
     return MergeOutcome::InvalidSecondary;
   }
-  input_ = {.PrimaryUnit = primary.Bytes,
-            .Primary = primaryControl_,
-            .SecondaryUnit = secondary.Bytes,
-            .Secondary = secondaryControl_,
-            .YOffset = settings_.YOffset,
-            .Colours = MakeCodeColours(settings_.Palette, codes_),
-            .SecondaryCodes = settings_.SecondaryCodes,
-            .FrameHeight = settings_.FrameHeight};
+  input_ = MakeMergedInput({.Bytes = primary.Bytes, .Control = primaryControl_},
+                           {.Bytes = secondary.Bytes, .Control = secondaryControl_}, codes_, settings_);
   return MergeOutcome::Encoded;
 }
 

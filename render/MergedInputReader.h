@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "palette/Colour.h"
@@ -37,10 +38,22 @@ struct MergeSettings {
   ChosenNibbles Contrasts = {};
   MergeMode Mode = MergeMode::Pairs;
   std::int64_t JoinTicks = 0;  ///< split: gaps of less, in 90 kHz ticks, are closed; 0 to MaxJoin
+
+  bool operator==(const MergeSettings&) const = default;
 };
 
 /// The primary's control data with the palette entries and opacities that its merged unit gets.
 [[nodiscard]] SpuControl WithMergedCodes(SpuControl primary, const MergeSettings& settings);
+
+/// A whole unit, from its size field on, and what it says.
+struct UnitWithControl {
+  std::span<const std::uint8_t> Bytes;
+  const SpuControl& Control;
+};
+
+/// The two as the settings lay them over each other, in the palette entries and opacities of `codes`.
+[[nodiscard]] MergedInput MakeMergedInput(const UnitWithControl& primary, const UnitWithControl& secondary,
+                                          const SpuControl& codes, const MergeSettings& settings);
 
 /// What came of a packet of the merged stream.
 enum class MergeOutcome : std::uint8_t {

@@ -50,6 +50,13 @@ class ListTest : public MergeTest {
   [[nodiscard]] QString Count() const { return Control<QLabel>("Label_Count").text(); }
   [[nodiscard]] QString ProblemCount() const { return Control<QLabel>("Status_Problems").text(); }
 
+  /// Merges, and goes from the review back to the list.
+  void MergeInTheList(const Bytes& secondary) {
+    Merge(secondary);
+    Action("MergeReview").trigger();
+    QCoreApplication::processEvents();
+  }
+
   /// To the list, as the keyboard does.
   void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
     Window.activateWindow();

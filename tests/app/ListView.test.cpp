@@ -43,7 +43,7 @@ TEST_F(ListTest, PicturesChangeWithEdits) {
 
 TEST_F(ListTest, MergedRowShowsBothPicturesAndTheSecondNumber) {
   LoadStream(PrimaryStream({{0, 100}, {200, 100}, {400, 100}}));
-  Merge(SecondaryStream({0, 190, 400, 600}));
+  MergeInTheList(SecondaryStream({0, 190, 400, 600}));
   EXPECT_EQ(Cell(1, column::Number), "2 + 2");
   EXPECT_EQ(Cell(2, column::Number), "3 + 3");
   // The primary's two lines, four of the empty ones, the secondary's two.
@@ -69,7 +69,7 @@ TEST_F(ListTest, PaletteGivesItsPlaceToTheListWhileMerging) {
   QCoreApplication::processEvents();
   const int before = List().height();
   ASSERT_TRUE(Control<QWidget>("Label1_0").isVisible());
-  Merge(SecondaryStream({0}));
+  MergeInTheList(SecondaryStream({0}));
   EXPECT_FALSE(Control<QWidget>("Label1_0").isVisible());
   QCoreApplication::processEvents();
   EXPECT_GT(List().height(), before + 60);
@@ -85,7 +85,7 @@ TEST_F(ListTest, PaletteGivesItsPlaceToTheListWhileMerging) {
 
 TEST_F(ListTest, RowIsAJumpWhileMerging) {
   LoadStream(PrimaryStream({{0, 100}, {200, 100}, {400, 100}}));
-  Merge(SecondaryStream({0, 200, 400}));
+  MergeInTheList(SecondaryStream({0, 200, 400}));
   ClickRow(3);
   EXPECT_EQ(TextOf("Text_SubNum"), "3");
   EXPECT_EQ(ShownSecondaries(), std::vector<int>({2}));
@@ -93,7 +93,8 @@ TEST_F(ListTest, RowIsAJumpWhileMerging) {
 
 TEST_F(ListTest, RowWithAnInvalidSecondaryFailsAsGoToDoes) {
   LoadStream(PrimaryStream({{0, 100}, {200, 100}}));
-  Merge(Join({FourCodes(PacketBuilder().Time(0)), PacketBuilder().Time(200'000).WithoutColour().Build()}));
+  MergeInTheList(
+      Join({FourCodes(PacketBuilder().Time(0)), PacketBuilder().Time(200'000).WithoutColour().Build()}));
   EXPECT_TRUE(Shows(1, column::Picture, TextColour));  // the primary alone
   Dialogs.ExpectMessage("Error converting subtitle!");
   ClickRow(2);

@@ -63,7 +63,8 @@ TEST_F(Menus, HoldTheCommands) {
   EXPECT_EQ(EntriesOf("DisplayMode"), (Names{"ModeOff", "Wide", "Letterbox", "PanAndScan"}));
   EXPECT_EQ(EntriesOf("Guides"), (Names{"SafeAreas", "SubtitleArea", "Rulers"}));
   EXPECT_EQ(EntriesOf("Aspect"), (Names{"Square", "4x3", "16x9"}));
-  EXPECT_EQ(EntriesOf("Merge"), (Names{"LoadSecond", "Offset", "SaveSecond", "LeaveMerge"}));
+  EXPECT_EQ(EntriesOf("Merge"),
+            (Names{"LoadSecond", "Offset", "SuggestOffset", "MergeReview", "SaveSecond", "LeaveMerge"}));
   EXPECT_EQ(EntriesOf("Help"), (Names{"Report", "Keys", "About", "AboutQt"}));
   EXPECT_EQ(EntriesOf("File"), (Names{"LoadSup", "Import", "Menu_Recent", "Reopen", "SaveSup", "Export",
                                       "LoadPalette", "SavePalette", "ProgramChains", "Quit"}));

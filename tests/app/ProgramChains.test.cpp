@@ -14,7 +14,7 @@
 namespace quillmark::test {
 namespace {
 
-const QColor Red(ShownRed[0], ShownRed[1], ShownRed[2]);
+const QColor RedOfChain(ShownRed[0], ShownRed[1], ShownRed[2]);
 
 class ProgramChains : public WindowTest {
  protected:
@@ -71,28 +71,28 @@ TEST_F(ProgramChains, EveryChainHasARowWithItsPalette) {
     EXPECT_EQ(Text(dialog, 0, 1), "title 1");
     EXPECT_EQ(Text(dialog, 1, 1), "title 2");
     EXPECT_EQ(Text(dialog, 2, 1), "title 3, no picture");
-    EXPECT_FALSE(Holds(Picture(dialog, 0, 4), Red));
-    EXPECT_TRUE(Holds(Picture(dialog, 1, 4), Red));
+    EXPECT_FALSE(Holds(Picture(dialog, 0, 4), RedOfChain));
+    EXPECT_TRUE(Holds(Picture(dialog, 1, 4), RedOfChain));
     dialog.reject();
   });
 }
 
 TEST_F(ProgramChains, SubtitleShownIsDrawnInEachPalette) {
   Open([](QDialog& dialog) {
-    EXPECT_FALSE(Holds(Picture(dialog, 0, 5), Red));
-    EXPECT_TRUE(Holds(Picture(dialog, 1, 5), Red));
+    EXPECT_FALSE(Holds(Picture(dialog, 0, 5), RedOfChain));
+    EXPECT_TRUE(Holds(Picture(dialog, 1, 5), RedOfChain));
     const auto& frame = *static_cast<SubtitleFrame*>(dialog.findChild<QWidget*>("Picture_Chain"));
-    EXPECT_FALSE(Holds(frame.Picture(), Red));
+    EXPECT_FALSE(Holds(frame.Picture(), RedOfChain));
     QTest::keyClick(&List(dialog), Qt::Key_Down);
-    EXPECT_TRUE(Holds(frame.Picture(), Red));
+    EXPECT_TRUE(Holds(frame.Picture(), RedOfChain));
     dialog.reject();
   });
 }
 
 TEST_F(ProgramChains, ChosenPaletteIsSetAndShown) {
   Open(TakeSecond);
-  EXPECT_EQ(SwatchColour(1), Red);
-  EXPECT_EQ(FrameColour(102, 400), Red);
+  EXPECT_EQ(SwatchColour(1), RedOfChain);
+  EXPECT_EQ(FrameColour(102, 400), RedOfChain);
 }
 
 TEST_F(ProgramChains, ChoiceIsOneStepOfTheHistory) {

@@ -1,0 +1,223 @@
+// What the review's panel consists of.
+
+#include <initializer_list>
+
+#include <QAction>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "app/MergedCodesForm.h"
+#include "app/PairDelegate.h"
+#include "app/PairModel.h"
+#include "app/ReviewPanel.h"
+#include "app/ShownField.h"
+#include "app/SubtitleDelegate.h"
+#include "app/SubtitleTable.h"
+
+namespace quillmark {
+namespace {
+
+/// How far the slider goes up and down; the box next to it takes every offset.
+constexpr int MostSlid = 576;
+constexpr int SliderPage = 16;
+constexpr int LeastPairRows = 3;
+constexpr int UsualPairRows = 8;
+constexpr int UsualMessageLines = 2;
+constexpr int PairKindLetters = 14;
+
+QLineEdit* MakeLine(const QString& name, const QString& inWords, QWidget* parent) {
+  auto* line = new ShownField({}, parent);
+  line->setObjectName(name);
+  line->setAccessibleName(inWords);
+  return line;
+}
+
+int HeightOfMessages(const QPlainTextEdit& text, int lines) {
+  return lines * text.fontMetrics().lineSpacing() +
+         2 * (text.frameWidth() + static_cast<int>(text.document()->documentMargin()));
+}
+
+QHBoxLayout* MakeRow(QWidget* parent) {
+  auto* row = new QHBoxLayout(parent);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(parent->fontMetrics().height() / 3);
+  return row;
+}
+
+}  // namespace
+
+void ReviewPanel::Build() {
+  head_ = MakeLine(QStringLiteral("Text_Review"), QStringLiteral("Merge"), this);
+  leftOut_ = MakeLine(QStringLiteral("Text_LeftOut"), QStringLiteral("Left out"), this);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(fontMetrics().height() / 3);
+  column->addWidget(head_);
+  column->addWidget(leftOut_);
+  column->addWidget(BuildOffset());
+  codes_ = new MergedCodesForm(document_, this);
+  codes_->hide();
+  column->addWidget(codes_);
+  column->addWidget(BuildNarrowing());
+  column->addWidget(BuildTable(), 1);
+  BuildSorting();
+}
+
+QWidget* ReviewPanel::BuildOffset() {
+  auto* line = new QWidget(this);
+  offset_ = new QSpinBox(line);
+  offset_->setObjectName(QStringLiteral("Spin_YOffset"));
+  offset_->setAccessibleName(QStringLiteral("Offset of the second stream in lines"));
+  offset_->setToolTip(
+      QStringLiteral("Lines that the second stream's subtitles are moved down; less than 0: up"));
+  offset_->setRange(MinYOffset, MaxYOffset);
+  slider_ = new QSlider(Qt::Horizontal, line);
+  slider_->setObjectName(QStringLiteral("Slider_YOffset"));
+  slider_->setAccessibleName(offset_->accessibleName());
+  slider_->setToolTip(QStringLiteral("Move the second stream's subtitles up and down"));
+  slider_->setRange(-MostSlid, MostSlid);
+  slider_->setPageStep(SliderPage);
+  suggest_ = new QPushButton(QStringLiteral("Su&ggest"), line);
+  suggest_->setObjectName(QStringLiteral("Command_SuggestOffset"));
+  suggest_->setToolTip(QStringLiteral(
+      "Find the offset at which the fewest pixels of the whole merge are covered or clipped, and take it"));
+  suggest_->setAutoDefault(true);  // Return presses it, as Space does
+  showsCodes_ = new QToolButton(line);
+  showsCodes_->setObjectName(QStringLiteral("Check_MergedCodes"));
+  showsCodes_->setText(QStringLiteral("Codes"));
+  showsCodes_->setToolTip(
+      QStringLiteral("Give the second stream's pixel codes others, and the result its own colours"));
+  showsCodes_->setAccessibleName(QStringLiteral("Codes and colours of the result"));
+  showsCodes_->setCheckable(true);
+  showsCodes_->setFocusPolicy(Qt::StrongFocus);
+  showsCodes_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  showsCodes_->setArrowType(Qt::RightArrow);
+  for (QWidget* control : std::initializer_list<QWidget*>{offset_, slider_}) {
+    control->setFocusPolicy(Qt::StrongFocus);
+    control->installEventFilter(this);
+  }
+  auto* label = new QLabel(QStringLiteral("Offset"), line);
+  label->setBuddy(offset_);
+  QHBoxLayout* row = MakeRow(line);
+  row->addWidget(label);
+  row->addWidget(offset_);
+  row->addWidget(slider_, 1);
+  row->addWidget(suggest_);
+  row->addWidget(showsCodes_);
+  return line;
+}
+
+QWidget* ReviewPanel::BuildNarrowing() {
+  auto* line = new QWidget(this);
+  text_ = new QLineEdit(line);
+  text_->setObjectName(QStringLiteral("Text_FilterPairs"));
+  text_->setAccessibleName(QStringLiteral("Filter of the review"));
+  text_->setPlaceholderText(QStringLiteral("Filter: 12, 100-200, 1:02, words"));
+  text_->setToolTip(
+      QStringLiteral("Show the first stream's subtitles of these numbers (12, 100-200), the one shown at a "
+                     "time (1:02), or those with a problem in these words"));
+  text_->setClearButtonEnabled(true);
+  kind_ = new QComboBox(line);
+  kind_->setObjectName(QStringLiteral("Combo_FilterPairs"));
+  kind_->setAccessibleName(QStringLiteral("Kind of problem"));
+  kind_->setToolTip(QStringLiteral("Show what has this problem alone"));
+  kind_->addItem(QStringLiteral("All"));
+  kind_->addItem(QStringLiteral("With problems"));
+  for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
+    const std::string_view phrase = MergeProblemPhrase(static_cast<MergeProblemKind>(kind));
+    QString text = QString::fromUtf8(phrase.data(), static_cast<qsizetype>(phrase.size()));
+    text[0] = text[0].toUpper();
+    kind_->addItem(text);
+  }
+  kind_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  kind_->setMinimumContentsLength(PairKindLetters);
+  count_ = new QLabel(line);
+  count_->setObjectName(QStringLiteral("Label_CountPairs"));
+  QHBoxLayout* row = MakeRow(line);
+  row->addWidget(text_, 1);
+  row->addWidget(kind_);
+  row->addWidget(count_);
+  return line;
+}
+
+QWidget* ReviewPanel::BuildTable() {
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setObjectName(QStringLiteral("Splitter_Pairs"));
+  table_ = new SubtitleTable(splitter);
+  table_->setObjectName(QStringLiteral("List_Pairs"));
+  table_->setAccessibleName(QStringLiteral("Merged subtitles"));
+  table_->setModel(model_);
+  table_->setItemDelegate(new PairDelegate(*model_, pictures_, table_));
+  const QFontMetrics font = fontMetrics();
+  const auto setWidth = [&](int column, const char* widest) {
+    table_->setColumnWidth(column, font.horizontalAdvance(QLatin1String(widest)));
+  };
+  setWidth(PairModel::Primary, "00000 000");
+  setWidth(PairModel::Secondary, "0000000");
+  table_->setColumnWidth(PairModel::Picture, 5 * SubtitleDelegate::RowHeight);
+  setWidth(PairModel::Together, "0000000");
+  setWidth(PairModel::Problems, "00000 pixels of the second picture cover");
+  setWidth(PairModel::Covered, "Covered 00");
+  setWidth(PairModel::Clipped, "Clipped 00");
+  setWidth(PairModel::Recoloured, "Recoloured 00");
+  setWidth(PairModel::Bytes, "00000000");
+  problems_ = new QPlainTextEdit(splitter);
+  problems_->setObjectName(QStringLiteral("Text_PairProblems"));
+  problems_->setAccessibleName(QStringLiteral("What there is to know of the merged subtitle"));
+  problems_->setToolTip(QStringLiteral("What there is to know of the current row"));
+  problems_->setReadOnly(true);
+  problems_->setTabChangesFocus(true);
+  problems_->setUndoRedoEnabled(false);
+  problems_->setMinimumHeight(HeightOfMessages(*problems_, 1));
+  const auto heightOfRows = [this](int rows) {
+    return table_->horizontalHeader()->sizeHint().height() + rows * SubtitleDelegate::RowHeight;
+  };
+  table_->setMinimumHeight(heightOfRows(LeastPairRows));
+  splitter->setCollapsible(0, false);
+  splitter->setStretchFactor(0, 1);
+  splitter->setSizes({heightOfRows(UsualPairRows), HeightOfMessages(*problems_, UsualMessageLines)});
+  return splitter;
+}
+
+/// By the headings, and by the context menu for who works with the keyboard.
+void ReviewPanel::BuildSorting() {
+  QHeaderView* header = table_->horizontalHeader();
+  header->setSortIndicator(PairModel::Primary, Qt::AscendingOrder);
+  header->setSortIndicatorShown(true);
+  header->setSectionsClickable(true);
+  auto* menu = new QMenu(QStringLiteral("S&ort by"), table_);
+  menu->setObjectName(QStringLiteral("Menu_SortPairs"));
+  for (int column = 0; column < PairModel::Columns; ++column) {
+    if (column == PairModel::Picture) {
+      continue;
+    }
+    QAction* action = menu->addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+    action->setObjectName(QStringLiteral("Action_SortPairs_") + QString::number(column));
+    connect(action, &QAction::triggered, header, [header, column] {
+      const bool turns =
+          header->sortIndicatorSection() == column && header->sortIndicatorOrder() == Qt::AscendingOrder;
+      header->setSortIndicator(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
+    });
+  }
+  table_->addAction(menu->menuAction());
+}
+
+QList<QWidget*> ReviewPanel::TabOrder() const {
+  QList<QWidget*> order = {head_, leftOut_, offset_, slider_, suggest_, showsCodes_};
+  order.append(codes_->TabOrder());
+  order.append({text_, kind_, table_, problems_});
+  return order;
+}
+
+}  // namespace quillmark

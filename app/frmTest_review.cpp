@@ -1,0 +1,121 @@
+#include <new>
+#include <optional>
+
+#include <QAction>
+
+#include "app/CountText.h"
+#include "app/Dialogs.h"
+#include "app/Document.h"
+#include "app/ListPanel.h"
+#include "app/ReviewPanel.h"
+#include "app/SubtitleTable.h"
+#include "app/WindowBody.h"
+#include "app/frmTest.h"
+#include "render/OffsetSearch.h"
+
+namespace quillmark {
+namespace {
+
+struct SuggestedOffset {
+  int Lines = 0;
+  OffsetCost Cost = {};
+  OffsetCost CostNow = {};  ///< at the offset that there is
+};
+
+std::optional<SuggestedOffset> FindOffset(const Document& document, const Progress& progress) {
+  OffsetSearch search(document.Primary(), document.Secondary(), document.SettingsOfMerge());
+  while (search.Step()) {
+    if (!progress(search.Looked(), search.Count())) {
+      return std::nullopt;
+    }
+  }
+  const int best = search.Best();
+  return SuggestedOffset{
+      .Lines = best, .Cost = search.CostOf(best), .CostNow = search.CostOf(document.YOffset())};
+}
+
+QString CostText(const OffsetCost& cost) {
+  return CountText(static_cast<std::int64_t>(cost.Covered)) + QStringLiteral(" pixels covered, ") +
+         CountText(static_cast<std::int64_t>(cost.Clipped)) + QStringLiteral(" clipped");
+}
+
+}  // namespace
+
+void frmTest::ConnectReview() {
+  Action_MergeReview->setCheckable(true);
+  Action_MergeReview->setChecked(true);
+  connect(Action_MergeReview, &QAction::toggled, this, [this] {
+    UpdateReview();
+    UpdateList();
+  });
+  connect(listPanel_, &ListPanel::ReviewChosen, Action_MergeReview, &QAction::setChecked);
+  connect(document_, &Document::MergeChanged, this, &frmTest::UpdateReview);
+  connect(review_, &ReviewPanel::Chosen, this, &frmTest::List_Subtitles_Chosen);
+  connect(review_, &ReviewPanel::SelectionChanged, this, &frmTest::UpdateList);
+  connect(review_, &ReviewPanel::OffsetChosen, this, &frmTest::ShowOffset);
+  connect(review_, &ReviewPanel::CodesChosen, this, &frmTest::ShowMergedCodes);
+  review_->Table().setContextMenuPolicy(Qt::ActionsContextMenu);
+  review_->Table().addActions({Action_Copy, Action_NextProblem, Action_PrevProblem});
+}
+
+void frmTest::UpdateReview() {
+  const bool hasReview = document_->HasBothStreams();
+  for (QAction* action : {Action_MergeReview, Action_SuggestOffset}) {
+    action->setEnabled(hasReview && !document_->IsBusy());
+  }
+  listPanel_->Arrange(Action_List->isChecked(), hasReview, Action_MergeReview->isChecked());
+  if (const bool shown = Action_List->isChecked() || ShowsReview(); shown == listPanel_->isHidden()) {
+    Body->ShowList(shown);
+  }
+}
+
+bool frmTest::ShowsReview() const {
+  return listPanel_->ShowsReview();
+}
+
+void frmTest::ShowOffset(std::int16_t lines) {
+  if (!IsBusy() && document_->HasBothStreams()) {
+    document_->SetYOffset(lines);
+    document_->ShowAgain();
+  }
+}
+
+void frmTest::ShowMergedCodes(const MergedCodes& codes) {
+  if (!IsBusy() && document_->HasBothStreams()) {
+    document_->SetCodesOfMerge(codes);
+    document_->ShowAgain();
+  }
+}
+
+void frmTest::Command_SuggestOffset_Click() {
+  std::optional<SuggestedOffset> found;
+  bool lacksMemory = false;
+  const Completion ended = RunLongWork(this, QStringLiteral("Looking for the best offset"), patience_,
+                                       [&](const Progress& progress) {
+                                         try {
+                                           found = FindOffset(*document_, progress);
+                                         } catch (const std::bad_alloc&) {
+                                           lacksMemory = true;
+                                         }
+                                       });
+  if (lacksMemory) {
+    ShowMessage(this, QStringLiteral("There is not enough memory to look for an offset"));
+    return;
+  }
+  if (ended == Completion::Cancelled || !found) {
+    Tell(QStringLiteral("The offset stays ") + QString::number(document_->YOffset()));
+    return;
+  }
+  const std::int16_t before = document_->YOffset();
+  const QString cost = CostText(found->Cost);
+  if (found->Lines == before) {
+    Tell(QStringLiteral("No offset is better than %1: ").arg(before) + cost);
+    return;
+  }
+  document_->SetYOffset(static_cast<std::int16_t>(found->Lines));
+  document_->ShowAgain();
+  Tell(QStringLiteral("Offset %1: ").arg(found->Lines) + cost + QStringLiteral("; at %1 ").arg(before) +
+       CostText(found->CostNow));
+}
+
+}  // namespace quillmark

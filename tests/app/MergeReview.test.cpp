@@ -1,0 +1,282 @@
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTest>
+
+#include "app/Document.h"
+#include "app/MergeFinder.h"
+#include "tests/app/ListTest.h"
+
+namespace quillmark::test {
+namespace {
+
+/// Columns of the review.
+namespace pair {
+constexpr int Primary = 0;
+constexpr int Secondary = 1;
+constexpr int Together = 3;
+constexpr int Problems = 4;
+constexpr int Bytes = 5;
+constexpr int Covered = 6;
+constexpr int Clipped = 7;
+}  // namespace pair
+
+const QColor EmphasisColour(2, 252, 2);  ///< of code 3 in FourCodes(), whose first such pixel is x + 6
+
+class MergeReviewWindow : public ListTest {
+ protected:
+  [[nodiscard]] QTableView& Pairs() const { return Control<QTableView>("List_Pairs"); }
+  [[nodiscard]] QString Told(int row, int column) const {
+    return Pairs().model()->index(row, column).data().toString();
+  }
+  /// The first stream's subtitles of all rows, in the order of the rows.
+  [[nodiscard]] std::vector<int> Rows() const {
+    std::vector<int> numbers;
+    for (int row = 0; row < Pairs().model()->rowCount(); ++row) {
+      numbers.push_back(Told(row, pair::Primary).toInt());
+    }
+    return numbers;
+  }
+  [[nodiscard]] int CurrentPair() const { return Pairs().currentIndex().row() + 1; }
+  [[nodiscard]] QString Label(const QString& name) const { return Control<QLabel>(name).text(); }
+  [[nodiscard]] std::int16_t Offset() { return Window.Content().YOffset(); }
+  [[nodiscard]] QString TextOfStatus() const { return Window.statusBar()->currentMessage(); }
+
+  /// Lets the review come to its end; it goes on between events.
+  void Review() {
+    const auto* finder = Window.findChild<MergeFinder*>();
+    QCoreApplication::processEvents();
+    while (!finder->IsFinished()) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QCoreApplication::processEvents();
+  }
+  void ReviewMerge(const Bytes& primary, const Bytes& secondary, const QString& offset = "0") {
+    LoadStream(primary);
+    Merge(secondary, offset);
+    Review();
+  }
+  void ClickPair(int row) {
+    QTest::mouseClick(Pairs().viewport(), Qt::LeftButton, {},
+                      Pairs().visualRect(Pairs().model()->index(row - 1, pair::Together)).center());
+    QCoreApplication::processEvents();
+  }
+  void ClickHeading(int column) {
+    Pairs().scrollTo(Pairs().model()->index(0, column));
+    QHeaderView* header = Pairs().horizontalHeader();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      {header->sectionViewportPosition(column) + 4, header->height() / 2});
+    QCoreApplication::processEvents();
+  }
+  void TypeOffset(const QString& lines) {
+    auto& box = Control<QSpinBox>("Spin_YOffset");
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClicks(&box, lines);
+  }
+};
+
+/// Three at (100, 100), and one at (100, 100), one at (200, 100) and one at (100, 300) over them.
+Bytes ThreeFirst() {
+  return PrimaryStream({{0, 10}, {100, 100}, {300, 100}});
+}
+Bytes ThreeSecond() {
+  return Join({FourCodes(PacketBuilder().Time(0), 100, 100),
+               FourCodes(PacketBuilder().Time(90'000), 200, 100),
+               FourCodes(PacketBuilder().Time(280'000), 100, 300)});
+}
+
+TEST_F(MergeReviewWindow, RowsTellWhatSaveMergedWouldWrite) {
+  // Those of 0, 150 and 280 are shown longest with the three; that of 90 with none longest.
+  ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
+  EXPECT_TRUE(Pairs().isVisible());
+  EXPECT_FALSE(List().isVisible());
+  EXPECT_EQ(Rows(), (std::vector{1, 2, 3}));
+  EXPECT_EQ(Told(0, pair::Secondary), "1");
+  EXPECT_EQ(Told(0, pair::Together), "111");  // 10 delay units
+  EXPECT_EQ(Told(1, pair::Secondary), "3");
+  EXPECT_EQ(Told(1, pair::Together), "556");  // 50
+  EXPECT_EQ(Told(2, pair::Secondary), "4");
+  EXPECT_EQ(Told(0, pair::Problems), "");
+  EXPECT_EQ(TextOf("Text_Review"), "second.sup, offset -100: 4 subtitles; 3 packets, none with problems");
+  EXPECT_EQ(TextOf("Text_LeftOut"), "Left out: 2 (1 subtitle that no packet shows)");
+  EXPECT_EQ(Label("Label_CountPairs"), "3 of 3");
+  const auto saved = static_cast<int>(MergedBytes().size());
+  int units = 0;
+  for (int row = 0; row < 3; ++row) {
+    units += 10 + Told(row, pair::Bytes).toInt();  // the header of a packet
+  }
+  EXPECT_EQ(units, saved);
+}
+
+TEST_F(MergeReviewWindow, OffsetMovesTheSecondaryAtOnceAndTheReviewFollows) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  EXPECT_EQ(Control<QSpinBox>("Spin_YOffset").value(), 50);
+  EXPECT_TRUE(TextIsAt(100, 150));
+  EXPECT_EQ(Told(0, pair::Covered), "");
+  TypeOffset("0");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Offset(), 0);
+  EXPECT_FALSE(TextIsAt(100, 150));
+  EXPECT_EQ(Control<QSlider>("Slider_YOffset").value(), 0);
+  EXPECT_EQ(Rows(), (std::vector{1, 2, 3})) << "what was found before stays until it is found again";
+  Review();
+  // Two pixels of each visible code in both lines.
+  EXPECT_EQ(Told(0, pair::Covered), "12");
+  EXPECT_EQ(Told(0, pair::Problems), "12 pixels of the second picture cover the first one");
+  EXPECT_EQ(Control<QPlainTextEdit>("Text_PairProblems").toPlainText(), Told(0, pair::Problems));
+  EXPECT_EQ(Told(1, pair::Covered), "");
+}
+
+TEST_F(MergeReviewWindow, MovesThatComeFasterThanThePictureAreOne) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  int changes = 0;
+  QObject::connect(&Window.Content(), &Document::MergeChanged, &Window, [&changes] { ++changes; });
+  auto& slider = Control<QSlider>("Slider_YOffset");
+  for (int lines = 1; lines <= 40; ++lines) {
+    slider.setValue(lines);
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(Offset(), 40);
+  EXPECT_TRUE(TextIsAt(100, 140));
+}
+
+TEST_F(MergeReviewWindow, SuggestionIsTakenAndTold) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Click("Command_SuggestOffset");
+  // Two lines up, or down, nothing is covered.
+  EXPECT_EQ(Offset(), -2);
+  EXPECT_EQ(Control<QSpinBox>("Spin_YOffset").value(), -2);
+  EXPECT_TRUE(TextIsAt(100, 98));
+  EXPECT_EQ(TextOfStatus(), "Offset -2: 0 pixels covered, 0 clipped; at 0 12 pixels covered, 0 clipped");
+}
+
+TEST_F(MergeReviewWindow, RowAndSubtitleGoTogether) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  EXPECT_EQ(CurrentPair(), 1);
+  ClickPair(3);
+  EXPECT_EQ(TextOf("Text_SubNum"), "3");
+  EXPECT_TRUE(TextIsAt(100, 300));
+  Click("Command_Prev");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(CurrentPair(), 2);
+  EXPECT_TRUE(TextIsAt(200, 100));
+}
+
+TEST_F(MergeReviewWindow, HeadingsSortAndTheFilterNarrows) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  ClickHeading(pair::Covered);
+  EXPECT_EQ(Rows(), (std::vector{2, 3, 1}));
+  ClickHeading(pair::Covered);
+  EXPECT_EQ(Rows(), (std::vector{1, 3, 2}));
+  auto& filter = Control<QLineEdit>("Text_FilterPairs");
+  QTest::keyClicks(&filter, "2-3");
+  EXPECT_EQ(Rows(), (std::vector{3, 2}));
+  EXPECT_EQ(Label("Label_CountPairs"), "2 of 3");
+  filter.clear();
+  QTest::keyClicks(&filter, "COVER THE FIRST");
+  EXPECT_EQ(Rows(), std::vector{1});
+  filter.clear();
+  Choose("Combo_FilterPairs", "With problems");
+  EXPECT_EQ(Rows(), std::vector{1});
+  Choose("Combo_FilterPairs", "First picture clipped");
+  EXPECT_EQ(Rows(), std::vector<int>{});
+}
+
+TEST_F(MergeReviewWindow, NextProblemIsTheReviews) {
+  // Clipped by 100 lines: the first and the second.
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "-150");
+  EXPECT_EQ(Told(1, pair::Clipped), "12");
+  EXPECT_EQ(Told(2, pair::Clipped), "");
+  Action("NextProblem").trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_TRUE(TextOfStatus().startsWith("Subtitles 2 and 2, 1111 ms together"))
+      << TextOfStatus().toStdString();
+  EXPECT_TRUE(
+      TextOfStatus().endsWith("the second picture loses 12 pixels outside the frame, in 2 rows of it"));
+  Action("NextProblem").trigger();
+  EXPECT_EQ(TextOfStatus(), "There is no further problem in the list");
+  Action("PrevProblem").trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+TEST_F(MergeReviewWindow, DamageInEitherStreamIsARowWithItsReason) {
+  LoadStream(
+      Join({PrimaryStream({{0, 10}}), PacketBuilder().Time(100'000).Delay(100).WithoutColour().Build()}));
+  Merge(Join({SecondaryStream({0}), PacketBuilder().Time(90'000).WithoutContrast().Build()}));
+  Review();
+  EXPECT_EQ(Rows(), (std::vector{1, 2}));
+  EXPECT_TRUE(Told(1, pair::Problems).contains("subtitle 2 of the first stream is damaged: "));
+  EXPECT_TRUE(Told(1, pair::Problems).contains("subtitle 2 of the second stream is damaged: "));
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  ClickPair(2);
+  Dialogs.Verify();
+  EXPECT_EQ(TextOf("Text_SubNum"), "?");
+  EXPECT_EQ(CurrentPair(), 2);
+}
+
+TEST_F(MergeReviewWindow, StandsInTheListsPlaceWhileTwoStreamsAreLoaded) {
+  LoadStream(ThreeFirst());
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_FALSE(Action("MergeReview").isEnabled());
+  EXPECT_FALSE(Control<QTabBar>("Tabs_List").isVisible());
+  Merge(ThreeSecond());
+  EXPECT_TRUE(Pairs().isVisible());
+  Action("MergeReview").trigger();
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_FALSE(Pairs().isVisible());
+  Control<QTabBar>("Tabs_List").setCurrentIndex(1);
+  EXPECT_TRUE(Action("MergeReview").isChecked());
+  EXPECT_TRUE(Pairs().isVisible());
+  Review();
+  Action("LeaveMerge").trigger();
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_FALSE(Pairs().isVisible());
+  EXPECT_EQ(Rows(), std::vector<int>{});
+}
+
+TEST_F(MergeReviewWindow, CodesOfTheResultAreShownAndSaved) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  const Bytes usual = MergedBytes();
+  Click("Check_MergedCodes");
+  Choose("Combo_SecondaryCode_1", "3");
+  EXPECT_EQ(FrameColour(102, 150), EmphasisColour);
+  EXPECT_TRUE(TextIsAt(100, 100));
+  const Bytes changed = MergedBytes();
+  EXPECT_NE(changed, usual);
+  Click("Command_DefaultCodes");
+  EXPECT_TRUE(TextIsAt(100, 150));
+  EXPECT_EQ(Chosen("Combo_SecondaryCode_1"), "1");
+  EXPECT_EQ(MergedBytes(), usual);
+  Choose("Combo_SecondaryCode_1", "3");
+  Choose("Combo_ResultColour_1", "3");
+  EXPECT_FALSE(TextIsAt(100, 100));
+  EXPECT_EQ(FrameColour(102, 100), EmphasisColour);
+  Choose("Combo_ResultOpacity_1", "0");
+  EXPECT_NE(FrameColour(102, 100), EmphasisColour);
+  Action("LeaveMerge").trigger();
+  EXPECT_TRUE(Window.Content().CodesOfMerge() == MergedCodes());
+  EXPECT_TRUE(TextIsAt(100, 100));
+}
+
+TEST_F(MergeReviewWindow, SavedCodesAreThoseOfTheReview) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  Click("Check_MergedCodes");
+  Choose("Combo_SecondaryCode_1", "3");
+  MergedBytes();
+  LoadMerged();
+  EXPECT_TRUE(Window.Content().CodesOfMerge() == MergedCodes());
+  EXPECT_TRUE(TextIsAt(100, 100));
+  EXPECT_EQ(FrameColour(102, 150), EmphasisColour);
+}
+
+}  // namespace
+}  // namespace quillmark::test
