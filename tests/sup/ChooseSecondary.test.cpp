@@ -37,22 +37,22 @@ std::optional<std::size_t> Choose(const Times& primary, const std::vector<Times>
 }
 
 /// Three that follow one another without a gap.
-const std::vector<Times> Chain = {{0, 100}, {100, 200}, {200, 300}};
+const std::vector<Times> ThreeInARow = {{0, 100}, {100, 200}, {200, 300}};
 
 TEST(ChooseSecondary, TakesTheOneThatCoversThePrimary) {
-  EXPECT_EQ(Choose({110, 190}, Chain), 1U);
+  EXPECT_EQ(Choose({110, 190}, ThreeInARow), 1U);
 }
 
 TEST(ChooseSecondary, TakesTheNextWhenItOverlapsLonger) {
-  EXPECT_EQ(Choose({190, 260}, Chain), 2U);
+  EXPECT_EQ(Choose({190, 260}, ThreeInARow), 2U);
 }
 
 TEST(ChooseSecondary, KeepsTheFirstWhenTheNextOverlapsShorter) {
-  EXPECT_EQ(Choose({140, 210}, Chain), 1U);
+  EXPECT_EQ(Choose({140, 210}, ThreeInARow), 1U);
 }
 
 TEST(ChooseSecondary, EqualOverlapsTakeTheLaterOne) {
-  EXPECT_EQ(Choose({50, 150}, Chain), 1U);
+  EXPECT_EQ(Choose({50, 150}, ThreeInARow), 1U);
 }
 
 TEST(ChooseSecondary, OnlyDirectNeighboursAreCompared) {
@@ -71,7 +71,7 @@ TEST(ChooseSecondary, NothingOverlapsTakesTheFirst) {
 }
 
 TEST(ChooseSecondary, EndAtPrimaryStartIsNoOverlap) {
-  EXPECT_EQ(Choose({100, 150}, Chain), 1U);
+  EXPECT_EQ(Choose({100, 150}, ThreeInARow), 1U);
 }
 
 TEST(ChooseSecondary, SingleOneIsTakenForEveryTime) {
@@ -100,7 +100,7 @@ TEST(ChooseSecondary, EmptySecondaryHasNone) {
 
 TEST(ChooseSecondary, UnknownPrimaryHasNone) {
   const SupStream primary = Stream({{0, 10}});
-  const SupStream secondary = Stream(Chain);
+  const SupStream secondary = Stream(ThreeInARow);
   EXPECT_EQ(ChooseSecondary(primary, static_cast<std::size_t>(-1), secondary), std::nullopt);
   EXPECT_EQ(ChooseSecondary(primary, 1, secondary), std::nullopt);
 }

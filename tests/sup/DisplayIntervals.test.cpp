@@ -26,18 +26,18 @@ using testing::SizeIs;
 
 using Displays = std::vector<OwnDisplay>;
 using Intervals = std::vector<DisplayInterval>;
-using Shown = std::optional<std::size_t>;
+using ShownIndex = std::optional<std::size_t>;
 
-constexpr Shown None = std::nullopt;
-constexpr std::int64_t Earliest = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t Latest = std::numeric_limits<std::int64_t>::max();
+constexpr ShownIndex NoneShown = std::nullopt;
+constexpr std::int64_t EarliestTime = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t LatestTime = std::numeric_limits<std::int64_t>::max();
 
 Intervals Split(const Displays& first, const Displays& second, std::int64_t join = 0) {
   return DisplayIntervals(first, second, join);
 }
 
-DisplayInterval Interval(std::int64_t start, std::int64_t end, std::uint16_t delay, Shown first,
-                         Shown second) {
+DisplayInterval Interval(std::int64_t start, std::int64_t end, std::uint16_t delay, ShownIndex first,
+                         ShownIndex second) {
   return {.Start = start, .End = end, .Delay = delay, .First = first, .Second = second};
 }
 
@@ -48,30 +48,30 @@ TEST(DisplayIntervals, NothingIsShownByNothing) {
 TEST(DisplayIntervals, OneStreamStaysAsItIs) {
   const Displays shown = {{5000, 3}, {10000, 2}};
   EXPECT_THAT(Split(shown, {}),
-              ElementsAre(Interval(5000, 8000, 3, 0, None), Interval(10000, 12000, 2, 1, None)));
+              ElementsAre(Interval(5000, 8000, 3, 0, NoneShown), Interval(10000, 12000, 2, 1, NoneShown)));
   EXPECT_THAT(Split({}, shown),
-              ElementsAre(Interval(5000, 8000, 3, None, 0), Interval(10000, 12000, 2, None, 1)));
+              ElementsAre(Interval(5000, 8000, 3, NoneShown, 0), Interval(10000, 12000, 2, NoneShown, 1)));
 }
 
 TEST(DisplayIntervals, SecondThatStartsLaterAndEndsLater) {
   EXPECT_THAT(Split({{0, 10}}, {{4000, 10}}),
-              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 10000, 6, 0, 0),
-                          Interval(10000, 14000, 4, None, 0)));
+              ElementsAre(Interval(0, 4000, 4, 0, NoneShown), Interval(4000, 10000, 6, 0, 0),
+                          Interval(10000, 14000, 4, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, SecondThatStartsEarlierAndEndsEarlier) {
   EXPECT_THAT(Split({{4000, 10}}, {{0, 10}}),
-              ElementsAre(Interval(0, 4000, 4, None, 0), Interval(4000, 10000, 6, 0, 0),
-                          Interval(10000, 14000, 4, 0, None)));
+              ElementsAre(Interval(0, 4000, 4, NoneShown, 0), Interval(4000, 10000, 6, 0, 0),
+                          Interval(10000, 14000, 4, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, OneInsideTheOther) {
   EXPECT_THAT(Split({{0, 10}}, {{3000, 2}}),
-              ElementsAre(Interval(0, 3000, 3, 0, None), Interval(3000, 5000, 2, 0, 0),
-                          Interval(5000, 10000, 5, 0, None)));
+              ElementsAre(Interval(0, 3000, 3, 0, NoneShown), Interval(3000, 5000, 2, 0, 0),
+                          Interval(5000, 10000, 5, 0, NoneShown)));
   EXPECT_THAT(Split({{3000, 2}}, {{0, 10}}),
-              ElementsAre(Interval(0, 3000, 3, None, 0), Interval(3000, 5000, 2, 0, 0),
-                          Interval(5000, 10000, 5, None, 0)));
+              ElementsAre(Interval(0, 3000, 3, NoneShown, 0), Interval(3000, 5000, 2, 0, 0),
+                          Interval(5000, 10000, 5, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, EqualTimesAreOne) {
@@ -80,73 +80,73 @@ TEST(DisplayIntervals, EqualTimesAreOne) {
 
 TEST(DisplayIntervals, EqualStartsAndEqualEnds) {
   EXPECT_THAT(Split({{0, 10}}, {{0, 4}}),
-              ElementsAre(Interval(0, 4000, 4, 0, 0), Interval(4000, 10000, 6, 0, None)));
+              ElementsAre(Interval(0, 4000, 4, 0, 0), Interval(4000, 10000, 6, 0, NoneShown)));
   EXPECT_THAT(Split({{6000, 4}}, {{0, 10}}),
-              ElementsAre(Interval(0, 6000, 6, None, 0), Interval(6000, 10000, 4, 0, 0)));
+              ElementsAre(Interval(0, 6000, 6, NoneShown, 0), Interval(6000, 10000, 4, 0, 0)));
 }
 
 TEST(DisplayIntervals, EndThatIsTheOthersStart) {
   EXPECT_THAT(Split({{0, 4}}, {{4000, 4}}),
-              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 8000, 4, None, 0)));
+              ElementsAre(Interval(0, 4000, 4, 0, NoneShown), Interval(4000, 8000, 4, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, LaterStartReplacesWhatIsStillShown) {
   EXPECT_THAT(Split({{0, 100}, {4000, 3}}, {}),
-              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(4000, 7000, 3, 1, None)));
+              ElementsAre(Interval(0, 4000, 4, 0, NoneShown), Interval(4000, 7000, 3, 1, NoneShown)));
 }
 
 TEST(DisplayIntervals, WithoutAnEndUntilTheNextStart) {
   EXPECT_THAT(Split({{0, 0}, {4000, 3}}, {{1000, 1}}),
-              ElementsAre(Interval(0, 1000, 1, 0, None), Interval(1000, 2000, 1, 0, 0),
-                          Interval(2000, 4000, 2, 0, None), Interval(4000, 7000, 3, 1, None)));
+              ElementsAre(Interval(0, 1000, 1, 0, NoneShown), Interval(1000, 2000, 1, 0, 0),
+                          Interval(2000, 4000, 2, 0, NoneShown), Interval(4000, 7000, 3, 1, NoneShown)));
 }
 
 TEST(DisplayIntervals, LastWithoutAnEndHasAThousandDelayUnits) {
-  EXPECT_THAT(Split({{500, 0}}, {}), ElementsAre(Interval(500, 1000500, 1000, 0, None)));
+  EXPECT_THAT(Split({{500, 0}}, {}), ElementsAre(Interval(500, 1000500, 1000, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, DelaysAreUnsigned) {
-  EXPECT_THAT(Split({{0, 0x8000}}, {}),
-              ElementsAre(Interval(0, 32766000, 32766, 0, None), Interval(32766000, 32768000, 2, 0, None)));
+  EXPECT_THAT(Split({{0, 0x8000}}, {}), ElementsAre(Interval(0, 32766000, 32766, 0, NoneShown),
+                                                    Interval(32766000, 32768000, 2, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, OrderIsThatOfTheTimes) {
   EXPECT_THAT(Split({{9000, 2}, {0, 0}, {4000, 1}}, {}),
-              ElementsAre(Interval(0, 4000, 4, 1, None), Interval(4000, 5000, 1, 2, None),
-                          Interval(9000, 11000, 2, 0, None)));
+              ElementsAre(Interval(0, 4000, 4, 1, NoneShown), Interval(4000, 5000, 1, 2, NoneShown),
+                          Interval(9000, 11000, 2, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, OfEqualStartsTheLastOneIsShown) {
   EXPECT_THAT(Split({{9000, 2}, {0, 5}, {0, 3}}, {}),
-              ElementsAre(Interval(0, 3000, 3, 2, None), Interval(9000, 11000, 2, 0, None)));
+              ElementsAre(Interval(0, 3000, 3, 2, NoneShown), Interval(9000, 11000, 2, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, ShorterGapsAreClosedByWhatIsBefore) {
   const Displays first = {{0, 4}};
   const Displays second = {{6000, 4}};
   EXPECT_THAT(Split(first, second, 2001),
-              ElementsAre(Interval(0, 6000, 6, 0, None), Interval(6000, 10000, 4, None, 0)));
+              ElementsAre(Interval(0, 6000, 6, 0, NoneShown), Interval(6000, 10000, 4, NoneShown, 0)));
   EXPECT_THAT(Split(first, second, 2000),
-              ElementsAre(Interval(0, 4000, 4, 0, None), Interval(6000, 10000, 4, None, 0)));
+              ElementsAre(Interval(0, 4000, 4, 0, NoneShown), Interval(6000, 10000, 4, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, JoinIsWithinAnHour) {
   const Displays apart = {{0, 4}, {MaxJoin + 4000, 4}};
-  EXPECT_EQ(Split(apart, {}, Latest), Split(apart, {}, 0));
+  EXPECT_EQ(Split(apart, {}, LatestTime), Split(apart, {}, 0));
   EXPECT_EQ(Split(apart, {}, -1), Split(apart, {}, 0));
 }
 
 TEST(DisplayIntervals, ShortOneIsGivenToTheOneBefore) {
   // For 300 ticks both are shown.
   EXPECT_THAT(Split({{0, 10}}, {{9700, 10}}),
-              ElementsAre(Interval(0, 10000, 10, 0, None), Interval(10000, 19700, 10, None, 0)));
+              ElementsAre(Interval(0, 10000, 10, 0, NoneShown), Interval(10000, 19700, 10, NoneShown, 0)));
   EXPECT_THAT(Split({{0, 10}, {9700, 10}}, {{300, 10}}),
-              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 19700, 9, 1, None)));
+              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 19700, 9, 1, NoneShown)));
 }
 
 TEST(DisplayIntervals, ShortOneWithNothingBeforeIsGivenToTheOneAfter) {
   EXPECT_THAT(Split({{300, 10}}, {{0, 20}}),
-              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 20000, 10, None, 0)));
+              ElementsAre(Interval(0, 10300, 11, 0, 0), Interval(10300, 20000, 10, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, SeveralShortOnesInARow) {
@@ -154,23 +154,24 @@ TEST(DisplayIntervals, SeveralShortOnesInARow) {
   EXPECT_THAT(Split({{0, 1}}, {{500, 1}}), ElementsAre(Interval(0, 1500, 2, 0, 0)));
   // The first three together are long enough, and the last of them is shown.
   EXPECT_THAT(Split({{0, 0}, {400, 0}, {800, 0}, {1200, 3}}, {}),
-              ElementsAre(Interval(0, 1200, 2, 2, None), Interval(1200, 4200, 3, 3, None)));
+              ElementsAre(Interval(0, 1200, 2, 2, NoneShown), Interval(1200, 4200, 3, 3, NoneShown)));
 }
 
 TEST(DisplayIntervals, NeighboursOfAShortOneThatShowTheSameAreOne) {
   EXPECT_THAT(Split({{0, 10}}, {{4000, 0}, {4200, 2}, {4800, 3}}),
-              ElementsAre(Interval(0, 4800, 5, 0, None), Interval(4800, 7800, 3, 0, 2),
-                          Interval(7800, 10000, 2, 0, None)));
+              ElementsAre(Interval(0, 4800, 5, 0, NoneShown), Interval(4800, 7800, 3, 0, 2),
+                          Interval(7800, 10000, 2, 0, NoneShown)));
   // The second stream's only one is there for 900 ticks, as two that start after it are not.
-  EXPECT_THAT(Split({{0, 10}}, {{4000, 0}, {4900, 0}, {4900, 1}, {Earliest, 1}}),
-              ElementsAre(Interval(Earliest, Earliest + 1000, 1, None, 3), Interval(0, 4900, 5, 0, None),
-                          Interval(4900, 5900, 1, 0, 2), Interval(5900, 10000, 4, 0, None)));
+  EXPECT_THAT(Split({{0, 10}}, {{4000, 0}, {4900, 0}, {4900, 1}, {EarliestTime, 1}}),
+              ElementsAre(Interval(EarliestTime, EarliestTime + 1000, 1, NoneShown, 3),
+                          Interval(0, 4900, 5, 0, NoneShown), Interval(4900, 5900, 1, 0, 2),
+                          Interval(5900, 10000, 4, 0, NoneShown)));
 }
 
 TEST(DisplayIntervals, DelayIsRoundedUpWhereOneFollowsAtOnce) {
   EXPECT_THAT(Split({{0, 10}}, {{4001, 10}}),
-              ElementsAre(Interval(0, 4001, 5, 0, None), Interval(4001, 10000, 6, 0, 0),
-                          Interval(10000, 14001, 4, None, 0)));
+              ElementsAre(Interval(0, 4001, 5, 0, NoneShown), Interval(4001, 10000, 6, 0, 0),
+                          Interval(10000, 14001, 4, NoneShown, 0)));
 }
 
 TEST(DisplayIntervals, DelayIsRoundedToNearestBeforeAGap) {
@@ -180,56 +181,58 @@ TEST(DisplayIntervals, DelayIsRoundedToNearestBeforeAGap) {
 }
 
 TEST(DisplayIntervals, WhatIsTooLongForADelayIsSeveral) {
-  EXPECT_THAT(Split({{0, 0}, {32767000, 1}}, {}),
-              ElementsAre(Interval(0, 32767000, 32767, 0, None), Interval(32767000, 32768000, 1, 1, None)));
-  EXPECT_THAT(
-      Split({{0, 0}, {70000000, 1}}, {}),
-      ElementsAre(Interval(0, 32767000, 32767, 0, None), Interval(32767000, 65534000, 32767, 0, None),
-                  Interval(65534000, 70000000, 4466, 0, None), Interval(70000000, 70001000, 1, 1, None)));
+  EXPECT_THAT(Split({{0, 0}, {32767000, 1}}, {}), ElementsAre(Interval(0, 32767000, 32767, 0, NoneShown),
+                                                              Interval(32767000, 32768000, 1, 1, NoneShown)));
+  EXPECT_THAT(Split({{0, 0}, {70000000, 1}}, {}),
+              ElementsAre(Interval(0, 32767000, 32767, 0, NoneShown),
+                          Interval(32767000, 65534000, 32767, 0, NoneShown),
+                          Interval(65534000, 70000000, 4466, 0, NoneShown),
+                          Interval(70000000, 70001000, 1, 1, NoneShown)));
 }
 
 TEST(DisplayIntervals, RestOfALongOneIsNotShort) {
   // 300 ticks more than the longest delay says.
-  EXPECT_THAT(Split({{0, 0}, {32767300, 1}}, {}),
-              ElementsAre(Interval(0, 32766000, 32766, 0, None), Interval(32766000, 32767300, 2, 0, None),
-                          Interval(32767300, 32768300, 1, 1, None)));
+  EXPECT_THAT(Split({{0, 0}, {32767300, 1}}, {}), ElementsAre(Interval(0, 32766000, 32766, 0, NoneShown),
+                                                              Interval(32766000, 32767300, 2, 0, NoneShown),
+                                                              Interval(32767300, 32768300, 1, 1, NoneShown)));
 }
 
 TEST(DisplayIntervals, WithoutAnEndForAnHourAtMost) {
-  const Intervals intervals = Split({{0, 0}, {Latest - 5000, 3}}, {});
+  const Intervals intervals = Split({{0, 0}, {LatestTime - 5000, 3}}, {});
   ASSERT_THAT(intervals, SizeIs(11));
   EXPECT_EQ(intervals[9].End, 324000000);
-  EXPECT_EQ(intervals[10], Interval(Latest - 5000, Latest - 2000, 3, 1, None));
+  EXPECT_EQ(intervals[10], Interval(LatestTime - 5000, LatestTime - 2000, 3, 1, NoneShown));
 }
 
 TEST(DisplayIntervals, WhatWouldPassTheLastTimeEndsWithIt) {
-  EXPECT_THAT(Split({{Latest - 2500, 10}}, {{Latest, 10}, {Earliest, 1}}),
-              ElementsAre(Interval(Earliest, Earliest + 1000, 1, None, 1),
-                          Interval(Latest - 2500, Latest, 3, 0, None)));
-  EXPECT_THAT(Split({{Latest - 200, 10}}, {}), ElementsAre(Interval(Latest - 200, Latest, 1, 0, None)));
+  EXPECT_THAT(Split({{LatestTime - 2500, 10}}, {{LatestTime, 10}, {EarliestTime, 1}}),
+              ElementsAre(Interval(EarliestTime, EarliestTime + 1000, 1, NoneShown, 1),
+                          Interval(LatestTime - 2500, LatestTime, 3, 0, NoneShown)));
+  EXPECT_THAT(Split({{LatestTime - 200, 10}}, {}),
+              ElementsAre(Interval(LatestTime - 200, LatestTime, 1, 0, NoneShown)));
 }
 
 /// What one stream shows at `time`, looked for among all of its displays.
-Shown ShownAt(const Displays& displays, std::int64_t time) {
-  Shown shown;
+ShownIndex ShownAt(const Displays& displays, std::int64_t time) {
+  ShownIndex shown;
   for (std::size_t i = 0; i < displays.size(); ++i) {
     if (displays[i].Start <= time && (!shown || displays[i].Start >= displays[*shown].Start)) {
       shown = i;
     }
   }
   if (!shown) {
-    return None;
+    return NoneShown;
   }
   const OwnDisplay& display = displays[*shown];
   const bool isLast =
       std::ranges::none_of(displays, [&](const OwnDisplay& other) { return other.Start > display.Start; });
   const std::int64_t delay = display.Delay != 0 ? display.Delay : isLast ? 1000 : 324000;
-  return time < display.Start + delay * 1000 ? shown : None;
+  return time < display.Start + delay * 1000 ? shown : NoneShown;
 }
 
 /// What units of these intervals show at `time`, the last one that started.
-std::pair<Shown, Shown> ShownBy(const Intervals& intervals, std::int64_t time) {
-  std::pair<Shown, Shown> shown;
+std::pair<ShownIndex, ShownIndex> ShownBy(const Intervals& intervals, std::int64_t time) {
+  std::pair<ShownIndex, ShownIndex> shown;
   for (const DisplayInterval& interval : intervals) {
     if (interval.Start <= time && time < interval.Start + interval.Delay * 1000) {
       shown = {interval.First, interval.Second};
@@ -268,7 +271,7 @@ TEST_P(RandomDisplays, EveryDelayUnitShowsWhatBothShowInTheFewestIntervals) {
   const Displays second = Random();
   const Intervals intervals = Split(first, second);
   std::size_t changes = 0;
-  std::pair<Shown, Shown> before;
+  std::pair<ShownIndex, ShownIndex> before;
   for (std::int64_t time = 0; time < 1100000; time += 1000) {
     const std::pair shown(ShownAt(first, time), ShownAt(second, time));
     changes += shown != before && (shown.first || shown.second) ? 1U : 0U;

@@ -128,10 +128,11 @@ TEST(PairSubtitles, OrdersAreKept) {
 }
 
 TEST(PairSubtitles, TimesAtBothEndsOfTheirRangeAreTaken) {
-  constexpr std::int64_t Earliest = std::numeric_limits<std::int64_t>::min();
-  constexpr std::int64_t Latest = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t EarliestStart = std::numeric_limits<std::int64_t>::min();
+  constexpr std::int64_t LatestStart = std::numeric_limits<std::int64_t>::max();
 
-  EXPECT_THAT(Pairs({{Earliest, 1}, {Latest, 2}}, {{Latest, 3}}), ElementsAre(Pair(0, None), Pair(1, 0)));
+  EXPECT_THAT(Pairs({{EarliestStart, 1}, {LatestStart, 2}}, {{LatestStart, 3}}),
+              ElementsAre(Pair(0, None), Pair(1, 0)));
 }
 
 /// Whether each stream's subtitles all occur, once and in order.
