@@ -33,57 +33,59 @@ ComparedPair One(const Bytes& first, const Bytes& second) {
   return pairs.empty() ? ComparedPair() : pairs.front();
 }
 
-PacketBuilder Sound() {
+PacketBuilder SoundPacket() {
   return PacketBuilder().Time(90000).Delay(100);
 }
 
 /// The sound packet, with other bytes in its unit after the header.
 Bytes Changed(std::initializer_list<std::pair<std::size_t, std::uint8_t>> changes) {
-  Bytes unit = Sound().UnitBytes();
+  Bytes unit = SoundPacket().UnitBytes();
   for (const auto& [index, byte] : changes) {
     unit[index] = byte;
   }
-  return Sound().Unit(unit).Build();
+  return SoundPacket().Unit(unit).Build();
 }
 
 TEST(CompareStreams, SameBytesHaveNoDifference) {
-  EXPECT_THAT(One(Sound().Build(), Sound().Build()).Differences, IsEmpty());
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Build()).Differences, IsEmpty());
 }
 
 TEST(CompareStreams, AnotherStartIsAMoveInTime) {
-  EXPECT_THAT(One(Sound().Build(), Sound().Time(93600).Build()).Differences, ElementsAre(Difference::Start));
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Time(93600).Build()).Differences,
+              ElementsAre(Difference::Start));
 }
 
 TEST(CompareStreams, AnotherDelayIsAnotherDuration) {
-  EXPECT_THAT(One(Sound().Build(), Sound().Delay(90).Build()).Differences, ElementsAre(Difference::Duration));
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Delay(90).Build()).Differences,
+              ElementsAre(Difference::Duration));
 }
 
 TEST(CompareStreams, AnAreaOfTheSameSizeElsewhereIsAMoveInPlace) {
-  const ComparedPair pair = One(Sound().Build(), Sound().Area(110, 113, 402, 403).Build());
+  const ComparedPair pair = One(SoundPacket().Build(), SoundPacket().Area(110, 113, 402, 403).Build());
 
   EXPECT_THAT(pair.Differences, ElementsAre(Difference::Place));
   EXPECT_EQ(pair.OtherPixels, 0);
 }
 
 TEST(CompareStreams, ColoursAndOpacitiesAreTold) {
-  EXPECT_THAT(One(Sound().Build(), Sound().Colour(3, 2, 1, 9).Build()).Differences,
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Colour(3, 2, 1, 9).Build()).Differences,
               ElementsAre(Difference::Colours));
-  EXPECT_THAT(One(Sound().Build(), Sound().Contrast(15, 15, 15, 1).Build()).Differences,
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Contrast(15, 15, 15, 1).Build()).Differences,
               ElementsAre(Difference::Opacities));
 }
 
 TEST(CompareStreams, AForcedStartIsTold) {
   // The start command is unit byte 12.
-  EXPECT_THAT(One(Sound().Build(), Changed({{8, 0x00}})).Differences, ElementsAre(Difference::Forced));
+  EXPECT_THAT(One(SoundPacket().Build(), Changed({{8, 0x00}})).Differences, ElementsAre(Difference::Forced));
 }
 
 TEST(CompareStreams, OtherPixelsAreCounted) {
   // The upper line is 4 of code 3 in place of 4 of code 1; then 3 of code 1 and the last one of code 2.
-  const ComparedPair line = One(Sound().Build(), Changed({{0, 0x13}}));
+  const ComparedPair line = One(SoundPacket().Build(), Changed({{0, 0x13}}));
   EXPECT_THAT(line.Differences, ElementsAre(Difference::Pixels));
   EXPECT_EQ(line.OtherPixels, 4);
 
-  const ComparedPair one = One(Sound().Build(), Changed({{0, 0xD6}}));
+  const ComparedPair one = One(SoundPacket().Build(), Changed({{0, 0xD6}}));
   EXPECT_THAT(one.Differences, ElementsAre(Difference::Pixels));
   EXPECT_EQ(one.OtherPixels, 1);
 }
@@ -91,7 +93,7 @@ TEST(CompareStreams, OtherPixelsAreCounted) {
 TEST(CompareStreams, PicturesOfOneSizeAreComparedWhereverTheyStand) {
   Bytes unit = PacketBuilder().Delay(100).Area(110, 113, 402, 403).UnitBytes();
   unit[0] = 0xD6;
-  const ComparedPair pair = One(Sound().Build(), Sound().Unit(unit).Build());
+  const ComparedPair pair = One(SoundPacket().Build(), SoundPacket().Unit(unit).Build());
 
   EXPECT_THAT(pair.Differences, ElementsAre(Difference::Place, Difference::Pixels));
   EXPECT_EQ(pair.OtherPixels, 1);
@@ -100,7 +102,7 @@ TEST(CompareStreams, PicturesOfOneSizeAreComparedWhereverTheyStand) {
 TEST(CompareStreams, PicturesOfOtherSizesAreComparedAtTheirPlaces) {
   // The frame's columns 98 to 103: 001111 and 002222 in the one. In the other, 6 pixels wide, the runs of 4
   // are followed by 0012, 4 of code 2, and by 0000, code 0 to the line's end: 111122 and 222200.
-  const ComparedPair pair = One(Sound().Build(), Sound().Area(98, 103, 400, 401).Build());
+  const ComparedPair pair = One(SoundPacket().Build(), SoundPacket().Area(98, 103, 400, 401).Build());
 
   EXPECT_THAT(pair.Differences, ElementsAre(Difference::Place, Difference::Size, Difference::Pixels));
   EXPECT_EQ(pair.OtherPixels, 8);
@@ -108,45 +110,47 @@ TEST(CompareStreams, PicturesOfOtherSizesAreComparedAtTheirPlaces) {
 
 TEST(CompareStreams, TheSamePictureOtherwiseCodedHasOtherBytesAlone) {
   // 4 x 1 as a run to the line's end, 00 01.
-  EXPECT_THAT(One(Sound().Build(), Changed({{0, 0x00}, {1, 0x01}})).Differences,
+  EXPECT_THAT(One(SoundPacket().Build(), Changed({{0, 0x00}, {1, 0x01}})).Differences,
               ElementsAre(Difference::Bytes));
 }
 
 TEST(CompareStreams, WhatOneStreamAloneHasIsMissingOrAdded) {
-  const Bytes both = Join({Sound().Build(), PacketBuilder().Time(900000).Build()});
+  const Bytes both = Join({SoundPacket().Build(), PacketBuilder().Time(900000).Build()});
 
-  const auto missing = Compared(both, Sound().Build());
+  const auto missing = Compared(both, SoundPacket().Build());
   ASSERT_EQ(missing.size(), 2U);
   EXPECT_THAT(missing[1].Differences, ElementsAre(Difference::Missing));
-  const auto added = Compared(Sound().Build(), both);
+  const auto added = Compared(SoundPacket().Build(), both);
   ASSERT_EQ(added.size(), 2U);
   EXPECT_THAT(added[1].Differences, ElementsAre(Difference::Added));
 }
 
 TEST(CompareStreams, OneThatCannotBeShownIsToldAsSuch) {
-  EXPECT_THAT(One(Sound().Build(), Sound().WithoutArea().Build()).Differences,
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().WithoutArea().Build()).Differences,
               ElementsAre(Difference::Validity));
-  EXPECT_THAT(One(Sound().WithoutArea().Build(), Sound().WithoutArea().Build()).Differences, IsEmpty());
-  EXPECT_THAT(
-      One(Sound().WithoutArea().Build(), Sound().WithoutArea().Colour(1, 1, 1, 1).Build()).Differences,
-      ElementsAre(Difference::Bytes));
+  EXPECT_THAT(One(SoundPacket().WithoutArea().Build(), SoundPacket().WithoutArea().Build()).Differences,
+              IsEmpty());
+  EXPECT_THAT(One(SoundPacket().WithoutArea().Build(), SoundPacket().WithoutArea().Colour(1, 1, 1, 1).Build())
+                  .Differences,
+              ElementsAre(Difference::Bytes));
 }
 
 TEST(CompareStreams, AUnitThatTheFileCutsShortIsComparedWithZeros) {
-  Bytes cut = Sound().Build();
+  Bytes cut = SoundPacket().Build();
   cut.pop_back();
-  Bytes withZero = Sound().Build();
+  Bytes withZero = SoundPacket().Build();
   withZero.back() = 0;
 
   EXPECT_THAT(One(cut, withZero).Differences, IsEmpty());
-  EXPECT_THAT(One(Sound().Build(), cut).Differences, ElementsAre(Difference::Bytes));
+  EXPECT_THAT(One(SoundPacket().Build(), cut).Differences, ElementsAre(Difference::Bytes));
 }
 
 TEST(CompareStreams, AHugeAreaInATinyUnitIsComparedAsFarAsItIsCoded) {
-  PacketBuilder builder = Sound().Area(0, 4095, 0, 4095);
+  PacketBuilder builder = SoundPacket().Area(0, 4095, 0, 4095);
   Bytes unit = builder.UnitBytes();
   unit[0] = 0x12;
-  const ComparedPair pair = One(Sound().Area(0, 4095, 0, 4095).Build(), Sound().Unit(unit).Build());
+  const ComparedPair pair =
+      One(SoundPacket().Area(0, 4095, 0, 4095).Build(), SoundPacket().Unit(unit).Build());
 
   // A pair of lines reads bytes of control sequences after the picture; there are no more than 38 bytes.
   EXPECT_GT(pair.OtherPixels, 0);
@@ -154,9 +158,9 @@ TEST(CompareStreams, AHugeAreaInATinyUnitIsComparedAsFarAsItIsCoded) {
 }
 
 TEST(HaveSameTrailingBytes, LooksAtWhatFollowsTheLastPacket) {
-  const Bytes packet = Sound().Build();
+  const Bytes packet = SoundPacket().Build();
 
-  EXPECT_TRUE(HaveSameTrailingBytes(StreamOf(packet), StreamOf(Sound().Time(5).Build())));
+  EXPECT_TRUE(HaveSameTrailingBytes(StreamOf(packet), StreamOf(SoundPacket().Time(5).Build())));
   EXPECT_FALSE(HaveSameTrailingBytes(StreamOf(packet), StreamOf(Join({packet, {1}}))));
   EXPECT_FALSE(HaveSameTrailingBytes(StreamOf(Join({packet, {2}})), StreamOf(Join({packet, {1}}))));
   EXPECT_TRUE(HaveSameTrailingBytes(StreamOf(Join({packet, {1}})), StreamOf(Join({packet, {1}}))));
