@@ -228,7 +228,7 @@ TEST(SplitReview, DamageIsThatOfTheSubtitleThatIsThere) {
 
 class RandomSplit : public testing::TestWithParam<unsigned> {
  protected:
-  unsigned Below(unsigned end) { return random_() % end; }
+  unsigned Below(unsigned end) { return static_cast<unsigned>(random_() % end); }
 
   /// Subtitles whose pictures differ in their places.
   Bytes RandomStream(unsigned firstRow) {

@@ -126,7 +126,8 @@ TEST_P(ToolsLibavcodec, AddedStopIsRead) {
       std::size_t Position = 0;
       void Begin(const ControlSequence& /*sequence*/) {}
       void Take(const ControlCommand& command) {
-        Position = command.Code == StopDisplay ? static_cast<std::size_t>(command.Position) : Position;
+        Position =
+            command.Code == SpuCommand::StopDisplay ? static_cast<std::size_t>(command.Position) : Position;
       }
     } stop;
     (void)WalkControl(unit, static_cast<std::uint16_t>(stream.ControlOffset[index]), stop);
