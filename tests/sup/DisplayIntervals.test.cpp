@@ -243,7 +243,7 @@ std::pair<ShownIndex, ShownIndex> ShownBy(const Intervals& intervals, std::int64
 
 class RandomDisplays : public testing::TestWithParam<unsigned> {
  protected:
-  unsigned Below(unsigned end) { return random_() % end; }
+  unsigned Below(unsigned end) { return static_cast<unsigned>(random_() % end); }
 
   Displays Random() {
     Displays displays;

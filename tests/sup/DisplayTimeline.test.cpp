@@ -40,7 +40,7 @@ DisplayTimeline Read(const std::vector<test::TimedCommands>& sequences) {
   return ReadDisplay(OnlyControl(Chain(AfterHeader, sequences)), AfterHeader);
 }
 
-std::vector<std::int64_t> Times(const DisplayTimeline& timeline) {
+std::vector<std::int64_t> EventTimes(const DisplayTimeline& timeline) {
   std::vector<std::int64_t> times;
   for (const DisplayState& state : timeline.States) {
     times.push_back(state.Time);
@@ -94,7 +94,7 @@ TEST(ReadDisplay, FadesByContrastsAndTheRestStays) {
                                          {.Delay = 100, .Commands = SetContrast(10, 9, 8, 0)},
                                          {.Delay = 104, .Commands = SetContrast(5, 4, 3, 0)},
                                          {.Delay = 108, .Commands = StopDisplay}});
-  EXPECT_THAT(Times(timeline), ElementsAre(0, 102400, 106496, 110592));
+  EXPECT_THAT(EventTimes(timeline), ElementsAre(0, 102400, 106496, 110592));
   EXPECT_THAT(timeline.States[1].Contrasts, ElementsAre(0, 8, 9, 10));
   EXPECT_THAT(timeline.States[2].Contrasts, ElementsAre(0, 3, 4, 5));
   for (const DisplayState& state : timeline.States) {
@@ -107,7 +107,7 @@ TEST(ReadDisplay, FadesByContrastsAndTheRestStays) {
 
 TEST(ReadDisplay, DelayIsUnsignedAndCountsFromThePacketsTime) {
   EXPECT_THAT(
-      Times(Read({{.Delay = 1, .Commands = StartDisplay}, {.Delay = 0xFFFF, .Commands = StopDisplay}})),
+      EventTimes(Read({{.Delay = 1, .Commands = StartDisplay}, {.Delay = 0xFFFF, .Commands = StopDisplay}})),
       ElementsAre(1024, 67107840));
 }
 
@@ -117,7 +117,7 @@ TEST(ReadDisplay, SequencesOfOneTimeAreCarriedOutInOrder) {
             {.Delay = 5, .Commands = SetColour(2, 2, 2, 2)},
             {.Delay = 5, .Commands = StopDisplay},
             {.Delay = 6, .Commands = StartDisplay}});
-  EXPECT_THAT(Times(timeline), ElementsAre(5120, 6144));
+  EXPECT_THAT(EventTimes(timeline), ElementsAre(5120, 6144));
   EXPECT_THAT(Shown(timeline), ElementsAre(DisplayedAs::Nothing, DisplayedAs::Subtitle));
   EXPECT_THAT(timeline.States[0].Colours, ElementsAre(2, 2, 2, 2));
 }
@@ -126,7 +126,7 @@ TEST(ReadDisplay, EarlierTimeIsRightAfterTheSequenceBefore) {
   const DisplayTimeline timeline = Read({{.Delay = 9, .Commands = StartDisplay},
                                          {.Delay = 2, .Commands = SetColour(2, 2, 2, 2)},
                                          {.Delay = 10, .Commands = StopDisplay}});
-  EXPECT_THAT(Times(timeline), ElementsAre(9216, 10240));
+  EXPECT_THAT(EventTimes(timeline), ElementsAre(9216, 10240));
   EXPECT_THAT(timeline.States[0].Colours, ElementsAre(2, 2, 2, 2));
 }
 
@@ -176,7 +176,7 @@ TEST(ReadDisplay, PointersAreFollowedOverWhatStandsBetween) {
                                        {0x02, 0x02, 0xFF, 0x02},
                                        test::Sequence(3, 14, {test::ForcedStart, EndOfSequence})}));
   const DisplayTimeline timeline = ReadDisplay(unit, AfterHeader);
-  EXPECT_THAT(Times(timeline), ElementsAre(0, 3072));
+  EXPECT_THAT(EventTimes(timeline), ElementsAre(0, 3072));
   EXPECT_THAT(Shown(timeline), ElementsAre(DisplayedAs::Subtitle, DisplayedAs::Forced));
 }
 
@@ -185,7 +185,7 @@ TEST(ReadDisplay, PointerThatLeadsBackIsNotFollowed) {
   const Bytes unit = OnlyControl(Join({test::Sequence(0, 10, {StartDisplay, EndOfSequence}),
                                        test::Sequence(7, 4, {StopDisplay, EndOfSequence})}));
   const DisplayTimeline timeline = ReadDisplay(unit, AfterHeader);
-  EXPECT_THAT(Times(timeline), ElementsAre(0, 7168));
+  EXPECT_THAT(EventTimes(timeline), ElementsAre(0, 7168));
   EXPECT_EQ(timeline.End, 7168);
   ASSERT_THAT(timeline.Damage, SizeIs(1));
   EXPECT_EQ(timeline.Damage[0].Ending, ControlEnding::PointsBackwards);
@@ -199,7 +199,7 @@ TEST(ReadDisplay, PointerOutsideOrToNothingEndsTheUnit) {
        {std::pair(0U, "points to 0 for the next one"), std::pair(0x7000U, "points there for the next one")}) {
     const DisplayTimeline timeline =
         ReadDisplay(OnlyControl(test::Sequence(2, pointer, {StartDisplay, EndOfSequence})), AfterHeader);
-    EXPECT_THAT(Times(timeline), ElementsAre(2048));
+    EXPECT_THAT(EventTimes(timeline), ElementsAre(2048));
     ASSERT_THAT(timeline.Damage, SizeIs(1));
     EXPECT_THAT(DamageText(timeline.Damage[0]), HasSubstr(words));
   }
@@ -358,7 +358,7 @@ INSTANTIATE_TEST_SUITE_P(
                  test::ColourGroup(30, 40, 2, {test::ColourChange(16, 1, 1), test::ColourChange(8, 1, 1)})},
         BadGroup{"OneColumnTwice",
                  test::ColourGroup(30, 40, 2, {test::ColourChange(16, 1, 1), test::ColourChange(16, 1, 1)})}),
-    [](const auto& info) { return info.param.Name; });
+    [](const auto& group) { return group.param.Name; });
 
 TEST(ReadDisplayChanges, EightChangesAreTaken) {
   const Bytes change = test::ChangeColours({test::ColourGroup(30, 40, 8, {Changes(8)}), NoMoreGroups});
