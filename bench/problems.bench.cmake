@@ -1,2 +1,4 @@
 # Problems found between events, the filter of the list, the strip of the film's time.
-quillmark_bench(problems SOURCES problems.cpp LINK quillmark_app)
+if(QUILLMARK_GUI)
+  quillmark_bench(problems SOURCES problems.cpp LINK quillmark_app)
+endif()

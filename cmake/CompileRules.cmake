@@ -1,17 +1,21 @@
 # Recompiling what was compiled before is free where ccache is installed.
-find_program(QUILLMARK_CCACHE ccache)
 if(QUILLMARK_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
-  # What a precompiled header defines is part of its content, and no source of ours uses __TIME__.
-  set(CMAKE_CXX_COMPILER_LAUNCHER
-      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILLMARK_CCACHE})
+  find_program(QUILLMARK_CCACHE_PROGRAM ccache)
+  mark_as_advanced(QUILLMARK_CCACHE_PROGRAM)
+  if(QUILLMARK_CCACHE_PROGRAM)
+    # What a precompiled header defines is part of its content, and no source of ours uses __TIME__.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILLMARK_CCACHE_PROGRAM})
+  endif()
 endif()
 
 # quillmark_rules: the warnings and sanitizers that every target of ours is built with.
 add_library(quillmark_rules INTERFACE)
 if(MSVC)
-  target_compile_options(quillmark_rules INTERFACE /W4 /WX /permissive- /utf-8)
+  target_compile_options(quillmark_rules INTERFACE /W4 $<$<BOOL:${QUILLMARK_WERROR}>:/WX> /permissive- /utf-8)
 else()
-  target_compile_options(quillmark_rules INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+  target_compile_options(quillmark_rules INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                                                   $<$<BOOL:${QUILLMARK_WERROR}>:-Werror>)
 endif()
 if(QUILLMARK_SANITIZE)
   target_compile_options(quillmark_rules INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all

@@ -5,6 +5,11 @@ export ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-14
 export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
 
+# ConfigureDev: with the compiler that brings libFuzzer and the sanitizers' runtimes that the tests are run with.
+ConfigureDev() {
+  Configure dev -DCMAKE_CXX_COMPILER=clang++-14 -DQUILLMARK_FUZZ=ON
+}
+
 # TestFolder: a new folder for what tests write, open to all users as /tmp is, where the system has memory for it: many
 # of them sync what they write, and file dialogs watch the folder above.
 TestFolder() {
