@@ -1,4 +1,4 @@
-# Shared by ./run and ./test. Everything said goes to standard error, so that a program's output stays its own.
+# Shared by ./run, ./test and ./package. Everything said goes to standard error, so that a program's output stays its own.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/scripts/packages.sh"
@@ -16,8 +16,15 @@ Apt() {
   "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=120 "$@" >/dev/null
 }
 
+# Agreed QUESTION: whether the answer on the terminal is yes; an empty one is.
+Agreed() {
+  local answer
+  read -r -p "${0##*/}: $1 [Y/n] " answer || return
+  [[ ${answer,,} =~ ^(y|yes)?$ ]]
+}
+
 # InstallMissing PACKAGES...: installs those that are not there. The package lists are refreshed only when apt
-# cannot install from the ones it has.
+# cannot install from the ones it has. With $askFirst set, an ordinary user at a terminal is asked before.
 InstallMissing() {
   if ! command -v dpkg-query >/dev/null; then
     Say "no Debian package manager here; counting on these being installed: $*"
@@ -31,6 +38,11 @@ InstallMissing() {
   fi
   if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
     Say "sudo is not here; as root, run: apt-get install --no-install-recommends ${missing[*]}"
+    return 1
+  fi
+  if [ -n "${askFirst:-}" ] && [ "$(id -u)" -ne 0 ] && [ -t 0 ] && [ -t 2 ] &&
+    ! Agreed "these packages are needed: ${missing[*]}. Install them with apt, as root?"; then
+    Say "nothing was installed; when you want to, run: sudo apt-get install --no-install-recommends ${missing[*]}"
     return 1
   fi
   Say "installing with apt: ${missing[*]}"
