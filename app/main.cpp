@@ -5,6 +5,7 @@
 #include <QApplication>
 
 #include "app/CommandLine.h"
+#include "app/DesktopEntry.h"
 #include "app/frmTest.h"
 
 namespace {
@@ -53,6 +54,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
   QApplication::setApplicationVersion(QStringLiteral(QUILLMARK_VERSION));
+  quillmark::TellDesktop();
   const quillmark::CommandLine line = quillmark::ReadCommandLine(QApplication::arguments().mid(1));
   if (!line.Complaint.isEmpty()) {
     std::fputs(qPrintable(QStringLiteral("quillmark: ") + line.Complaint + u'\n'), stderr);

@@ -59,4 +59,8 @@ function(quillmark_program name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK} quillmark_rules)
+  # What is read from files cannot change where calls into libraries go.
+  if(CMAKE_SYSTEM_NAME STREQUAL Linux)
+    target_link_options(${name} PRIVATE LINKER:-z,relro,-z,now)
+  endif()
 endfunction()

@@ -15,6 +15,13 @@ runPackages=(
   zlib1g-dev
 )
 
+# To make a package of it: binutils strips the programs, dpkg-dev finds the libraries' packages.
+packagePackages=(
+  "${runPackages[@]}"
+  binutils
+  dpkg-dev
+)
+
 # To build the tests and benchmarks as well.
 buildPackages=(
   "${runPackages[@]}"
@@ -29,9 +36,12 @@ buildPackages=(
 # To run them all, with the fuzz targets and checks.
 testPackages=(
   "${buildPackages[@]}"
+  "${packagePackages[@]}"
+  appstream
   clang-14
   clang-format-14
   clang-tidy-14
+  desktop-file-utils
   dvdauthor
   ffmpeg
   groff-base
@@ -40,6 +50,7 @@ testPackages=(
   gstreamer1.0-tools
   libclang-14-dev
   libclang-rt-14-dev
+  lintian
   llvm-14
   llvm-14-dev
   mkvtoolnix

@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# tests/package/installed.sh PACKAGE.deb: installs the package as its users do, tries it, and removes it again. Run it as
+# root, in a system that is there for it alone (tests/package/bare.sh makes one): it installs what it looks on with, too.
+set -uo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+source "$root/tests/scripts/check.sh"
+package=$(realpath "$1")
+id=io.github.quillmark.Quillmark
+export DEBIAN_FRONTEND=noninteractive
+
+Apt() {
+  apt-get -qq -y "$@" >"$work/apt.log" 2>&1 && return
+  cat "$work/apt.log"
+  return 1
+}
+
+# Quietly COMMAND...: whether it succeeds.
+Quietly() {
+  "$@" >/dev/null 2>&1
+}
+
+# Fails COMMAND...: whether it does not.
+Fails() {
+  ! "$@" >/dev/null 2>&1
+}
+
+# AsUser COMMAND...: as an ordinary user with a home of its own.
+AsUser() {
+  setpriv --reuid=65534 --regid=65534 --clear-groups env HOME="$work/home" XDG_RUNTIME_DIR="$work/home" "$@"
+}
+
+# Installed: the packages that are.
+Installed() {
+  dpkg-query -W -f '${db:Status-Status} ${Package}\n' | grep -v '^not-installed'
+}
+
+# Traces: what has our name or type outside of this folder and that of the sources.
+Traces() {
+  find / -xdev \( -path "$root" -o -path "$work" -o -path "$(dirname "$package")" -o -path /proc -o -path /sys \) -prune -o \
+    -iname '*quillmark*' -print
+  grep -rlE 'quillmark|x-dvd-sup' /etc /usr/share/applications /usr/share/mime /usr/share/icons /var/lib/dpkg
+}
+
+Apt update && Apt install --no-install-recommends desktop-file-utils libglib2.0-bin shared-mime-info x11-utils xdotool xvfb || exit
+mkdir "$work/home"
+cp "$root/samples/demo.sup" "$work/home/a film.sup"
+chmod 0755 "$work"
+chown -R 65534:65534 "$work/home"
+before=$(Installed)
+Check "nothing of it is there before" [ -z "$(Traces)" ]
+
+Check "apt installs it" Apt install --no-install-recommends "$package"
+Check "the command line is on the path" AsUser quillmark-cli report "$work/home/a film.sup" >"$work/report"
+Check "and reports on the stream" grep -q '20' "$work/report"
+Check "the file has our type" grep -q 'standard::content-type: application/x-dvd-sup$' \
+  <(AsUser gio info -a standard::content-type "$work/home/a film.sup")
+Check "which our desktop entry opens" grep -q "$id.desktop" <(AsUser gio mime application/x-dvd-sup)
+
+mkfifo "$work/display"
+Xvfb -displayfd 3 -screen 0 1366x768x24 3>"$work/display" 2>/dev/null &
+server=$!
+read -r number <"$work/display"
+export DISPLAY=:$number
+AsUser gio open "$work/home/a film.sup"
+window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Quillmark$' | head -n 1)
+Check "opening the file brings up the window" [ -n "$window" ]
+process=$(xdotool getwindowpid "$window")
+Check "of the program that was installed" [ "$(readlink "/proc/$process/exe")" = /usr/bin/quillmark ]
+Check "with the file" [ "$(tail -z -n 1 "/proc/$process/cmdline" | tr -d '\0')" = "$work/home/a film.sup" ]
+Check "the desktop knows its entry" grep -q "\"$id\"" <(xprop -id "$window" _KDE_NET_WM_DESKTOP_FILE)
+Check "the window has the icon" grep -q 'Icon (256 x 256)' <(xprop -id "$window" _NET_WM_ICON)
+xdotool windowfocus --sync "$window" key ctrl+q
+timeout 60 tail --pid="$process" -f /dev/null
+Check "its key ends it" [ ! -e "/proc/$process" ]
+Check "the stream was opened" grep -q 'a film.sup' "$work/home/.config/quillmark/quillmark.conf"
+kill "$server"
+
+dpkg -L quillmark | while IFS= read -r path; do if [ ! -d "$path" ]; then echo "$path"; fi; done >"$work/files"
+Check "it had files" [ -s "$work/files" ]
+Check "apt removes it" Apt purge --autoremove quillmark
+Check "with each of its files" Fails xargs -d '\n' ls -d <"$work/files"
+Check "and the packages that came with it" [ "$(Installed)" = "$before" ]
+left=$(Traces)
+Check "nothing of it is left" [ -z "$left" ]
+echo "$left"
+
+exit $((failures > 0))
