@@ -81,9 +81,12 @@ void MergeFinder::Keep(std::size_t index, const MergedPair& pair) {
 void MergeFinder::LookAtFirst() {
   const auto index = first_ ? PairOf(*first_) : std::nullopt;
   first_.reset();
+  if (!index) {
+    return;
+  }
   std::optional<MergedPair> pair;
   try {
-    pair = index ? reviewer_->LookAt(pairs_[*index].Primary) : std::nullopt;
+    pair = reviewer_->LookAt(pairs_[*index].Primary);
   } catch (const std::bad_alloc&) {
     return;  // its turn comes again
   }
