@@ -38,7 +38,23 @@ Installed() {
 Traces() {
   find / -xdev \( -path "$root" -o -path "$work" -o -path "$(dirname "$package")" -o -path /proc -o -path /sys \) -prune -o \
     -iname '*quillmark*' -print
-  grep -rlE 'quillmark|x-dvd-sup' /etc /usr/share/applications /usr/share/mime /usr/share/icons /var/lib/dpkg
+  grep -rlsE 'quillmark|x-dvd-sup' /etc /usr/share/applications /usr/share/mime /usr/share/icons /var/lib/dpkg
+}
+
+# Windows: the program's that are shown, in the order in which they came up.
+Windows() {
+  xdotool search --onlyvisible --name '^Quillmark$' 2>/dev/null | sort -n
+}
+
+# WindowsAre COUNT: waits until so many are, a minute at most.
+WindowsAre() {
+  local tries
+  for ((tries = 0; tries < 600; ++tries)); do
+    if [ "$(Windows | wc -l)" -eq "$1" ]; then
+      return
+    fi
+    sleep 0.1
+  done
 }
 
 Apt update && Apt install --no-install-recommends desktop-file-utils libglib2.0-bin shared-mime-info x11-utils xdotool xvfb || exit
@@ -50,8 +66,7 @@ before=$(Installed)
 Check "nothing of it is there before" [ -z "$(Traces)" ]
 
 Check "apt installs it" Apt install --no-install-recommends "$package"
-Check "the command line is on the path" AsUser quillmark-cli report "$work/home/a film.sup" >"$work/report"
-Check "and reports on the stream" grep -q '20' "$work/report"
+Check "the command line is on the path" grep -q '^Found Subtitles: 20$' <(AsUser quillmark-cli report "$work/home/a film.sup")
 Check "the file has our type" grep -q 'standard::content-type: application/x-dvd-sup$' \
   <(AsUser gio info -a standard::content-type "$work/home/a film.sup")
 Check "which our desktop entry opens" grep -q "$id.desktop" <(AsUser gio mime application/x-dvd-sup)
@@ -62,18 +77,23 @@ server=$!
 read -r number <"$work/display"
 export DISPLAY=:$number
 AsUser gio open "$work/home/a film.sup"
-window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Quillmark$' | head -n 1)
-Check "opening the file brings up the window" [ -n "$window" ]
+WindowsAre 2
+read -r window report <<<"$(Windows | paste -sd ' ')"
+Check "opening the file brings up the window and the report" [ -n "$report" ]
 process=$(xdotool getwindowpid "$window")
 Check "of the program that was installed" [ "$(readlink "/proc/$process/exe")" = /usr/bin/quillmark ]
 Check "with the file" [ "$(tail -z -n 1 "/proc/$process/cmdline" | tr -d '\0')" = "$work/home/a film.sup" ]
-Check "the desktop knows its entry" grep -q "\"$id\"" <(xprop -id "$window" _KDE_NET_WM_DESKTOP_FILE)
-Check "the window has the icon" grep -q 'Icon (256 x 256)' <(xprop -id "$window" _NET_WM_ICON)
+Check "desktops know whose window it is" grep -qi "\"$(sed -n 's/^StartupWMClass=//p' "/usr/share/applications/$id.desktop")\"" \
+  <(xprop -id "$window" WM_CLASS)
+Check "the window has the icon" grep -q 'Icon (128 x 128)' <(xprop -id "$window" _NET_WM_ICON)
+xdotool windowfocus --sync "$report" key Return
+WindowsAre 1
 xdotool windowfocus --sync "$window" key ctrl+q
 timeout 60 tail --pid="$process" -f /dev/null
-Check "its key ends it" [ ! -e "/proc/$process" ]
+Check "its keys close the report and end it" [ ! -e "/proc/$process" ]
 Check "the stream was opened" grep -q 'a film.sup' "$work/home/.config/quillmark/quillmark.conf"
 kill "$server"
+wait "$server"
 
 dpkg -L quillmark | while IFS= read -r path; do if [ ! -d "$path" ]; then echo "$path"; fi; done >"$work/files"
 Check "it had files" [ -s "$work/files" ]
