@@ -86,9 +86,16 @@ void WindowTest::Load(const QString& path) {
   Dialogs.Verify();
 }
 
+void WindowTest::StartWith(const QString& path) {
+  Dialogs.ExpectReport();
+  Window.OpenCommandLine(path);
+  Settle();
+  Dialogs.Verify();
+}
+
 QString WindowTest::LoadStream(const Bytes& stream) {
   const QString path = Write("movie.sup", stream);
-  Load(path);
+  StartWith(path);
   return path;
 }
 

@@ -65,7 +65,9 @@ class WindowTest : public testing::Test {
 
   /// Load SUP: chooses the file and confirms the report.
   void Load(const QString& path);
-  /// Writes the stream to movie.sup and loads it; the path.
+  /// Opens the file as the program does that is started with it, and confirms the report.
+  void StartWith(const QString& path);
+  /// Writes the stream to movie.sup and opens it; the path.
   QString LoadStream(const Bytes& stream);
   /// Save SUP into a new file; what was written.
   Bytes SavedBytes();
