@@ -15,11 +15,12 @@ runPackages=(
   zlib1g-dev
 )
 
-# To make a package of it: binutils strips the programs, dpkg-dev finds the libraries' packages.
+# To make a package of it: binutils strips the programs, file and dpkg-dev find the libraries' packages.
 packagePackages=(
   "${runPackages[@]}"
   binutils
   dpkg-dev
+  file
 )
 
 # To build the tests and benchmarks as well.

@@ -71,6 +71,18 @@ Check "the file has our type" grep -q 'standard::content-type: application/x-dvd
   <(AsUser gio info -a standard::content-type "$work/home/a film.sup")
 Check "which our desktop entry opens" grep -q "$id.desktop" <(AsUser gio mime application/x-dvd-sup)
 
+other=/usr/local/share/mime
+mkdir -p $other/packages
+cat >$other/packages/other.xml <<'END'
+<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info">
+  <mime-type type="application/x-other"><glob pattern="*.sup"/></mime-type>
+</mime-info>
+END
+update-mime-database $other
+Check "unless another program claims it" grep -q 'standard::content-type: application/x-other$' \
+  <(AsUser gio info -a standard::content-type "$work/home/a film.sup")
+rm -r $other
+
 mkfifo "$work/display"
 Xvfb -displayfd 3 -screen 0 1366x768x24 3>"$work/display" 2>/dev/null &
 server=$!
