@@ -14,16 +14,6 @@ Apt() {
   return 1
 }
 
-# Quietly COMMAND...: whether it succeeds.
-Quietly() {
-  "$@" >/dev/null 2>&1
-}
-
-# Fails COMMAND...: whether it does not.
-Fails() {
-  ! "$@" >/dev/null 2>&1
-}
-
 # AsUser COMMAND...: as an ordinary user with a home of its own.
 AsUser() {
   setpriv --reuid=65534 --regid=65534 --clear-groups env HOME="$work/home" XDG_RUNTIME_DIR="$work/home" "$@"
@@ -79,8 +69,9 @@ cat >$other/packages/other.xml <<'END'
 </mime-info>
 END
 update-mime-database $other
-Check "unless another program claims it" grep -q 'standard::content-type: application/x-other$' \
-  <(AsUser gio info -a standard::content-type "$work/home/a film.sup")
+printf 'PG\0\0\0\1\0\0\0\0' >"$work/home/other.sup"
+Check "and another program's files keep theirs" grep -q 'standard::content-type: application/x-other$' \
+  <(AsUser gio info -a standard::content-type "$work/home/other.sup")
 rm -r $other
 
 mkfifo "$work/display"
@@ -110,7 +101,7 @@ wait "$server"
 dpkg -L quillmark | while IFS= read -r path; do if [ ! -d "$path" ]; then echo "$path"; fi; done >"$work/files"
 Check "it had files" [ -s "$work/files" ]
 Check "apt removes it" Apt purge --autoremove quillmark
-Check "with each of its files" Fails xargs -d '\n' ls -d <"$work/files"
+Check "with each of its files" [ -z "$(xargs -d '\n' ls -d <"$work/files" 2>/dev/null)" ]
 Check "and the packages that came with it" [ "$(Installed)" = "$before" ]
 left=$(Traces)
 Check "nothing of it is left" [ -z "$left" ]
