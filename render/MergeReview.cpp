@@ -1,8 +1,11 @@
 #include "render/MergeReview.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
+#include <utility>
 
+#include "base/Ratio.h"
 #include "sup/PacketCheck.h"
 #include "sup/SupFormat.h"
 #include "sup/Timecode.h"
@@ -53,12 +56,21 @@ std::int64_t MergedPair::OverlapMs() const {
   return ticks / TicksPerMs + (ticks % TicksPerMs >= TicksPerMs / 2 ? 1 : 0);
 }
 
+DisplayInterval MergedPair::Planned() const {
+  constexpr std::int64_t LastTime = std::numeric_limits<std::int64_t>::max();
+  return {.Start = StartTicks,
+          .End = Sum(StartTicks, Delay * TicksPerDelayUnit).value_or(LastTime),
+          .Delay = Delay,
+          .First = HasPrimary ? std::optional(Primary) : std::nullopt,
+          .Second = HasSecondary ? std::optional(Secondary) : std::nullopt};
+}
+
 MergeReviewer::MergeReviewer(const SupStream& primary, const SupStream& secondary,
-                             const MergeSettings& settings)
+                             const MergeSettings& settings, std::shared_ptr<SplitPlan> plan)
     : primary_(primary),
       secondary_(secondary),
       mode_(settings.Mode),
-      encoder_(primary, secondary, settings),
+      encoder_(primary, secondary, settings, std::move(plan)),
       isShown_(CountOf(secondary)) {}
 
 bool MergeReviewer::Step() {
@@ -111,6 +123,9 @@ std::optional<MergedPair> MergeReviewer::LookAt(std::size_t index) {
   }
   if (pair.HasSecondary) {
     pair.SecondaryDamage = DamageOf(secondary_, pair.Secondary, reader.SecondaryControl());
+  }
+  if (mode_ == MergeMode::Split) {
+    pair.Delay = reader.Planned().Delay;
   }
   if (pair.HasUnit()) {
     pair.Delay = reader.Control().Delay;

@@ -20,7 +20,8 @@ struct MergedPair {
   bool HasPrimary = true;
   bool HasSecondary = true;
   std::int64_t StartTicks = 0;  ///< of the packet
-  std::uint16_t Delay = 0;      ///< delay units that the packet is shown for; 0 where there is no unit
+  /// Delay units that the packet is shown for; of pairs that have no unit 0.
+  std::uint16_t Delay = 0;
   /// How long both are shown together, in ticks of 90 kHz; 0 or less where they are not: the secondary one is
   /// laid over it all the same.
   std::int64_t OverlapTicks = 0;
@@ -44,6 +45,8 @@ struct MergedPair {
     return Counts.Primary.Total() + Counts.Secondary.Total();
   }
 
+  /// The packet of a split merge as it is planned, up to where its delay says that it ends.
+  [[nodiscard]] DisplayInterval Planned() const;
   /// OverlapTicks to the nearest millisecond, 0 where they are not shown together.
   [[nodiscard]] std::int64_t OverlapMs() const;
 
@@ -54,7 +57,9 @@ struct MergedPair {
 /// what composes and encodes. Both streams must outlive it and stay as they are.
 class MergeReviewer {
  public:
-  MergeReviewer(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings);
+  /// `plan` is as MergedInputReader has it.
+  MergeReviewer(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
+                std::shared_ptr<SplitPlan> plan = nullptr);
 
   /// Looks at one more primary subtitle, or packet of a split merge; false once none was left. It takes as
   /// long as merging it. The first steps of a split merge prepare it.

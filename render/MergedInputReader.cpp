@@ -1,6 +1,7 @@
 #include "render/MergedInputReader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "sup/ChooseSecondary.h"
 #include "sup/Timecode.h"
@@ -35,15 +36,15 @@ MergedInput MakeMergedInput(const UnitWithControl& primary, const UnitWithContro
 }
 
 MergedInputReader::MergedInputReader(const SupStream& primary, const SupStream& secondary,
-                                     const MergeSettings& settings)
+                                     const MergeSettings& settings, std::shared_ptr<SplitPlan> plan)
     : primary_(primary), secondary_(secondary), settings_(settings) {
   if (settings.Mode == MergeMode::Split) {
-    plan_.emplace(primary, secondary, settings.JoinTicks);
+    plan_ = plan ? std::move(plan) : std::make_shared<SplitPlan>(primary, secondary, settings.JoinTicks);
   }
 }
 
 std::size_t MergedInputReader::Count() const {
-  return plan_ ? plan_->Units().size() : static_cast<std::size_t>(std::max(primary_.Count, 0));
+  return plan_ ? plan_->Count() : static_cast<std::size_t>(std::max(primary_.Count, 0));
 }
 
 /// False where there is no packet.
@@ -55,19 +56,33 @@ bool MergedInputReader::Find(std::size_t index) {
   }
   while (plan_->Step()) {
   }
-  const auto units = plan_->Units();
-  shown_ = index < units.size() ? units[index] : DisplayInterval();
-  return index < units.size();
+  const bool isThere = index < plan_->Count();
+  shown_ = isThere ? plan_->Unit(index) : DisplayInterval();
+  aloneControl_ = plan_->PrimaryControl();
+  return isThere;
 }
 
 MergeOutcome MergedInputReader::Read(std::size_t index) {
-  if (!Find(index)) {
-    return MergeOutcome::Skipped;
+  isDescribed_ = false;
+  return Find(index) ? ReadFound() : MergeOutcome::Skipped;
+}
+
+MergeOutcome MergedInputReader::ReadUnit(const DisplayInterval& unit) {
+  isDescribed_ = false;
+  shown_ = unit;
+  if (!HasPrimary() && !aloneControl_) {
+    aloneControl_ = FirstCompleteControl(primary_);
   }
+  return ReadFound();
+}
+
+MergeOutcome MergedInputReader::ReadFound() {
   const SubtitleUnit primary =
       HasPrimary() ? UnitForMerging(primary_, Primary(), primaryUnit_) : SubtitleUnit();
   const SubtitleUnit secondary =
       HasSecondary() ? UnitForMerging(secondary_, Secondary(), secondaryUnit_) : SubtitleUnit();
+  primaryBytes_ = primary.Bytes;
+  secondaryBytes_ = secondary.Bytes;
   secondaryControl_ = HasSecondary() ? DecodeControl(secondary.Bytes, secondary.ControlOffset) : SpuControl();
   const auto description = DescribeSubtitle(HasPrimary() ? primary : secondary);
   if (!description) {
@@ -85,9 +100,9 @@ MergeOutcome MergedInputReader::Read(std::size_t index) {
 }
 
 void MergedInputReader::Describe(const SubtitleDescription& subtitle) {
+  isDescribed_ = true;
   description_ = subtitle;
-  const SpuControl& codes =
-      HasPrimary() || !plan_->PrimaryControl() ? subtitle.Control : *plan_->PrimaryControl();
+  const SpuControl& codes = HasPrimary() || !aloneControl_ ? subtitle.Control : *aloneControl_;
   codes_ = WithMergedCodes(codes, settings_);
   if (plan_) {
     const auto delay = static_cast<std::int16_t>(shown_.Delay);

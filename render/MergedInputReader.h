@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -68,7 +69,9 @@ enum class MergeOutcome : std::uint8_t {
 /// merge one or two. Memory is reused from one to the next.
 class MergedInputReader {
  public:
-  MergedInputReader(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings);
+  /// `plan`: of the same streams and settings, made as far as it is, to be shared with others.
+  MergedInputReader(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
+                    std::shared_ptr<SplitPlan> plan = nullptr);
 
   /// Takes a step of what a split merge has to know before anything is read; false once nothing is left to be
   /// known. Read takes the steps that are left.
@@ -80,6 +83,8 @@ class MergedInputReader {
   /// Finds the subtitles of packet `index` (from 0), in pairs that of the primary subtitle of this index, and
   /// reads them. Encoded when they can be composed; never TooLarge.
   [[nodiscard]] MergeOutcome Read(std::size_t index);
+  /// Reads the subtitles of this packet of a split merge, and needs no plan for it.
+  [[nodiscard]] MergeOutcome ReadUnit(const DisplayInterval& unit);
 
   // Unless the last one was Skipped:
   /// Of pairs both; the index of one that is not there is 0.
@@ -87,6 +92,11 @@ class MergedInputReader {
   [[nodiscard]] bool HasSecondary() const { return shown_.Second.has_value(); }
   [[nodiscard]] std::size_t Primary() const { return shown_.First.value_or(0); }
   [[nodiscard]] std::size_t Secondary() const { return shown_.Second.value_or(0); }
+  /// Either subtitle's unit, whole, from its size field on; nothing of one that is not there.
+  [[nodiscard]] std::span<const std::uint8_t> PrimaryUnit() const { return primaryBytes_; }
+  [[nodiscard]] std::span<const std::uint8_t> SecondaryUnit() const { return secondaryBytes_; }
+  /// Of a split merge: the packet as it is planned.
+  [[nodiscard]] const DisplayInterval& Planned() const { return shown_; }
   /// The packet's time, in 90 kHz ticks.
   [[nodiscard]] std::int64_t StartTicks() const;
   /// How long both are shown together, in 90 kHz ticks; 0 or less where they are not.
@@ -95,7 +105,9 @@ class MergedInputReader {
   [[nodiscard]] const SpuControl& PrimaryControl() const { return primaryControl_; }
   [[nodiscard]] const SpuControl& SecondaryControl() const { return secondaryControl_; }
 
-  // Unless it was Skipped, InvalidPrimary, or InvalidSecondary of a unit without a primary subtitle:
+  /// Not where it was Skipped, InvalidPrimary, or InvalidSecondary of a unit without a primary subtitle.
+  [[nodiscard]] bool IsDescribed() const { return isDescribed_; }
+  // Where it is described:
   /// Of the primary subtitle, or of the secondary one that is alone. In a split merge the times are the
   /// unit's.
   [[nodiscard]] const SubtitleDescription& Description() const { return description_; }
@@ -110,6 +122,7 @@ class MergedInputReader {
 
  private:
   [[nodiscard]] bool Find(std::size_t index);
+  [[nodiscard]] MergeOutcome ReadFound();
   void Describe(const SubtitleDescription& subtitle);
 
   const SupStream& primary_;
@@ -117,10 +130,14 @@ class MergedInputReader {
   MergeSettings settings_;
   std::vector<std::uint8_t> primaryUnit_;
   std::vector<std::uint8_t> secondaryUnit_;
-  std::optional<SplitPlan> plan_;
-  DisplayInterval shown_;  // its times are those of a split merge alone
+  std::span<const std::uint8_t> primaryBytes_;
+  std::span<const std::uint8_t> secondaryBytes_;
+  std::shared_ptr<SplitPlan> plan_;         // of a split merge alone
+  DisplayInterval shown_;                   // its times are those of a split merge alone
+  std::optional<SpuControl> aloneControl_;  // has the codes of packets without a primary subtitle
   SpuControl primaryControl_;
   SpuControl secondaryControl_;
+  bool isDescribed_ = false;
   SubtitleDescription description_;
   SpuControl codes_;
   MergedInput input_;

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <utility>
 
 #include "imaging/cBitmap.h"
 #include "render/MergedInputReader.h"
@@ -18,8 +20,10 @@ class MergedStreamEncoder {
  public:
   using Outcome = MergeOutcome;
 
-  MergedStreamEncoder(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings)
-      : reader_(primary, secondary, settings) {}
+  /// `plan` is as MergedInputReader has it.
+  MergedStreamEncoder(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
+                      std::shared_ptr<SplitPlan> plan = nullptr)
+      : reader_(primary, secondary, settings, std::move(plan)) {}
 
   // As MergedInputReader has them.
   bool Prepare() { return reader_.Prepare(); }

@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "sup/IndexedPacket.h"
+#include "sup/SupFormat.h"
 
 namespace quillmark {
 namespace {
 
-/// Subtitles whose ends are read in one step.
-constexpr std::size_t EndsPerStep = 2048;
+/// Subtitles whose ends one step reads, and about as many bytes of units: all of a unit may be control data.
+constexpr std::size_t EndsAtOnce = 2048;
+constexpr std::size_t BytesAtOnce = 1U << 20U;
 
 /// `buffer` is for units that the file does not have whole.
 SpuControl ControlOf(const SupStream& stream, std::size_t index, std::vector<std::uint8_t>& buffer) {
@@ -26,32 +28,40 @@ bool SplitPlan::Step() {
   if (isMade_) {
     return false;
   }
-  if (ReadSome(primary_, primaryDisplays_, true) || ReadSome(secondary_, secondaryDisplays_, false)) {
+  if (ReadSome(primary_, intervals_.First) || ReadSome(secondary_, intervals_.Second)) {
     return true;
   }
-  units_ = DisplayIntervals(primaryDisplays_, secondaryDisplays_, joinTicks_);
-  primaryDisplays_ = {};
-  secondaryDisplays_ = {};
-  isMade_ = true;
+  isMade_ = !intervals_.Step();
   return true;
 }
 
-bool SplitPlan::ReadSome(const SupStream& stream, std::vector<OwnDisplay>& displays, bool isPrimary) {
+bool SplitPlan::ReadSome(const SupStream& stream, DisplayQueue& displays) {
   const auto count = static_cast<std::size_t>(std::max(stream.Count, 0));
-  const std::size_t end = std::min(count, displays.size() + EndsPerStep);
-  if (displays.size() == end) {
+  if (intervals_.HasBegun() || displays.Size() == count) {
     return false;
   }
-  displays.reserve(count);
-  for (std::size_t index = displays.size(); index < end; ++index) {
+  displays.Reserve(count);
+  std::size_t bytes = 0;
+  for (std::size_t read = 0; read < EndsAtOnce && bytes < BytesAtOnce && displays.Size() < count; ++read) {
+    const std::size_t index = displays.Size();
     const SpuControl control = ControlOf(stream, index, unit_);
-    displays.push_back(
-        {.Start = stream.StartTime[index], .Delay = static_cast<std::uint16_t>(control.Delay)});
-    if (isPrimary && !primaryControl_ && control.IsValid()) {
+    bytes += static_cast<std::size_t>(UnitLength(stream.SpuSize[index]));
+    displays.Add({.Start = stream.StartTime[index], .Delay = static_cast<std::uint16_t>(control.Delay)});
+    if (&stream == &primary_ && !primaryControl_ && control.IsValid()) {
       primaryControl_ = control;
     }
   }
   return true;
+}
+
+std::optional<SpuControl> FirstCompleteControl(const SupStream& stream) {
+  std::vector<std::uint8_t> unit;
+  for (std::size_t index = 0; stream.Holds(index); ++index) {
+    if (const SpuControl control = ControlOf(stream, index, unit); control.IsValid()) {
+      return control;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace quillmark

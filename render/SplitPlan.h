@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "sup/DisplayIntervals.h"
@@ -14,33 +13,36 @@ namespace quillmark {
 
 /// Which subtitles the units of a merge show that shows just what both streams show, and when. The ends are
 /// those of the units themselves: a delay is that of the last control sequence, taken as unsigned, as players
-/// take it. Both streams must outlive it.
+/// take it. Both streams must outlive it. It depends on nothing that says how the pictures are laid over each
+/// other.
 class SplitPlan {
  public:
   SplitPlan(const SupStream& primary, const SupStream& secondary, std::int64_t joinTicks)
-      : primary_(primary), secondary_(secondary), joinTicks_(joinTicks) {}
+      : primary_(primary), secondary_(secondary), intervals_(joinTicks) {}
 
-  /// Reads the ends of some more subtitles and, with all of them, makes the plan; false once that is done.
+  /// A bounded piece of reading the ends of the subtitles and of making the plan; false once it is made.
   bool Step();
 
-  /// In the order of their times; none before the plan is made. First is the primary stream.
-  [[nodiscard]] std::span<const DisplayInterval> Units() const { return units_; }
+  /// How many units there are, in the order of their times; none before the plan is made.
+  [[nodiscard]] std::size_t Count() const { return isMade_ ? intervals_.Made().size() : 0; }
+  /// `index` is below Count(). First is the primary stream.
+  [[nodiscard]] const DisplayInterval& Unit(std::size_t index) const { return intervals_.Made()[index]; }
   /// Of the first primary subtitle whose control data is complete: for units that show none.
   [[nodiscard]] const std::optional<SpuControl>& PrimaryControl() const { return primaryControl_; }
 
  private:
   /// Whether there was any left.
-  bool ReadSome(const SupStream& stream, std::vector<OwnDisplay>& displays, bool isPrimary);
+  bool ReadSome(const SupStream& stream, DisplayQueue& displays);
 
   const SupStream& primary_;
   const SupStream& secondary_;
-  std::int64_t joinTicks_;
-  std::vector<OwnDisplay> primaryDisplays_;
-  std::vector<OwnDisplay> secondaryDisplays_;
   std::vector<std::uint8_t> unit_;
   std::optional<SpuControl> primaryControl_;
-  std::vector<DisplayInterval> units_;
+  DisplayIntervals intervals_;
   bool isMade_ = false;
 };
+
+/// What the first subtitle says whose control data is complete; it looks at all of them where there is none.
+[[nodiscard]] std::optional<SpuControl> FirstCompleteControl(const SupStream& stream);
 
 }  // namespace quillmark

@@ -2,20 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
-#include <span>
-#include <vector>
+
+#include "sup/DisplayQueue.h"
 
 namespace quillmark {
 
-/// When a subtitle is shown, as its packet says.
-struct OwnDisplay {
-  std::int64_t Start = 0;   ///< 90 kHz ticks
-  std::uint16_t Delay = 0;  ///< delay units until it ends; 0: it has no end of its own
-};
-
-/// The delay of a last subtitle that has no end of its own.
-inline constexpr std::uint16_t LastSubtitleDelay = 1000;
 /// The longest gap that can be closed, in 90 kHz ticks: an hour.
 inline constexpr std::int64_t MaxJoin = 324'000'000;
 
@@ -33,12 +26,9 @@ struct DisplayInterval {
   bool operator==(const DisplayInterval&) const = default;
 };
 
-/// The fewest intervals, in the order of their times, that show what two streams show.
-///
-/// A stream shows one subtitle at a time: a start ends what was shown before, and of subtitles that start
-/// together the last one in the list is shown. One without an end of its own is shown until the next start,
-/// for an hour at most; the last one for LastSubtitleDelay. The lists need not be sorted, and what would pass
-/// the 64 bits of times ends with them.
+/// Makes the fewest intervals, in the order of their times, that show what two streams show, each as
+/// DisplayQueue says. Two intervals are the same where they show the same subtitles: what these look like is
+/// not asked.
 ///
 /// Gaps of less than `join` ticks, 0 to MaxJoin, are closed: what stands before them is shown longer. No
 /// interval is shorter than a delay unit: what would be is given to the interval before it or, where nothing
@@ -47,8 +37,35 @@ struct DisplayInterval {
 /// Starts are exact. Where an interval follows at once the delay is rounded up, as a gap would be seen and an
 /// end after the next start is not; at other ends it is rounded to nearest, halves up. What is longer than a
 /// unit's delay can say is several intervals.
-[[nodiscard]] std::vector<DisplayInterval> DisplayIntervals(std::span<const OwnDisplay> first,
-                                                            std::span<const OwnDisplay> second,
-                                                            std::int64_t join);
+class DisplayIntervals {
+ public:
+  explicit DisplayIntervals(std::int64_t join);
+
+  /// The displays of either stream are added before the first Step().
+  DisplayQueue First;
+  DisplayQueue Second;
+
+  /// A bounded piece of the work; false once everything is made.
+  bool Step();
+  [[nodiscard]] bool HasBegun() const { return hasBegun_; }
+  /// Those that are made.
+  [[nodiscard]] const std::deque<DisplayInterval>& Made() const { return made_; }
+
+ private:
+  void MakeNext();
+  void Take(const DisplayInterval& interval);
+  void Keep(const DisplayInterval& interval);
+  void Finish();
+  void Append(const DisplayInterval& interval, bool isFollowed);
+
+  std::uint64_t join_;
+  bool hasBegun_ = false;  // the first Step() was taken
+  bool isTimed_ = false;   // time_ is set
+  bool isFinished_ = false;
+  std::int64_t time_ = 0;
+  std::optional<DisplayInterval> open_;  // the gap after it is not known yet
+  std::optional<DisplayInterval> kept_;  // what is too short may still be given to it
+  std::deque<DisplayInterval> made_;
+};
 
 }  // namespace quillmark

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <limits>
 
-#include "sup/DisplayIntervals.h"
+#include "sup/DisplayQueue.h"
 #include "sup/PacketWriter.h"
 #include "sup/Timecode.h"
 

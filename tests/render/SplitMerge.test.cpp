@@ -222,7 +222,7 @@ TEST(SplitReview, DamageIsThatOfTheSubtitleThatIsThere) {
   EXPECT_EQ(pairs[1].Outcome, MergeOutcome::InvalidSecondary);
   EXPECT_EQ(pairs[1].PrimaryDamage, std::nullopt);
   EXPECT_EQ(pairs[1].SecondaryDamage, StreamProblemCode::MissingArea);
-  EXPECT_EQ(pairs[1].Delay, 0);
+  EXPECT_EQ(pairs[1].Delay, 90);
   EXPECT_EQ(pairs[2].SecondaryDamage, std::nullopt);
 }
 

@@ -33,7 +33,16 @@ constexpr std::int64_t EarliestTime = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t LatestTime = std::numeric_limits<std::int64_t>::max();
 
 Intervals Split(const Displays& first, const Displays& second, std::int64_t join = 0) {
-  return DisplayIntervals(first, second, join);
+  DisplayIntervals intervals(join);
+  for (const OwnDisplay& display : first) {
+    intervals.First.Add(display);
+  }
+  for (const OwnDisplay& display : second) {
+    intervals.Second.Add(display);
+  }
+  while (intervals.Step()) {
+  }
+  return {intervals.Made().begin(), intervals.Made().end()};
 }
 
 DisplayInterval Interval(std::int64_t start, std::int64_t end, std::uint16_t delay, ShownIndex first,
@@ -210,6 +219,27 @@ TEST(DisplayIntervals, WhatWouldPassTheLastTimeEndsWithIt) {
                           Interval(LatestTime - 2500, LatestTime, 3, 0, NoneShown)));
   EXPECT_THAT(Split({{LatestTime - 200, 10}}, {}),
               ElementsAre(Interval(LatestTime - 200, LatestTime, 1, 0, NoneShown)));
+}
+
+TEST(DisplayIntervals, ManyAreMadeInBoundedSteps) {
+  // From the last one to the first; two of each time, of which the one that comes later in the list counts.
+  constexpr std::int64_t Count = 40'000;
+  DisplayIntervals intervals(0);
+  for (std::int64_t i = 0; i < Count; ++i) {
+    intervals.First.Add({.Start = (Count - i) / 2 * 2000, .Delay = 1});
+  }
+  int steps = 0;
+  while (intervals.Step()) {
+    ++steps;
+  }
+  EXPECT_GT(steps, 20);
+  ASSERT_EQ(intervals.Made().size(), Count / 2 + 1);
+  for (std::int64_t i = 0; i <= Count / 2; ++i) {
+    // The last of the list starts at 0 alone with the one before it.
+    const DisplayInterval& made = intervals.Made()[static_cast<std::size_t>(i)];
+    ASSERT_EQ(made.Start, i * 2000);
+    ASSERT_EQ(made.First, std::optional(static_cast<std::size_t>(std::min(Count - 2 * i, Count - 1)))) << i;
+  }
 }
 
 /// What one stream shows at `time`, looked for among all of its displays.
