@@ -300,27 +300,33 @@ void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::
 template <typename Cell>
 int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
                  std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table) {
-  if (width < 1 || height < 1 || !HasRow(cells.size(), height - 1, width)) {
+  FieldPositions positions(topOffset, bottomOffset);
+  return DecodeNextLines(unit, cells, width, height, positions, table);
+}
+
+template <typename Cell>
+int DecodeNextLines(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int lines,
+                    FieldPositions& positions, const CodeTable<Cell>& table) {
+  if (positions.HasEnded || width < 1 || lines < 1 || !HasRow(cells.size(), lines - 1, width)) {
     return 0;
   }
-  // A position names the byte before.
-  std::int32_t top = topOffset - 1;
-  std::int32_t bottom = bottomOffset - 1;
-  const std::int32_t bottomStart = bottom;
   const std::int64_t last = UnitView(unit).Last();
   const RunPainter<Cell> painter(table);
-  for (int line = 0; line <= height - 2; line += 2) {
+  std::int32_t top = positions.Top;
+  std::int32_t bottom = positions.Bottom;
+  int line = 0;
+  for (; line <= lines - 2 && !positions.HasEnded; line += 2) {
     const auto topRow = RowOf(cells, line, width);
     const auto bottomRow = RowOf(cells, line + 1, width);
     if (!DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter)) {
       DecodeRowAnywhere(unit, topRow, top, painter);
       DecodeRowAnywhere(unit, bottomRow, bottom, painter);
     }
-    if (top > bottomStart || bottom > last) {
-      return line + 2;
-    }
+    positions.HasEnded = top > positions.BottomStart || bottom > last;
   }
-  return height - height % 2;
+  positions.Top = top;
+  positions.Bottom = bottom;
+  return line;
 }
 
 template void DecodeLine(std::span<const std::uint8_t>, std::span<std::uint32_t>, std::int32_t&, int, int,
@@ -331,5 +337,10 @@ template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint32_t
                           std::int32_t, const CodeTable<std::uint32_t>&);
 template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int, std::int32_t,
                           std::int32_t, const CodeTable<std::uint8_t>&);
+
+template int DecodeNextLines(std::span<const std::uint8_t>, std::span<std::uint32_t>, int, int,
+                             FieldPositions&, const CodeTable<std::uint32_t>&);
+template int DecodeNextLines(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int,
+                             FieldPositions&, const CodeTable<std::uint8_t>&);
 
 }  // namespace quillmark

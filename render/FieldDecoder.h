@@ -40,6 +40,23 @@ template <typename Cell>
 int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
                  std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
 
+/// Where a unit's two fields are decoded from next, for pictures that are decoded a few lines at a time.
+struct FieldPositions {
+  /// Offsets as DecodeFields has them; positions name the byte before.
+  FieldPositions(std::int32_t topOffset, std::int32_t bottomOffset)
+      : Top(topOffset - 1), Bottom(bottomOffset - 1), BottomStart(bottomOffset - 1) {}
+
+  std::int32_t Top;
+  std::int32_t Bottom;
+  std::int32_t BottomStart;
+  bool HasEnded = false;  ///< no further line is decoded
+};
+
+/// Goes on with DecodeFields: the next `lines` lines of the picture, all but the last ones an even number.
+template <typename Cell>
+int DecodeNextLines(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int lines,
+                    FieldPositions& positions, const CodeTable<Cell>& table);
+
 // Instantiated for std::uint32_t and std::uint8_t.
 
 }  // namespace quillmark

@@ -14,6 +14,8 @@ static_assert(MergedWidth == FrameWidth);
 
 /// What the frame holds where nothing was drawn.
 constexpr Argb Clear = 0;
+/// Of a picture outside of the frame: so many of the widest lines stay in a processor's cache.
+constexpr int LinesAtOnce = 8;
 /// For colours that no code is near.
 constexpr std::uint8_t DefaultCode = 0;
 
@@ -205,17 +207,34 @@ std::uint8_t MergedPicture::CellOf(Argb colour) {
 }
 
 /// Lines below the frame are decoded only where they are counted; those above it always are, as they stand
-/// before the others in the fields. Whether the fields ended before these lines did.
+/// before the others in the fields. What is not in the frame is decoded a few lines at a time: a picture may
+/// have 4096 lines of 4096 pixels. Whether the fields ended before these lines did.
 bool MergedPicture::Decode(std::span<const std::uint8_t> unit, const SpuControl& control,
                            const Placement& place, const CellTable& table, ClippedPixels* clipped) {
   const bool isCounted = clipped != nullptr && !IsShownWhole(place);
-  const int visible = isCounted ? place.Height : place.EndRow - place.Top;
-  const int lines = std::min(visible + visible % 2, place.Height);  // whole pairs, as the fields have them
-  picture_.assign(Index(place.Width) * Index(lines), ClearCell);
-  const int decoded = DecodeFields<std::uint8_t>(unit, picture_, place.Width, lines, control.TopFieldOffset,
-                                                 control.BottomFieldOffset, table);
-  if (isCounted) {
-    *clipped = CountClipped(place);
+  // In whole pairs, as the fields have them.
+  const int kept = place.IsEmpty() ? 0 : (place.FirstRow - place.Top) / 2 * 2;
+  const int visible = place.IsEmpty() ? 0 : place.EndRow - place.Top;
+  const int keptEnd = std::min(visible + visible % 2, place.Height);
+  const int lines = isCounted ? place.Height : keptEnd;
+  const std::size_t width = Index(place.Width);
+  picture_.assign(width * Index(keptEnd - kept), ClearCell);
+  pictureTop_ = place.Top + kept;
+  FieldPositions positions(control.TopFieldOffset, control.BottomFieldOffset);
+  int decoded = 0;
+  for (int line = 0; line < lines && !positions.HasEnded;) {
+    const bool isKept = line >= kept && line < keptEnd;
+    const int end = isKept ? keptEnd : std::min(line + LinesAtOnce, line < kept ? kept : lines);
+    if (!isKept) {
+      band_.resize(width * Index(end - line));
+    }
+    const std::span<std::uint8_t> cells = isKept ? picture_ : band_;
+    const int found = DecodeNextLines<std::uint8_t>(unit, cells, place.Width, end - line, positions, table);
+    if (isCounted) {
+      CountClipped(place, line, cells.first(width * Index(found)), *clipped);
+    }
+    decoded += found;
+    line = end;
   }
   return decoded < lines - lines % 2;
 }
@@ -225,14 +244,14 @@ bool MergedPicture::IsShownWhole(const Placement& place) const {
          place.Top + place.Height - 1 <= LastMergedRow(height_);
 }
 
-/// Of the picture decoded last, of which all lines are there.
-ClippedPixels MergedPicture::CountClipped(const Placement& place) const {
-  ClippedPixels clipped;
+/// Adds what is clipped of these lines of the picture, whole ones.
+void MergedPicture::CountClipped(const Placement& place, int firstLine, std::span<const std::uint8_t> lines,
+                                 ClippedPixels& clipped) const {
   const std::size_t width = Index(place.Width);
   const std::size_t widthInFrame = Index(std::clamp(MergedWidth - place.Left, 0, place.Width));
-  for (int y = 0; y < place.Height; ++y) {
-    const auto cells = std::span(picture_).subspan(Index(y) * width, width);
-    const int row = place.Top + y;
+  for (int row = place.Top + firstLine; !lines.empty(); ++row) {
+    const auto cells = lines.first(width);
+    lines = lines.subspan(width);
     const bool isInFrame = row >= 0 && row < height_;
     const bool isInUnit = row >= FirstMergedRow && row <= LastMergedRow(height_);
     const auto inside = cells.first(isInFrame ? widthInFrame : 0);
@@ -242,7 +261,6 @@ ClippedPixels MergedPicture::CountClipped(const Placement& place) const {
     clipped.InEdgeRows += inEdgeRow;
     clipped.Rows += outsideFrame + inEdgeRow > 0 ? 1 : 0;
   }
-  return clipped;
 }
 
 /// The frame has the primary picture alone yet, and `picture_` the secondary one's states.
@@ -313,7 +331,7 @@ void MergedPicture::LayOver(const Placement& place) {
 }
 
 std::span<const std::uint8_t> MergedPicture::PictureRow(const Placement& place, int frameRow) const {
-  return std::span(picture_).subspan(Index(frameRow - place.Top) * Index(place.Width),
+  return std::span(picture_).subspan(Index(frameRow - pictureTop_) * Index(place.Width),
                                      Index(place.EndColumn - place.Left));
 }
 

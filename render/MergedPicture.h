@@ -119,7 +119,8 @@ class MergedPicture {
   bool Decode(std::span<const std::uint8_t> unit, const SpuControl& control, const Placement& place,
               const CellTable& table, ClippedPixels* clipped);
   [[nodiscard]] bool IsShownWhole(const Placement& place) const;
-  [[nodiscard]] ClippedPixels CountClipped(const Placement& place) const;
+  void CountClipped(const Placement& place, int firstLine, std::span<const std::uint8_t> lines,
+                    ClippedPixels& clipped) const;
   [[nodiscard]] std::int32_t CountCovered(const Placement& place) const;
   void CountRecoloured(const Placement& secondary, MergedCounts& counts) const;
   void Copy(const Placement& place);
@@ -130,7 +131,9 @@ class MergedPicture {
   int height_ = 0;
   std::vector<std::uint8_t> cells_;     // MergedWidth x height_
   std::vector<std::uint8_t> rowInUse_;  // per row: 1 where cells_ may hold anything but 0
-  std::vector<std::uint8_t> picture_;   // the picture decoded last
+  std::vector<std::uint8_t> picture_;   // of the picture decoded last the lines that the frame needs
+  int pictureTop_ = 0;                  // the frame's row of the first of them
+  std::vector<std::uint8_t> band_;      // lines of it that are counted alone
 
   bool prepared_ = false;
   CodeColours colours_{};                         // what the tables below were made for
