@@ -99,8 +99,12 @@ void RequirePicture(std::span<const std::uint8_t> unit, const DisplayTimeline& t
       const std::uint8_t code = codes[static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x)];
       const Argb pixel =
           pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
-      Require(pixel ==
-              (code == notReached ? 0U : ColourAt(state, changes, area.X.First + x, area.Y.First + y, code)));
+      const QPoint place(area.X.First + x, area.Y.First + y);
+      const Argb expected = code == notReached ? 0U : ColourAt(state, changes, place.x(), place.y(), code);
+      Require(pixel == expected);
+      const auto asked = player.At(state, changes, place);
+      Require(asked ? asked->Code == code && GetARGBColor(palette[asked->Colour], asked->Contrast) == expected
+                    : code == notReached);
     }
   }
 }

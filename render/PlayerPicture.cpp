@@ -112,4 +112,42 @@ void PlayerPicture::Draw(const DisplayState& state, std::span<const ChangedLines
   canvas.DrawLines(line, lines, unchanged);
 }
 
+std::optional<PlayedPixel> PlayerPicture::At(const DisplayState& state, std::span<const ChangedLines> changes,
+                                             QPoint pixel) {
+  if (!state.IsShown() || !state.Area || !state.Fields) {
+    return std::nullopt;
+  }
+  const DisplayArea& area = *state.Area;
+  const int column = pixel.x() - area.X.First;
+  const int line = pixel.y() - area.Y.First;
+  if (column < 0 || column >= area.Width() || line < 0 || line >= area.Height()) {
+    return std::nullopt;
+  }
+  // What was decoded to be drawn has the frame's lines, this one among them.
+  const Part part = {.Width = area.Width(), .Lines = area.Height(), .Fields = *state.Fields};
+  const bool isDecoded =
+      decoded_ && decoded_->Width == part.Width && decoded_->Fields == part.Fields && line < decoded_->Lines;
+  if (!isDecoded) {
+    Decode(part);
+  }
+  const std::size_t code = codes_[static_cast<std::size_t>(line) * static_cast<std::size_t>(part.Width) +
+                                  static_cast<std::size_t>(column)];
+  if (code == UnreachedCell) {
+    return std::nullopt;
+  }
+  PlayedPixel found = {.Code = code, .Colour = state.Colours[code], .Contrast = state.Contrasts[code]};
+  for (const ChangedLines& group : changes) {
+    if (pixel.y() < group.First || pixel.y() > group.Last) {
+      continue;
+    }
+    for (const ColourChange& change : group.All()) {
+      if (change.Column <= pixel.x()) {
+        found.Colour = change.Colours[code];
+        found.Contrast = change.Contrasts[code];
+      }
+    }
+  }
+  return found;
+}
+
 }  // namespace quillmark

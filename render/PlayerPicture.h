@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include <QPoint>
 #include <QSize>
 
 #include "imaging/cBitmap.h"
@@ -13,6 +14,15 @@
 #include "sup/DisplayTimeline.h"
 
 namespace quillmark {
+
+/// What a player shows of a pixel.
+struct PlayedPixel {
+  std::size_t Code = 0;
+  std::uint8_t Colour = 0;    ///< palette entry
+  std::uint8_t Contrast = 0;  ///< 0 invisible, 15 opaque
+
+  bool operator==(const PlayedPixel&) const = default;
+};
 
 /// Draws what a player shows of one unit. Fields are decoded once for all states that follow one another with
 /// the same area and fields; what changes between them is looked up for each stretch of a line.
@@ -27,6 +37,10 @@ class PlayerPicture {
   /// picture's place is the area's first column and line.
   void Draw(const DisplayState& state, std::span<const ChangedLines> changes, const DvdPalette& palette,
             QSize within, cBitmap& picture);
+  /// What the pixel of the frame, from its corner on, is in `state`. Nothing outside of the area, where no
+  /// run reaches it, or where Draw has no image.
+  [[nodiscard]] std::optional<PlayedPixel> At(const DisplayState& state,
+                                              std::span<const ChangedLines> changes, QPoint pixel);
 
  private:
   struct Part {

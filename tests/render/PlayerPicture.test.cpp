@@ -58,6 +58,12 @@ class LastPicture {
     player_.Draw(state, timeline_.ChangesOf(state), Reds, within, picture_);
   }
 
+  /// What the last state shows of a pixel of the frame.
+  [[nodiscard]] std::optional<PlayedPixel> At(int x, int y) {
+    const DisplayState& state = timeline_.States.back();
+    return player_.At(state, timeline_.ChangesOf(state), {x, y});
+  }
+
   [[nodiscard]] const DisplayTimeline& Timeline() const { return timeline_; }
   [[nodiscard]] QSize Size() const { return picture_.Image().size(); }
   [[nodiscard]] std::vector<Argb> Line(int y) const {
@@ -200,6 +206,35 @@ TEST(PlayerPictureChanges, ReachFromTheirColumnToTheNextOneAndTheLinesEnd) {
   EXPECT_EQ(picture.Line(1), changed);
   EXPECT_EQ(picture.Line(2), changed);
   EXPECT_EQ(picture.Line(3), Plain);
+}
+
+TEST(PlayerPictureChanges, PixelHasTheCodesOfItsPlace) {
+  LastPicture picture = WithChanges(
+      {ColourGroup(401, 402, 2, {ColourChange(101, 0x7654, 0xFFFF), ColourChange(105, 0xBA98, 0x0F8F)})});
+  EXPECT_EQ(picture.At(102, 400), (PlayedPixel{.Code = 1, .Colour = 1, .Contrast = 15}));
+  EXPECT_EQ(picture.At(100, 401), (PlayedPixel{.Code = 0, .Colour = 0, .Contrast = 15}));
+  EXPECT_EQ(picture.At(102, 401), (PlayedPixel{.Code = 1, .Colour = 5, .Contrast = 15}));
+  EXPECT_EQ(picture.At(105, 402), (PlayedPixel{.Code = 2, .Colour = 10, .Contrast = 15}));
+  EXPECT_EQ(picture.At(106, 402), (PlayedPixel{.Code = 3, .Colour = 11, .Contrast = 0}));
+  EXPECT_EQ(picture.At(106, 403), (PlayedPixel{.Code = 3, .Colour = 3, .Contrast = 15}));
+  EXPECT_EQ(picture.At(99, 401), std::nullopt);
+  EXPECT_EQ(picture.At(108, 401), std::nullopt);
+  EXPECT_EQ(picture.At(100, 399), std::nullopt);
+  EXPECT_EQ(picture.At(100, 404), std::nullopt);
+}
+
+TEST(PlayerPicture, PixelThatNoRunReachesIsNone) {
+  // The last line of an odd height is not decoded.
+  LastPicture picture(test::Played(
+      TwoOfEach, {{.Delay = 0, .Commands = Join({FourLines(), SetArea(100, 107, 400, 402)})}}));
+  EXPECT_TRUE(picture.At(100, 401));
+  EXPECT_EQ(picture.At(100, 402), std::nullopt);
+}
+
+TEST(PlayerPicture, NoPixelIsThereOfWhatIsNotShown) {
+  LastPicture stopped(test::Played(
+      TwoOfEach, {{.Delay = 0, .Commands = FourLines()}, {.Delay = 5, .Commands = StopDisplay}}));
+  EXPECT_EQ(stopped.At(100, 400), std::nullopt);
 }
 
 TEST(PlayerPictureChanges, LeftOfTheAreaTheLastOneCounts) {
