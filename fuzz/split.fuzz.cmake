@@ -1,0 +1,1 @@
+quillmark_fuzz(split_plan LINK quillmark_render)
