@@ -11,13 +11,13 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QScopedValueRollback>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include "app/CountText.h"
 #include "app/PicturesAhead.h"
 #include "app/ProblemFinder.h"
+#include "app/RowFollower.h"
 #include "app/SubtitleDelegate.h"
 #include "app/SubtitleTable.h"
 #include "app/TimeStrip.h"
@@ -118,6 +118,7 @@ void SubtitleList::Build() {
   table_->setAccessibleName(QStringLiteral("Subtitles"));
   table_->setModel(model_);
   table_->setItemDelegate(new SubtitleDelegate(document_, *model_, pictures_, table_));
+  follower_ = new RowFollower(document_, *table_, this);
   new PicturesAhead(*table_, *model_, pictures_);
   problems_ = new QPlainTextEdit(splitter_);
   problems_->setObjectName(QStringLiteral("Text_Problems"));
@@ -191,10 +192,6 @@ void SubtitleList::ConnectDocument() {
     ShowSecondLane();
   });
   connect(&document_, &Document::FrameLinesChanged, this, &SubtitleList::FollowPictures);
-  connect(&document_, &Document::NumberChanged, this, [this] {
-    numberChanged_ = true;
-    SettleLater();
-  });
   connect(finder_, &ProblemFinder::Found, this, &SubtitleList::FollowMarks);
   connect(finder_, &ProblemFinder::Finished, this, [this] {
     if (filter_.AsksForMarks() || finder_->Survey().DamageCount() > 0) {
@@ -225,16 +222,11 @@ void SubtitleList::ConnectControls() {
       }
     }
   });
-  const auto chooseAgain = [this] {
-    movedByUser_ = true;
-    SettleLater();
-  };
-  connect(table_, &QAbstractItemView::activated, this, chooseAgain);
-  connect(table_, &QAbstractItemView::clicked, this, chooseAgain);
-  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          &SubtitleList::CurrentRowMoved);
+  connect(follower_, &RowFollower::RowMoved, this, &SubtitleList::ShowProblems);
+  connect(follower_, &RowFollower::RowChosen, this, &SubtitleList::GoToChosen);
+  connect(follower_, &RowFollower::DocumentMoved, this, &SubtitleList::FollowNumber);
   connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-    keeps_ = keeps_ && followsDocument_;
+    keeps_ = keeps_ && follower_->IsKeeping();
     emit SelectionChanged();
   });
 }
@@ -348,8 +340,7 @@ void SubtitleList::ShowRows(bool keepsSelection) {
     kept_ = Selected();
   }
   const auto current = keepsSelection ? CurrentSubject() : std::nullopt;
-  {
-    const QScopedValueRollback<bool> follows(followsDocument_, true);
+  follower_->Keep([&] {
     model_->Show(std::move(rows));
     for (const auto& subject : {current, SubjectOfDocument()}) {
       const auto row = subject ? model_->RowOf(*subject) : std::nullopt;
@@ -358,10 +349,13 @@ void SubtitleList::ShowRows(bool keepsSelection) {
       }
     }
     SelectKept();
-  }
+  });
   keeps_ = true;
-  numberChanged_ = !keepsSelection;
-  SettleLater();
+  if (keepsSelection) {
+    follower_->DropFollow();
+  } else {
+    follower_->Follow();
+  }
   ShowCount();
   ShowProblems();
   emit SelectionChanged();

@@ -27,6 +27,7 @@ namespace quillmark {
 
 class Comparison;
 class ProblemFinder;
+class RowFollower;
 class SubtitleTable;
 class TimeStrip;
 
@@ -96,9 +97,7 @@ class SubtitleList : public QWidget {
   void ShowCount();
 
   // Where one is
-  void CurrentRowMoved();
-  void SettleLater();
-  void Settle();
+  void GoToChosen();
   void FollowNumber();
   void GoToSubtitle(std::size_t index);
   [[nodiscard]] std::optional<RowSubject> CurrentSubject() const;
@@ -117,6 +116,7 @@ class SubtitleList : public QWidget {
   QLabel* count_ = nullptr;
   TimeStrip* strip_ = nullptr;
   SubtitleTable* table_ = nullptr;
+  RowFollower* follower_ = nullptr;
   QPlainTextEdit* problems_ = nullptr;
   QSplitter* splitter_ = nullptr;
   QList<QAction*> columnActions_;
@@ -126,10 +126,6 @@ class SubtitleList : public QWidget {
   std::vector<std::size_t> kept_;  // what was selected before rows of it were hidden
   bool keeps_ = false;             // the user selected nothing else since
   bool hasSecondLane_ = false;     // of the strip
-  bool movedByUser_ = false;       // the user went to another row, and the window not yet
-  bool numberChanged_ = false;     // the window went to another subtitle, and the list not yet
-  bool followsDocument_ = false;   // rows are chosen that the window shows
-  bool settling_ = false;          // Settle() is about to be called
 };
 
 }  // namespace quillmark

@@ -9,49 +9,28 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QScopedValueRollback>
 #include <QSplitter>
 
 #include "app/Comparison.h"
 #include "app/DrawnSubtitle.h"
 #include "app/ProblemFinder.h"
+#include "app/RowFollower.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
 #include "app/TimeStrip.h"
 
 namespace quillmark {
 
-void SubtitleList::CurrentRowMoved() {
-  ShowProblems();
-  if (!followsDocument_) {
-    movedByUser_ = true;
-    SettleLater();
-  }
-}
-
-/// What follows from a change of the current row or of the subtitle shown comes when the event is over that
-/// it belongs to: showing a subtitle may end in a message, and the document may pass several on its way to
-/// one.
-void SubtitleList::SettleLater() {
-  if (!settling_) {
-    settling_ = true;
-    QMetaObject::invokeMethod(this, &SubtitleList::Settle, Qt::QueuedConnection);
-  }
-}
-
-void SubtitleList::Settle() {
-  settling_ = false;
+void SubtitleList::GoToChosen() {
   const auto subject = CurrentSubject();
-  if (std::exchange(movedByUser_, false) && subject && subject->IsSubtitle()) {
-    const auto number = static_cast<std::int64_t>(subject->Index()) + 1;
-    if (number != document_.Number()) {
-      emit Chosen(number);
-      // Where the window could not go there just now, the list is back at what it shows.
-      numberChanged_ = true;
-    }
+  if (!subject || !subject->IsSubtitle()) {
+    return;
   }
-  if (std::exchange(numberChanged_, false)) {
-    FollowNumber();
+  const auto number = static_cast<std::int64_t>(subject->Index()) + 1;
+  if (number != document_.Number()) {
+    emit Chosen(number);
+    // Where the window could not go there just now, the list is back at what it shows.
+    follower_->Follow();
   }
 }
 
@@ -63,8 +42,7 @@ void SubtitleList::FollowNumber() {
     return;
   }
   if (const auto row = model_->RowOf(*shown)) {
-    const QScopedValueRollback<bool> follows(followsDocument_, true);
-    table_->GoToRow(*row);
+    follower_->GoToRow(*row);
   }
 }
 
@@ -78,8 +56,7 @@ std::optional<RowSubject> SubtitleList::SubjectOfDocument() const {
 void SubtitleList::GoToSubtitle(std::size_t index) {
   if (const auto row = model_->RowOf(RowSubject::Subtitle(index))) {
     table_->GoToRow(*row);
-    movedByUser_ = true;
-    SettleLater();
+    follower_->Choose();
   } else {
     emit Chosen(static_cast<std::int64_t>(index) + 1);
   }
@@ -95,16 +72,8 @@ std::int64_t SubtitleList::ProblemCount() const {
 }
 
 QString SubtitleList::GoToProblem(bool forward) {
-  const int rows = model_->rowCount();
-  const QModelIndex current = table_->currentIndex();
-  const int step = forward ? 1 : -1;
-  for (int row = current.isValid() ? current.row() + step : 0; row >= 0 && row < rows; row += step) {
-    if (model_->SeverityAt(row)) {
-      table_->GoToRow(row);
-      return model_->SentenceAt(row);
-    }
-  }
-  return {};
+  const auto row = table_->GoToNext(forward, [this](int at) { return model_->SeverityAt(at).has_value(); });
+  return row ? model_->SentenceAt(*row) : QString();
 }
 
 std::optional<RowSubject> SubtitleList::CurrentSubject() const {
@@ -125,11 +94,9 @@ void SubtitleList::ShowProblems() {
 
 std::vector<std::size_t> SubtitleList::Selected() const {
   std::vector<std::size_t> subtitles;
-  for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-      if (const RowSubject subject = model_->SubjectOf(row); subject.IsSubtitle()) {
-        subtitles.push_back(subject.Index());
-      }
+  for (const int row : table_->SelectedRows()) {
+    if (const RowSubject subject = model_->SubjectOf(row); subject.IsSubtitle()) {
+      subtitles.push_back(subject.Index());
     }
   }
   std::ranges::sort(subtitles);
@@ -142,20 +109,8 @@ bool SubtitleList::HasSelection() const {
 }
 
 std::unique_ptr<QMimeData> SubtitleList::Copied() const {
-  std::vector<int> rows;
-  for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-      rows.push_back(row);
-    }
-  }
-  std::ranges::sort(rows);
-  std::vector<int> columns;
-  const QHeaderView* header = table_->horizontalHeader();
-  for (int place = 0; place < header->count(); ++place) {
-    if (const int column = header->logicalIndex(place); !header->isSectionHidden(column)) {
-      columns.push_back(column);
-    }
-  }
+  const std::vector<int> rows = table_->SelectedRows();
+  const std::vector<int> columns = table_->ShownColumns();
   if (rows.empty()) {
     return nullptr;
   }

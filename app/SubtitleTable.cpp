@@ -60,14 +60,43 @@ SubtitleTable::RowRange SubtitleTable::RowsInSight() const {
 }
 
 int SubtitleTable::FirstColumn() const {
+  const std::vector<int> shown = ShownColumns();
+  return shown.empty() ? 0 : shown.front();
+}
+
+std::vector<int> SubtitleTable::ShownColumns() const {
+  std::vector<int> shown;
   const QHeaderView* columns = horizontalHeader();
   for (int place = 0; place < columns->count(); ++place) {
-    const int column = columns->logicalIndex(place);
-    if (!columns->isSectionHidden(column)) {
-      return column;
+    if (const int column = columns->logicalIndex(place); !columns->isSectionHidden(column)) {
+      shown.push_back(column);
     }
   }
-  return 0;
+  return shown;
+}
+
+std::vector<int> SubtitleTable::SelectedRows() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      rows.push_back(row);
+    }
+  }
+  std::ranges::sort(rows);
+  return rows;
+}
+
+std::optional<int> SubtitleTable::GoToNext(bool forward, const std::function<bool(int row)>& isWanted) {
+  const int rows = model()->rowCount();
+  const QModelIndex current = currentIndex();
+  const int step = forward ? 1 : -1;
+  for (int row = current.isValid() ? current.row() + step : 0; row >= 0 && row < rows; row += step) {
+    if (isWanted(row)) {
+      GoToRow(row);
+      return row;
+    }
+  }
+  return std::nullopt;
 }
 
 void SubtitleTable::GoToRow(int row) {

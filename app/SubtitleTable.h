@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
 
 #include <QBasicTimer>
 #include <QTableView>
@@ -24,6 +27,12 @@ class SubtitleTable : public QTableView {
   [[nodiscard]] RowRange RowsInSight() const;
   /// The leftmost column that is not hidden.
   [[nodiscard]] int FirstColumn() const;
+  /// Those that are not hidden, from left to right.
+  [[nodiscard]] std::vector<int> ShownColumns() const;
+  /// Ascending.
+  [[nodiscard]] std::vector<int> SelectedRows() const;
+  /// Goes to the next such row after the current one, or from the first one on, or before it; its number.
+  std::optional<int> GoToNext(bool forward, const std::function<bool(int row)>& isWanted);
   /// Makes the row the current one, and the only one that is selected.
   void GoToRow(int row);
 
