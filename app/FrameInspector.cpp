@@ -1,5 +1,7 @@
 #include "app/FrameInspector.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QLineEdit>
 
@@ -30,6 +32,11 @@ void FrameInspector::Show(std::span<const std::uint8_t> unit, const SpuControl& 
 void FrameInspector::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
                               const CodeMap& codes) {
   pixels_.ShowOver(unit, control, moved, codes);
+  TellAreas();
+}
+
+void FrameInspector::ShowPlayed(std::shared_ptr<PlayedSubtitle> played, const DisplayState* state) {
+  pixels_.ShowPlayed(std::move(played), state);
   TellAreas();
 }
 

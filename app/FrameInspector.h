@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 
@@ -31,6 +32,7 @@ class FrameInspector : public QObject {
   void Show(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeChoice& choice);
   void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
                 const CodeMap& codes);
+  void ShowPlayed(std::shared_ptr<PlayedSubtitle> played, const DisplayState* state);
 
   /// Opens the loupe at the pointer, or else in the middle of the subtitle or the frame, and gives it the
   /// focus; or closes it and gives the focus back.

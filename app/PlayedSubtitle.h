@@ -31,6 +31,10 @@ class PlayedSubtitle {
   void Draw(const DisplayState& state, const DvdPalette& palette, QSize within, cBitmap& picture) {
     player_.Draw(state, timeline_.ChangesOf(state), palette, within, picture);
   }
+  /// Likewise.
+  [[nodiscard]] std::optional<PlayedPixel> PixelAt(const DisplayState& state, QPoint pixel) {
+    return player_.At(state, timeline_.ChangesOf(state), pixel);
+  }
 
  private:
   std::vector<std::uint8_t> unit_;

@@ -39,8 +39,6 @@ QString TimeText(int ms, int lengthMs) {
 PlayerBar::PlayerBar(QWidget* parent) : QWidget(parent), clock_(RealClock()) {
   Check_Player = new QCheckBox(QStringLiteral("As a player shows it"), this);
   Check_Player->setObjectName(QStringLiteral("Check_Player"));
-  Check_Player->setToolTip(
-      QStringLiteral("Carry out all control sequences at their times: fades, moves, changes of colour"));
   Command_Play = new QPushButton(this);
   Command_Play->setObjectName(QStringLiteral("Command_Play"));
   Command_Play->setAutoDefault(true);
@@ -96,6 +94,13 @@ void PlayerBar::SetOn(bool on) {
 void PlayerBar::SetAvailable(bool available) {
   if (available != isAvailable_) {
     isAvailable_ = available;
+    Update();
+  }
+}
+
+void PlayerBar::SetMerging(bool merging) {
+  if (merging != isMerging_) {
+    isMerging_ = merging;
     Update();
   }
 }
@@ -170,9 +175,16 @@ void PlayerBar::Update() {
   Command_Play->setEnabled(isAvailable_);
   Slider_Time->setEnabled(isShown);
   Command_Play->setText(IsPlaying() ? QStringLiteral("Pause") : QStringLiteral("Play"));
+  const QString whyNot =
+      QStringLiteral("Not of a merged subtitle: it is one picture from its start to its stop, the one shown");
+  Check_Player->setToolTip(
+      isMerging_ ? whyNot
+                 : QStringLiteral(
+                       "Carry out all control sequences at their times: fades, moves, changes of colour"));
   Command_Play->setToolTip(
-      IsPlaying() ? QStringLiteral("Stop at this moment (Ctrl+P)")
-                  : QStringLiteral("Show the subtitle in its own time, as a player does (Ctrl+P)"));
+      isMerging_    ? whyNot
+      : IsPlaying() ? QStringLiteral("Stop at this moment (Ctrl+P)")
+                    : QStringLiteral("Show the subtitle in its own time, as a player does (Ctrl+P)"));
   emit Changed();
 }
 

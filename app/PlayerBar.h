@@ -28,6 +28,8 @@ class PlayerBar : public QWidget {
   void SetOn(bool on);
   /// Whether there is anything to be shown by a player; nothing plays where there is not.
   void SetAvailable(bool available);
+  /// That it is not available because two streams are merged; its tooltips say so.
+  void SetMerging(bool merging);
   [[nodiscard]] bool IsAvailable() const { return isAvailable_; }
 
   /// Another subtitle, of this length: its time starts at 0, and what plays goes on with it.
@@ -65,6 +67,7 @@ class PlayerBar : public QWidget {
   QTimer timer_;
   std::int64_t startedAt_ = 0;  // the clock's time of the slider's 0
   bool isAvailable_ = false;
+  bool isMerging_ = false;
   bool advances_ = false;  // the slider moves with the clock
 };
 

@@ -5,6 +5,7 @@
 
 #include "app/DisplayFrame.h"
 #include "app/Document.h"
+#include "app/FrameInspector.h"
 #include "app/PlayedSubtitle.h"
 #include "app/PlayerBar.h"
 #include "sup/SpuCommand.h"
@@ -26,8 +27,9 @@ void WriteChoice(const CodeChoice& choice, const SpuControl& control, std::vecto
 
 }  // namespace
 
-PlayerView::PlayerView(Document& document, DisplayFrame& frame, PlayerBar& bar, QObject* parent)
-    : QObject(parent), document_(document), frame_(frame), bar_(bar) {
+PlayerView::PlayerView(Document& document, DisplayFrame& frame, FrameInspector& inspector, PlayerBar& bar,
+                       QObject* parent)
+    : QObject(parent), document_(document), frame_(frame), inspector_(inspector), bar_(bar) {
   connect(&bar_, &PlayerBar::TimeChanged, this, &PlayerView::Draw);
   connect(&document_, &Document::NumberChanged, this, &PlayerView::FollowDocument);
   connect(&document_, &Document::CommandsChanged, this, &PlayerView::FollowDocument);
@@ -54,6 +56,7 @@ bool PlayerView::Show(std::span<const std::uint8_t> unit) {
 }
 
 void PlayerView::FollowDocument() {
+  bar_.SetMerging(document_.IsMerging());
   bar_.SetAvailable(document_.HasSubtitle() && document_.Enabled().Editing && !document_.IsLoading());
   if (document_.IsMerging()) {
     bar_.SetOn(false);
@@ -76,7 +79,7 @@ void PlayerView::Take(std::vector<std::uint8_t> unit, std::optional<std::int64_t
   if (document_.IsPreview()) {
     WriteChoice(document_.Choice(), document_.Control(), unit);
   }
-  played_ = std::make_unique<PlayedSubtitle>(std::move(unit), replacedAt);
+  played_ = std::make_shared<PlayedSubtitle>(std::move(unit), replacedAt);
   drawn_.reset();
   // Shown again it stays at its time.
   const std::int64_t number = document_.IsLoading() ? 0 : document_.LastTried();
@@ -111,6 +114,7 @@ void PlayerView::Draw() {
       frame.Draw(picture, place.X.First, place.Y.First, nullptr);
     }
   }
+  inspector_.ShowPlayed(played_, state);
   frame_.Refresh();
 }
 

@@ -13,17 +13,20 @@ namespace quillmark {
 
 class DisplayFrame;
 class Document;
+class FrameInspector;
 class PlayedSubtitle;
 class PlayerBar;
 struct DisplayState;
 
 /// Draws the document's subtitle into the frame as a player shows it at the bar's time, in place of the still
-/// picture. Not while two streams are merged: a merged subtitle is one picture from its start to its stop.
+/// picture, and has the inspector tell of that. Not while two streams are merged: a merged subtitle is one
+/// picture from its start to its stop.
 class PlayerView : public QObject {
   Q_OBJECT
 
  public:
-  PlayerView(Document& document, DisplayFrame& frame, PlayerBar& bar, QObject* parent);
+  PlayerView(Document& document, DisplayFrame& frame, FrameInspector& inspector, PlayerBar& bar,
+             QObject* parent);
   ~PlayerView() override;
 
   /// The document's subtitle was shown or previewed: takes it over, as it is now, over the background that is
@@ -43,8 +46,9 @@ class PlayerView : public QObject {
 
   Document& document_;
   DisplayFrame& frame_;
+  FrameInspector& inspector_;
   PlayerBar& bar_;
-  std::unique_ptr<PlayedSubtitle> played_;    // none until one was shown
+  std::shared_ptr<PlayedSubtitle> played_;    // none until one was shown
   std::int64_t number_ = 0;                   // of the subtitle in played_; 0 while it is another stream's
   std::optional<const DisplayState*> drawn_;  // null: nothing of it
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -13,6 +14,9 @@
 #include "sup/SpuControl.h"
 
 namespace quillmark {
+
+class PlayedSubtitle;
+struct DisplayState;
 
 /// What a pixel of a subtitle is.
 struct PixelFacts {
@@ -33,6 +37,8 @@ class ShownPixels {
   /// Another stream's over it and `moved` lines lower; each of its codes is shown as the one in `codes`.
   void ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,
                 const CodeMap& codes = SameCodes);
+  /// In their place one as a player shows it from now on; null: nothing of it.
+  void ShowPlayed(std::shared_ptr<PlayedSubtitle> played, const DisplayState* state);
 
   /// The uppermost subtitle that has the frame pixel; of two the one that is seen there. None outside of
   /// their areas.
@@ -54,10 +60,14 @@ class ShownPixels {
 
   void Set(std::size_t layer, std::span<const std::uint8_t> unit, const SpuControl& control, int moved);
   [[nodiscard]] std::optional<PixelFacts> At(Layer& layer, QPoint pixel) const;
+  [[nodiscard]] std::optional<PixelFacts> PlayedAt(QPoint pixel) const;
+  [[nodiscard]] QRect PlayedArea() const;
 
   std::vector<Layer> layers_ = std::vector<Layer>(2);  // the memory of both is kept
   std::size_t count_ = 0;
   CodeChoice choice_;
+  std::shared_ptr<PlayedSubtitle> played_;  // in place of the layers
+  const DisplayState* state_ = nullptr;     // of played_
 };
 
 }  // namespace quillmark

@@ -33,7 +33,7 @@ void frmTest::BuildPlayer() {
   connect(playerBar_->Command_Play, &QAbstractButton::clicked, Action_Play, &QAction::trigger);
   connect(playerBar_, &PlayerBar::Changed, this, &frmTest::UpdatePlayer);
   connect(playerBar_, &PlayerBar::Toggled, this, &frmTest::DrawAgain);
-  playerView_ = new PlayerView(*document_, *Picture1, *playerBar_, this);
+  playerView_ = new PlayerView(*document_, *Picture1, *inspector_, *playerBar_, this);
   connect(playerView_, &PlayerView::Damaged, this,
           [this](const QString& what) { Tell(QStringLiteral("As a player shows it: ") + what); });
   UpdatePlayer();

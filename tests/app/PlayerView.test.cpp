@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <QTest>
 
+#include "app/DisplayFrame.h"
 #include "app/PlayerBar.h"
 #include "tests/app/MergeTest.h"
 #include "tests/support/PlayedUnit.h"
@@ -79,6 +80,32 @@ TEST_F(Player, SliderShowsWhatHoldsAtItsTime) {
   EXPECT_EQ(FrameColour(0, 2), Entry2);
   Slider().setValue(342);
   EXPECT_EQ(FrameColour(0, 2), DarkSquare);
+}
+
+TEST_F(Player, PixelsAndAreaAreThoseOfTheTime) {
+  LoadStream(Moving().Build());
+  Click("Check_Player");
+  Window.findChild<QAction*>("Action_Loupe")->trigger();  // in the middle of the subtitle's area
+  EXPECT_EQ(TextOf("Text_Pixel"), "101, 400: code 1 (pattern), entry 1, opacity F");
+  Slider().setValue(114);
+  EXPECT_EQ(TextOf("Text_Pixel"), "101, 400: code 1 (pattern), entry 2, opacity F");
+  auto& frame = *dynamic_cast<DisplayFrame*>(&Control<QWidget>("Picture1"));
+  EXPECT_EQ(frame.Guides().Subtitles, std::vector{QRect(100, 400, 4, 2)});
+  Slider().setValue(228);
+  EXPECT_EQ(TextOf("Text_Pixel"), "101, 400");
+  EXPECT_EQ(frame.Guides().Subtitles, std::vector{QRect(0, 2, 4, 2)});
+  Slider().setValue(342);
+  EXPECT_EQ(frame.Guides().Subtitles, std::vector<QRect>{});
+  Click("Check_Player");
+  EXPECT_EQ(frame.Guides().Subtitles, std::vector{QRect(0, 2, 4, 2)});
+}
+
+TEST_F(Player, WhileMergingItSaysWhyItIsOff) {
+  LoadStream(Moving().Build());
+  EXPECT_TRUE(Control<QCheckBox>("Check_Player").toolTip().startsWith("Carry out"));
+  Merge(Moving().Build());
+  EXPECT_FALSE(IsEnabled("Check_Player"));
+  EXPECT_TRUE(Control<QCheckBox>("Check_Player").toolTip().startsWith("Not of a merged subtitle"));
 }
 
 TEST_F(Player, OffAgainTheStillPictureIsThere) {
