@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "sup/ChooseSecondary.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -130,6 +131,7 @@ bool Document::ShowPair(std::size_t index, std::optional<std::size_t> over, bool
   if (!primary_.Holds(index)) {
     return false;
   }
+  shownUnit_.reset();
   shownIndex_ = index;
   shownOver_ = over;
   if (!over) {
@@ -145,17 +147,58 @@ bool Document::Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool 
   if (!description) {
     return false;
   }
-  control_ = description->Control;
-  choice_ = written_ = ChoiceOf(control_);
-  colours_ = MakeCodeColours(palette_, control_);
-  inert_ = false;
+  TakeCodes(description->Control);
   ConvertedSubtitle converted{
       .Description = *description, .Unit = unit.Bytes, .Over = std::nullopt, .IsNew = isNew};
   if (over != nullptr) {
     converted.Over = {.Unit = over->Bytes, .Control = DecodeControl(over->Bytes, over->ControlOffset)};
+    converted.Codes = WithMergedCodes(control_, SettingsOfMerge());
   }
   emit SubtitleShown(converted);
   return !converted.Over || converted.Over->Control.IsValid();
+}
+
+void Document::TakeCodes(const SpuControl& control) {
+  control_ = control;
+  choice_ = written_ = ChoiceOf(control_);
+  colours_ = MakeCodeColours(palette_, control_);
+  inert_ = false;
+}
+
+bool Document::ShowUnit(const DisplayInterval& unit, std::int64_t number) {
+  const auto index = static_cast<std::size_t>(number - 1);
+  if (!primary_.Holds(index)) {
+    return false;
+  }
+  shownIndex_ = index;
+  shownUnit_ = unit;
+  const bool shown = ConvertUnit(unit, true);
+  SetNumber(number);
+  steps_.Next = number != primary_.Count;
+  steps_.Prev = number != 1;
+  emit CommandsChanged();
+  return shown;
+}
+
+bool Document::ConvertUnit(const DisplayInterval& unit, bool isNew) {
+  inert_ = true;
+  MergedInputReader reader(primary_, secondary_, SettingsOfMerge());
+  const MergeOutcome outcome = reader.ReadUnit(unit);
+  if (!reader.IsDescribed()) {
+    return false;
+  }
+  TakeCodes(reader.Description().Control);
+  ConvertedSubtitle converted{.Description = reader.Description(),
+                              .Unit = reader.PrimaryUnit(),
+                              .Over = std::nullopt,
+                              .IsOfSplit = true,
+                              .Codes = reader.MergedCodes(),
+                              .IsNew = isNew};
+  if (reader.HasSecondary()) {
+    converted.Over = {.Unit = reader.SecondaryUnit(), .Control = reader.SecondaryControl()};
+  }
+  emit SubtitleShown(converted);
+  return outcome == MergeOutcome::Encoded;
 }
 
 void Document::Choose(const CodeChoice& choice) {
@@ -193,7 +236,9 @@ void Document::BeginLoading() {
                     .PrimaryCount = primary_.Count,
                     .SecondaryCount = secondary_.Count,
                     .Merging = merging_,
-                    .Codes = std::exchange(mergedCodes_, {})};
+                    .Codes = std::exchange(mergedCodes_, {}),
+                    .Times = std::exchange(mergeTimes_, {}),
+                    .Unit = std::exchange(shownUnit_, std::nullopt)};
   everLoading_ = true;
   primary_.Count = 0;
   secondary_.Count = 0;
@@ -248,6 +293,8 @@ void Document::AbandonLoading() {
   secondary_.Count = beforeLoading_.SecondaryCount;
   merging_ = beforeLoading_.Merging;
   mergedCodes_ = beforeLoading_.Codes;
+  mergeTimes_ = beforeLoading_.Times;
+  shownUnit_ = beforeLoading_.Unit;
   emit CommandsChanged();
 }
 
@@ -306,6 +353,7 @@ void Document::DropSecondary() {
 void Document::BeginMerging(SupStream secondary) {
   secondary_ = std::move(secondary);
   mergedCodes_ = {};
+  mergeTimes_ = {};
   merging_ = true;
   steps_.Change = false;
   emit CommandsChanged();
@@ -322,18 +370,30 @@ void Document::SetCodesOfMerge(const MergedCodes& codes) {
   emit MergeChanged();
 }
 
+void Document::SetTimesOfMerge(const MergeTimes& times) {
+  mergeTimes_ = times;
+  if (std::exchange(shownUnit_, std::nullopt)) {
+    shownOver_ = ChooseSecondary(primary_, *shownIndex_, secondary_);
+  }
+  emit MergeChanged();
+}
+
 MergeSettings Document::SettingsOfMerge() const {
   return {.Palette = palette_,
           .YOffset = yOffset_,
           .FrameHeight = frameLines_,
           .SecondaryCodes = mergedCodes_.OfSecondary,
           .Colours = mergedCodes_.Colours,
-          .Contrasts = mergedCodes_.Contrasts};
+          .Contrasts = mergedCodes_.Contrasts,
+          .Mode = mergeTimes_.Mode,
+          .JoinTicks = mergeTimes_.JoinMs * (TicksPerSecond / 1000)};
 }
 
 bool Document::LeaveMerging() {
   secondary_ = {};
   mergedCodes_ = {};
+  mergeTimes_ = {};
+  shownUnit_.reset();
   shownOver_.reset();
   merging_ = false;
   AllowSteps();
@@ -358,7 +418,9 @@ void Document::SetBusy(bool busy) {
 }
 
 void Document::ShowAgain() {
-  if (shownIndex_) {
+  if (shownUnit_) {
+    (void)ConvertUnit(DisplayInterval(*shownUnit_), false);
+  } else if (shownIndex_) {
     (void)ShowPair(*shownIndex_, shownOver_, false);
   }
 }

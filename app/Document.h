@@ -52,7 +52,16 @@ struct MergedCodes {
   bool operator==(const MergedCodes&) const = default;
 };
 
-/// A subtitle that was just converted, for whoever shows, draws or exports it.
+/// Which packets the merged stream has.
+struct MergeTimes {
+  MergeMode Mode = MergeMode::Pairs;
+  int JoinMs = 0;  ///< split: gaps of less are closed
+
+  bool operator==(const MergeTimes&) const = default;
+};
+
+/// A subtitle, or what a packet of a split merge shows, that was just converted, for whoever shows, draws or
+/// exports it.
 struct ConvertedSubtitle {
   struct Overlay {
     std::span<const std::uint8_t> Unit;  ///< whole, from its size field on
@@ -61,7 +70,11 @@ struct ConvertedSubtitle {
   SubtitleDescription Description;
   std::span<const std::uint8_t> Unit;  ///< whole; valid while the signal is handled
   std::optional<Overlay> Over;         ///< the secondary subtitle that is laid over it
-  bool IsNew = true;                   ///< false when it is only shown once more as it stood before
+  /// Of a packet of a split merge, which need not show a primary subtitle: then `Unit` is empty, and the
+  /// description that of the secondary one.
+  bool IsOfSplit = false;
+  SpuControl Codes = {};  ///< the palette entries and opacities of what is merged
+  bool IsNew = true;      ///< false when it is only shown once more as it stood before
 };
 
 /// What is no longer as it was.
@@ -115,6 +128,7 @@ class Document : public QObject {
   /// Whether there are subtitles of both streams to merge.
   [[nodiscard]] bool HasBothStreams() const { return merging_ && primary_.Count > 0 && secondary_.Count > 0; }
   [[nodiscard]] const MergedCodes& CodesOfMerge() const { return mergedCodes_; }
+  [[nodiscard]] const MergeTimes& TimesOfMerge() const { return mergeTimes_; }
   /// How the two streams are laid over each other, wherever that is shown, looked through or written.
   [[nodiscard]] MergeSettings SettingsOfMerge() const;
   [[nodiscard]] bool IsBusy() const { return busy_; }
@@ -134,6 +148,8 @@ class Document : public QObject {
   /// Kept oddity: after an invalid unit choices in the lists are not drawn, until a valid one was shown.
   [[nodiscard]] bool ListsAreInert() const { return inert_; }
   [[nodiscard]] const CodeChoice& Choice() const { return choice_; }
+  /// The packet of a split merge that is shown; none while subtitles are shown by their numbers.
+  [[nodiscard]] const std::optional<DisplayInterval>& ShownUnit() const { return shownUnit_; }
   /// Whether the choice differs from what the subtitle's bytes say.
   [[nodiscard]] bool IsPreview() const { return HasSubtitle() && choice_ != written_; }
   /// What the pixel codes of the subtitle shown stand for, and its control data.
@@ -148,6 +164,9 @@ class Document : public QObject {
   [[nodiscard]] bool Next();
   [[nodiscard]] bool Prev();
   [[nodiscard]] bool GoTo(std::int64_t number);
+  /// A packet of the split merge: one stream's subtitle or both. `number`, of the first stream, is where the
+  /// commands go on from.
+  [[nodiscard]] bool ShowUnit(const DisplayInterval& unit, std::int64_t number);
   /// Converts the current subtitle again. Kept oddity: after a failed conversion it only sets the number
   /// to 1.
   [[nodiscard]] bool Reset();
@@ -195,6 +214,9 @@ class Document : public QObject {
   void SetYOffset(std::int16_t lines);
   /// Until merging ends or another stream is loaded.
   void SetCodesOfMerge(const MergedCodes& codes);
+  /// Likewise. Another choice than before leaves a packet that is shown: the subtitle of the number is shown
+  /// from then on.
+  void SetTimesOfMerge(const MergeTimes& times);
   /// Both streams' first subtitles, whatever their times. Kept oddity: where that succeeds the number is 17
   /// until SetNumber(), and a stream of 17 subtitles leaves Next disabled.
   [[nodiscard]] bool ShowFirstMerged();
@@ -255,7 +277,7 @@ class Document : public QObject {
   void ChoiceChanged();
   void PaletteChanged();
   void StreamChanged(quillmark::StreamChange what);
-  /// What is laid over the subtitles, where, or in which codes.
+  /// What is laid over the subtitles, when, where, or in which codes.
   void MergeChanged();
   void FrameLinesChanged();
   /// What Enabled() says, or the name of a step of the history.
@@ -279,6 +301,8 @@ class Document : public QObject {
     std::int32_t SecondaryCount = 0;
     bool Merging = false;
     MergedCodes Codes;
+    MergeTimes Times;
+    std::optional<DisplayInterval> Unit;
   };
 
   /// Loading is over: what can be done follows from what was shown.
@@ -287,6 +311,8 @@ class Document : public QObject {
   void AllowSteps();
   [[nodiscard]] bool Show(std::int64_t number);
   [[nodiscard]] bool Convert(const SubtitleUnit& unit, const SubtitleUnit* over, bool isNew);
+  [[nodiscard]] bool ConvertUnit(const DisplayInterval& unit, bool isNew);
+  void TakeCodes(const SpuControl& control);
   [[nodiscard]] bool ShowPair(std::size_t index, std::optional<std::size_t> over, bool isNew);
   Result<void> Apply(std::variant<StreamEdit, DvdPalette>& what);
   Result<void> Push(DocumentEdit edit);
@@ -306,6 +332,7 @@ class Document : public QObject {
   int frameLines_ = 576;
   std::int16_t yOffset_ = 0;
   MergedCodes mergedCodes_;
+  MergeTimes mergeTimes_;
   bool merging_ = false;
   bool busy_ = false;
   bool everLoading_ = false;  // Load SUP was used
@@ -322,8 +349,9 @@ class Document : public QObject {
   CodeChoice written_;
   CodeColours colours_{};
   SpuControl control_;
-  std::optional<std::size_t> shownIndex_;  // of the primary subtitle shown, where it is one of primary_
-  std::optional<std::size_t> shownOver_;   // of the secondary subtitle over it
+  std::optional<std::size_t> shownIndex_;     // of the primary subtitle shown, where it is one of primary_
+  std::optional<std::size_t> shownOver_;      // of the secondary subtitle over it
+  std::optional<DisplayInterval> shownUnit_;  // that is shown in place of these two
 
   QUndoStack history_;
   std::vector<std::uint8_t> unit_;           // memory reused

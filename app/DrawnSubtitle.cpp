@@ -31,6 +31,23 @@ std::optional<DrawnSubtitle> DrawnSubtitleReader::Read(const Document& document,
   return drawn;
 }
 
+std::optional<DrawnSubtitle> DrawnSubtitleReader::ReadUnit(const Document& document,
+                                                           const DisplayInterval& unit) {
+  merged_.emplace(document.Primary(), document.Secondary(), document.SettingsOfMerge());
+  const MergeOutcome outcome = merged_->ReadUnit(unit);
+  if (!merged_->IsDescribed()) {
+    return std::nullopt;
+  }
+  DrawnSubtitle drawn{.Unit = merged_->PrimaryUnit(),
+                      .Control = merged_->PrimaryControl(),
+                      .Colours = MakeCodeColours(document.Palette(), merged_->MergedCodes()),
+                      .Merged = std::nullopt};
+  if (outcome == MergeOutcome::Encoded) {
+    drawn.Merged = merged_->Input();
+  }
+  return drawn;
+}
+
 QImage PictureOf(const Document& document, std::size_t index) {
   DrawnSubtitleReader reader;
   const auto drawn = reader.Read(document, index);

@@ -8,7 +8,7 @@
 
 #include <QImage>
 
-#include "render/MergedPicture.h"
+#include "render/MergedInputReader.h"
 
 namespace quillmark {
 
@@ -28,8 +28,11 @@ class DrawnSubtitleReader {
   /// Subtitle `index`, from 0, of the primary stream; nullopt where it cannot be shown. Its spans live until
   /// the next call.
   [[nodiscard]] std::optional<DrawnSubtitle> Read(const Document& document, std::size_t index);
+  /// What a packet of the document's split merge shows; likewise.
+  [[nodiscard]] std::optional<DrawnSubtitle> ReadUnit(const Document& document, const DisplayInterval& unit);
 
  private:
+  std::optional<MergedInputReader> merged_;
   std::vector<std::uint8_t> unit_;
   std::vector<std::uint8_t> secondaryUnit_;
 };

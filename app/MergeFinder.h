@@ -24,8 +24,9 @@ class MergeFinder : public QObject {
   explicit MergeFinder(QObject* parent = nullptr);
   ~MergeFinder() override;
 
-  /// Looks at every packet. Where the same streams were looked at before, what was found of each packet then
-  /// stays until it is looked at again; `first`, an index of the primary stream, comes before all others.
+  /// Looks at every packet. Where the same streams were looked at before, and their merge has the same
+  /// packets, what was found of each packet then stays until it is looked at again; `first`, one of these
+  /// packets, comes before all others.
   void Start(const SupStream& primary, const SupStream& secondary, const MergeSettings& settings,
              std::optional<std::size_t> first);
   /// Forgets everything; nothing of the streams is read from here on.
@@ -37,9 +38,12 @@ class MergeFinder : public QObject {
   [[nodiscard]] std::span<const MergedPair> Pairs() const { return pairs_; }
   /// Of each of them what is wrong, as ProblemKindsOf().
   [[nodiscard]] std::span<const std::uint32_t> Kinds() const { return kinds_; }
-  /// The packet of this primary subtitle, if it was found.
+  /// The first packet that shows this primary subtitle, if it was found.
   [[nodiscard]] std::optional<std::size_t> PairOf(std::size_t primary) const;
-  /// How many primary subtitles were looked at since Start(), and how many there are.
+  /// The packet of a split merge that starts then, if it was found.
+  [[nodiscard]] std::optional<std::size_t> PairAt(std::int64_t startTicks) const;
+  /// How many primary subtitles, or packets of a split merge, were looked at since Start(), and how many
+  /// there are: 0 of a split merge that is not planned yet.
   [[nodiscard]] std::size_t Looked() const;
   [[nodiscard]] std::size_t Count() const;
   /// Whether there is nothing left to look at, or memory did not suffice for more.
@@ -59,6 +63,7 @@ class MergeFinder : public QObject {
   void timerEvent(QTimerEvent* event) override;
 
  private:
+  [[nodiscard]] bool HasPackets(const MergeSettings& settings) const;
   bool LookOn();
   void LookAtFirst();
   void Keep(std::size_t index, const MergedPair& pair);
@@ -66,13 +71,18 @@ class MergeFinder : public QObject {
   void End();
 
   std::unique_ptr<MergeReviewer> reviewer_;  // while it looks
+  MergeMode mode_ = MergeMode::Pairs;        // of what is kept, and the gaps that it closes
+  std::int64_t joinTicks_ = 0;
+  std::shared_ptr<SplitPlan> plan_;  // of a split merge, which packets it has
   std::optional<std::size_t> first_;
   MergeReviewSummary counted_;  // of what the reviewer found
   std::vector<MergedPair> pairs_;
   std::vector<std::uint32_t> kinds_;
+  std::vector<std::uint32_t> pairOf_;  // by primary subtitle, as far as any was found
   MergeReviewSummary summary_;
   SubtitleSet leftOut_;
   bool hasWhole_ = false;
+  bool lacksMemory_ = false;  // for more than is there
   bool isPaused_ = false;
   QBasicTimer timer_;
 };

@@ -13,7 +13,7 @@ void PairDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   QStyledItemDelegate::paint(painter, option, index);
   if (index.column() == PairModel::Picture) {
-    SubtitleDelegate::PaintPicture(*painter, option.rect, pictures_, model_.PairAt(index.row()).Primary);
+    SubtitleDelegate::PaintPicture(*painter, option.rect, pictures_, model_.PairOf(index.row()));
   }
 }
 

@@ -11,8 +11,9 @@
 #include "app/MergeFinder.h"
 #include "app/PaletteStrip.h"
 #include "app/SeverityIcon.h"
+#include "base/KeyOrder.h"
 #include "sup/StreamProblem.h"
-#include "sup/SubtitleFilter.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -32,7 +33,23 @@ constexpr std::array<PairHeading, PairModel::Columns> PairHeadings = {
      {"Bytes", "Length of the unit"},
      {"Covered", "Pixels of the second picture that cover the first one"},
      {"Clipped", "Pixels of both pictures that are lost"},
-     {"Recoloured", "Pixels that get another colour"}}};
+     {"Recoloured", "Pixels that get another colour"},
+     {"Start", "When the packet is shown"},
+     {"Duration", "How long the packet is shown, in seconds"}}};
+
+/// Of a packet that does not show one of the two.
+const QString& NoNumber() {
+  static const QString text = QStringLiteral("-");
+  return text;
+}
+
+QString NumberOrNone(bool isShown, std::size_t index) {
+  return isShown ? QString::number(index + 1) : NoNumber();
+}
+
+QString DurationText(const MergedPair& pair) {
+  return QString::fromStdString(FormatSeconds(DurationMs(static_cast<std::int16_t>(pair.Delay))));
+}
 
 QString CountOrNothing(std::int64_t count) {
   return count == 0 ? QString() : QString::number(count);
@@ -66,17 +83,22 @@ QPixmap DrawSeverity(ProblemSeverity severity) {
 
 bool PairFilter::Wants(const MergedPair& pair, std::uint32_t kinds) const {
   return (Kinds == 0 || (Kinds & kinds) != 0) &&
-         (!Primaries || (pair.Primary < Primaries->size() && (*Primaries)[pair.Primary])) &&
+         (!Primaries ||
+          (pair.HasPrimary && pair.Primary < Primaries->size() && (*Primaries)[pair.Primary])) &&
+         (!Time || Time->WantsTime(pair.StartTicks, pair.Planned().End)) &&
          (!WordKinds || (*WordKinds & kinds) != 0 || IsDamage(pair.PrimaryDamage, WordDamage) ||
           IsDamage(pair.SecondaryDamage, WordDamage));
 }
 
-PairFilter MakePairFilter(std::string_view text, std::uint32_t kinds, const SupStream& primary) {
+PairFilter MakePairFilter(std::string_view text, std::uint32_t kinds, const SupStream& primary,
+                          MergeMode mode) {
   PairFilter filter{.Kinds = kinds};
   const SubtitleFilter read(text);
   if (read.AsksForMarks()) {
     filter.WordKinds = MergeProblemKindsWithWords(text);
     filter.WordDamage = CodesWithWords(text);
+  } else if (read.AsksForTime() && mode == MergeMode::Split) {
+    filter.Time = read;
   } else if (!read.WantsAll()) {
     std::vector<std::uint32_t> found;
     read.Find(primary, {}, {}, found);
@@ -99,7 +121,11 @@ std::int64_t PairModel::SortKey(std::size_t pair) const {
   const MergedPair& at = finder_.Pairs()[pair];
   switch (sortColumn_) {
     case Secondary:
-      return static_cast<std::int64_t>(at.Secondary);
+      return at.HasSecondary ? static_cast<std::int64_t>(at.Secondary) : -1;
+    case Start:
+      return at.StartTicks;
+    case Duration:
+      return at.Delay;
     case Together:
       return at.OverlapMs();
     case Covered:
@@ -122,19 +148,19 @@ void PairModel::Show(const PairFilter& filter, int column, Qt::SortOrder order) 
   sortColumn_ = column;
   order_ = order;
   known_ = finder_.Pairs().size();
-  std::vector<std::pair<std::int64_t, std::uint32_t>> wanted;
+  std::vector<SortedRow> wanted;
+  wanted.reserve(known_);
   for (std::size_t pair = 0; pair < known_; ++pair) {
     if (IsWanted(pair)) {
-      wanted.emplace_back(SortKey(pair), static_cast<std::uint32_t>(pair));
+      wanted.push_back({.Key = SortKey(pair), .Row = static_cast<std::uint32_t>(pair)});
     }
   }
-  if (order == Qt::AscendingOrder) {
-    std::ranges::sort(wanted);
-  } else {
-    std::ranges::sort(wanted, [](const auto& a, const auto& b) { return b < a; });
+  SortByKeys(wanted);
+  if (order == Qt::DescendingOrder) {
+    std::ranges::reverse(wanted);
   }
   std::vector<std::uint32_t> rows(wanted.size());
-  std::ranges::transform(wanted, rows.begin(), [](const auto& keyed) { return keyed.second; });
+  std::ranges::transform(wanted, rows.begin(), &SortedRow::Row);
   if (rows == rows_) {
     TellChanged();
     return;
@@ -201,12 +227,22 @@ QString PairModel::ProblemLinesAt(int row) const {
   return JoinedProblems(row, QStringLiteral("\n"));
 }
 
+QString PairModel::SubjectText(const MergedPair& pair) {
+  const QString first = QString::number(pair.Primary + 1);
+  const QString second = QString::number(pair.Secondary + 1);
+  if (pair.HasPrimary && pair.HasSecondary) {
+    return QStringLiteral("Subtitles ") + first + QStringLiteral(" and ") + second + QStringLiteral(", ") +
+           QString::number(pair.OverlapMs()) + QStringLiteral(" ms together");
+  }
+  return (pair.HasPrimary ? QStringLiteral("Subtitle ") + first + QStringLiteral(" of the first stream")
+                          : QStringLiteral("Subtitle ") + second + QStringLiteral(" of the second stream")) +
+         QStringLiteral(" alone, ") + DurationText(pair) + QStringLiteral(" s");
+}
+
 QString PairModel::SentenceAt(int row) const {
   const MergedPair& pair = PairAt(row);
   const QString problems = JoinedProblems(row, QStringLiteral("; "));
-  return QStringLiteral("Subtitles ") + TextAt(row, Primary) + QStringLiteral(" and ") +
-         TextAt(row, Secondary) + QStringLiteral(", ") + TextAt(row, Together) +
-         QStringLiteral(" ms together") +
+  return SubjectText(pair) +
          (pair.HasUnit() ? QStringLiteral(", ") + TextAt(row, Bytes) + QStringLiteral(" bytes") : QString()) +
          QStringLiteral(": ") + (problems.isEmpty() ? QStringLiteral("no problems") : problems);
 }
@@ -215,11 +251,15 @@ QString PairModel::TextAt(int row, int column) const {
   const MergedPair& pair = PairAt(row);
   switch (column) {
     case Primary:
-      return QString::number(pair.Primary + 1);
+      return NumberOrNone(pair.HasPrimary, pair.Primary);
     case Secondary:
-      return QString::number(pair.Secondary + 1);
+      return NumberOrNone(pair.HasSecondary, pair.Secondary);
     case Together:
       return QString::number(pair.OverlapMs());
+    case Start:
+      return QString::fromStdString(FormatTimecode(pair.StartTicks));
+    case Duration:
+      return DurationText(pair);
     case Covered:
       return CountOrNothing(pair.Counts.Covered);
     case Clipped:
@@ -235,13 +275,11 @@ QString PairModel::TextAt(int row, int column) const {
   }
 }
 
-QString PairModel::TabbedText(std::span<const int> rows) const {
+QString PairModel::TabbedText(std::span<const int> rows, std::span<const int> columns) const {
   QString text;
   for (const int row : rows) {
-    for (int column = 0; column < Columns; ++column) {
-      if (column != Picture) {
-        text += TextAt(row, column) + (column == Columns - 1 ? u'\n' : u'\t');
-      }
+    for (const int column : columns) {
+      text += TextAt(row, column) + (column == columns.back() ? u'\n' : u'\t');
     }
   }
   return text;

@@ -12,6 +12,7 @@
 #include <QString>
 
 #include "render/MergeProblem.h"
+#include "sup/SubtitleFilter.h"
 
 namespace quillmark {
 
@@ -19,9 +20,11 @@ class Document;
 class MergeFinder;
 
 /// Which packets of a merge are wanted: those of the primary subtitles that a text names by numbers or a
-/// time, or those with a problem in its words; and of these the ones that have a problem of some kinds.
+/// time, of a split merge those that are shown at that time, or those with a problem in its words; and of
+/// these the ones that have a problem of some kinds.
 struct PairFilter {
   std::optional<std::vector<bool>> Primaries = {};  ///< by index; none: all
+  std::optional<SubtitleFilter> Time = {};          ///< when the packet is shown
   std::optional<std::uint32_t> WordKinds = {};      ///< one of these problems, if there are any
   std::uint64_t WordDamage = 0;                     ///< or one of these kinds of damage
   std::uint32_t Kinds = 0;                          ///< one of these problems; 0: whatever it has
@@ -29,7 +32,8 @@ struct PairFilter {
   [[nodiscard]] bool Wants(const MergedPair& pair, std::uint32_t kinds) const;
 };
 /// `text` as SubtitleFilter reads it.
-[[nodiscard]] PairFilter MakePairFilter(std::string_view text, std::uint32_t kinds, const SupStream& primary);
+[[nodiscard]] PairFilter MakePairFilter(std::string_view text, std::uint32_t kinds, const SupStream& primary,
+                                        MergeMode mode);
 
 /// The packets of a merge that a list shows, as rows. Texts are made when they are asked for.
 ///
@@ -48,6 +52,8 @@ class PairModel : public QAbstractTableModel {
     Covered,
     Clipped,
     Recoloured,
+    Start,     ///< of a split merge
+    Duration,  ///< likewise
     Columns
   };
 
@@ -70,8 +76,8 @@ class PairModel : public QAbstractTableModel {
   [[nodiscard]] QString ProblemLinesAt(int row) const;
   [[nodiscard]] QString SentenceAt(int row) const;
   [[nodiscard]] QString TextAt(int row, int column) const;
-  /// The rows as texts, cells parted by tabs and each row ended by a line feed; the picture is left out.
-  [[nodiscard]] QString TabbedText(std::span<const int> rows) const;
+  /// Cells of these rows as texts, parted by tabs, each row ended by a line feed.
+  [[nodiscard]] QString TabbedText(std::span<const int> rows, std::span<const int> columns) const;
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -81,6 +87,7 @@ class PairModel : public QAbstractTableModel {
  private:
   [[nodiscard]] bool IsWanted(std::size_t pair) const;
   [[nodiscard]] std::int64_t SortKey(std::size_t pair) const;
+  [[nodiscard]] static QString SubjectText(const MergedPair& pair);
   [[nodiscard]] QString JoinedProblems(int row, const QString& separator) const;
   [[nodiscard]] QVariant SeverityAt(int row) const;
 

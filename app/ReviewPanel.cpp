@@ -11,17 +11,19 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QScopedValueRollback>
+#include <QRadioButton>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QToolButton>
 
 #include "app/CountText.h"
+#include "app/DrawnSubtitle.h"
 #include "app/MergeFinder.h"
 #include "app/MergedCodesForm.h"
 #include "app/PairModel.h"
 #include "app/PathText.h"
+#include "app/RowFollower.h"
 #include "app/SubtitleTable.h"
 
 namespace quillmark {
@@ -64,7 +66,11 @@ ReviewPanel::ReviewPanel(const Document& document, QWidget* parent)
       document_(document),
       finder_(new MergeFinder(this)),
       model_(new PairModel(*finder_, this)),
-      pictures_(document) {
+      pictures_([this, reader = std::make_shared<DrawnSubtitleReader>()](std::size_t pair) {
+        const MergedPair& shown = finder_->Pairs()[pair];
+        return Splits() ? reader->ReadUnit(document_, shown.Planned())
+                        : reader->Read(document_, shown.Primary);
+      }) {
   setObjectName(QStringLiteral("ReviewPanel"));
   Build();
   ConnectDocument();
@@ -80,10 +86,6 @@ void ReviewPanel::ConnectDocument() {
   connect(&document_, &Document::CommandsChanged, this, &ReviewPanel::FollowMerge);
   connect(&document_, &Document::FrameLinesChanged, this, &ReviewPanel::FollowMerge);
   connect(&document_, &Document::PaletteChanged, this, &ReviewPanel::FollowMerge);
-  connect(&document_, &Document::NumberChanged, this, [this] {
-    numberChanged_ = true;
-    SettleLater();
-  });
   connect(finder_, &MergeFinder::Found, this, &ReviewPanel::FollowPairs);
   connect(finder_, &MergeFinder::Finished, this, &ReviewPanel::FollowEnd);
 }
@@ -96,6 +98,8 @@ void ReviewPanel::ConnectControls() {
     codes_->setVisible(shown);
   });
   connect(codes_, &MergedCodesForm::Chosen, this, &ReviewPanel::CodesChosen);
+  connect(split_, &QAbstractButton::toggled, this, &ReviewPanel::WantTimes);
+  connect(join_, &QSpinBox::valueChanged, this, &ReviewPanel::WantTimes);
   connect(text_, &QLineEdit::textChanged, this, &ReviewPanel::ShowRows);
   connect(kind_, &QComboBox::currentIndexChanged, this, &ReviewPanel::ShowRows);
   connect(table_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, &ReviewPanel::ShowRows);
@@ -105,14 +109,9 @@ void ReviewPanel::ConnectControls() {
       table_->GoToRow(*row);
     }
   });
-  const auto chooseAgain = [this] {
-    movedByUser_ = true;
-    SettleLater();
-  };
-  connect(table_, &QAbstractItemView::activated, this, chooseAgain);
-  connect(table_, &QAbstractItemView::clicked, this, chooseAgain);
-  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          &ReviewPanel::CurrentRowMoved);
+  connect(follower_, &RowFollower::RowMoved, this, &ReviewPanel::ShowProblems);
+  connect(follower_, &RowFollower::RowChosen, this, &ReviewPanel::GoToChosen);
+  connect(follower_, &RowFollower::DocumentMoved, this, &ReviewPanel::FollowNumber);
   connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ReviewPanel::SelectionChanged);
 }
@@ -120,6 +119,7 @@ void ReviewPanel::ConnectControls() {
 void ReviewPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   FollowMerge();
+  follower_->Follow();
 }
 
 void ReviewPanel::hideEvent(QHideEvent* event) {
@@ -142,6 +142,7 @@ void ReviewPanel::Pause() {
 
 void ReviewPanel::FollowMerge() {
   ShowOffset();
+  ShowTimes();
   if (!document_.HasBothStreams()) {
     if (std::exchange(settings_, std::nullopt)) {
       pictures_.Forget();
@@ -152,9 +153,7 @@ void ReviewPanel::FollowMerge() {
       settings_ = settings;
       pictures_.Forget();
       model_->TellChanged();
-      const std::int64_t number = document_.LastTried();
-      finder_->Start(document_.Primary(), document_.Secondary(), settings,
-                     number > 0 ? std::optional(static_cast<std::size_t>(number - 1)) : std::nullopt);
+      finder_->Start(document_.Primary(), document_.Secondary(), settings, PairOfDocument());
       ShowHead();
       ShowCount();
     }
@@ -171,8 +170,7 @@ void ReviewPanel::FollowPairs(std::size_t first, std::size_t end) {
     ShowProblems();
   }
   if (isThere(PairOfDocument())) {
-    numberChanged_ = true;
-    SettleLater();
+    follower_->Follow();
   }
   if (!sinceCount_.isValid() || sinceCount_.hasExpired(BetweenCounts)) {
     ShowCount();
@@ -196,18 +194,17 @@ void ReviewPanel::FollowEnd() {
 void ReviewPanel::ShowRows() {
   const auto current = CurrentPair();
   const QHeaderView* header = table_->horizontalHeader();
-  {
-    const QScopedValueRollback<bool> follows(followsDocument_, true);
-    model_->Show(
-        MakePairFilter(text_->text().toStdString(), KindsOfEntry(kind_->currentIndex()), document_.Primary()),
-        header->sortIndicatorSection(), header->sortIndicatorOrder());
+  follower_->Keep([&] {
+    model_->Show(MakePairFilter(text_->text().toStdString(), KindsOfEntry(kind_->currentIndex()),
+                                document_.Primary(), document_.TimesOfMerge().Mode),
+                 header->sortIndicatorSection(), header->sortIndicatorOrder());
     for (const auto& pair : {current, PairOfDocument()}) {
       const auto row = pair ? model_->RowOf(*pair) : std::nullopt;
       if (row && !table_->currentIndex().isValid()) {
         table_->GoToRow(*row);
       }
     }
-  }
+  });
   ShowCount();
   ShowProblems();
   emit SelectionChanged();
@@ -220,7 +217,8 @@ void ReviewPanel::ShowHead() {
     return;
   }
   QString text = SecondName(document_) + QStringLiteral(", offset ") + QString::number(document_.YOffset()) +
-                 QStringLiteral(": ") + SubtitlesText(document_.Secondary().Count);
+                 (Splits() ? QStringLiteral(", split: ") : QStringLiteral(": ")) +
+                 SubtitlesText(document_.Secondary().Count);
   QString leftOut = QStringLiteral("Looking through the merge...");
   QString summary;
   if (finder_->HasWhole()) {
@@ -243,6 +241,10 @@ void ReviewPanel::ShowHead() {
 
 void ReviewPanel::ShowCount() {
   sinceCount_.start();
+  if (!finder_->IsFinished() && finder_->Count() == 0) {
+    count_->setText(QStringLiteral("Reading the times"));
+    return;
+  }
   if (!finder_->IsFinished()) {
     count_->setText(QStringLiteral("Looked at ") + CountText(static_cast<std::int64_t>(finder_->Looked())) +
                     QStringLiteral(" of ") + CountText(static_cast<std::int64_t>(finder_->Count())));
@@ -270,59 +272,101 @@ void ReviewPanel::ShowOffset() {
   slider_->setValue(document_.YOffset());
 }
 
+void ReviewPanel::ShowTimes() {
+  const MergeTimes& times = document_.TimesOfMerge();
+  const bool splits = times.Mode == MergeMode::Split;
+  {
+    const QSignalBlocker blockedSplit(split_);
+    const QSignalBlocker blockedJoin(join_);
+    (splits ? split_ : pairs_)->setChecked(true);
+    if (join_->value() != times.JoinMs) {
+      join_->setValue(times.JoinMs);
+    }
+  }
+  join_->setEnabled(splits);
+  if (splits == table_->isColumnHidden(PairModel::Start)) {
+    ShowTimeColumns(splits);
+  }
+}
+
 /// Moves that come faster than the picture is drawn are one.
 void ReviewPanel::WantOffset(int lines) {
   wantedOffset_ = static_cast<std::int16_t>(lines);
-  SettleLater();
+  TellLater();
 }
 
-void ReviewPanel::CurrentRowMoved() {
-  ShowProblems();
-  if (!followsDocument_) {
-    movedByUser_ = true;
-    SettleLater();
+void ReviewPanel::WantTimes() {
+  wantedTimes_ = {.Mode = split_->isChecked() ? MergeMode::Split : MergeMode::Pairs,
+                  .JoinMs = join_->value()};
+  TellLater();
+}
+
+void ReviewPanel::TellLater() {
+  if (!std::exchange(tells_, true)) {
+    QMetaObject::invokeMethod(this, &ReviewPanel::Tell, Qt::QueuedConnection);
   }
 }
 
-/// What the user wants is told when the event is over that it belongs to: showing a subtitle may end in a
-/// message, and the document may pass several on its way to one.
-void ReviewPanel::SettleLater() {
-  if (!std::exchange(settling_, true)) {
-    QMetaObject::invokeMethod(this, &ReviewPanel::Settle, Qt::QueuedConnection);
-  }
-}
-
-void ReviewPanel::Settle() {
-  settling_ = false;
+void ReviewPanel::Tell() {
+  tells_ = false;
   if (const auto lines = std::exchange(wantedOffset_, std::nullopt)) {
     if (*lines != document_.YOffset()) {
       emit OffsetChosen(*lines);
     }
     ShowOffset();
   }
-  const auto pair = CurrentPair();
-  if (std::exchange(movedByUser_, false) && pair) {
-    const auto number = static_cast<std::int64_t>(finder_->Pairs()[*pair].Primary) + 1;
-    if (number != document_.Number()) {
-      emit Chosen(number);
-      // Where the window could not go there just now, the list is back at what it shows.
-      numberChanged_ = true;
+  if (const auto times = std::exchange(wantedTimes_, std::nullopt)) {
+    if (*times != document_.TimesOfMerge()) {
+      emit TimesChosen(*times);
     }
-  }
-  if (std::exchange(numberChanged_, false)) {
-    FollowNumber();
+    ShowTimes();  // as they were, where they could not be taken just now
   }
 }
 
-void ReviewPanel::FollowNumber() {
-  const auto pair = PairOfDocument();
-  if (!pair || CurrentPair() == pair) {
+bool ReviewPanel::Splits() const {
+  return document_.TimesOfMerge().Mode == MergeMode::Split;
+}
+
+void ReviewPanel::GoToChosen() {
+  const auto pair = CurrentPair();
+  const bool isShown = pair && pair == PairOfDocument() && document_.HasSubtitle();
+  if (!pair || isShown) {
     return;
   }
-  if (const auto row = model_->RowOf(*pair)) {
-    const QScopedValueRollback<bool> follows(followsDocument_, true);
-    table_->GoToRow(*row);
+  if (Splits()) {
+    ChooseUnit(*pair);
+  } else {
+    emit Chosen(NumberOf(*pair));
   }
+  // Where the window could not go there just now, the list is back at what it shows.
+  follower_->Follow();
+}
+
+/// Where the window went to a subtitle by its number, what is shown of it in a split merge is its first
+/// packet.
+void ReviewPanel::FollowNumber() {
+  const auto pair = PairOfDocument();
+  if (!pair) {
+    return;
+  }
+  if (const auto row = CurrentPair() != pair ? model_->RowOf(*pair) : std::nullopt) {
+    follower_->GoToRow(*row);
+  }
+  if (Splits() && !document_.ShownUnit() && document_.HasSubtitle() && isVisible()) {
+    ChooseUnit(*pair);
+  }
+}
+
+void ReviewPanel::ChooseUnit(std::size_t pair) {
+  emit UnitChosen(finder_->Pairs()[pair].Planned(), NumberOf(pair));
+}
+
+/// Of the first stream's subtitle of the packet, or else of the last one before it, or the first of all.
+std::int64_t ReviewPanel::NumberOf(std::size_t pair) const {
+  const auto pairs = finder_->Pairs().first(pair + 1);
+  const auto shown =
+      std::find_if(pairs.rbegin(), pairs.rend(), [](const MergedPair& shows) { return shows.HasPrimary; });
+  return shown == pairs.rend() ? 1 : static_cast<std::int64_t>(shown->Primary) + 1;
 }
 
 std::optional<std::size_t> ReviewPanel::CurrentPair() const {
@@ -332,21 +376,16 @@ std::optional<std::size_t> ReviewPanel::CurrentPair() const {
 }
 
 std::optional<std::size_t> ReviewPanel::PairOfDocument() const {
+  if (const auto& unit = document_.ShownUnit()) {
+    return finder_->PairAt(unit->Start);
+  }
   const std::int64_t number = document_.LastTried();
   return number > 0 ? finder_->PairOf(static_cast<std::size_t>(number - 1)) : std::nullopt;
 }
 
 QString ReviewPanel::GoToProblem(bool forward) {
-  const int rows = model_->rowCount();
-  const QModelIndex current = table_->currentIndex();
-  const int step = forward ? 1 : -1;
-  for (int row = current.isValid() ? current.row() + step : 0; row >= 0 && row < rows; row += step) {
-    if (model_->HasProblems(row)) {
-      table_->GoToRow(row);
-      return model_->SentenceAt(row);
-    }
-  }
-  return {};
+  const auto row = table_->GoToNext(forward, [this](int at) { return model_->HasProblems(at); });
+  return row ? model_->SentenceAt(*row) : QString();
 }
 
 bool ReviewPanel::HasSelection() const {
@@ -354,18 +393,14 @@ bool ReviewPanel::HasSelection() const {
 }
 
 std::unique_ptr<QMimeData> ReviewPanel::Copied() const {
-  std::vector<int> rows;
-  for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-      rows.push_back(row);
-    }
-  }
+  const std::vector<int> rows = table_->SelectedRows();
   if (rows.empty()) {
     return nullptr;
   }
-  std::ranges::sort(rows);
+  std::vector<int> columns = table_->ShownColumns();
+  std::erase(columns, PairModel::Picture);
   auto copied = std::make_unique<QMimeData>();
-  copied->setText(model_->TabbedText(rows));
+  copied->setText(model_->TabbedText(rows, columns));
   return copied;
 }
 

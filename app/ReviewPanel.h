@@ -14,9 +14,11 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QMimeData;
 class QPlainTextEdit;
 class QPushButton;
+class QRadioButton;
 class QSlider;
 class QSpinBox;
 class QToolButton;
@@ -26,11 +28,12 @@ namespace quillmark {
 class MergeFinder;
 class MergedCodesForm;
 class PairModel;
+class RowFollower;
 class SubtitleTable;
 
 /// The review of a merge: what Save merged would write, packet by packet, what of it is not as in the two
-/// streams, and the offset and the codes that decide on it. It follows the document and the subtitle shown,
-/// looks the merge through while it is seen, and tells by signals what the user wants.
+/// streams, and the offset, the codes and the times that decide on it. It follows the document and the
+/// subtitle shown, looks the merge through while it is seen, and tells by signals what the user wants.
 class ReviewPanel : public QWidget {
   Q_OBJECT
 
@@ -51,10 +54,15 @@ class ReviewPanel : public QWidget {
  signals:
   /// The user went to this subtitle of the first stream, counted from 1. No event of the list is in progress.
   void Chosen(std::int64_t number);
+  /// The same of a packet of a split merge; `number` is the first stream's subtitle that it shows, or the
+  /// last one before it.
+  void UnitChosen(const quillmark::DisplayInterval& unit, std::int64_t number);
   void SelectionChanged();
   /// The user moved the second stream's subtitles here. Of several moves at once the last one is told.
   void OffsetChosen(std::int16_t lines);
   void CodesChosen(const quillmark::MergedCodes& codes);
+  /// Likewise told once of several at a time.
+  void TimesChosen(const quillmark::MergeTimes& times);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -65,9 +73,11 @@ class ReviewPanel : public QWidget {
   // ReviewPanelControls.cpp
   void Build();
   [[nodiscard]] QWidget* BuildOffset();
+  [[nodiscard]] QWidget* BuildTimes();
   [[nodiscard]] QWidget* BuildNarrowing();
   [[nodiscard]] QWidget* BuildTable();
   void BuildSorting();
+  void ShowTimeColumns(bool shown);
 
   void ConnectDocument();
   void ConnectControls();
@@ -80,13 +90,18 @@ class ReviewPanel : public QWidget {
   void ShowCount();
   void ShowProblems();
   void ShowOffset();
+  void ShowTimes();
   void WantOffset(int lines);
+  void WantTimes();
+  void TellLater();
+  void Tell();
 
   // Where one is
-  void CurrentRowMoved();
-  void SettleLater();
-  void Settle();
+  [[nodiscard]] bool Splits() const;
+  void GoToChosen();
   void FollowNumber();
+  void ChooseUnit(std::size_t pair);
+  [[nodiscard]] std::int64_t NumberOf(std::size_t pair) const;
   [[nodiscard]] std::optional<std::size_t> CurrentPair() const;
   [[nodiscard]] std::optional<std::size_t> PairOfDocument() const;
 
@@ -103,18 +118,21 @@ class ReviewPanel : public QWidget {
   QPushButton* suggest_ = nullptr;
   QToolButton* showsCodes_ = nullptr;
   MergedCodesForm* codes_ = nullptr;
+  QRadioButton* pairs_ = nullptr;
+  QRadioButton* split_ = nullptr;
+  QSpinBox* join_ = nullptr;
   QLineEdit* text_ = nullptr;
   QComboBox* kind_ = nullptr;
   QLabel* count_ = nullptr;
   SubtitleTable* table_ = nullptr;
+  QMenu* sorting_ = nullptr;
+  RowFollower* follower_ = nullptr;
   QPlainTextEdit* problems_ = nullptr;
 
   QElapsedTimer sinceCount_;                  // since the count was shown
   std::optional<std::int16_t> wantedOffset_;  // chosen and not told yet
-  bool movedByUser_ = false;                  // the user went to another row, and the window not yet
-  bool numberChanged_ = false;                // the window went to another subtitle, and the list not yet
-  bool followsDocument_ = false;              // rows are chosen that the window shows
-  bool settling_ = false;                     // Settle() is about to be called
+  std::optional<MergeTimes> wantedTimes_;     // the same
+  bool tells_ = false;                        // Tell() is about to be called
 };
 
 }  // namespace quillmark

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QSplitter>
@@ -21,9 +22,11 @@
 #include "app/PairDelegate.h"
 #include "app/PairModel.h"
 #include "app/ReviewPanel.h"
+#include "app/RowFollower.h"
 #include "app/ShownField.h"
 #include "app/SubtitleDelegate.h"
 #include "app/SubtitleTable.h"
+#include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
@@ -35,6 +38,7 @@ constexpr int LeastPairRows = 3;
 constexpr int UsualPairRows = 8;
 constexpr int UsualMessageLines = 2;
 constexpr int PairKindLetters = 14;
+constexpr int LongestJoinMs = MaxJoin / (TicksPerSecond / 1000);
 
 QLineEdit* MakeLine(const QString& name, const QString& inWords, QWidget* parent) {
   auto* line = new ShownField({}, parent);
@@ -46,6 +50,10 @@ QLineEdit* MakeLine(const QString& name, const QString& inWords, QWidget* parent
 int HeightOfMessages(const QPlainTextEdit& text, int lines) {
   return lines * text.fontMetrics().lineSpacing() +
          2 * (text.frameWidth() + static_cast<int>(text.document()->documentMargin()));
+}
+
+QString SortActionName(int column) {
+  return QStringLiteral("Action_SortPairs_") + QString::number(column);
 }
 
 QHBoxLayout* MakeRow(QWidget* parent) {
@@ -69,6 +77,7 @@ void ReviewPanel::Build() {
   codes_ = new MergedCodesForm(document_, this);
   codes_->hide();
   column->addWidget(codes_);
+  column->addWidget(BuildTimes());
   column->addWidget(BuildNarrowing());
   column->addWidget(BuildTable(), 1);
   BuildSorting();
@@ -115,6 +124,39 @@ QWidget* ReviewPanel::BuildOffset() {
   row->addWidget(slider_, 1);
   row->addWidget(suggest_);
   row->addWidget(showsCodes_);
+  return line;
+}
+
+QWidget* ReviewPanel::BuildTimes() {
+  auto* line = new QWidget(this);
+  pairs_ = new QRadioButton(QStringLiteral("Pairs"), line);
+  pairs_->setObjectName(QStringLiteral("Option_Pairs"));
+  pairs_->setToolTip(QStringLiteral(
+      "A packet for each of the first stream's subtitles, with the second stream's one over it "
+      "that is shown longest at the same time"));
+  pairs_->setChecked(true);
+  split_ = new QRadioButton(QStringLiteral("Spl&it"), line);
+  split_->setObjectName(QStringLiteral("Option_Split"));
+  split_->setToolTip(QStringLiteral(
+      "Packets for whatever is shown at a time: the first stream's subtitle alone, both, or the "
+      "second stream's alone, each until its own end"));
+  join_ = new QSpinBox(line);
+  join_->setObjectName(QStringLiteral("Spin_Join"));
+  join_->setAccessibleName(QStringLiteral("Gaps to close in milliseconds"));
+  join_->setToolTip(QStringLiteral(
+      "Where a split merge shows nothing for less than this, the packet before is shown longer"));
+  join_->setRange(0, LongestJoinMs);
+  join_->setSuffix(QStringLiteral(" ms"));
+  join_->setFocusPolicy(Qt::StrongFocus);
+  join_->installEventFilter(this);
+  auto* label = new QLabel(QStringLiteral("Close gaps &under"), line);
+  label->setBuddy(join_);
+  QHBoxLayout* row = MakeRow(line);
+  row->addWidget(pairs_);
+  row->addWidget(split_);
+  row->addStretch(1);
+  row->addWidget(label);
+  row->addWidget(join_);
   return line;
 }
 
@@ -172,6 +214,9 @@ QWidget* ReviewPanel::BuildTable() {
   setWidth(PairModel::Clipped, "Clipped 00");
   setWidth(PairModel::Recoloured, "Recoloured 00");
   setWidth(PairModel::Bytes, "00000000");
+  setWidth(PairModel::Start, "00:00:00.00 0");
+  setWidth(PairModel::Duration, "Duration 0");
+  follower_ = new RowFollower(document_, *table_, this);
   problems_ = new QPlainTextEdit(splitter);
   problems_->setObjectName(QStringLiteral("Text_PairProblems"));
   problems_->setAccessibleName(QStringLiteral("What there is to know of the merged subtitle"));
@@ -196,27 +241,44 @@ void ReviewPanel::BuildSorting() {
   header->setSortIndicator(PairModel::Primary, Qt::AscendingOrder);
   header->setSortIndicatorShown(true);
   header->setSectionsClickable(true);
-  auto* menu = new QMenu(QStringLiteral("S&ort by"), table_);
-  menu->setObjectName(QStringLiteral("Menu_SortPairs"));
+  // Where they are in sight, without moving the others.
+  header->moveSection(header->visualIndex(PairModel::Start), PairModel::Picture);
+  header->moveSection(header->visualIndex(PairModel::Duration), PairModel::Picture + 1);
+  sorting_ = new QMenu(QStringLiteral("S&ort by"), table_);
+  sorting_->setObjectName(QStringLiteral("Menu_SortPairs"));
   for (int column = 0; column < PairModel::Columns; ++column) {
     if (column == PairModel::Picture) {
       continue;
     }
-    QAction* action = menu->addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
-    action->setObjectName(QStringLiteral("Action_SortPairs_") + QString::number(column));
+    QAction* action =
+        sorting_->addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+    action->setObjectName(SortActionName(column));
     connect(action, &QAction::triggered, header, [header, column] {
       const bool turns =
           header->sortIndicatorSection() == column && header->sortIndicatorOrder() == Qt::AscendingOrder;
       header->setSortIndicator(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
     });
   }
-  table_->addAction(menu->menuAction());
+  table_->addAction(sorting_->menuAction());
+  ShowTimeColumns(false);
+}
+
+/// Packets of pairs have the times of the first stream's subtitles.
+void ReviewPanel::ShowTimeColumns(bool shown) {
+  QHeaderView* header = table_->horizontalHeader();
+  for (const int column : {PairModel::Start, PairModel::Duration}) {
+    table_->setColumnHidden(column, !shown);
+    sorting_->findChild<QAction*>(SortActionName(column))->setVisible(shown);
+    if (!shown && header->sortIndicatorSection() == column) {
+      header->setSortIndicator(PairModel::Primary, Qt::AscendingOrder);
+    }
+  }
 }
 
 QList<QWidget*> ReviewPanel::TabOrder() const {
   QList<QWidget*> order = {head_, leftOut_, offset_, slider_, suggest_, showsCodes_};
   order.append(codes_->TabOrder());
-  order.append({text_, kind_, table_, problems_});
+  order.append({pairs_, split_, join_, text_, kind_, table_, problems_});
   return order;
 }
 

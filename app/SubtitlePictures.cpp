@@ -1,6 +1,7 @@
 #include "app/SubtitlePictures.h"
 
 #include <memory>
+#include <utility>
 
 namespace quillmark {
 namespace {
@@ -10,7 +11,12 @@ constexpr qsizetype BytesBesides = 256;
 
 }  // namespace
 
-SubtitlePictures::SubtitlePictures(const Document& document) : document_(document), kept_(MostBytes) {}
+SubtitlePictures::SubtitlePictures(const Document& document)
+    : SubtitlePictures([&document, reader = std::make_shared<DrawnSubtitleReader>()](std::size_t subtitle) {
+        return reader->Read(document, subtitle);
+      }) {}
+
+SubtitlePictures::SubtitlePictures(Reader reader) : reader_(std::move(reader)), kept_(MostBytes) {}
 
 void SubtitlePictures::SetRoom(const ThumbnailRoom& room) {
   if (room != room_) {
@@ -29,7 +35,7 @@ QImage SubtitlePictures::Of(std::size_t subtitle) {
 }
 
 QImage SubtitlePictures::Draw(std::size_t subtitle) {
-  const auto drawn = reader_.Read(document_, subtitle);
+  const auto drawn = reader_(subtitle);
   if (!drawn) {
     return {};
   }

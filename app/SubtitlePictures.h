@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 
 #include <QCache>
 #include <QImage>
@@ -13,13 +15,17 @@ namespace quillmark {
 class Document;
 
 /// The small pictures of a document's subtitles, in the colours that its palette gives them, with the
-/// secondary subtitle over them while the document merges. Each is decoded when it is first asked for and
-/// kept until MostBytes are used; then those not asked for longest go.
+/// secondary subtitle over them while the document merges; or those of whatever else a reader reads by
+/// numbers. Each is decoded when it is first asked for and kept until MostBytes are used; then those not
+/// asked for longest go.
 class SubtitlePictures {
  public:
   static constexpr qsizetype MostBytes = qsizetype{32} << 20U;
+  /// Nothing of what cannot be shown. Its spans live until the next call.
+  using Reader = std::function<std::optional<DrawnSubtitle>(std::size_t)>;
 
   explicit SubtitlePictures(const Document& document);
+  explicit SubtitlePictures(Reader reader);
 
   /// The size that pictures have from now on; those of another size are forgotten.
   void SetRoom(const ThumbnailRoom& room);
@@ -36,11 +42,10 @@ class SubtitlePictures {
  private:
   [[nodiscard]] QImage Draw(std::size_t subtitle);
 
-  const Document& document_;
+  Reader reader_;
   ThumbnailRoom room_;
   QCache<std::size_t, QImage> kept_;
   ThumbnailPainter painter_;
-  DrawnSubtitleReader reader_;
 };
 
 }  // namespace quillmark

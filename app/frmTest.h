@@ -30,6 +30,8 @@ struct ExportOrder;
 struct ImportedFile;
 struct ImportedTrack;
 struct LoadedStream;
+struct DisplayInterval;
+struct MergeTimes;
 struct MergedCodes;
 struct SpuControl;
 struct SubtitleDescription;
@@ -135,6 +137,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
   [[nodiscard]] bool ShowsReview() const;
   void ShowOffset(std::int16_t lines);
   void ShowMergedCodes(const MergedCodes& codes);
+  void ShowMergeTimes(const MergeTimes& times);
+  void List_Pairs_Chosen(const DisplayInterval& unit, std::int64_t number);
   void Command_SuggestOffset_Click();
 
   // frmTest_tools.cpp

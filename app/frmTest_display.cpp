@@ -37,7 +37,8 @@ void frmTest::ShowSubtitle(const ConvertedSubtitle& subtitle) {
   if (subtitle.IsNew) {
     ExportSubtitle(subtitle.Description);
   }
-  if (subtitle.Over && subtitle.Over->Control.IsValid()) {
+  const bool hasDamage = subtitle.Over && !subtitle.Over->Control.IsValid();
+  if ((subtitle.Over || subtitle.IsOfSplit) && !hasDamage) {
     RenderMergedSubtitle(subtitle);
   } else {
     RenderSubtitle(subtitle.Unit, subtitle.Description.Control, document_->Colours(), subtitle.IsNew);
@@ -97,18 +98,16 @@ void frmTest::RenderSubtitle(std::span<const std::uint8_t> unit, const SpuContro
 }
 
 void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
-  const SpuControl& primary = subtitle.Description.Control;
-  const SpuControl& secondary = subtitle.Over->Control;
+  const ConvertedSubtitle::Overlay over = subtitle.Over.value_or(ConvertedSubtitle::Overlay());
+  const SpuControl primary = subtitle.Unit.empty() ? SpuControl() : subtitle.Description.Control;
   const MergeSettings settings = document_->SettingsOfMerge();
-  const SpuControl codesOfResult = WithMergedCodes(primary, settings);
-  const MergedCodes& codes = document_->CodesOfMerge();
   const bool isSaved = subtitle.IsNew && !picturePath_.isEmpty();
-  const bool isUsual = codes == MergedCodes();
+  const bool isUsual = !subtitle.IsOfSplit && document_->CodesOfMerge() == MergedCodes();
   DrawFrameBackground();
   if (isSaved || !isUsual) {
     MergedPicture composed;
     composed.Compose(MakeMergedInput({.Bytes = subtitle.Unit, .Control = primary},
-                                     {.Bytes = subtitle.Over->Unit, .Control = secondary}, codesOfResult,
+                                     {.Bytes = over.Unit, .Control = over.Control}, subtitle.Codes,
                                      settings));
     cBitmap picture(&gdip_);
     composed.CopyTo(picture);
@@ -128,10 +127,12 @@ void frmTest::RenderMergedSubtitle(const ConvertedSubtitle& subtitle) {
   };
   if (isUsual) {
     draw(subtitle.Unit, primary, 0);
-    draw(subtitle.Over->Unit, secondary, document_->YOffset());
+    draw(over.Unit, over.Control, document_->YOffset());
   }
-  inspector_->Show(subtitle.Unit, primary, ChoiceOf(codesOfResult));
-  inspector_->ShowOver(subtitle.Over->Unit, secondary, document_->YOffset(), codes.OfSecondary);
+  inspector_->Show(subtitle.Unit, primary, ChoiceOf(subtitle.Codes));
+  if (subtitle.Over) {
+    inspector_->ShowOver(over.Unit, over.Control, document_->YOffset(), settings.SecondaryCodes);
+  }
   Picture1->Refresh();
 }
 

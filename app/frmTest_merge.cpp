@@ -39,7 +39,9 @@ QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
   QString reason = QString::fromStdString(merged.Reason);
   switch (merged.How) {
     case MergeReport::Ending::SubtitleFailed:
-      return QStringLiteral("subtitle %1 cannot be merged: %2").arg(QString::number(merged.Number), reason);
+      return (merged.IsOfSecondary ? QStringLiteral("subtitle %1 of the second stream cannot be merged: %2")
+                                   : QStringLiteral("subtitle %1 cannot be merged: %2"))
+          .arg(QString::number(merged.Number), reason);
     case MergeReport::Ending::FileFailed:
       return reason;
     case MergeReport::Ending::Interrupted:
@@ -182,16 +184,16 @@ void frmTest::SaveMerged(const QString& path) {
     return true;
   };
   std::int64_t encoded = 0;
-  const auto done = [&](std::size_t index, MergedStreamEncoder::Outcome outcome,
+  const auto done = [&](std::size_t /*index*/, MergedStreamEncoder::Outcome outcome,
                         const MergedStreamEncoder& encoder) {
     encoded += outcome == MergedStreamEncoder::Outcome::Encoded ? 1 : 0;
-    if (outcome == MergedStreamEncoder::Outcome::InvalidPrimary) {
+    if (!encoder.Reader().IsDescribed()) {
       return;
     }
     ShowDetails(encoder.Description());
     cBitmap picture(&gdip_);
     if (outcome == MergedStreamEncoder::Outcome::InvalidSecondary) {
-      ShowPrimaryAlone(encoder.Description().Control, index, picture);
+      ShowPrimaryAlone(encoder.Description().Control, encoder.Reader().Primary(), picture);
     } else if (Check_SavePics->isChecked()) {
       encoder.CopyPictureTo(picture);
     }

@@ -54,6 +54,8 @@ void frmTest::ConnectReview() {
   connect(review_, &ReviewPanel::SelectionChanged, this, &frmTest::UpdateList);
   connect(review_, &ReviewPanel::OffsetChosen, this, &frmTest::ShowOffset);
   connect(review_, &ReviewPanel::CodesChosen, this, &frmTest::ShowMergedCodes);
+  connect(review_, &ReviewPanel::TimesChosen, this, &frmTest::ShowMergeTimes);
+  connect(review_, &ReviewPanel::UnitChosen, this, &frmTest::List_Pairs_Chosen);
   review_->Table().setContextMenuPolicy(Qt::ActionsContextMenu);
   review_->Table().addActions({Action_Copy, Action_NextProblem, Action_PrevProblem});
 }
@@ -85,6 +87,24 @@ void frmTest::ShowMergedCodes(const MergedCodes& codes) {
     document_->SetCodesOfMerge(codes);
     document_->ShowAgain();
   }
+}
+
+void frmTest::ShowMergeTimes(const MergeTimes& times) {
+  if (!IsBusy() && document_->HasBothStreams()) {
+    document_->SetTimesOfMerge(times);
+    document_->ShowAgain();
+  }
+}
+
+void frmTest::List_Pairs_Chosen(const DisplayInterval& unit, std::int64_t number) {
+  if (IsBusy() || !document_->HasBothStreams()) {
+    return;
+  }
+  RunCommand([this, unit, number] {
+    if (!document_->ShowUnit(unit, number)) {
+      TellConversionFailed();
+    }
+  });
 }
 
 void frmTest::Command_SuggestOffset_Click() {

@@ -165,12 +165,12 @@ bool SubtitleFilter::FitsMarks(PacketMarks marks) const {
 void SubtitleFilter::Find(const SupStream& stream, std::span<const PacketMarks> marks,
                           const std::vector<bool>& selected, std::vector<std::uint32_t>& found) const {
   found.clear();
+  constexpr std::int64_t NoEnd = std::numeric_limits<std::int64_t>::max();
   const bool asksForMarks = AsksForMarks();
   const bool asksForSelected = kind_ == FilterKind::Selected;
   const auto fits = [&](std::size_t i) {
     return (!asksForMarks || FitsMarks(marks[i])) &&
-           (!time_ || (stream.StartTime[i] < time_->End &&
-                       (stream.EndTime[i] > time_->First || stream.EndTime[i] == 0))) &&
+           WantsTime(stream.StartTime[i], stream.EndTime[i] != 0 ? stream.EndTime[i] : NoEnd) &&
            (!asksForSelected || selected[i]);
   };
   std::size_t count = stream.PacketOffset.size();

@@ -39,6 +39,11 @@ class SubtitleFilter {
   [[nodiscard]] bool WantsAll() const;
   /// Whether marks are asked for, so that more subtitles may fit when more of them were looked at.
   [[nodiscard]] bool AsksForMarks() const { return kindMarks_ != 0 || wordMarks_.has_value(); }
+  /// Whether the text is a time, and what is shown from `start` until `end`, in 90 kHz ticks, fits it.
+  [[nodiscard]] bool AsksForTime() const { return time_.has_value(); }
+  [[nodiscard]] bool WantsTime(std::int64_t start, std::int64_t end) const {
+    return !time_ || (start < time_->End && end > time_->First);
+  }
   /// Whether damage between packets, which has no number, time or selection, is wanted too.
   [[nodiscard]] bool WantsDamage(StreamProblemCode code) const;
 

@@ -1,85 +1,16 @@
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSlider>
-#include <QSpinBox>
-#include <QStatusBar>
 #include <QTabBar>
-#include <QTest>
 
-#include "app/Document.h"
-#include "app/MergeFinder.h"
-#include "tests/app/ListTest.h"
+#include "tests/app/ReviewTest.h"
 
 namespace quillmark::test {
 namespace {
 
-/// Columns of the review.
-namespace pair {
-constexpr int Primary = 0;
-constexpr int Secondary = 1;
-constexpr int Together = 3;
-constexpr int Problems = 4;
-constexpr int Bytes = 5;
-constexpr int Covered = 6;
-constexpr int Clipped = 7;
-}  // namespace pair
-
 const QColor EmphasisColour(2, 252, 2);  ///< of code 3 in FourCodes(), whose first such pixel is x + 6
 
-class MergeReviewWindow : public ListTest {
- protected:
-  [[nodiscard]] QTableView& Pairs() const { return Control<QTableView>("List_Pairs"); }
-  [[nodiscard]] QString Told(int row, int column) const {
-    return Pairs().model()->index(row, column).data().toString();
-  }
-  /// The first stream's subtitles of all rows, in the order of the rows.
-  [[nodiscard]] std::vector<int> Rows() const {
-    std::vector<int> numbers;
-    for (int row = 0; row < Pairs().model()->rowCount(); ++row) {
-      numbers.push_back(Told(row, pair::Primary).toInt());
-    }
-    return numbers;
-  }
-  [[nodiscard]] int CurrentPair() const { return Pairs().currentIndex().row() + 1; }
-  [[nodiscard]] QString Label(const QString& name) const { return Control<QLabel>(name).text(); }
-  [[nodiscard]] std::int16_t Offset() { return Window.Content().YOffset(); }
-  [[nodiscard]] QString TextOfStatus() const { return Window.statusBar()->currentMessage(); }
-
-  /// Lets the review come to its end; it goes on between events.
-  void Review() {
-    const auto* finder = Window.findChild<MergeFinder*>();
-    QCoreApplication::processEvents();
-    while (!finder->IsFinished()) {
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    QCoreApplication::processEvents();
-  }
-  void ReviewMerge(const Bytes& primary, const Bytes& secondary, const QString& offset = "0") {
-    LoadStream(primary);
-    Merge(secondary, offset);
-    Review();
-  }
-  void ClickPair(int row) {
-    QTest::mouseClick(Pairs().viewport(), Qt::LeftButton, {},
-                      Pairs().visualRect(Pairs().model()->index(row - 1, pair::Together)).center());
-    QCoreApplication::processEvents();
-  }
-  void ClickHeading(int column) {
-    Pairs().scrollTo(Pairs().model()->index(0, column));
-    QHeaderView* header = Pairs().horizontalHeader();
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                      {header->sectionViewportPosition(column) + 4, header->height() / 2});
-    QCoreApplication::processEvents();
-  }
-  void TypeOffset(const QString& lines) {
-    auto& box = Control<QSpinBox>("Spin_YOffset");
-    box.setFocus();
-    box.selectAll();
-    QTest::keyClicks(&box, lines);
-  }
-};
+class MergeReviewWindow : public ReviewTest {};
 
 /// Three at (100, 100), and one at (100, 100), one at (200, 100) and one at (100, 300) over them.
 Bytes ThreeFirst() {

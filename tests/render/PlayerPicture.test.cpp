@@ -225,8 +225,8 @@ TEST(PlayerPictureChanges, PixelHasTheCodesOfItsPlace) {
 
 TEST(PlayerPicture, PixelThatNoRunReachesIsNone) {
   // The last line of an odd height is not decoded.
-  LastPicture picture(test::Played(
-      TwoOfEach, {{.Delay = 0, .Commands = Join({FourLines(), SetArea(100, 107, 400, 402)})}}));
+  LastPicture picture(
+      test::Played(TwoOfEach, {{.Delay = 0, .Commands = Join({FourLines(), SetArea(100, 107, 400, 402)})}}));
   EXPECT_TRUE(picture.At(100, 401));
   EXPECT_EQ(picture.At(100, 402), std::nullopt);
 }
