@@ -1,0 +1,1 @@
+quillmark_bench(review SOURCES review.cpp LINK quillmark_app)
