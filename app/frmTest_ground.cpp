@@ -30,7 +30,7 @@ void frmTest::ConnectGround() {
         std::pair(Action_GroundGrey, GreyGround)}) {
     Label_Ground->addAction(action);
     connect(action, &QAction::triggered, this,
-            [this, colour = colour] { RunCommand([this, colour] { ShowGround(colour); }); });
+            [this, chosen = colour] { RunCommand([this, chosen] { ShowGround(chosen); }); });
   }
   Label_Ground->addAction(Action_GroundPick);
   connect(Action_GroundPick, &QAction::triggered, this,

@@ -26,9 +26,9 @@ void frmTest::ConnectGuides() {
                                       GuideSwitch(Action_SubtitleArea, &FrameGuides::Area),
                                       GuideSwitch(Action_Rulers, &FrameGuides::Rulers)}) {
     action->setCheckable(true);
-    connect(action, &QAction::toggled, this, [this, guide = guide](bool shown) {
+    connect(action, &QAction::toggled, this, [this, chosen = guide](bool shown) {
       FrameGuides guides = Picture1->Guides();
-      guides.*guide = shown;
+      guides.*chosen = shown;
       Picture1->SetGuides(guides);
     });
   }
@@ -40,7 +40,7 @@ void frmTest::ConnectGuides() {
     action->setCheckable(true);
     action->setChecked(mode == DisplayMode::Off);
     modes->addAction(action);
-    connect(action, &QAction::triggered, this, [this, mode = mode] { SetMode(mode); });
+    connect(action, &QAction::triggered, this, [this, chosen = mode] { SetMode(chosen); });
   }
 }
 

@@ -53,7 +53,7 @@ QList<std::pair<QAction*, std::string_view>> frmTest::ToolActions() const {
 void frmTest::ConnectTools() {
   for (const auto& [action, tool] : ToolActions()) {
     connect(action, &QAction::triggered, this,
-            [this, tool = tool] { RunCommand([this, tool] { AskForTool(tool); }); });
+            [this, chosen = tool] { RunCommand([this, chosen] { AskForTool(chosen); }); });
   }
 }
 

@@ -49,7 +49,7 @@ void frmTest::ConnectZoom() {
     action->setCheckable(true);
     action->setChecked(aspect == Picture1->Zoom().Aspect);
     aspects->addAction(action);
-    connect(action, &QAction::triggered, this, [this, aspect = aspect] { SetAspect(aspect); });
+    connect(action, &QAction::triggered, this, [this, chosen = aspect] { SetAspect(chosen); });
   }
 }
 

@@ -123,10 +123,9 @@ std::string RecipeText(const Recipe& recipe) {
     const Tool* const tool = FindTool(step.Tool);
     Json object = {{"tool", step.Tool}};
     for (const auto& [name, value] : step.Options) {
-      const auto isThis = [&name = name](const ToolOption& option) { return option.Name == name; };
       const bool isFlag =
-          tool != nullptr && std::ranges::any_of(tool->Options, [&](const ToolOption& option) {
-            return option.IsFlag() && isThis(option);
+          tool != nullptr && std::ranges::any_of(tool->Options, [&wanted = name](const ToolOption& option) {
+            return option.IsFlag() && option.Name == wanted;
           });
       object[name] = isFlag ? Json(true) : Json(value);
     }
