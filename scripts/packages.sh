@@ -55,4 +55,5 @@ testPackages=(
   llvm-14
   llvm-14-dev
   mkvtoolnix
+  shared-mime-info
 )
