@@ -77,6 +77,66 @@ std::optional<std::int64_t> ReadTime(std::string_view text) {
   return isNegative ? -time : time;
 }
 
+/// What a line says of one subtitle.
+struct EntryLine {
+  std::int64_t Time = 0;
+  std::uint64_t Position = 0;
+  std::optional<std::uint64_t> DecimalPosition = {};
+};
+
+/// Two or three digits; -1 where others stand among them.
+template <std::size_t Count>
+std::int64_t DigitsAt(std::string_view text, std::size_t at) {
+  std::int64_t number = 0;
+  bool areDigits = true;
+  for (std::size_t i = at; i < at + Count; ++i) {
+    areDigits = areDigits && IsDigit(text[i]);
+    number = 10 * number + (text[i] - '0');
+  }
+  return areDigits ? number : -1;
+}
+
+/// A line as nearly all programs write it, "timestamp: 00:00:01:000, filepos: 00000a800". A long index has
+/// thousands, and to read them so takes a fraction of looking for their parts. nullopt: it may be one that is
+/// written otherwise.
+std::optional<EntryLine> ReadUsualEntry(std::string_view line) {
+  constexpr std::string_view Key = "timestamp: ";
+  constexpr std::string_view PositionKey = ", filepos: ";
+  constexpr std::size_t PositionKeyAt = Key.size() + std::string_view("00:00:00:000").size();
+  constexpr std::size_t PositionAt = PositionKeyAt + PositionKey.size();
+  constexpr std::size_t MaxDigits = 15;  // as many do not exceed 64 bits
+  if (line.size() <= PositionAt || line.size() > PositionAt + MaxDigits || !line.starts_with(Key) ||
+      line.substr(PositionKeyAt, PositionKey.size()) != PositionKey || line[Key.size() + 2] != ':' ||
+      line[Key.size() + 5] != ':' || line[Key.size() + 8] != ':') {
+    return std::nullopt;
+  }
+  const std::int64_t hours = DigitsAt<2>(line, Key.size());
+  const std::int64_t minutes = DigitsAt<2>(line, Key.size() + 3);
+  const std::int64_t seconds = DigitsAt<2>(line, Key.size() + 6);
+  const std::int64_t milliseconds = DigitsAt<3>(line, Key.size() + 9);
+  if (hours < 0 || minutes < 0 || seconds < 0 || milliseconds < 0) {
+    return std::nullopt;
+  }
+  EntryLine entry{.Time = ((hours * 60 + minutes) * 60 + seconds) * 1000 + milliseconds};
+  std::uint64_t decimal = 0;
+  bool isDecimal = true;
+  for (const char c : line.substr(PositionAt)) {
+    const bool isLetter = (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+    if (!isLetter && !IsDigit(c)) {
+      return std::nullopt;
+    }
+    // The low bits of a letter count from 1.
+    const auto digit = (static_cast<unsigned char>(c) & 0x0FU) + (isLetter ? 9U : 0U);
+    entry.Position = entry.Position << 4U | digit;
+    decimal = 10 * decimal + digit;
+    isDecimal = isDecimal && !isLetter;
+  }
+  if (isDecimal) {
+    entry.DecimalPosition = decimal;
+  }
+  return entry;
+}
+
 /// "rrggbb"
 std::optional<Rgb> ReadColour(std::string_view text) {
   const auto number = Whole<std::uint32_t>(text, 16);
@@ -106,6 +166,10 @@ class IndexReader {
     ++line_;
     line = Trimmed(line);
     if (line.empty() || line.front() == '#') {
+      return;
+    }
+    if (const auto entry = ReadUsualEntry(line)) {
+      Add(*entry);
       return;
     }
     const auto [key, value] = Split(line, ':');
@@ -234,26 +298,28 @@ class IndexReader {
 
   /// "00:00:01:000, filepos: 00000a800"
   void Entry(std::string_view value) {
-    if (isFull_) {
-      return;
-    }
     const auto [time, rest] = Split(value, ',');
     const auto [key, digits] = Split(rest, ':');
     const auto readTime = ReadTime(time);
     const auto position = Whole<std::uint64_t>(digits, 16);
-    if (!readTime || !position || !IsSameWord(key, "filepos")) {
-      if (passed_++ == 0) {
-        firstPassed_ = line_;
-      }
+    if (readTime && position && IsSameWord(key, "filepos")) {
+      Add({.Time = *readTime, .Position = *position, .DecimalPosition = Whole<std::uint64_t>(digits, 10)});
+    } else if (!isFull_ && passed_++ == 0) {
+      firstPassed_ = line_;
+    }
+  }
+
+  void Add(const EntryLine& entry) {
+    if (isFull_) {
       return;
     }
     if (index_.Languages.empty()) {
       index_.Languages.emplace_back();
     }
-    index_.Languages.back().Entries.push_back({.Time = *readTime,
+    index_.Languages.back().Entries.push_back({.Time = entry.Time,
                                                .Delay = delay_,
-                                               .Position = *position,
-                                               .DecimalPosition = Whole<std::uint64_t>(digits, 10),
+                                               .Position = entry.Position,
+                                               .DecimalPosition = entry.DecimalPosition,
                                                .Line = line_});
   }
 

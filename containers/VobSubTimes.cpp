@@ -21,18 +21,35 @@ std::int64_t ShiftOf(std::int64_t line, std::int64_t stamp) {
   return line - FloorDivide(Unwrapped(stamp, line * TicksPerMs), TicksPerMs);
 }
 
-/// The shift that more than half of several subtitles have; 0 where there is none.
-std::int64_t CommonShift(std::span<const VobSubTime> times) {
-  std::vector<std::int64_t> shifts;
-  shifts.reserve(times.size());
+/// Calls `function` with the shift of each subtitle that has one.
+template <typename Function>
+void ForEachShift(std::span<const VobSubTime> times, const Function& function) {
   for (const VobSubTime& time : times) {
     if (time.TimeStamp && time.Line >= 0) {
-      shifts.push_back(ShiftOf(time.Line, *time.TimeStamp));
+      function(ShiftOf(time.Line, *time.TimeStamp));
     }
   }
-  if (shifts.size() < 2) {
+}
+
+/// The shift that more than half of several subtitles have; 0 where there is none.
+std::int64_t CommonShift(std::span<const VobSubTime> times) {
+  std::size_t count = 0;
+  std::int64_t least = 0;
+  std::int64_t most = 0;
+  ForEachShift(times, [&](std::int64_t shift) {
+    least = count == 0 ? shift : std::min(least, shift);
+    most = count == 0 ? shift : std::max(most, shift);
+    ++count;
+  });
+  if (count < 2) {
     return 0;
   }
+  if (least == most) {
+    return least;
+  }
+  std::vector<std::int64_t> shifts;
+  shifts.reserve(count);
+  ForEachShift(times, [&](std::int64_t shift) { shifts.push_back(shift); });
   const auto middle = shifts.begin() + static_cast<std::ptrdiff_t>(shifts.size() / 2);
   std::ranges::nth_element(shifts, middle);
   const auto near = std::ranges::count_if(

@@ -46,6 +46,39 @@ TEST(VobSubIndex, LinesThatEndInACarriageReturn) {
   EXPECT_EQ(entries[2].Position, 0x1000U);
 }
 
+TEST(VobSubIndex, UsualLineSaysWhatTheSameLineWithOtherBlanksSays) {
+  const VobSubIndex index = ParseVobSubIndex(
+      "timestamp: 12:34:56:789, filepos: 0000AbcF9\n"
+      "timestamp:12:34:56:789 ,filepos:0000AbcF9\n"
+      "timestamp: 00:00:01:000, filepos: 000010240\n"
+      "timestamp:  00:00:01:000, filepos: 000010240\n");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  const auto& entries = index.Languages[0].Entries;
+  ASSERT_EQ(entries.size(), 4U);
+  for (const std::size_t i : {0U, 1U}) {
+    EXPECT_EQ(entries[i].Time, 45296789);
+    EXPECT_EQ(entries[i].Position, 0xABCF9U);
+    EXPECT_EQ(entries[i].DecimalPosition, std::nullopt);
+  }
+  for (const std::size_t i : {2U, 3U}) {
+    EXPECT_EQ(entries[i].Time, 1000);
+    EXPECT_EQ(entries[i].Position, 0x10240U);
+    EXPECT_EQ(entries[i].DecimalPosition, 10240U);
+  }
+}
+
+TEST(VobSubIndex, NearlyUsualLinesAreNoEntries) {
+  const VobSubIndex index = ParseVobSubIndex(
+      "timestamp: 00:00:01:0x0, filepos: 0\n"
+      "timestamp: 00:00:01:000, filepos: \n"
+      "timestamp: 00:00:01:000, filepos: 80g\n"
+      "timestamp: 00;00:01:000, filepos: 800\n"
+      "timestamp: 00:00:01:000; filepos: 800\n");
+  EXPECT_THAT(index.Languages, IsEmpty());
+  ASSERT_EQ(index.Notes.size(), 1U);
+  EXPECT_EQ(index.Notes[0], "5 lines are no time and position (the first is line 1)");
+}
+
 TEST(VobSubIndex, LanguagesWithoutEnd) {
   std::string text;
   for (int i = 0; i < 258; ++i) {
