@@ -3,7 +3,7 @@
 // index is measured by itself; it is made once an edit is shown.
 
 #include <cstdlib>
-#include <functional>
+#include <utility>
 
 #include <benchmark/benchmark.h>
 
@@ -40,10 +40,10 @@ const SupStream& LongFilm() {
 using Tool = ToolResult (*)(const SupStream&);
 
 ToolResult RetimeAll(const SupStream& stream) {
-  return *Retime(stream, SubtitleSet::All(), {.Shift = 3600});
+  return std::move(*Retime(stream, SubtitleSet::All(), {.Shift = 3600}));
 }
 ToolResult ScaleAll(const SupStream& stream) {
-  return *Retime(stream, SubtitleSet::All(), {.Scale = {1001, 960}});
+  return std::move(*Retime(stream, SubtitleSet::All(), {.Scale = {1001, 960}}));
 }
 ToolResult MoveAll(const SupStream& stream) {
   return MoveArea(stream, SubtitleSet::All(), {.X = 1, .Y = -2});

@@ -54,9 +54,6 @@ struct PacketBounds {
                      std::int64_t{stream.FileLength})) {}
 
   [[nodiscard]] bool Contains(std::int64_t position) const { return position >= Start && position < End; }
-  [[nodiscard]] bool ContainsTwoFrom(std::int64_t position) const {
-    return position >= Start && position < End - 1;
-  }
 
   std::int64_t Start;
   std::int64_t End;
@@ -119,26 +116,55 @@ class PacketChange {
 };
 
 /// The common case of a unit with both commands, of which all codes are written: appended at once, and
-/// quickly, as long films have many of them. False, and nothing appended, for any other.
-bool AppendSound(EditBuilder& edit, const SupStream& stream, std::size_t index, const CodeArguments& colours,
-                 const CodeArguments& contrasts) {
-  const PacketBounds packet(stream, index);
-  const std::int64_t colour = stream.ColourBytesOffset[index];
-  const std::int64_t contrast = stream.ContrastBytesOffset[index];
-  if (!packet.ContainsTwoFrom(colour) || !packet.ContainsTwoFrom(contrast)) {
-    return false;
+/// quickly, as long films have many of them.
+class WholeCodes {
+ public:
+  WholeCodes(const SupStream& stream, const CodeArguments& colours, const CodeArguments& contrasts)
+      : stream_(stream),
+        colours_(colours),
+        contrasts_(contrasts),
+        colourFirst_({colours[0], colours[1], SetContrast, contrasts[0], contrasts[1]}),
+        contrastFirst_({contrasts[0], contrasts[1], SetColour, colours[0], colours[1]}) {}
+
+  /// False, and nothing appended, for any other unit.
+  bool Append(std::size_t index, EditBuilder& edit) const {
+    const PacketBounds packet(stream_, index);
+    const std::int64_t colour = stream_.ColourBytesOffset[index];
+    const std::int64_t contrast = stream_.ContrastBytesOffset[index];
+    const std::int64_t first = std::min(colour, contrast);
+    if (first < packet.Start || std::max(colour, contrast) + 2 > packet.End) {
+      return false;
+    }
+    const auto at = static_cast<std::size_t>(first);
+    const std::int64_t distance = contrast - colour;
+    // Of commands that follow one another, as encoders write them, the code of the second stands between
+    // their arguments: named as what it is, it saves a place in each subtitle of the edit.
+    if (distance == NextCommand) {
+      edit.Write(at, colourFirst_);
+    } else if (distance == -NextCommand) {
+      edit.Write(at, contrastFirst_);
+    } else if (distance > NextCommand) {
+      edit.Write(at, colours_);
+      edit.Write(static_cast<std::size_t>(contrast), contrasts_);
+    } else if (distance < -NextCommand) {
+      edit.Write(at, contrasts_);
+      edit.Write(static_cast<std::size_t>(colour), colours_);
+    } else {
+      return false;
+    }
+    return true;
   }
-  if (colour + 2 < contrast) {
-    edit.Write(static_cast<std::size_t>(colour), colours);
-    edit.Write(static_cast<std::size_t>(contrast), contrasts);
-  } else if (contrast + 2 < colour) {
-    edit.Write(static_cast<std::size_t>(contrast), contrasts);
-    edit.Write(static_cast<std::size_t>(colour), colours);
-  } else {
-    return false;
-  }
-  return true;
-}
+
+ private:
+  static constexpr std::int64_t NextCommand = CommandSize(SetColour);
+  using BothCommands = std::array<std::uint8_t, 2 * CodeArguments().size() + 1>;
+
+  const SupStream& stream_;
+  CodeArguments colours_;
+  CodeArguments contrasts_;
+  BothCommands colourFirst_;
+  BothCommands contrastFirst_;
+};
 
 /// A unit without the command is indexed as if its arguments started in the last byte of its header.
 bool HasArguments(const SupStream& stream, std::size_t index, const std::vector<std::int32_t>& offsets) {
@@ -153,14 +179,16 @@ StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const I
   EditBuilder edit;
   const ArgumentChange colours(codes.Colours);
   const ArgumentChange contrasts(codes.Contrasts);
-  edit.Expect(subtitles * ((colours.IsNeeded ? 1U : 0U) + (contrasts.IsNeeded ? 1U : 0U)));
-  const bool allWhole = colours.IsNeeded && contrasts.IsNeeded && !colours.ReadsOld && !contrasts.ReadsOld;
+  const bool isOfBoth = colours.IsNeeded && contrasts.IsNeeded;
+  edit.Expect(subtitles, isOfBoth ? 5 : 2);
+  const WholeCodes whole(stream, colours.Whole(), contrasts.Whole());
+  const bool allWhole = isOfBoth && !colours.ReadsOld && !contrasts.ReadsOld;
   for (std::size_t k = 0; k < subtitles; ++k) {
     const std::size_t i = indexAt(k);
     if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {
       continue;
     }
-    if (allWhole && AppendSound(edit, stream, i, colours.Whole(), contrasts.Whole())) {
+    if (allWhole && whole.Append(i, edit)) {
       continue;
     }
     PacketChange change(stream, i);

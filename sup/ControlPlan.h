@@ -3,8 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <limits>
 #include <span>
 #include <vector>
 
@@ -18,63 +16,18 @@ namespace quillmark {
 /// The units of a stream mostly share one layout, and to see that they do takes a fraction of a walk.
 class ControlLayout {
  public:
-  /// Whether a walk through the unit would call its visitor for the same commands at the same places after
-  /// its control offset, and end well. The unit is whole and within `file`, and what the index says of it
-  /// without a fault, if so.
-  [[nodiscard]] bool IsOf(std::span<const std::uint8_t> file, const IndexEntry& unit) const {
-    const std::size_t first = unit.FileOffset(unit.ControlOffset);
-    if (unit.ControlOffset < UnitHeaderSize || unit.ControlOffset + length_ > unit.Size ||
-        unit.Size > MaxReadUnit || unit.FileOffset(unit.Size) > file.size() ||
-        first + blocks_.size() * sizeof(Words) > file.size()) {
-      return false;
-    }
-    const std::uint8_t* const control = file.data() + first;
-    Word differences = 0;
-    const std::uint8_t* at = control;
-    for (const Block& block : blocks_) {
-      for (std::size_t i = 0; i < block.Mask.size(); ++i, at += sizeof(Word)) {
-        Word word = 0;
-        std::memcpy(&word, at, sizeof(word));
-        differences |= (word & block.Mask[i]) ^ block.Expected[i];
-      }
-    }
-    for (const Pointer& pointer : pointers_) {
-      const auto next =
-          static_cast<std::uint32_t>(control[pointer.Position] << 8U | control[pointer.Position + 1]);
-      differences |= next ^ (unit.ControlOffset + pointer.Next);
-    }
-    return differences == 0;
-  }
+  /// The first of the units from `first` to before `end` that is laid out otherwise; `end` where none is. Of
+  /// those before it a walk would call its visitor for the same commands at the same places after their
+  /// control offset, and end well; they are whole and within `file`, and what the index says of them is
+  /// without a fault.
+  [[nodiscard]] std::size_t FirstOther(std::span<const std::uint8_t> file, const IndexView& units,
+                                       std::size_t first, std::size_t end) const;
 
-  void Begin(const IndexedPacket& packet) {
-    control_ = packet.Unit.subspan(packet.ControlOffset);
-    offset_ = packet.ControlOffset;
-    fixed_.clear();
-    pointers_.clear();
-    length_ = 0;
-    isFixed_ = true;
-  }
-  void Add(const ControlSequence& sequence) {
-    const std::uint32_t position = static_cast<std::uint32_t>(sequence.Position) - offset_;
-    if (!pointers_.empty()) {
-      fixed_.push_back(last_);  // where the sequence before it ends
-    }
-    pointers_.push_back({.Position = position + 2, .Next = sequence.Header.Next - offset_});
-    last_ = position + SequenceHeaderSize;
-  }
-  void Add(const ControlCommand& command) {
-    // What a change of colours holds says how long it is.
-    isFixed_ = isFixed_ && command.Code != ChangeColours;
-    const std::uint32_t position = static_cast<std::uint32_t>(command.Position) - offset_;
-    fixed_.push_back(position);
-    last_ = position + 1 + static_cast<std::uint32_t>(command.Arguments.size());
-  }
+  void Begin(const IndexedPacket& packet);
+  void Add(const ControlSequence& sequence);
+  void Add(const ControlCommand& command);
   /// The walk came to its end; `isWhole`: without damage.
-  void End(bool isWhole) {
-    fixed_.push_back(last_);
-    length_ = isWhole && isFixed_ ? last_ + 1 : NoLength;
-    MakeBlocks();
-  }
+  void End(bool isWhole);
 
  private:
   using Word = std::uint64_t;
@@ -83,31 +36,24 @@ class ControlLayout {
   struct Block {
     Words Mask = {};
     Words Expected = {};
+
+    /// 0 where the bytes are the expected ones.
+    [[nodiscard]] Word Differences(const std::uint8_t* at) const;
   };
   struct Pointer {
     std::uint32_t Position = 0;
     std::uint32_t Next = 0;  ///< from the control offset
   };
-  static constexpr std::size_t NoLength = std::numeric_limits<std::uint32_t>::max();  // no unit has it
 
-  void MakeBlocks() {
-    blocks_.clear();
-    if (length_ == NoLength) {
-      return;
-    }
-    blocks_.resize((length_ + sizeof(Words) - 1) / sizeof(Words));
-    for (const std::uint32_t fixed : fixed_) {
-      Block& block = blocks_[fixed / sizeof(Words)];
-      const std::size_t at = fixed % sizeof(Words);
-      constexpr std::uint8_t AllBits = 0xFF;
-      std::memcpy(reinterpret_cast<std::uint8_t*>(block.Mask.data()) + at, &AllBits, 1);
-      std::memcpy(reinterpret_cast<std::uint8_t*>(block.Expected.data()) + at, &control_[fixed], 1);
-    }
-  }
+  [[nodiscard]] bool RestIsOf(const std::uint8_t* control, std::size_t controlOffset) const;
+  void MakeBlocks();
 
-  std::vector<Block> blocks_;
-  std::vector<Pointer> pointers_;
-  std::size_t length_ = NoLength;  // of all sequences
+  // Most units have no more of either, so that these are looked at without a loop.
+  Block start_;
+  std::array<Pointer, 2> firstPointers_ = {};
+  std::vector<Block> blocks_;      // after the start
+  std::vector<Pointer> pointers_;  // all
+  std::size_t length_ = 0;         // of all sequences; 0: no unit is laid out so
   // While one is learnt:
   std::span<const std::uint8_t> control_;
   std::vector<std::uint32_t> fixed_;  // positions of commands and end marks
@@ -122,9 +68,11 @@ class ControlLayout {
 template <typename Plan>
 class PlannedWalk {
  public:
-  /// Whether what was learnt last holds for this unit.
-  [[nodiscard]] bool Knows(std::span<const std::uint8_t> file, const IndexEntry& unit) const {
-    return layout_.IsOf(file, unit);
+  /// The first of the units from `first` to before `end` for which what was learnt last does not hold; `end`
+  /// where there is none.
+  [[nodiscard]] std::size_t FirstUnknown(std::span<const std::uint8_t> file, const IndexView& units,
+                                         std::size_t first, std::size_t end) const {
+    return layout_.FirstOther(file, units, first, end);
   }
 
   /// What damage there is; where there is none, the plan holds for this packet.

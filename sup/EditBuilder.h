@@ -15,10 +15,10 @@ namespace quillmark {
 /// stays near until there is much of it: a long film has a place or two for each subtitle.
 class EditBuilder {
  public:
-  /// `places`: about how many there will be.
-  void Expect(std::size_t places) {
+  /// `places`: about how many there will be, of so many bytes each.
+  void Expect(std::size_t places, std::size_t bytesEach = 4) {
     edit_.Places.reserve(places);
-    edit_.Bytes.reserve(places * BytesAPlace);
+    edit_.Bytes.reserve(places * bytesEach);
   }
 
   /// As many bytes at `offset` become these, of which there are 8 at most.
@@ -35,23 +35,24 @@ class EditBuilder {
     if (differences == 0) {
       return false;
     }
+    if constexpr (Size == 1) {
+      PutWord(offset, Size, word);
+      return true;
+    }
     const auto first = static_cast<std::size_t>(std::countr_zero(differences)) / 8;
     const auto end = sizeof(Word) - static_cast<std::size_t>(std::countl_zero(differences)) / 8;
     PutWord(offset + first, end - first, word >> (8 * first));
     return true;
   }
-  void Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted) {
-    AddPlace(offset, removed, inserted.size());
-    FlushBytes();
-    edit_.Bytes.insert(edit_.Bytes.end(), inserted.begin(), inserted.end());
-  }
+  void Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted);
 
   /// The edit, which is kept as long as it can be undone: memory that it does not need is given back.
   [[nodiscard]] StreamEdit Finish();
 
  private:
   using Word = std::uint64_t;
-  static constexpr std::size_t BytesAPlace = 4;
+  using WordBytes = std::array<std::uint8_t, sizeof(Word)>;
+  static constexpr std::size_t PlacesHeld = 512;
 
   /// The first byte in the lowest bits.
   template <std::size_t Size>
@@ -67,8 +68,8 @@ class EditBuilder {
     }
     return word;
   }
-  static std::array<std::uint8_t, sizeof(Word)> BytesOf(Word word) {
-    std::array<std::uint8_t, sizeof(Word)> bytes;
+  static WordBytes BytesOf(Word word) {
+    WordBytes bytes;
     if constexpr (std::endian::native == std::endian::little) {
       std::memcpy(bytes.data(), &word, sizeof(word));
     } else {
@@ -81,42 +82,35 @@ class EditBuilder {
 
   /// `count` bytes, the first of them in the lowest bits.
   void PutWord(std::size_t offset, std::size_t count, Word word) {
-    AddPlace(offset, count, count);
-    if (bytes_ + sizeof(Word) > newBytes_.size()) [[unlikely]] {
-      FlushBytes();
+    if (offset == end_) [[unlikely]] {
+      Prolong(count, word);
+      return;
     }
-    // A whole word is put there, of which what comes next takes the rest.
-    const auto put = BytesOf(word);
-    std::memcpy(newBytes_.data() + bytes_, put.data(), put.size());
+    if (places_ == PlacesHeld) [[unlikely]] {
+      Flush();
+    }
+    newPlaces_[places_++] = {.Offset = static_cast<std::uint32_t>(offset),
+                             .Removed = static_cast<std::uint32_t>(count),
+                             .Inserted = static_cast<std::uint32_t>(count)};
+    PutBytes(count, word);
+    end_ = offset + count;
+  }
+  /// A whole word is put there, of which what comes next takes the rest.
+  void PutBytes(std::size_t count, Word word) {
+    const WordBytes bytes = BytesOf(word);
+    std::memcpy(newBytes_.data() + bytes_, bytes.data(), bytes.size());
     bytes_ += count;
   }
-
-  /// A place of the edit; one that starts where the last one ended makes that one longer.
-  void AddPlace(std::size_t offset, std::size_t removed, std::size_t inserted) {
-    if (end_ == offset) [[unlikely]] {
-      StreamEdit::Place& last = newPlaces_[places_ - 1];
-      last.Removed += static_cast<std::uint32_t>(removed);
-      last.Inserted += static_cast<std::uint32_t>(inserted);
-    } else {
-      if (places_ == newPlaces_.size()) [[unlikely]] {
-        FlushPlaces(1);
-      }
-      newPlaces_[places_++] = {.Offset = static_cast<std::uint32_t>(offset),
-                               .Removed = static_cast<std::uint32_t>(removed),
-                               .Inserted = static_cast<std::uint32_t>(inserted)};
-    }
-    end_ = offset + removed;
-  }
-
-  /// All but the last `kept`, which may still become longer.
-  void FlushPlaces(std::size_t kept);
-  void FlushBytes();
+  /// What starts where the last place ended makes that one longer.
+  [[gnu::noinline]] void Prolong(std::size_t count, Word word);
+  [[gnu::noinline]] void Flush();
 
   StreamEdit edit_;
-  std::array<StreamEdit::Place, 512> newPlaces_ = {};
-  std::array<std::uint8_t, 2048> newBytes_ = {};
+  // What comes after it.
+  std::array<StreamEdit::Place, PlacesHeld> newPlaces_ = {};
+  std::array<std::uint8_t, (PlacesHeld + 1) * sizeof(Word)> newBytes_ = {};
   std::size_t places_ = 0;
-  std::size_t bytes_ = 0;
+  std::size_t bytes_ = 0;                           // invariant: no more than a word for each of the places
   std::size_t end_ = static_cast<std::size_t>(-1);  // of the last place
 };
 

@@ -5,7 +5,7 @@
 namespace quillmark {
 namespace {
 
-constexpr std::size_t FirstSequenceLength =
+constexpr std::size_t PictureSequenceLength =
     SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
     CommandSize(SetDisplayArea) + CommandSize(SetFieldOffsets) + CommandSize(EndOfSequence);
 constexpr std::size_t StopSequenceLength =
@@ -33,12 +33,12 @@ std::optional<std::span<const std::uint8_t>> PictureUnitEncoder::Encode(const Un
   const std::size_t bottomStart = UnitHeaderSize + top_.Bytes().size();
   const std::size_t control = bottomStart + bottom_.Bytes().size();
   const std::size_t length =
-      control + FirstSequenceLength + (picture.Delay ? StopSequenceLength : std::size_t{0});
+      control + PictureSequenceLength + (picture.Delay ? StopSequenceLength : std::size_t{0});
   const std::size_t size = length + length % 2;
   if (size > MaxReadUnit) {
     return std::nullopt;
   }
-  const std::size_t last = control + (picture.Delay ? FirstSequenceLength : std::size_t{0});
+  const std::size_t last = control + (picture.Delay ? PictureSequenceLength : std::size_t{0});
   packet_.clear();
   PacketWriter writer(packet_);
   WritePacketHeader(writer, time, size, control);

@@ -22,9 +22,6 @@ struct TimeMap {
   bool IsShift = false;  ///< and nothing else
 
   [[nodiscard]] std::optional<std::int64_t> Of(std::int64_t time) const {
-    if (IsShift) {
-      return Sum(time, Shift);
-    }
     const auto distance = Difference(time, From);
     const auto scaled = distance ? Scale.RoundedSum(To, *distance) : std::nullopt;
     return scaled ? Sum(*scaled, Shift) : std::nullopt;
@@ -113,6 +110,12 @@ void WriteDelays(const IndexEntry& unit, const DelayPlan& plan, const Scaler& sc
   }
 }
 
+Failure Impossible(std::int64_t number, bool isBefore0) {
+  return {Named(number) +
+          (isBefore0 ? " would start before 0" : " would start after the last time that there is") +
+          "; nothing is written"};
+}
+
 }  // namespace
 
 Result<void> HasTimeLine(const SupStream& stream, const RetimeOptions& options) {
@@ -127,27 +130,29 @@ Result<ToolResult> Retime(const SupStream& stream, const SubtitleSet& only, cons
   }
   ToolRun run(stream, only, map->KeepsDelays ? 1 : 2);
   PlannedWalk<DelayPlan> delays;
-  std::optional<Failure> impossible;
-  run.ForEachPlanned(delays, [&](std::size_t index, const IndexEntry& unit) {
-    if (impossible) {
-      return;
-    }
-    const std::int64_t old = stream.StartTime[index];
-    const auto fresh = map->Of(old);
-    if (!fresh || (*fresh < 0 && *fresh != old)) {
-      impossible = Failure{Named(run.Number()) +
-                           (fresh || old < map->From ? " would start before 0"
-                                                     : " would start after the last time that there is") +
-                           "; nothing is written"};
-      return;
-    }
-    if (*fresh != old) {
+  std::optional<Failure> impossible;  // of the first one
+  const auto moveTo = [&](std::int64_t old, const std::optional<std::int64_t>& fresh,
+                          const IndexEntry& unit) {
+    if (!fresh || (*fresh < 0 && *fresh != old)) [[unlikely]] {
+      impossible = impossible.value_or(Impossible(run.Number(), fresh || old < map->From));
+    } else {
       run.Write(unit.Offset + TimeStart, PackTime(old), PackTime(*fresh));
     }
-    if (!map->KeepsDelays) {
-      WriteDelays(unit, delays.What(), map->Scale, run);
-    }
-  });
+  };
+  if (map->IsShift) {
+    run.ForEachPlanned(delays, [&, shift = map->Shift](std::size_t index, const IndexEntry& unit) {
+      const std::int64_t old = stream.StartTime[index];
+      moveTo(old, Sum(old, shift), unit);
+    });
+  } else {
+    run.ForEachPlanned(delays, [&](std::size_t index, const IndexEntry& unit) {
+      const std::int64_t old = stream.StartTime[index];
+      moveTo(old, map->Of(old), unit);
+      if (!map->KeepsDelays) {
+        WriteDelays(unit, delays.What(), map->Scale, run);
+      }
+    });
+  }
   if (impossible) {
     return *impossible;
   }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 #include "sup/StreamLoader.h"
@@ -20,6 +21,7 @@ constexpr std::size_t MaxPlaceNumber = std::numeric_limits<std::uint32_t>::max()
 struct Fit {
   bool Fits = false;
   bool KeepsLengths = true;  ///< every place takes out as much as it puts in
+  bool IsEven = true;        ///< and all places are as long as the first one
   std::size_t Removed = 0;   ///< all that is taken out
   std::size_t NewLength = 0;
 };
@@ -28,19 +30,27 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
   Fit fit;
   std::uint64_t end = 0;  // of the place before
   std::uint64_t inserted = 0;
+  std::uint64_t removed = 0;
+  std::uint32_t differences = 0;  // between what a place takes out and puts in
+  std::uint32_t unevenness = 0;
+  const std::uint32_t first = edit.Places.empty() ? 0 : edit.Places.front().Removed;
   for (const Place& place : edit.Places) {
     if (place.Offset < end) {
       return {};
     }
     end = std::uint64_t{place.Offset} + place.Removed;
     inserted += place.Inserted;
-    fit.Removed += place.Removed;
-    fit.KeepsLengths = fit.KeepsLengths && place.Removed == place.Inserted;
+    removed += place.Removed;
+    differences |= place.Removed ^ place.Inserted;
+    unevenness |= place.Removed ^ first;
   }
   if (end > length || inserted != edit.Bytes.size()) {
     return {};
   }
-  fit.NewLength = length - fit.Removed + inserted;
+  fit.KeepsLengths = differences == 0;
+  fit.IsEven = fit.KeepsLengths && unevenness == 0;
+  fit.Removed = removed;
+  fit.NewLength = length - removed + inserted;
   fit.Fits = fit.NewLength <= MaxStreamLength;
   return fit;
 }
@@ -48,6 +58,9 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
 /// The places of an edit of all subtitles lie pages apart, so each costs a wait for the memory unless it is
 /// asked for this many places ahead.
 constexpr std::size_t PlacesAhead = 16;
+
+/// What Set for all writes into a unit whose commands stand one after the other.
+constexpr std::uint32_t BothCodes = 5;
 
 void PrefetchForWriting([[maybe_unused]] const std::uint8_t* at) {
 #if defined(__GNUC__)
@@ -83,7 +96,7 @@ void SwapNumbers(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
 }
 
 /// Most places are a number of a unit, of up to 8 bytes.
-void SwapBytes(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
+void SwapPlace(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
   if (count == 1) {
     std::swap(*a, *b);
   } else if (count == 2) {
@@ -97,16 +110,33 @@ void SwapBytes(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
   }
 }
 
-void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
-  std::uint8_t* const start = bytes.data();
+/// `countOf` gives a place's length, which the compiler may know.
+template <typename CountOf>
+void SwapPlaces(std::uint8_t* start, StreamEdit& edit, const CountOf& countOf) {
   std::uint8_t* other = edit.Bytes.data();
-  const std::vector<Place>& places = edit.Places;
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    if (i + PlacesAhead < places.size()) {
-      PrefetchForWriting(start + places[i + PlacesAhead].Offset);
-    }
-    SwapBytes(start + places[i].Offset, other, places[i].Removed);
-    other += places[i].Removed;
+  const Place* const first = edit.Places.data();
+  const std::size_t places = edit.Places.size();
+  for (std::size_t i = 0; i < places; ++i) {
+    PrefetchForWriting(start + first[std::min(i + PlacesAhead, places - 1)].Offset);
+    const std::size_t count = countOf(first[i]);
+    SwapPlace(start + first[i].Offset, other, count);
+    other += count;
+  }
+}
+
+void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit, const Fit& fit) {
+  const auto swapAllOf = [&]<std::uint32_t Count>(std::integral_constant<std::uint32_t, Count> /*count*/) {
+    SwapPlaces(bytes.data(), edit, [](const Place& /*place*/) { return std::size_t{Count}; });
+  };
+  const std::uint32_t count = fit.IsEven && !edit.IsEmpty() ? edit.Places.front().Removed : 0;
+  if (count == 1) {
+    swapAllOf(std::integral_constant<std::uint32_t, 1>());
+  } else if (count == 2) {
+    swapAllOf(std::integral_constant<std::uint32_t, 2>());
+  } else if (count == BothCodes) {
+    swapAllOf(std::integral_constant<std::uint32_t, BothCodes>());
+  } else {
+    SwapPlaces(bytes.data(), edit, [](const Place& place) { return std::size_t{place.Removed}; });
   }
 }
 
@@ -233,7 +263,7 @@ Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
     return DoesNotFit();
   }
   if (fit.KeepsLengths) {
-    SwapBytes(bytes, edit);
+    SwapBytes(bytes, edit, fit);
     return {};
   }
   std::vector<std::uint8_t> removed;
@@ -253,13 +283,13 @@ Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit) {
     return DoesNotFit();
   }
   if (fit.KeepsLengths) {
-    SwapBytes(stream.RawBytes, edit);
+    SwapBytes(stream.RawBytes, edit, fit);
     if (!edit.Reindexes) {
       return {};
     }
     Result<void> indexed = Reindex(stream);
     if (!indexed) {
-      SwapBytes(stream.RawBytes, edit);
+      SwapBytes(stream.RawBytes, edit, fit);
     }
     return indexed;
   }

@@ -56,10 +56,19 @@ class SubtitleSet {
   /// Calls `function` with the index, from 0, of each one that a stream of `count` subtitles has.
   template <typename Function>
   void ForEachIndex(std::size_t count, Function&& function) const {
-    for (const SubtitleRange& range : ranges_) {
-      const std::size_t end = EndWithin(range, count);
-      for (auto index = static_cast<std::size_t>(range.First - 1); index < end; ++index) {
+    ForEachRange(count, [&](std::size_t first, std::size_t end) {
+      for (std::size_t index = first; index < end; ++index) {
         function(index);
+      }
+    });
+  }
+  /// The same with the first index and the one after the last of those that follow one another.
+  template <typename Function>
+  void ForEachRange(std::size_t count, Function&& function) const {
+    for (const SubtitleRange& range : ranges_) {
+      const auto first = static_cast<std::size_t>(range.First - 1);
+      if (const std::size_t end = EndWithin(range, count); first < end) {
+        function(first, end);
       }
     }
   }

@@ -41,27 +41,28 @@ class ToolRun {
   /// order; the others are damaged, and left.
   template <typename Plan, typename Change>
   void ForEachPlanned(PlannedWalk<Plan>& walk, Change&& change) {
-    const IndexView entries(stream_);
-    const auto file = file_;
-    const std::size_t last = Count() - 1;
-    only_.ForEachIndex(Count(), [&](std::size_t index) {
-#if defined(__GNUC__)
-      // Not in a function of its own: GCC takes one that does nothing else for one without an effect.
-      const IndexEntry later = entries[std::min(index + PacketsAhead, last)];
-      const std::size_t control = later.FileOffset(later.ControlOffset);
-      __builtin_prefetch(file.data() + std::min(control, file.size()));
-      __builtin_prefetch(file.data() + std::min(control + UsualControl, file.size()));
-#endif
-      Begin(index);
-      const IndexEntry unit = entries[index];
-      if (!walk.Knows(file, unit)) {
-        if (const PacketFault fault = walk.Learn(PacketOf(stream_, index)); fault != PacketFault::None) {
-          LeaveDamaged(fault);
-          return;
+    const IndexView units(stream_);
+    only_.ForEachRange(Count(), [&](std::size_t first, std::size_t rangeEnd) {
+      while (first < rangeEnd) {
+        // So many that what was read of them is still near when they are changed.
+        const std::size_t end = std::min(first + UnitsAtOnce, rangeEnd);
+        std::size_t unknown = walk.FirstUnknown(file_, units, first, end);
+        if (unknown == first) {
+          Begin(first);
+          if (const PacketFault fault = walk.Learn(PacketOf(stream_, first)); fault != PacketFault::None) {
+            LeaveDamaged(fault);
+            ++first;
+            continue;
+          }
+          ++unknown;
+        }
+        for (; first < unknown; ++first) {
+          FetchControl(units[std::min(first + UnitsAtOnce, rangeEnd - 1)]);
+          Begin(first);
+          change(first, units[first]);
+          End();
         }
       }
-      change(index, unit);
-      End();
     });
   }
 
@@ -69,9 +70,7 @@ class ToolRun {
   void Leave(LeftReason why, PacketFault fault = PacketFault::None) {
     result_.Left.push_back({.Number = Number(), .Why = why, .Fault = fault});
   }
-  void LeaveDamaged(PacketFault fault) {
-    Leave(LeftReason::Damaged, fault);
-  }
+  void LeaveDamaged(PacketFault fault) { Leave(LeftReason::Damaged, fault); }
 
   /// Bytes of the packet at hand become `fresh`; those that are so already are not named. Positions ascend.
   template <std::size_t Size>
@@ -91,18 +90,12 @@ class ToolRun {
     edit_.Replace(offset, removed, inserted);
   }
 
-  [[nodiscard]] std::span<const std::uint8_t> File() const {
-    return file_;
-  }
-  [[nodiscard]] const SupStream& Stream() const {
-    return stream_;
-  }
+  [[nodiscard]] std::span<const std::uint8_t> File() const { return file_; }
+  [[nodiscard]] const SupStream& Stream() const { return stream_; }
   [[nodiscard]] std::size_t Count() const {
     return stream_.RawBytes.empty() ? 0 : stream_.PacketOffset.size();
   }
-  [[nodiscard]] std::int64_t Number() const {
-    return static_cast<std::int64_t>(index_) + 1;
-  }
+  [[nodiscard]] std::int64_t Number() const { return static_cast<std::int64_t>(index_) + 1; }
 
   [[nodiscard]] ToolResult Finish(bool reindexes) {
     FlushChanged();
@@ -136,9 +129,18 @@ class ToolRun {
   }
 
   /// The packets of a long film lie pages apart, so each costs a wait for the memory unless it is asked for
-  /// this many packets ahead.
-  static constexpr std::size_t PacketsAhead = 16;
-  static constexpr std::size_t UsualControl = 36;  // bytes of all sequences, which may lie in two cache lines
+  /// early: here for all of a unit's usual control sequences, which may lie in two cache lines.
+  void FetchControl([[maybe_unused]] const IndexEntry& unit) const {
+#if defined(__GNUC__)
+    constexpr std::size_t UsualControl = 30;
+    const std::uintptr_t control =
+        reinterpret_cast<std::uintptr_t>(file_.data()) + unit.FileOffset(unit.ControlOffset);
+    __builtin_prefetch(reinterpret_cast<const void*>(control));
+    __builtin_prefetch(reinterpret_cast<const void*>(control + UsualControl));
+#endif
+  }
+
+  static constexpr std::size_t UnitsAtOnce = 32;
 
   const SupStream& stream_;
   std::span<const std::uint8_t> file_;

@@ -284,6 +284,16 @@ TEST(AssignCodes, CommandOfWhichNoCodeChangesIsNotNamed) {
   EXPECT_FALSE(edit.Reindexes);
 }
 
+TEST(AssignCodes, CommandsThatFollowOneAnotherAreOnePlaceWithTheCodeBetweenThem) {
+  const SupStream stream = Index(Join({PacketBuilder().Build(), PacketBuilder().Build()}));
+
+  const StreamEdit edit = AssignCodes(stream, 0, 2, Both);
+
+  EXPECT_EQ(edit.Places, (std::vector<StreamEdit::Place>{{.Offset = 24, .Removed = 5, .Inserted = 5},
+                                                         {.Offset = 72, .Removed = 5, .Inserted = 5}}));
+  EXPECT_EQ(edit.Bytes, (Bytes{0xA2, 0x10, 0x04, 0xFF, 0x80, 0xA2, 0x10, 0x04, 0xFF, 0x80}));
+}
+
 TEST(AssignCodes, StreamIsNotTouchedBeforeTheEditIsApplied) {
   const Bytes file = PacketBuilder().Build();
   const SupStream stream = Index(file);
