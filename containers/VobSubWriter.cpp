@@ -86,7 +86,49 @@ std::span<const std::uint8_t> UnitOf(const Subtitle& subtitle, std::span<const s
   return whole;
 }
 
-/// A file that is there when it is committed, and taken away again where its companion cannot be.
+/// A second name of a file, so that it is still there when another one has taken its place.
+class KeptFile {
+ public:
+  /// None where there is no file, or one that is written in place since it has further names, or where the
+  /// disk knows no second names.
+  static std::optional<KeptFile> Of(const std::filesystem::path& path) {
+    std::error_code failed;
+    const auto file = std::filesystem::canonical(path, failed);
+    if (failed || !std::filesystem::is_regular_file(file, failed) ||
+        std::filesystem::hard_link_count(file, failed) != 1) {
+      return std::nullopt;
+    }
+    constexpr int Tries = 10;
+    for (int number = 1; number <= Tries; ++number) {
+      auto name = file;
+      name += "." + std::to_string(number) + ".old";
+      std::filesystem::create_hard_link(file, name, failed);
+      if (!failed) {
+        return KeptFile(file, name);
+      }
+    }
+    return std::nullopt;
+  }
+
+  void PutBack() const {
+    std::error_code ignored;
+    std::filesystem::rename(name_, file_, ignored);
+  }
+  void Forget() const {
+    std::error_code ignored;
+    std::filesystem::remove(name_, ignored);
+  }
+
+ private:
+  KeptFile(std::filesystem::path file, std::filesystem::path name)
+      : file_(std::move(file)), name_(std::move(name)) {}
+
+  std::filesystem::path file_;
+  std::filesystem::path name_;
+};
+
+/// A file that is there when it is committed. Until that is settled what stood there before is kept, for
+/// where its companion cannot be written.
 class PairFile {
  public:
   static Result<PairFile> Open(const std::filesystem::path& path) {
@@ -101,9 +143,27 @@ class PairFile {
   }
 
   Result<void> Write(std::span<const std::uint8_t> bytes) { return Told(writer_->Write(bytes)); }
-  Result<void> Commit() { return Told(writer_->Commit()); }
-  void Revoke() const {
-    if (!wasThere_) {
+  Result<void> Commit() {
+    old_ = KeptFile::Of(path_);
+    auto committed = Told(writer_->Commit());
+    if (!committed) {
+      Settle();
+    }
+    return committed;
+  }
+  /// What was committed stays.
+  void Settle() {
+    if (old_) {
+      old_->Forget();
+      old_.reset();
+    }
+  }
+  /// What stood there before is there again.
+  void Revoke() {
+    if (old_) {
+      old_->PutBack();
+      old_.reset();
+    } else if (!wasThere_) {
       std::error_code ignored;
       std::filesystem::remove(path_, ignored);
     }
@@ -122,6 +182,7 @@ class PairFile {
   std::filesystem::path path_;
   bool wasThere_ = false;
   std::optional<FileWriter> writer_;
+  std::optional<KeptFile> old_;
 };
 
 /// The index, language by language, while the packs are written.
@@ -272,6 +333,7 @@ Result<Completion> WriteVobSub(const std::filesystem::path& path, const std::vec
     packs->Revoke();
     return committed.Why();
   }
+  packs->Settle();
   return Completion::Done;
 }
 

@@ -177,6 +177,21 @@ TEST_F(VobSubWriter, IndexThatCannotBeWrittenLeavesNoSub) {
   EXPECT_THAT(Names(), ElementsAre("film.idx"));
 }
 
+TEST_F(VobSubWriter, IndexThatCannotTakeItsPlaceLeavesTheOldSub) {
+  Put("film.sub", "old");
+  VobSubOptions options;
+  options.Existing = Overwriting::Allowed;
+  const Bytes packets = SupPacket(0, SoundUnit());
+  const auto written = WriteVobSub(Index(), {{.Packets = packets, .Language = {}, .Name = {}}}, options,
+                                   [this](std::uint64_t /*done*/, std::uint64_t /*of*/) {
+                                     QDir(Folder()).mkdir(QStringLiteral("film.idx"));
+                                     return true;
+                                   });
+  EXPECT_THAT(written.Reason(), HasSubstr("film.idx: "));
+  EXPECT_EQ(Read("film.sub"), "old");
+  EXPECT_THAT(Names(), ElementsAre("film.idx", "film.sub"));
+}
+
 /// What mkvextract wrote, read and written again, is what it wrote.
 TEST_F(VobSubWriter, PacksAreThoseOfMkvextract) {
   for (const char* name : {"film", "film2"}) {
