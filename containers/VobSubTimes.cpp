@@ -31,24 +31,34 @@ void ForEachShift(std::span<const VobSubTime> times, const Function& function) {
   }
 }
 
-/// The shift that more than half of several subtitles have; 0 where there is none.
-std::int64_t CommonShift(std::span<const VobSubTime> times) {
-  std::size_t count = 0;
-  std::int64_t least = 0;
-  std::int64_t most = 0;
-  ForEachShift(times, [&](std::int64_t shift) {
-    least = count == 0 ? shift : std::min(least, shift);
-    most = count == 0 ? shift : std::max(most, shift);
-    ++count;
+/// The shifts of several subtitles, at a glance.
+struct ShiftRange {
+  std::size_t Count = 0;
+  std::int64_t Least = 0;
+  std::int64_t Most = 0;
+};
+
+ShiftRange RangeOf(std::span<const VobSubTime> times) {
+  ShiftRange range;
+  ForEachShift(times, [&range](std::int64_t shift) {
+    range.Least = range.Count == 0 ? shift : std::min(range.Least, shift);
+    range.Most = range.Count == 0 ? shift : std::max(range.Most, shift);
+    ++range.Count;
   });
-  if (count < 2) {
+  return range;
+}
+
+/// The shift that more than half of several subtitles have; 0 where there is none. `range` is that of
+/// `times`.
+std::int64_t CommonShift(std::span<const VobSubTime> times, const ShiftRange& range) {
+  if (range.Count < 2) {
     return 0;
   }
-  if (least == most) {
-    return least;
+  if (range.Least == range.Most) {
+    return range.Least;
   }
   std::vector<std::int64_t> shifts;
-  shifts.reserve(count);
+  shifts.reserve(range.Count);
   ForEachShift(times, [&](std::int64_t shift) { shifts.push_back(shift); });
   const auto middle = shifts.begin() + static_cast<std::ptrdiff_t>(shifts.size() / 2);
   std::ranges::nth_element(shifts, middle);
@@ -75,7 +85,7 @@ std::int64_t TicksOf(const VobSubTime& time, std::int64_t shift) {
 }  // namespace
 
 std::vector<std::int64_t> TicksOf(std::span<const VobSubTime> times) {
-  const std::int64_t shift = CommonShift(times);
+  const std::int64_t shift = CommonShift(times, RangeOf(times));
   std::vector<std::int64_t> ticks;
   ticks.reserve(times.size());
   for (const VobSubTime& time : times) {
@@ -94,7 +104,11 @@ std::vector<bool> DifferingTimes(std::span<const VobSubTime> times) {
       })) {
     return differ;
   }
-  const std::int64_t common = CommonShift(times);
+  const ShiftRange range = RangeOf(times);
+  if (range.Least >= -Second && range.Most <= Second) {
+    return differ;
+  }
+  const std::int64_t common = CommonShift(times, range);
   for (std::size_t i = 0; i < times.size(); ++i) {
     if (times[i].TimeStamp && times[i].Line >= 0) {
       const std::int64_t shift = ShiftOf(times[i].Line, *times[i].TimeStamp);
