@@ -133,10 +133,9 @@ class ToolRun {
   void FetchControl([[maybe_unused]] const IndexEntry& unit) const {
 #if defined(__GNUC__)
     constexpr std::size_t UsualControl = 30;
-    const std::uintptr_t control =
-        reinterpret_cast<std::uintptr_t>(file_.data()) + unit.FileOffset(unit.ControlOffset);
-    __builtin_prefetch(reinterpret_cast<const void*>(control));
-    __builtin_prefetch(reinterpret_cast<const void*>(control + UsualControl));
+    const std::size_t control = std::min(unit.FileOffset(unit.ControlOffset), file_.size());
+    __builtin_prefetch(file_.data() + control);
+    __builtin_prefetch(file_.data() + std::min(control + UsualControl, file_.size()));
 #endif
   }
 
