@@ -23,20 +23,8 @@ packagePackages=(
   file
 )
 
-# To build the tests and benchmarks as well.
-buildPackages=(
-  "${runPackages[@]}"
-  libavcodec-dev
-  libavformat-dev
-  libbenchmark-dev
-  libgmock-dev
-  libgtest-dev
-  pkg-config
-)
-
-# To run them all, with the fuzz targets and checks.
+# To build and run the tests, benchmarks, fuzz targets and checks as well.
 testPackages=(
-  "${buildPackages[@]}"
   "${packagePackages[@]}"
   appstream
   clang-14
@@ -49,11 +37,18 @@ testPackages=(
   gstreamer1.0-plugins-bad
   gstreamer1.0-plugins-good
   gstreamer1.0-tools
+  libavcodec-dev
+  libavformat-dev
+  libbenchmark-dev
   libclang-14-dev
   libclang-rt-14-dev
+  libgmock-dev
+  libgtest-dev
   lintian
+  lld-14
   llvm-14
   llvm-14-dev
   mkvtoolnix
+  pkg-config
   shared-mime-info
 )

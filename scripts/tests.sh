@@ -1,13 +1,16 @@
 # Shared by the stages of ./test that run tests: what failed is shown, the rest is counted.
 
 # What the sanitizers need; nothing else reads it.
+# A few frames tell where memory came from: a stack of thirty takes a tenth of a window test.
+export ASAN_OPTIONS=malloc_context_size=6
 export ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-14
 export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
 
 # ConfigureDev: with the compiler that brings libFuzzer and the sanitizers' runtimes that the tests are run with.
 ConfigureDev() {
-  Configure dev -DCMAKE_CXX_COMPILER=clang++-14 -DQUILLMARK_FUZZ=ON
+  Configure dev -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld -DQUILLMARK_FUZZ=ON \
+    -DQUILLMARK_BENCH=ON
 }
 
 # TestFolder: a new folder for what tests write, open to all users as /tmp is, where the system has memory for it: many
