@@ -50,7 +50,7 @@ void JournalOfSetForAll(benchmark::State& state) {
       state.SkipWithError("not written");
     }
   }
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * record.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(record.size()));
 }
 
 void PlainWriteOfThoseBytes(benchmark::State& state) {
@@ -66,7 +66,7 @@ void PlainWriteOfThoseBytes(benchmark::State& state) {
     }
   }
   close(file);
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * record.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(record.size()));
 }
 
 /// What a load does for the journal where the folder holds `range` journals of other streams.
@@ -97,7 +97,7 @@ void HashTheFilm(benchmark::State& state) {
   for (auto _ : state) {
     benchmark::DoNotOptimize(ContentHash(film));
   }
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * film.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(film.size()));
 }
 
 BENCHMARK(PlainWriteOfThoseBytes)->Unit(benchmark::kMillisecond)->UseRealTime();

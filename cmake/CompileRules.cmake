@@ -9,7 +9,7 @@ if(QUILLMARK_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   endif()
 endif()
 
-# quillmark_rules: the warnings and sanitizers that every target of ours is built with.
+# quillmark_rules: the warnings that every target of ours is built with.
 add_library(quillmark_rules INTERFACE)
 if(MSVC)
   target_compile_options(quillmark_rules INTERFACE /W4 $<$<BOOL:${QUILLMARK_WERROR}>:/WX> /permissive- /utf-8)
@@ -17,10 +17,10 @@ else()
   target_compile_options(quillmark_rules INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
                                                    $<$<BOOL:${QUILLMARK_WERROR}>:-Werror>)
 endif()
+# Of the folder, not of quillmark_rules: options of a target that leave a check out must come behind these.
 if(QUILLMARK_SANITIZE)
-  target_compile_options(quillmark_rules INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                                   -fno-omit-frame-pointer)
-  target_link_options(quillmark_rules INTERFACE -fsanitize=address,undefined)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
 endif()
 
 # quillmark_precompile(<target> <headers>...): the headers are parsed once for all sources of the target. Each
