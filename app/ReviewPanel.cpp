@@ -93,11 +93,7 @@ void ReviewPanel::ConnectDocument() {
 void ReviewPanel::ConnectControls() {
   connect(offset_, &QSpinBox::valueChanged, this, &ReviewPanel::WantOffset);
   connect(slider_, &QSlider::valueChanged, this, &ReviewPanel::WantOffset);
-  connect(showsCodes_, &QAbstractButton::toggled, this, [this](bool shown) {
-    showsCodes_->setArrowType(shown ? Qt::DownArrow : Qt::RightArrow);
-    codes_->setVisible(shown);
-  });
-  connect(codes_, &MergedCodesForm::Chosen, this, &ReviewPanel::CodesChosen);
+  connect(showsCodes_, &QAbstractButton::toggled, this, &ReviewPanel::ShowCodes);
   connect(split_, &QAbstractButton::toggled, this, &ReviewPanel::WantTimes);
   connect(join_, &QSpinBox::valueChanged, this, &ReviewPanel::WantTimes);
   connect(text_, &QLineEdit::textChanged, this, &ReviewPanel::ShowRows);

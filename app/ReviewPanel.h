@@ -22,6 +22,7 @@ class QRadioButton;
 class QSlider;
 class QSpinBox;
 class QToolButton;
+class QVBoxLayout;
 
 namespace quillmark {
 
@@ -48,7 +49,8 @@ class ReviewPanel : public QWidget {
   [[nodiscard]] std::unique_ptr<QMimeData> Copied() const;
   [[nodiscard]] SubtitleTable& Table() const { return *table_; }
   [[nodiscard]] QPushButton* SuggestButton() const { return suggest_; }
-  /// The controls in the order in which Tab goes through them.
+  /// The controls in the order in which Tab goes through them; those of the codes follow their button when
+  /// they are first shown.
   [[nodiscard]] QList<QWidget*> TabOrder() const;
 
  signals:
@@ -72,6 +74,7 @@ class ReviewPanel : public QWidget {
  private:
   // ReviewPanelControls.cpp
   void Build();
+  void ShowCodes(bool shown);
   [[nodiscard]] QWidget* BuildOffset();
   [[nodiscard]] QWidget* BuildTimes();
   [[nodiscard]] QWidget* BuildNarrowing();
@@ -117,7 +120,9 @@ class ReviewPanel : public QWidget {
   QSlider* slider_ = nullptr;
   QPushButton* suggest_ = nullptr;
   QToolButton* showsCodes_ = nullptr;
-  MergedCodesForm* codes_ = nullptr;
+  QVBoxLayout* codesPlace_ = nullptr;
+  MergedCodesForm* codes_ =
+      nullptr;  // made when it is first shown: its twelve lists take a third of the panel's time
   QRadioButton* pairs_ = nullptr;
   QRadioButton* split_ = nullptr;
   QSpinBox* join_ = nullptr;

@@ -74,13 +74,27 @@ void ReviewPanel::Build() {
   column->addWidget(head_);
   column->addWidget(leftOut_);
   column->addWidget(BuildOffset());
-  codes_ = new MergedCodesForm(document_, this);
-  codes_->hide();
-  column->addWidget(codes_);
+  codesPlace_ = new QVBoxLayout();
+  column->addLayout(codesPlace_);
   column->addWidget(BuildTimes());
   column->addWidget(BuildNarrowing());
   column->addWidget(BuildTable(), 1);
   BuildSorting();
+}
+
+void ReviewPanel::ShowCodes(bool shown) {
+  showsCodes_->setArrowType(shown ? Qt::DownArrow : Qt::RightArrow);
+  if (codes_ == nullptr) {
+    codes_ = new MergedCodesForm(document_, this);
+    codesPlace_->addWidget(codes_);
+    connect(codes_, &MergedCodesForm::Chosen, this, &ReviewPanel::CodesChosen);
+    QWidget* before = showsCodes_;
+    for (QWidget* control : codes_->TabOrder()) {
+      setTabOrder(before, control);
+      before = control;
+    }
+  }
+  codes_->setVisible(shown);
 }
 
 QWidget* ReviewPanel::BuildOffset() {
@@ -276,10 +290,8 @@ void ReviewPanel::ShowTimeColumns(bool shown) {
 }
 
 QList<QWidget*> ReviewPanel::TabOrder() const {
-  QList<QWidget*> order = {head_, leftOut_, offset_, slider_, suggest_, showsCodes_};
-  order.append(codes_->TabOrder());
-  order.append({pairs_, split_, join_, text_, kind_, table_, problems_});
-  return order;
+  return {head_,  leftOut_, offset_, slider_, suggest_, showsCodes_, pairs_,
+          split_, join_,    text_,   kind_,   table_,   problems_};
 }
 
 }  // namespace quillmark

@@ -2,6 +2,7 @@
 #include <QPlainTextEdit>
 #include <QSlider>
 #include <QTabBar>
+#include <QTest>
 
 #include "tests/app/ReviewTest.h"
 
@@ -196,6 +197,19 @@ TEST_F(MergeReviewWindow, CodesOfTheResultAreShownAndSaved) {
   Action("LeaveMerge").trigger();
   EXPECT_TRUE(Window.Content().CodesOfMerge() == MergedCodes());
   EXPECT_TRUE(TextIsAt(100, 100));
+}
+
+TEST_F(MergeReviewWindow, TabGoesFromTheButtonOfTheCodesThroughThem) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  Click("Check_MergedCodes");
+  Control<QWidget>("Check_MergedCodes").setFocus();
+  for (const char* next : {"Combo_SecondaryCode_0", "Combo_SecondaryCode_1"}) {
+    QTest::keyClick(Window.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(Window.focusWidget(), &Control<QWidget>(next)) << next;
+  }
+  Control<QWidget>("Combo_ResultOpacity_3").setFocus();
+  QTest::keyClick(Window.focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(Window.focusWidget(), &Control<QWidget>("Option_Pairs"));
 }
 
 TEST_F(MergeReviewWindow, SavedCodesAreThoseOfTheReview) {
