@@ -11,12 +11,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::size_t StartSequenceLength =
-    SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
-    CommandSize(SetDisplayArea) + CommandSize(SetFieldOffsets) + CommandSize(EndOfSequence);
-constexpr std::size_t StopSequenceLength =
-    SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence);
-
 std::int64_t Ticks(double seconds) {
   return std::llround(seconds * static_cast<double>(TicksPerSecond));
 }
@@ -41,7 +35,7 @@ void AppendSamplePacket(const Caption& caption, const TextPicture& picture,
   const FieldBuffer bottom = EncodeField(picture, 1);
   const std::size_t bottomStart = UnitHeaderSize + top.Bytes().size();
   const std::size_t controlOffset = bottomStart + bottom.Bytes().size();
-  const std::size_t stopSequence = controlOffset + StartSequenceLength;
+  const std::size_t stopSequence = controlOffset + DisplaySequenceLength;
   const std::size_t unpadded = stopSequence + StopSequenceLength;
   const std::size_t unitSize = unpadded + unpadded % 2;
   const std::int64_t start = Ticks(caption.Start);

@@ -15,13 +15,8 @@ namespace {
 constexpr std::size_t FieldCut = 65216;
 /// Where the top field's data starts in the unit.
 constexpr std::size_t TopFieldStart = UnitHeaderSize;
-/// Bytes from the first control sequence to the second.
-constexpr std::size_t FirstSequenceLength =
-    SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
-    CommandSize(SetFieldOffsets) + CommandSize(SetDisplayArea) + CommandSize(EndOfSequence);
 /// Bytes of both control sequences with the one byte of padding after them.
-constexpr std::size_t ControlLength =
-    FirstSequenceLength + SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence) + 1;
+constexpr std::size_t ControlLength = DisplaySequenceLength + StopSequenceLength + 1;
 constexpr int NtscHeight = 480;
 
 void AppendArea(PacketWriter& writer, int frameHeight) {
@@ -31,7 +26,7 @@ void AppendArea(PacketWriter& writer, int frameHeight) {
 
 void AppendControl(PacketWriter& writer, const MergedControl& control, std::size_t controlOffset,
                    std::size_t bottomFieldStart, int frameHeight) {
-  const std::size_t stopSequence = controlOffset + FirstSequenceLength;
+  const std::size_t stopSequence = controlOffset + DisplaySequenceLength;
   WriteSequenceHeader(writer, 0, stopSequence);
   writer.U8(StartDisplay);
   WriteCodes(writer, SetColour, control.ColourBytes);

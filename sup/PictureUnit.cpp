@@ -5,12 +5,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::size_t PictureSequenceLength =
-    SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
-    CommandSize(SetDisplayArea) + CommandSize(SetFieldOffsets) + CommandSize(EndOfSequence);
-constexpr std::size_t StopSequenceLength =
-    SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence);
-
 void EncodeField(const UnitPicture& picture, int firstLine, FieldBuffer& field) {
   field.Clear();
   const auto width = static_cast<std::size_t>(picture.Width);
@@ -33,12 +27,12 @@ std::optional<std::span<const std::uint8_t>> PictureUnitEncoder::Encode(const Un
   const std::size_t bottomStart = UnitHeaderSize + top_.Bytes().size();
   const std::size_t control = bottomStart + bottom_.Bytes().size();
   const std::size_t length =
-      control + PictureSequenceLength + (picture.Delay ? StopSequenceLength : std::size_t{0});
+      control + DisplaySequenceLength + (picture.Delay ? StopSequenceLength : std::size_t{0});
   const std::size_t size = length + length % 2;
   if (size > MaxReadUnit) {
     return std::nullopt;
   }
-  const std::size_t last = control + (picture.Delay ? PictureSequenceLength : std::size_t{0});
+  const std::size_t last = control + (picture.Delay ? DisplaySequenceLength : std::size_t{0});
   packet_.clear();
   PacketWriter writer(packet_);
   WritePacketHeader(writer, time, size, control);

@@ -109,6 +109,15 @@ using AreaArguments = std::array<std::uint8_t, 3>;
           .Last = static_cast<std::uint16_t>(LowNibble(bytes[1]) << 8U | bytes[2])};
 }
 
+/// Bytes of the control sequence that a picture begins with: each of the five display commands once, and the
+/// end mark.
+inline constexpr std::size_t DisplaySequenceLength =
+    SequenceHeaderSize + CommandSize(StartDisplay) + CommandSize(SetColour) + CommandSize(SetContrast) +
+    CommandSize(SetDisplayArea) + CommandSize(SetFieldOffsets) + CommandSize(EndOfSequence);
+/// Bytes of the one that ends its display.
+inline constexpr std::size_t StopSequenceLength =
+    SequenceHeaderSize + CommandSize(StopDisplay) + CommandSize(EndOfSequence);
+
 /// `command` is SetColour or SetContrast.
 inline void WriteCodes(PacketWriter& writer, SpuCommand command, const CodeArguments& arguments) {
   writer.U8(command);
