@@ -190,6 +190,7 @@ void SubtitleList::ConnectDocument() {
   connect(&document_, &Document::MergeChanged, this, [this] {
     FollowPictures();
     ShowSecondLane();
+    FitNumbers();
   });
   connect(&document_, &Document::FrameLinesChanged, this, &SubtitleList::FollowPictures);
   connect(finder_, &ProblemFinder::Found, this, &SubtitleList::FollowMarks);
@@ -290,6 +291,16 @@ void SubtitleList::ShowSecondLane() {
   // A lane that is set again shows the whole film again.
   if (hasSecond != std::exchange(hasSecondLane_, hasSecond)) {
     strip_->SetLane(1, hasSecond ? BarsOf(document_.Secondary()) : std::vector<TimeBar>());
+  }
+}
+
+void SubtitleList::FitNumbers() {
+  const int alone = SubtitleDelegate::UsualWidth(SubtitleModel::Number, fontMetrics());
+  const int both = alone + fontMetrics().horizontalAdvance(QStringLiteral(" + 0000"));
+  const int now = table_->columnWidth(SubtitleModel::Number);
+  // Another width is the user's.
+  if (now == alone || now == both) {
+    table_->setColumnWidth(SubtitleModel::Number, document_.IsMerging() ? both : alone);
   }
 }
 

@@ -88,6 +88,8 @@ class SubtitleList : public QWidget {
   void FollowPictures();
   void ShowStrip();
   void ShowSecondLane();
+  /// While merging, a row's number is followed by that of the second stream's subtitle.
+  void FitNumbers();
 
   // Rows
   void Filter();

@@ -56,6 +56,7 @@ frmTest::frmTest(QWidget* parent)
   document_->SetFrameLines(Option_720x480->isChecked() ? FrameHeight480 : FrameHeight576);
   document_->SetNumber(0);
   ShowPalette();
+  KeepHintsReadable();
   DrawFrameBackground();
   ConnectActions();
   ConnectControls();

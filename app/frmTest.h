@@ -260,6 +260,8 @@ class frmTest : public QMainWindow, private frmTestControls, private frmTestActi
 
   // frmTest_status.cpp
   void ConnectStatus();
+  /// What empty fields say: some desktops' dark themes leave it black.
+  void KeepHintsReadable();
   void ShowPlace();
   void ShowPreviewMark();
   void TellSaved(const QString& path, std::int64_t subtitles, std::int64_t bytes);

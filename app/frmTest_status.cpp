@@ -1,6 +1,7 @@
 #include <variant>
 
 #include <QFileInfo>
+#include <QPalette>
 #include <QPushButton>
 #include <QStatusTipEvent>
 
@@ -36,12 +37,26 @@ void frmTest::Tell(const QString& text) {
 }
 
 bool frmTest::event(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) {
+    KeepHintsReadable();
+  }
   if (event->type() == QEvent::StatusTip) {
     // An empty one comes from every menu entry that has none, and is no reason to take away what was told.
     status_->ShowTip(static_cast<QStatusTipEvent*>(event)->tip());
     return true;
   }
   return QMainWindow::event(event);
+}
+
+void frmTest::KeepHintsReadable() {
+  constexpr int Half = 128;
+  QColor hint = palette().color(QPalette::Text);
+  hint.setAlpha(Half);
+  if (palette().color(QPalette::PlaceholderText) != hint) {
+    QPalette own;
+    own.setColor(QPalette::PlaceholderText, hint);
+    setPalette(own);
+  }
 }
 
 void frmTest::ShowPlace() {

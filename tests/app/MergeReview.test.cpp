@@ -175,6 +175,21 @@ TEST_F(MergeReviewWindow, StandsInTheListsPlaceWhileTwoStreamsAreLoaded) {
   EXPECT_EQ(Rows(), std::vector<int>{});
 }
 
+TEST_F(MergeReviewWindow, ListShowsBothNumbersWhileMerging) {
+  LoadStream(ThreeFirst());
+  const int alone = List().columnWidth(0);
+  Merge(ThreeSecond());
+  const QString both = List().model()->index(0, 0).data().toString();
+  EXPECT_EQ(both, "1 + 1");
+  EXPECT_GE(List().columnWidth(0), alone + List().fontMetrics().horizontalAdvance(" + 0000"));
+  Action("LeaveMerge").trigger();
+  EXPECT_EQ(List().columnWidth(0), alone);
+
+  List().setColumnWidth(0, 40);
+  Merge(ThreeSecond());
+  EXPECT_EQ(List().columnWidth(0), 40);
+}
+
 TEST_F(MergeReviewWindow, CodesOfTheResultAreShownAndSaved) {
   ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
   const Bytes usual = MergedBytes();

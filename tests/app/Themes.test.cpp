@@ -27,7 +27,7 @@ double BestContrast(const QImage& image, const QColor& ground) {
 QPalette LightTheme() {
   return {QColor(239, 239, 239), QColor(239, 239, 239)};
 }
-/// Text, base and the shades follow from the two colours.
+/// Text, base and the shades follow from the two colours; what empty fields say stays black.
 QPalette DarkTheme() {
   return {QColor(45, 45, 45), QColor(45, 45, 45)};
 }
@@ -62,6 +62,15 @@ TEST_P(Themes, FieldsThatCannotBeEditedLookSo) {
     EXPECT_GE(BestContrast(field, Ground()), 4.5) << name;
   }
   EXPECT_NE(Control<QLineEdit>("Text_GraphFile").grab().toImage().pixelColor(4, 4), Ground());
+}
+
+TEST_P(Themes, HintsOfEmptyFieldsAreReadable) {
+  const auto& filter = Control<QLineEdit>("Text_Filter");
+  ASSERT_TRUE(filter.text().isEmpty());
+  const QColor base = filter.palette().color(QPalette::Base);
+  // But for the frame around it, which stands out by itself.
+  const QImage inside = filter.grab().toImage().copy(filter.rect().adjusted(4, 4, -4, -4));
+  EXPECT_GE(BestContrast(inside, base), 3.0);
 }
 
 TEST_P(Themes, SwatchesHaveAnEdgeThatIsSeen) {
