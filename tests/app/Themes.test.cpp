@@ -65,7 +65,7 @@ TEST_P(Themes, FieldsThatCannotBeEditedLookSo) {
 }
 
 TEST_P(Themes, HintsOfEmptyFieldsAreReadable) {
-  const auto& filter = Control<QLineEdit>("Text_Filter");
+  auto& filter = Control<QLineEdit>("Text_Filter");
   ASSERT_TRUE(filter.text().isEmpty());
   const QColor base = filter.palette().color(QPalette::Base);
   // But for the frame around it, which stands out by itself.
