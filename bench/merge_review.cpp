@@ -4,47 +4,21 @@
 // each other, where there is the most to count.
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <ctime>
-#include <utility>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 
-#include "bench/Film.h"
+#include "bench/TwoFilms.h"
 #include "palette/Colour.h"
 #include "render/MergeReview.h"
 #include "render/OffsetSearch.h"
-#include "sup/StreamLoader.h"
 
 namespace quillmark {
 namespace {
 
-constexpr int DistinctPictures = 200;
 constexpr int Apart = -400;
 constexpr int Over = 0;
-
-SupStream Loaded(Result<LoadedStream> loaded) {
-  if (!loaded || loaded->LostSignature) {
-    std::abort();
-  }
-  return std::move(loaded->Stream);
-}
-
-std::vector<std::uint8_t> Film(int subtitles, std::uint32_t seed, std::int64_t firstStart) {
-  return MakeFilm(
-      {.Subtitles = subtitles, .Seed = seed, .DistinctPictures = DistinctPictures, .FirstStart = firstStart});
-}
-
-struct Streams {
-  explicit Streams(int subtitles)
-      : Primary(Loaded(IndexPrimaryStream(Film(subtitles, 1, 90000)))),
-        Secondary(Loaded(IndexSecondaryStream(Film(subtitles, 2, 150000), Primary))) {}
-
-  SupStream Primary;
-  SupStream Secondary;
-};
 
 MergeSettings SettingsAt(int yOffset) {
   return {.Palette = StartUpPalette, .YOffset = yOffset, .FrameHeight = 576};
@@ -59,7 +33,7 @@ double Milliseconds() {
 
 /// Merge and review take turns, a hundred subtitles each, so that both have the machine as it is at the time.
 void ReviewBesideMerge(benchmark::State& state) {
-  const Streams streams(static_cast<int>(state.range(0)));
+  const TwoFilms streams(static_cast<int>(state.range(0)));
   const MergeSettings settings = SettingsAt(static_cast<int>(state.range(1)));
   double merging = 0;
   double reviewing = 0;
@@ -97,7 +71,7 @@ BENCHMARK(ReviewBesideMerge)
 /// Runs something step by step to its end.
 template <typename Stepper>
 void RunSteps(benchmark::State& state) {
-  const Streams streams(static_cast<int>(state.range(0)));
+  const TwoFilms streams(static_cast<int>(state.range(0)));
   double longest = 0;
   for ([[maybe_unused]] auto _ : state) {
     Stepper stepper(streams.Primary, streams.Secondary, SettingsAt(Over));
@@ -124,7 +98,7 @@ BENCHMARK(SearchOffsetInSteps)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 /// The choice of one offset out of all when everything is summed up.
 void BestOffset(benchmark::State& state) {
-  const Streams streams(100);
+  const TwoFilms streams(100);
   OffsetSearch search(streams.Primary, streams.Secondary, SettingsAt(Over));
   while (search.Step()) {
   }

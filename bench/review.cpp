@@ -2,11 +2,8 @@
 // through, when it is sorted, and when a split merge is chosen, by the processor's time.
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <ctime>
 #include <utility>
-#include <vector>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -18,14 +15,11 @@
 #include "app/MergeFinder.h"
 #include "app/PairModel.h"
 #include "app/ReviewPanel.h"
-#include "bench/Film.h"
-#include "sup/StreamLoader.h"
+#include "bench/TwoFilms.h"
 
 namespace {
 
 using namespace quillmark;
-
-constexpr int DistinctPictures = 200;
 
 double Milliseconds() {
   timespec time{};
@@ -60,28 +54,15 @@ TimedApplication& App() {
   return *static_cast<TimedApplication*>(QCoreApplication::instance());
 }
 
-SupStream Loaded(Result<LoadedStream> loaded) {
-  if (!loaded || loaded->LostSignature) {
-    std::abort();
-  }
-  return std::move(loaded->Stream);
-}
-
-std::vector<std::uint8_t> Film(int subtitles, std::uint32_t seed, std::int64_t firstStart) {
-  return MakeFilm(
-      {.Subtitles = subtitles, .Seed = seed, .DistinctPictures = DistinctPictures, .FirstStart = firstStart});
-}
-
 /// The panel beside a document that merges two films.
 class Reviewed {
  public:
   explicit Reviewed(int subtitles) : Panel(Opened, nullptr) {
-    SupStream primary = Loaded(IndexPrimaryStream(Film(subtitles, 1, 90000)));
-    SupStream secondary = Loaded(IndexSecondaryStream(Film(subtitles, 2, 150000), primary));
+    TwoFilms films(subtitles);
     Opened.BeginLoading();
     Opened.SetNumber(1);
-    Opened.Open(std::move(primary));
-    Opened.BeginMerging(std::move(secondary));
+    Opened.Open(std::move(films.Primary));
+    Opened.BeginMerging(std::move(films.Secondary));
     QObject::connect(&Panel, &ReviewPanel::TimesChosen, &Opened, &Document::SetTimesOfMerge);
     Panel.resize(500, 400);
     Panel.show();
