@@ -27,9 +27,12 @@ double BestContrast(const QImage& image, const QColor& ground) {
 QPalette LightTheme() {
   return {QColor(239, 239, 239), QColor(239, 239, 239)};
 }
-/// Text, base and the shades follow from the two colours; what empty fields say stays black.
+/// Text, base and the shades follow from the two colours; what empty fields say stays black, as some desktops
+/// leave it.
 QPalette DarkTheme() {
-  return {QColor(45, 45, 45), QColor(45, 45, 45)};
+  QPalette theme(QColor(45, 45, 45), QColor(45, 45, 45));
+  theme.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+  return theme;
 }
 
 /// The window in a light and in a dark theme, both set while it is open.
