@@ -14,6 +14,7 @@
 #include "containers/PacketWalk.h"
 #include "containers/VobSubPacks.h"
 #include "files/FileWriter.h"
+#include "files/KeptFile.h"
 #include "sup/SupFormat.h"
 
 namespace quillmark {
@@ -85,47 +86,6 @@ std::span<const std::uint8_t> UnitOf(const Subtitle& subtitle, std::span<const s
   whole.resize(subtitle.Size);
   return whole;
 }
-
-/// A second name of a file, so that it is still there when another one has taken its place.
-class KeptFile {
- public:
-  /// None where there is no file, or one that is written in place since it has further names, or where the
-  /// disk knows no second names.
-  static std::optional<KeptFile> Of(const std::filesystem::path& path) {
-    std::error_code failed;
-    const auto file = std::filesystem::canonical(path, failed);
-    if (failed || !std::filesystem::is_regular_file(file, failed) ||
-        std::filesystem::hard_link_count(file, failed) != 1) {
-      return std::nullopt;
-    }
-    constexpr int Tries = 10;
-    for (int number = 1; number <= Tries; ++number) {
-      auto name = file;
-      name += "." + std::to_string(number) + ".old";
-      std::filesystem::create_hard_link(file, name, failed);
-      if (!failed) {
-        return KeptFile(file, name);
-      }
-    }
-    return std::nullopt;
-  }
-
-  void PutBack() const {
-    std::error_code ignored;
-    std::filesystem::rename(name_, file_, ignored);
-  }
-  void Forget() const {
-    std::error_code ignored;
-    std::filesystem::remove(name_, ignored);
-  }
-
- private:
-  KeptFile(std::filesystem::path file, std::filesystem::path name)
-      : file_(std::move(file)), name_(std::move(name)) {}
-
-  std::filesystem::path file_;
-  std::filesystem::path name_;
-};
 
 /// A file that is there when it is committed. Until that is settled what stood there before is kept, for
 /// where its companion cannot be written.
