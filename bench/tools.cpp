@@ -57,7 +57,7 @@ ToolResult EndAll(const SupStream& stream) {
 
 /// At most three times the bytes that are put in, and 16 a place.
 void RequireSmall(const StreamEdit& edit) {
-  const std::size_t held = edit.Bytes.capacity() + edit.Places.capacity() * sizeof(StreamEdit::Place);
+  const std::size_t held = edit.Bytes.capacity() + edit.Places.Held();
   Require(edit.Places.size() > ManySubtitles / 2 && held <= 3 * edit.Bytes.size() + 16 * edit.Places.size());
 }
 

@@ -33,7 +33,7 @@ StreamEdit ReadEdit(ByteReader& input) {
     if (!inserted) {
       break;
     }
-    edit.Places.push_back({.Offset = *offset, .Removed = *removed, .Inserted = *inserted});
+    edit.Places.Add({.Offset = *offset, .Removed = *removed, .Inserted = *inserted});
   }
   edit.Reindexes = input.U8().value_or(0) % 2 == 1;
   if (const auto bytes = input.Take(input.U8().value_or(0))) {

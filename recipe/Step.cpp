@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "containers/Container.h"
 #include "sup/ChoosePackets.h"
 #include "sup/IndexedPacket.h"
 #include "sup/StreamFix.h"
@@ -14,8 +15,22 @@
 namespace quillmark {
 namespace {
 
+/// The stream of the only track of the file, or of the one that is named.
+Result<LoadedStream> LoadTrack(const std::string& path, const std::string& track) {
+  ReadContainerResult read = ReadStreams(PathFromUtf8(path));
+  if (!read) {
+    return read.Why();
+  }
+  Container& container = **read;
+  const Result<std::size_t> found = FindTrack(container, track);
+  if (!found) {
+    return found.Why();
+  }
+  return IndexPrimaryStream(std::move(container.Tracks[*found].Packets), InvalidFirst::IsPassed);
+}
+
 Result<ToolResult> Join(const SupStream& stream, const JoinFile& join) {
-  const Result<LoadedStream> added = LoadPrimaryStream(PathFromUtf8(join.Path), InvalidFirst::IsPassed);
+  const Result<LoadedStream> added = LoadTrack(join.Path, join.Track);
   if (!added) {
     return Failure{join.Path + ": " + added.Reason()};
   }

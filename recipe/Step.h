@@ -60,7 +60,8 @@ struct FixStep {
   CheckOptions Rules;
 };
 struct JoinFile {
-  std::string Path;  ///< of the stream that is added, UTF-8
+  std::string Path;   ///< of the file whose stream is added, UTF-8; of any kind that streams are read from
+  std::string Track;  ///< number or language; empty: the only one
   JoinOptions Options;
 };
 

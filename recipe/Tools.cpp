@@ -42,6 +42,7 @@ constexpr std::array EndsTable = {ToolOption{"fill", "", "Give subtitles without
 constexpr std::array ChoiceTable = {Only};
 constexpr std::array JoinTable = {
     ToolOption{"with", "FILE", "Stream that is added"},
+    ToolOption{"track", "N|LANGUAGE", "Of a file that has several: number or language"},
     ToolOption{"gap", "MS", "How long after the last end the added stream starts"},
     ToolOption{"at", "TIME", "When it starts, [[h:]m:]s, in place of --gap"}};
 constexpr std::array FixTable = {
@@ -179,6 +180,9 @@ Options ReadJoin(OptionReader& reader) {
                                   : reader.Named("with") + ": '' names no file");
   } else {
     join.Path = *file;
+  }
+  if (const std::string* const track = reader.Text("track")) {
+    join.Track = *track;
   }
   join.Options.Gap = reader.Duration("gap", LongestGap).value_or(0);
   join.Options.At = reader.Read("at", ParseTime, "no time such as 1:02:03.5");

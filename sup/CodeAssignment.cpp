@@ -180,7 +180,7 @@ StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const I
   const ArgumentChange colours(codes.Colours);
   const ArgumentChange contrasts(codes.Contrasts);
   const bool isOfBoth = colours.IsNeeded && contrasts.IsNeeded;
-  edit.Expect(subtitles, isOfBoth ? 5 : 2);
+  edit.Expect(subtitles);
   const WholeCodes whole(stream, colours.Whole(), contrasts.Whole());
   const bool allWhole = isOfBoth && !colours.ReadsOld && !contrasts.ReadsOld;
   for (std::size_t k = 0; k < subtitles; ++k) {
@@ -245,33 +245,41 @@ ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only, const 
   const auto file = FileOf(stream);
   ToolResult result;
   result.Chosen = only.SizeWithin(stream.Count);
+  std::vector<std::size_t> written;  // indexes
   only.ForEachIndex(file.empty() ? 0 : stream.PacketOffset.size(), [&](std::size_t index) {
-    const auto number = static_cast<std::int64_t>(index) + 1;
     const bool noColour = writesColours && !HasColourCommand(stream, index);
     const bool noContrast = writesContrasts && !HasContrastCommand(stream, index);
     if (noColour || noContrast) {
-      result.Left.push_back({.Number = number,
+      result.Left.push_back({.Number = static_cast<std::int64_t>(index) + 1,
                              .Why = noColour && noContrast ? LeftReason::NoColourNoContrast
                                     : noColour             ? LeftReason::NoColour
                                                            : LeftReason::NoContrast});
-      return;
-    }
-    const StreamEdit edit = AssignCodes(stream, index, index + 1, sound);
-    std::span<const std::uint8_t> fresh = edit.Bytes;
-    bool changes = false;
-    for (const StreamEdit::Place& place : edit.Places) {
-      const auto old = file.subspan(place.Offset, place.Removed);
-      const auto become = fresh.first(place.Inserted);
-      if (!std::ranges::equal(old, become)) {
-        result.Edit.Replace(place.Offset, place.Removed, become);
-        changes = true;
-      }
-      fresh = fresh.subspan(place.Inserted);
-    }
-    if (changes) {
-      result.Changed.Append(number);
+    } else {
+      written.push_back(index);
     }
   });
+  const StreamEdit edit = AssignCodes(stream, written, sound);
+  EditBuilder differences;
+  std::span<const std::uint8_t> fresh = edit.Bytes;
+  auto index = written.begin();
+  for (const StreamEdit::Place& place : edit.Places) {
+    const auto become = fresh.first(place.Inserted);
+    fresh = fresh.subspan(place.Inserted);
+    if (std::ranges::equal(file.subspan(place.Offset, place.Removed), become)) {
+      continue;
+    }
+    differences.Replace(place.Offset, place.Removed, become);
+    // The packet that starts last before the place.
+    while (index + 1 != written.end() &&
+           static_cast<std::uint32_t>(stream.PacketOffset[*(index + 1)]) <= place.Offset) {
+      ++index;
+    }
+    const auto number = static_cast<std::int64_t>(*index) + 1;
+    if (result.Changed.Ranges().empty() || result.Changed.Ranges().back().Last < number) {
+      result.Changed.Append(number);
+    }
+  }
+  result.Edit = differences.Finish();
   return result;
 }
 

@@ -68,7 +68,7 @@ class EditedBytes {
   /// Goes on to the next place that anything lies before, or that puts something in.
   void EnterPlace() {
     for (; place_ < edit_.Places.size(); LeavePlace()) {
-      const StreamEdit::Place& next = edit_.Places[place_];
+      const EditPlace next = edit_.Places[place_];
       kept_ = next.Offset - old_;
       fresh_ = std::span(edit_.Bytes).subspan(bytes_, next.Inserted);
       if (kept_ > 0 || !fresh_.empty()) {
@@ -81,7 +81,7 @@ class EditedBytes {
 
   /// Once the bytes before a place and those that it puts in are passed, what it takes out is.
   void LeavePlace() {
-    const StreamEdit::Place& place = edit_.Places[place_++];
+    const EditPlace place = edit_.Places[place_++];
     out_.Remove(place.Removed);
     old_ = std::size_t{place.Offset} + place.Removed;
     bytes_ += place.Inserted;

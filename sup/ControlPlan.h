@@ -19,9 +19,9 @@ class ControlLayout {
   /// The first of the units from `first` to before `end` that is laid out otherwise; `end` where none is. Of
   /// those before it a walk would call its visitor for the same commands at the same places after their
   /// control offset, and end well; they are whole and within `file`, and what the index says of them is
-  /// without a fault.
+  /// without a fault. What comes after them, up to before `after`, is asked for early.
   [[nodiscard]] std::size_t FirstOther(std::span<const std::uint8_t> file, const IndexView& units,
-                                       std::size_t first, std::size_t end) const;
+                                       std::size_t first, std::size_t end, std::size_t after) const;
 
   void Begin(const IndexedPacket& packet);
   void Add(const ControlSequence& sequence);
@@ -69,10 +69,10 @@ template <typename Plan>
 class PlannedWalk {
  public:
   /// The first of the units from `first` to before `end` for which what was learnt last does not hold; `end`
-  /// where there is none.
+  /// where there is none. What comes after them, up to before `after`, is asked for early.
   [[nodiscard]] std::size_t FirstUnknown(std::span<const std::uint8_t> file, const IndexView& units,
-                                         std::size_t first, std::size_t end) const {
-    return layout_.FirstOther(file, units, first, end);
+                                         std::size_t first, std::size_t end, std::size_t after) const {
+    return layout_.FirstOther(file, units, first, end, after);
   }
 
   /// What damage there is; where there is none, the plan holds for this packet.

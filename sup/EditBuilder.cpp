@@ -1,5 +1,6 @@
 #include "sup/EditBuilder.h"
 
+#include <limits>
 #include <utility>
 
 namespace quillmark {
@@ -12,31 +13,29 @@ void EditBuilder::Replace(std::size_t offset, std::size_t removed, std::span<con
 
 StreamEdit EditBuilder::Finish() {
   Flush();
-  constexpr std::size_t PlaceSize = sizeof(StreamEdit::Place);
-  const std::size_t needed = edit_.Places.size() * PlaceSize + edit_.Bytes.size();
-  if (edit_.Places.capacity() * PlaceSize + edit_.Bytes.capacity() > needed + needed / 4) {
-    edit_.Places.shrink_to_fit();
+  // Memory that was never written to costs next to nothing; giving it back means a copy of all that was.
+  EditPlaces& places = edit_.Places;
+  if (places.Held() + edit_.Bytes.capacity() > 16 * places.size() + 3 * edit_.Bytes.size()) {
+    places.ShrinkToFit();
     edit_.Bytes.shrink_to_fit();
   }
   return std::move(edit_);
 }
 
 void EditBuilder::Prolong(std::size_t count, Word word) {
-  if (bytes_ + count > places_ * sizeof(Word)) {
+  const bool isHeld = places_ > 0 && bytes_ + count <= places_ * sizeof(Word);
+  if (!isHeld || newCounts_[places_ - 1] > std::numeric_limits<std::uint8_t>::max() - count) {
     const WordBytes bytes = BytesOf(word);
     Replace(end_, count, std::span(bytes).first(count));
     return;
   }
-  StreamEdit::Place& last = newPlaces_[places_ - 1];
-  last.Removed += static_cast<std::uint32_t>(count);
-  last.Inserted += static_cast<std::uint32_t>(count);
+  newCounts_[places_ - 1] = static_cast<std::uint8_t>(newCounts_[places_ - 1] + count);
   PutBytes(count, word);
   end_ += count;
 }
 
 void EditBuilder::Flush() {
-  edit_.Places.insert(edit_.Places.end(), newPlaces_.begin(),
-                      newPlaces_.begin() + static_cast<std::ptrdiff_t>(places_));
+  edit_.Places.Add(std::span(newOffsets_).first(places_), std::span(newCounts_).first(places_));
   edit_.Bytes.insert(edit_.Bytes.end(), newBytes_.begin(),
                      newBytes_.begin() + static_cast<std::ptrdiff_t>(bytes_));
   places_ = 0;

@@ -15,10 +15,10 @@ namespace quillmark {
 /// stays near until there is much of it: a long film has a place or two for each subtitle.
 class EditBuilder {
  public:
-  /// `places`: about how many there will be, of so many bytes each.
-  void Expect(std::size_t places, std::size_t bytesEach = 4) {
-    edit_.Places.reserve(places);
-    edit_.Bytes.reserve(places * bytesEach);
+  /// `places`: about how many there will be, of up to 8 bytes each.
+  void Expect(std::size_t places) {
+    edit_.Places.Expect(places);
+    edit_.Bytes.reserve(places * sizeof(Word));
   }
 
   /// As many bytes at `offset` become these, of which there are 8 at most.
@@ -89,9 +89,9 @@ class EditBuilder {
     if (places_ == PlacesHeld) [[unlikely]] {
       Flush();
     }
-    newPlaces_[places_++] = {.Offset = static_cast<std::uint32_t>(offset),
-                             .Removed = static_cast<std::uint32_t>(count),
-                             .Inserted = static_cast<std::uint32_t>(count)};
+    newOffsets_[places_] = static_cast<std::uint32_t>(offset);
+    newCounts_[places_] = static_cast<std::uint8_t>(count);
+    ++places_;
     PutBytes(count, word);
     end_ = offset + count;
   }
@@ -107,7 +107,8 @@ class EditBuilder {
 
   StreamEdit edit_;
   // What comes after it.
-  std::array<StreamEdit::Place, PlacesHeld> newPlaces_ = {};
+  std::array<std::uint32_t, PlacesHeld> newOffsets_ = {};
+  std::array<std::uint8_t, PlacesHeld> newCounts_ = {};
   std::array<std::uint8_t, (PlacesHeld + 1) * sizeof(Word)> newBytes_ = {};
   std::size_t places_ = 0;
   std::size_t bytes_ = 0;                           // invariant: no more than a word for each of the places

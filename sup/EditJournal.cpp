@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
 #include <optional>
-#include <type_traits>
 #include <utility>
 
 #include "base/ByteReader.h"
@@ -26,11 +23,9 @@ constexpr std::size_t HeadSize = 28;         // tag, payload length, payload has
 constexpr std::size_t CheckedHeadSize = 20;  // these three
 constexpr std::size_t MaxNameLength = 0xFFFF;
 constexpr std::size_t PlaceSize = 12;
-static_assert(sizeof(StreamEdit::Place) == PlaceSize && std::is_trivially_copyable_v<StreamEdit::Place>);
 constexpr std::uint8_t ReindexesFlag = 1;
 
-/// A number in little-endian order, in which most machines hold it and lists of places are copied as they
-/// are.
+/// A number in little-endian order.
 template <typename Integer>
 std::array<std::uint8_t, sizeof(Integer)> LittleEndian(Integer number) {
   std::array<std::uint8_t, sizeof(Integer)> bytes{};
@@ -81,20 +76,24 @@ class RecordWriter {
     Number(static_cast<std::uint16_t>(name.size()));
     Text(name);
   }
-  void Places(std::span<const StreamEdit::Place> places) {
-    if constexpr (std::endian::native == std::endian::little) {
-      Add({reinterpret_cast<const std::uint8_t*>(places.data()), places.size_bytes()});
-    } else {
-      for (const StreamEdit::Place& place : places) {
-        Number(place.Offset);
-        Number(place.Removed);
-        Number(place.Inserted);
+  void Places(const EditPlaces& places) {
+    std::array<std::uint8_t, PlaceSize* PlacesAtATime> part = {};
+    auto at = part.begin();
+    for (const EditPlace& place : places) {
+      for (const std::uint32_t number : {place.Offset, place.Removed, place.Inserted}) {
+        at = std::ranges::copy(LittleEndian(number), at).out;
+      }
+      if (at == part.end()) {
+        Add(part);
+        at = part.begin();
       }
     }
+    Add(std::span(part.begin(), at));
   }
 
  private:
   static constexpr std::size_t CopiedAtATime = 16384;
+  static constexpr std::size_t PlacesAtATime = 1024;
 
   Kind kind_;
   Bytes& out_;
@@ -141,23 +140,17 @@ std::optional<JournalBase> ReadBase(BytesView payload) {
   return JournalBase{.Length = *length, .Hash = *hash, .Path = TextOf(*path)};
 }
 
-std::optional<std::vector<StreamEdit::Place>> ReadPlaces(ByteReader& reader, std::uint32_t count) {
+std::optional<EditPlaces> ReadPlaces(ByteReader& reader, std::uint32_t count) {
   const auto bytes = reader.Take(PlaceSize * count);
   if (!bytes) {
     return std::nullopt;
   }
-  std::vector<StreamEdit::Place> places(count);
-  if constexpr (std::endian::native == std::endian::little) {
-    if (count > 0) {
-      std::memcpy(places.data(), bytes->data(), bytes->size());
-    }
-  } else {
-    ByteReader numbers(*bytes);
-    for (StreamEdit::Place& place : places) {
-      place.Offset = *Number<std::uint32_t>(numbers);
-      place.Removed = *Number<std::uint32_t>(numbers);
-      place.Inserted = *Number<std::uint32_t>(numbers);
-    }
+  EditPlaces places;
+  ByteReader numbers(*bytes);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const auto offset = *Number<std::uint32_t>(numbers);
+    const auto removed = *Number<std::uint32_t>(numbers);
+    places.Add({.Offset = offset, .Removed = removed, .Inserted = *Number<std::uint32_t>(numbers)});
   }
   return places;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <limits>
 #include <span>
 #include <vector>
@@ -84,23 +85,63 @@ class PlacePlan {
   bool changesAreSound_ = true;
 };
 
-AreaRange RangeAt(std::span<const std::uint8_t> bytes, std::size_t at) {
-  return UnpackRange({bytes[at], bytes[at + 1], bytes[at + 2]});
-}
+/// The four numbers of a display area as they are stored: 12 bits each, the first one highest.
+class StoredArea {
+ public:
+  static constexpr std::size_t Size = 2 * AreaArguments().size();
+  using Bytes = std::array<std::uint8_t, Size>;
 
-constexpr std::size_t RangeSize = AreaArguments().size();
+  explicit StoredArea(const Bytes& bytes) : bytes_(bytes) {
+    for (const std::uint8_t byte : bytes) {
+      numbers_ = numbers_ << 8U | byte;
+    }
+  }
+
+  [[nodiscard]] std::int32_t X1() const { return Number(3); }
+  [[nodiscard]] std::int32_t X2() const { return Number(2); }
+  [[nodiscard]] std::int32_t Y1() const { return Number(1); }
+  [[nodiscard]] std::int32_t Y2() const { return Number(0); }
+  [[nodiscard]] const Bytes& Stored() const { return bytes_; }
+
+  /// Each number stays one of 12 bits.
+  [[nodiscard]] Bytes Moved(const Step& step) const {
+    const auto x = static_cast<std::uint64_t>(std::int64_t{step.X});
+    const auto y = static_cast<std::uint64_t>(std::int64_t{step.Y});
+    // What one number borrows from the next the next one's own step gives back.
+    const std::uint64_t numbers = numbers_ + (x << 36U) + (x << 24U) + (y << 12U) + y;
+    Bytes bytes = {};
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      bytes[i] = static_cast<std::uint8_t>(numbers >> (8 * (bytes.size() - 1 - i)));
+    }
+    return bytes;
+  }
+
+ private:
+  [[nodiscard]] std::int32_t Number(unsigned fromLast) const {
+    return static_cast<std::int32_t>(numbers_ >> (12 * fromLast) & 0xFFFU);
+  }
+
+  Bytes bytes_;
+  std::uint64_t numbers_ = 0;
+};
+
+/// `bytes` has the whole area.
+StoredArea AreaAt(std::span<const std::uint8_t> bytes, std::size_t at) {
+  StoredArea::Bytes stored;
+  std::memcpy(stored.data(), bytes.data() + at, stored.size());
+  return StoredArea(stored);
+}
 
 /// Everything that a unit says of its place.
 struct Coordinates {
   Coordinates(std::span<const std::uint8_t> control, const PlacePlan& plan) {
     for (const std::size_t area : plan.Areas()) {
-      const AreaRange x = RangeAt(control, area);
-      const AreaRange y = RangeAt(control, area + RangeSize);
-      X.Include(x.First);
-      X.Include(x.Last);
-      Y.Include(y.First);
-      Y.Include(y.Last);
-      Bottom = std::max<std::int32_t>({Bottom, y.First, y.Last});
+      const StoredArea stored = AreaAt(control, area);
+      X.Include(stored.X1());
+      X.Include(stored.X2());
+      Y.Include(stored.Y1());
+      Y.Include(stored.Y2());
+      Bottom = std::max({Bottom, stored.Y1(), stored.Y2()});
     }
     for (const PlacePlan::Number& number : plan.Numbers()) {
       const std::uint16_t value = NumberAt(control, number.Place);
@@ -152,12 +193,8 @@ class PlaceWriter {
       for (; number != plan.Numbers().end() && number->Place < area; ++number) {
         WriteNumber(*number);
       }
-      if (step_.X != 0) {
-        WriteRange(area, step_.X);
-      }
-      if (step_.Y != 0) {
-        WriteRange(area + RangeSize, step_.Y);
-      }
+      const StoredArea stored = AreaAt(control_, area);
+      run_.Write(offset_ + area, stored.Stored(), stored.Moved(step_));
     }
     for (; number != plan.Numbers().end(); ++number) {
       WriteNumber(*number);
@@ -165,12 +202,6 @@ class PlaceWriter {
   }
 
  private:
-  void WriteRange(std::size_t place, std::int32_t step) {
-    const AreaRange range = RangeAt(control_, place);
-    run_.Write(offset_ + place, PackRange(static_cast<unsigned>(range.First + step),
-                                          static_cast<unsigned>(range.Last + step)));
-  }
-
   void WriteNumber(const PlacePlan::Number& number) {
     // A line that stays within the frame leaves the nibble before it alone.
     const auto value =
@@ -187,8 +218,7 @@ class PlaceWriter {
 }  // namespace
 
 ToolResult MoveArea(const SupStream& stream, const SubtitleSet& only, const MoveOptions& options) {
-  const bool movesBothWays = options.X != 0 && (options.Y != 0 || options.ToLine);
-  ToolRun run(stream, only, movesBothWays ? 2 : 1);
+  ToolRun run(stream, only);
   PlannedWalk<PlacePlan> plan;
   run.ForEachPlanned(plan, [&](std::size_t /*index*/, const IndexEntry& unit) {
     if (plan.What().Areas().empty()) {

@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "base/Prefetch.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark {
@@ -20,38 +21,49 @@ constexpr std::size_t MaxPlaceNumber = std::numeric_limits<std::uint32_t>::max()
 /// How an edit and a stream fit.
 struct Fit {
   bool Fits = false;
-  bool KeepsLengths = true;  ///< every place takes out as much as it puts in
-  bool IsEven = true;        ///< and all places are as long as the first one
-  std::size_t Removed = 0;   ///< all that is taken out
+  bool KeepsLengths = true;   ///< every place takes out as much as it puts in
+  std::uint64_t Removed = 0;  ///< all that is taken out
+  std::uint64_t Inserted = 0;
   std::size_t NewLength = 0;
 };
 
-Fit FitOf(const StreamEdit& edit, std::size_t length) {
-  Fit fit;
+/// Of places that each keep their length. They are gone through to the end, without a branch at each.
+bool Ascend(std::span<const std::uint32_t> offsets, std::span<const std::uint8_t> counts, std::size_t length,
+            std::uint64_t& removed) {
   std::uint64_t end = 0;  // of the place before
-  std::uint64_t inserted = 0;
-  std::uint64_t removed = 0;
-  std::uint32_t differences = 0;  // between what a place takes out and puts in
-  std::uint32_t unevenness = 0;
-  const std::uint32_t first = edit.Places.empty() ? 0 : edit.Places.front().Removed;
-  for (const Place& place : edit.Places) {
+  bool ascend = true;
+  for (std::size_t i = 0; i < offsets.size(); ++i) {
+    ascend &= offsets[i] >= end;
+    end = std::uint64_t{offsets[i]} + counts[i];
+    removed += counts[i];
+  }
+  return ascend && end <= length;
+}
+
+bool Ascend(const EditPlaces& places, std::size_t length, Fit& fit) {
+  std::uint64_t end = 0;  // of the place before
+  for (const Place& place : places) {
     if (place.Offset < end) {
-      return {};
+      return false;
     }
     end = std::uint64_t{place.Offset} + place.Removed;
-    inserted += place.Inserted;
-    removed += place.Removed;
-    differences |= place.Removed ^ place.Inserted;
-    unevenness |= place.Removed ^ first;
+    fit.Inserted += place.Inserted;
+    fit.Removed += place.Removed;
+    fit.KeepsLengths &= place.Removed == place.Inserted;
   }
-  if (end > length || inserted != edit.Bytes.size()) {
-    return {};
+  return end <= length;
+}
+
+Fit FitOf(const StreamEdit& edit, std::size_t length) {
+  Fit fit;
+  if (edit.Places.AreShort()) {
+    fit.Fits = Ascend(edit.Places.Offsets(), edit.Places.Counts(), length, fit.Removed);
+    fit.Inserted = fit.Removed;
+  } else {
+    fit.Fits = Ascend(edit.Places, length, fit);
   }
-  fit.KeepsLengths = differences == 0;
-  fit.IsEven = fit.KeepsLengths && unevenness == 0;
-  fit.Removed = removed;
-  fit.NewLength = length - removed + inserted;
-  fit.Fits = fit.NewLength <= MaxStreamLength;
+  fit.NewLength = static_cast<std::size_t>(length - fit.Removed + fit.Inserted);
+  fit.Fits = fit.Fits && fit.Inserted == edit.Bytes.size() && fit.NewLength <= MaxStreamLength;
   return fit;
 }
 
@@ -60,13 +72,7 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
 constexpr std::size_t PlacesAhead = 16;
 
 /// What Set for all writes into a unit whose commands stand one after the other.
-constexpr std::uint32_t BothCodes = 5;
-
-void PrefetchForWriting([[maybe_unused]] const std::uint8_t* at) {
-#if defined(__GNUC__)
-  __builtin_prefetch(at, 1);
-#endif
-}
+constexpr std::uint8_t BothCodes = 5;
 
 template <typename Number>
 void SwapNumber(std::uint8_t* a, std::uint8_t* b) {
@@ -110,37 +116,51 @@ void SwapPlace(std::uint8_t* a, std::uint8_t* b, std::size_t count) {
   }
 }
 
-/// `countOf` gives a place's length, which the compiler may know.
+/// Short places, of lengths that `countOf` gives and that the compiler may know.
 template <typename CountOf>
 void SwapPlaces(std::uint8_t* start, StreamEdit& edit, const CountOf& countOf) {
   std::uint8_t* other = edit.Bytes.data();
-  const Place* const first = edit.Places.data();
-  const std::size_t places = edit.Places.size();
-  for (std::size_t i = 0; i < places; ++i) {
-    PrefetchForWriting(start + first[std::min(i + PlacesAhead, places - 1)].Offset);
-    const std::size_t count = countOf(first[i]);
-    SwapPlace(start + first[i].Offset, other, count);
+  const auto offsets = edit.Places.Offsets();
+  for (std::size_t i = 0; i < offsets.size(); ++i) {
+    PrefetchForWriting(start + offsets[std::min(i + PlacesAhead, offsets.size() - 1)]);
+    const std::size_t count = countOf(i);
+    SwapPlace(start + offsets[i], other, count);
     other += count;
   }
 }
 
-void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit, const Fit& fit) {
-  const auto swapAllOf = [&]<std::uint32_t Count>(std::integral_constant<std::uint32_t, Count> /*count*/) {
-    SwapPlaces(bytes.data(), edit, [](const Place& /*place*/) { return std::size_t{Count}; });
+void SwapShortPlaces(std::uint8_t* start, StreamEdit& edit) {
+  const auto swapAllOf = [&]<std::uint8_t Count>(std::integral_constant<std::uint8_t, Count> /*count*/) {
+    SwapPlaces(start, edit, [](std::size_t /*place*/) { return std::size_t{Count}; });
   };
-  const std::uint32_t count = fit.IsEven && !edit.IsEmpty() ? edit.Places.front().Removed : 0;
-  if (count == 1) {
-    swapAllOf(std::integral_constant<std::uint32_t, 1>());
-  } else if (count == 2) {
-    swapAllOf(std::integral_constant<std::uint32_t, 2>());
-  } else if (count == BothCodes) {
-    swapAllOf(std::integral_constant<std::uint32_t, BothCodes>());
+  const auto counts = edit.Places.Counts();
+  const auto areAll = [counts](std::uint8_t count) {
+    return std::ranges::all_of(counts, [count](std::uint8_t other) { return other == count; });
+  };
+  if (areAll(1)) {
+    swapAllOf(std::integral_constant<std::uint8_t, 1>());
+  } else if (areAll(2)) {
+    swapAllOf(std::integral_constant<std::uint8_t, 2>());
+  } else if (areAll(BothCodes)) {
+    swapAllOf(std::integral_constant<std::uint8_t, BothCodes>());
   } else {
-    SwapPlaces(bytes.data(), edit, [](const Place& place) { return std::size_t{place.Removed}; });
+    SwapPlaces(start, edit, [counts](std::size_t place) { return std::size_t{counts[place]}; });
   }
 }
 
-void CopyRemoved(std::span<const std::uint8_t> bytes, const std::vector<Place>& places,
+void SwapBytes(std::span<std::uint8_t> bytes, StreamEdit& edit) {
+  if (edit.Places.AreShort()) {
+    SwapShortPlaces(bytes.data(), edit);
+    return;
+  }
+  std::uint8_t* other = edit.Bytes.data();
+  for (const Place& place : edit.Places) {
+    std::swap_ranges(other, other + place.Inserted, bytes.data() + place.Offset);
+    other += place.Inserted;
+  }
+}
+
+void CopyRemoved(std::span<const std::uint8_t> bytes, const EditPlaces& places,
                  std::span<std::uint8_t> removed) {
   for (const Place& place : places) {
     std::ranges::copy(bytes.subspan(place.Offset, place.Removed), removed.begin());
@@ -156,7 +176,7 @@ std::size_t EndOf(const Place& place) {
 /// of which the old one has `length` bytes. What moves to the front goes first to last, what moves to the
 /// back last to first, so that nothing is overwritten before it has moved: stretches keep their order, and
 /// one that moves to the front and one that moves to the back never meet.
-void MoveStretches(std::span<std::uint8_t> bytes, const std::vector<Place>& places, std::size_t length) {
+void MoveStretches(std::span<std::uint8_t> bytes, const EditPlaces& places, std::size_t length) {
   const auto move = [bytes](std::size_t from, std::size_t end, std::int64_t shift) {
     std::memmove(bytes.data() + static_cast<std::int64_t>(from) + shift, bytes.data() + from, end - from);
   };
@@ -182,12 +202,14 @@ void MoveStretches(std::span<std::uint8_t> bytes, const std::vector<Place>& plac
 void PutIn(std::span<std::uint8_t> bytes, StreamEdit& edit) {
   std::span<const std::uint8_t> inserted = edit.Bytes;
   std::int64_t shift = 0;
-  for (Place& place : edit.Places) {
+  for (std::size_t i = 0; i < edit.Places.size(); ++i) {
+    Place place = edit.Places[i];
     place.Offset = static_cast<std::uint32_t>(place.Offset + shift);
     shift += std::int64_t{place.Inserted} - place.Removed;
     std::ranges::copy(inserted.first(place.Inserted), bytes.begin() + place.Offset);
     inserted = inserted.subspan(place.Inserted);
     std::swap(place.Removed, place.Inserted);
+    edit.Places.Set(i, place);
   }
 }
 
@@ -243,18 +265,18 @@ Result<void> Reindex(SupStream& stream) {
 void StreamEdit::Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted) {
   Bytes.insert(Bytes.end(), inserted.begin(), inserted.end());
   if (!Places.empty() && EndOf(Places.back()) == offset) {
-    Place& last = Places.back();
+    Place last = Places.back();
     if (removed <= MaxPlaceNumber - last.Removed && inserted.size() <= MaxPlaceNumber - last.Inserted) {
       last.Removed += static_cast<std::uint32_t>(removed);
       last.Inserted += static_cast<std::uint32_t>(inserted.size());
+      Places.Set(Places.size() - 1, last);
       return;
     }
   }
   const auto number = [](std::size_t value) {
     return static_cast<std::uint32_t>(std::min(value, MaxPlaceNumber));
   };
-  Places.push_back(
-      {.Offset = number(offset), .Removed = number(removed), .Inserted = number(inserted.size())});
+  Places.Add({.Offset = number(offset), .Removed = number(removed), .Inserted = number(inserted.size())});
 }
 
 Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
@@ -263,7 +285,7 @@ Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
     return DoesNotFit();
   }
   if (fit.KeepsLengths) {
-    SwapBytes(bytes, edit, fit);
+    SwapBytes(bytes, edit);
     return {};
   }
   std::vector<std::uint8_t> removed;
@@ -283,13 +305,13 @@ Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit) {
     return DoesNotFit();
   }
   if (fit.KeepsLengths) {
-    SwapBytes(stream.RawBytes, edit, fit);
+    SwapBytes(stream.RawBytes, edit);
     if (!edit.Reindexes) {
       return {};
     }
     Result<void> indexed = Reindex(stream);
     if (!indexed) {
-      SwapBytes(stream.RawBytes, edit, fit);
+      SwapBytes(stream.RawBytes, edit);
     }
     return indexed;
   }

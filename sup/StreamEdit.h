@@ -6,21 +6,16 @@
 #include <vector>
 
 #include "base/Result.h"
+#include "sup/EditPlaces.h"
 #include "sup/SupStream.h"
 
 namespace quillmark {
 
 /// A change of a stream's bytes as a value: at each place some bytes become others. No byte that it does not
-/// name is touched. Memory: the bytes that are put in, and 12 bytes a place.
+/// name is touched. Memory: the bytes that are put in, and 5 or 12 bytes a place.
 struct StreamEdit {
-  struct Place {
-    std::uint32_t Offset = 0;    ///< from byte 0 of the stream that the edit is applied to
-    std::uint32_t Removed = 0;   ///< how many bytes are taken out there
-    std::uint32_t Inserted = 0;  ///< how many of `Bytes` take their place
-
-    bool operator==(const Place&) const = default;
-  };
-  std::vector<Place> Places;        ///< ascending; none reaches into the next
+  using Place = EditPlace;
+  EditPlaces Places;                ///< ascending; none reaches into the next
   std::vector<std::uint8_t> Bytes;  ///< what is put in, place after place
   /// The index is made anew after the edit. Needed where times, sizes or commands change; edits that change
   /// the stream's length do so in any case. What colours and opacities are leaves the index as it is.

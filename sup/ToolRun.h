@@ -46,7 +46,7 @@ class ToolRun {
       while (first < rangeEnd) {
         // So many that what was read of them is still near when they are changed.
         const std::size_t end = std::min(first + UnitsAtOnce, rangeEnd);
-        std::size_t unknown = walk.FirstUnknown(file_, units, first, end);
+        std::size_t unknown = walk.FirstUnknown(file_, units, first, end, rangeEnd);
         if (unknown == first) {
           Begin(first);
           if (const PacketFault fault = walk.Learn(PacketOf(stream_, first)); fault != PacketFault::None) {
@@ -57,7 +57,6 @@ class ToolRun {
           ++unknown;
         }
         for (; first < unknown; ++first) {
-          FetchControl(units[std::min(first + UnitsAtOnce, rangeEnd - 1)]);
           Begin(first);
           change(first, units[first]);
           End();
@@ -126,17 +125,6 @@ class ToolRun {
                            .Last = static_cast<std::int64_t>(changedEnd_)});
     }
     changedFirst_ = changedEnd_;
-  }
-
-  /// The packets of a long film lie pages apart, so each costs a wait for the memory unless it is asked for
-  /// early: here for all of a unit's usual control sequences, which may lie in two cache lines.
-  void FetchControl([[maybe_unused]] const IndexEntry& unit) const {
-#if defined(__GNUC__)
-    constexpr std::size_t UsualControl = 30;
-    const std::size_t control = std::min(unit.FileOffset(unit.ControlOffset), file_.size());
-    __builtin_prefetch(file_.data() + control);
-    __builtin_prefetch(file_.data() + std::min(control + UsualControl, file_.size()));
-#endif
   }
 
   static constexpr std::size_t UnitsAtOnce = 32;

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "sup/StreamLoader.h"
 #include "tests/support/AppliedEdit.h"
 #include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
@@ -189,6 +190,34 @@ TEST(RunStep, JoinOfAFileThatCannotBeReadNamesIt) {
   const auto step = ReadStep({"join", {{"with", "no/such.sup"}}});
   ASSERT_TRUE(step);
   EXPECT_EQ(RunStep(*step, Index({})).Reason(), "no/such.sup: No such file or directory");
+}
+
+TEST(RunStep, JoinTakesTheStreamOfAFileOfAnyKind) {
+  const Bytes joined =
+      RunOn({"join", {{"with", QUILLMARK_TEST_DATA "/containers/both.mks"}, {"track", "de"}}},
+            test::Sound(Second).Build());
+  // Its second track has the units of film2.sup, byte for byte.
+  const auto film = LoadPrimaryStream(QUILLMARK_TEST_DATA "/containers/film2.sup");
+  ASSERT_TRUE(film);
+  const SupStream whole = Index(joined);
+  ASSERT_EQ(whole.Count, 21);
+  for (std::size_t i = 0; i < 20; ++i) {
+    std::vector<std::uint8_t> there;
+    std::vector<std::uint8_t> here;
+    CopyUnit(film->Stream, i, there);
+    CopyUnit(whole, i + 1, here);
+    EXPECT_EQ(here, there) << i;
+  }
+}
+
+TEST(RunStep, JoinOfAFileOfSeveralTracksNeedsOneOfThem) {
+  const std::string file = QUILLMARK_TEST_DATA "/containers/both.mks";
+  for (const auto& [track, reason] : {std::pair("", "it has several tracks: 1 (en), 2 (de)"),
+                                      std::pair("fr", "there is no track fr; it has 1 (en), 2 (de)")}) {
+    const auto step = ReadStep({"join", {{"with", file}, {"track", track}}});
+    ASSERT_TRUE(step);
+    EXPECT_EQ(RunStep(*step, Index({})).Reason(), file + ": " + reason);
+  }
 }
 
 }  // namespace

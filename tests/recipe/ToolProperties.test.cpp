@@ -212,7 +212,9 @@ TEST_P(EveryTool, DoesToAllWhatItDoesToEachAlone) {
       step->Only = SubtitleSet::Of(number);
       const auto one = RunStep(*step, stream);
       ASSERT_TRUE(one) << one.Reason();
-      each.Edit.Places.insert(each.Edit.Places.end(), one->Edit.Places.begin(), one->Edit.Places.end());
+      for (const StreamEdit::Place& place : one->Edit.Places) {
+        each.Edit.Places.Add(place);
+      }
       each.Edit.Bytes.insert(each.Edit.Bytes.end(), one->Edit.Bytes.begin(), one->Edit.Bytes.end());
       each.Left.insert(each.Left.end(), one->Left.begin(), one->Left.end());
       if (one->Changed.Contains(number)) {

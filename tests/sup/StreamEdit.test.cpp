@@ -14,7 +14,7 @@ using test::Bytes;
 using test::Join;
 using test::PacketBuilder;
 using Place = StreamEdit::Place;
-using Places = std::vector<Place>;
+using Places = EditPlaces;
 
 /// A stream as the window has it after loading.
 SupStream Load(const Bytes& file) {

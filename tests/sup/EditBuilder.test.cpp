@@ -1,0 +1,34 @@
+#include "sup/EditBuilder.h"
+
+#include <gmock/gmock.h>
+
+namespace quillmark {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::array<std::uint8_t, 5> Five = {1, 2, 3, 4, 5};
+
+TEST(EditBuilder, PlacesThatFollowOneAnotherBecomeOneOfAnyLength) {
+  EditBuilder builder;
+  for (std::size_t i = 0; i < 52; ++i) {
+    builder.Write(100 + 5 * i, Five);
+  }
+  builder.Write(400, Five);
+  const StreamEdit edit = builder.Finish();
+  EXPECT_THAT(edit.Places, ElementsAre(EditPlace{.Offset = 100, .Removed = 260, .Inserted = 260},
+                                       EditPlace{.Offset = 400, .Removed = 5, .Inserted = 5}));
+  EXPECT_EQ(edit.Bytes.size(), 265U);
+}
+
+TEST(EditBuilder, OfBytesThatAreTheSameNamesNone) {
+  EditBuilder builder;
+  EXPECT_FALSE(builder.WriteDifferences(10, Five, Five));
+  EXPECT_TRUE(builder.WriteDifferences(20, Five, std::array<std::uint8_t, 5>{1, 9, 3, 8, 5}));
+  const StreamEdit edit = builder.Finish();
+  EXPECT_THAT(edit.Places, ElementsAre(EditPlace{.Offset = 21, .Removed = 3, .Inserted = 3}));
+  EXPECT_THAT(edit.Bytes, ElementsAre(9, 3, 8));
+}
+
+}  // namespace
+}  // namespace quillmark
