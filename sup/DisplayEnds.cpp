@@ -164,7 +164,8 @@ class EndWriter {
         return LeftReason::EndElsewhere;
       }
     }
-    run_.Write(unit.FileOffset(position), NumberBytes(delay));
+    const std::size_t place = unit.FileOffset(position);
+    run_.Write(place, NumberBytes(NumberAt(run_.File(), place)), NumberBytes(delay));
     return std::nullopt;
   }
 

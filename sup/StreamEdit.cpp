@@ -69,7 +69,7 @@ Fit FitOf(const StreamEdit& edit, std::size_t length) {
 
 /// The places of an edit of all subtitles lie pages apart, so each costs a wait for the memory unless it is
 /// asked for this many places ahead.
-constexpr std::size_t PlacesAhead = 16;
+constexpr std::size_t PlacesAhead = 32;
 
 /// What Set for all writes into a unit whose commands stand one after the other.
 constexpr std::uint8_t BothCodes = 5;
