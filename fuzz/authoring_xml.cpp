@@ -8,6 +8,7 @@
 
 #include "containers/AuthoringXml.h"
 #include "containers/ListColours.h"
+#include "fuzz/Mutation.h"
 
 namespace {
 
@@ -50,3 +51,40 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(500, [](quillmark::Bytes& text, quillmark::Dice& dice) {
+  constexpr std::string_view words[] = {
+      "<subpictures ",
+      "<subpictures format=\"PAL\">",
+      "<stream>",
+      "</stream>",
+      "</subpictures>",
+      "<spu ",
+      "/>",
+      ">",
+      "<button ",
+      "<action ",
+      "<!-- ",
+      "-->",
+      "<![CDATA[",
+      "]]>",
+      "&amp;",
+      "&#10;",
+      "&x;",
+      "start=\"00:00:01.00\" ",
+      "start=\"1\" ",
+      "end=\"0:00:02,5\" ",
+      "end=\"99999999999\" ",
+      "image=\"a.png\" ",
+      "xoffset=\"12\" ",
+      "yoffset=\"4095\" ",
+      "force=\"yes\" ",
+      "transparent=\"00ff00\" ",
+      "highlight=\"h.png\" ",
+      "select=\"s.png\" ",
+      "autooutline=\"infer\" ",
+      "name=\"b\" ",
+      "x0=\"1\" ",
+      "<spu start=\"00:00:03.00\" end=\"00:00:04.00\" image=\"b.png\" xoffset=\"0\" yoffset=\"2\" />\n"};
+  MutateText(text, dice, " >", words);
+})

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "fuzz/StreamMutation.h"
 #include "sup/SpuControl.h"
 #include "sup/SupStreamStats.h"
 
@@ -43,3 +44,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(stats.ParseErrors == (control.IsValid() ? 0 : 1));
   return 0;
 }
+
+QUILLMARK_MUTATOR(400, MutateUnit)

@@ -10,12 +10,12 @@
 
 #include "base/ByteReader.h"
 #include "base/ContentHash.h"
+#include "fuzz/Mutation.h"
 #include "sup/EditJournal.h"
 
 namespace {
 
 using namespace quillmark;
-using Bytes = std::vector<std::uint8_t>;
 
 void Number(std::uint64_t number, Bytes& out) {
   for (unsigned shift = 0; shift < 64; shift += 8) {
@@ -101,3 +101,60 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Check(JournalOf({data, size}));
   return 0;
 }
+
+namespace {
+
+/// By records as JournalOf takes them: kind, payload length, payload.
+Pieces SplitRecords(std::span<const std::uint8_t> input) {
+  Pieces records;
+  while (!input.empty()) {
+    const std::size_t named = input.size() < 2 ? 1 : std::size_t{2} + input[1];
+    const auto record = input.first(std::min(named, input.size()));
+    records.emplace_back(record.begin(), record.end());
+    input = input.subspan(record.size());
+  }
+  return records;
+}
+
+/// A record of an edit of one place, of colours, or of a step back or forth.
+Bytes NewRecord(Dice& dice) {
+  Bytes journal;
+  constexpr std::size_t Head = 28;
+  switch (dice.Below(4)) {
+    case 0:
+      WriteJournalUndo(journal);
+      break;
+    case 1:
+      WriteJournalRedo(journal);
+      break;
+    case 2:
+      WriteJournalPalette("p", DvdPalette{}, journal);
+      break;
+    default: {
+      const auto below = [&](std::size_t count) { return static_cast<std::uint32_t>(dice.Below(count)); };
+      const std::uint32_t inserted = below(4);
+      WriteJournalEdit("e",
+                       {.Places = {{.Offset = below(64), .Removed = below(4), .Inserted = inserted}},
+                        .Bytes = Bytes(inserted, dice.Byte())},
+                       journal);
+    }
+  }
+  Bytes record = {journal[3], static_cast<std::uint8_t>(journal.size() - Head)};
+  Append(record, std::span(journal).subspan(Head));
+  return record;
+}
+
+}  // namespace
+
+QUILLMARK_MUTATOR(400, [](Bytes& input, Dice& dice) {
+  Pieces records = SplitRecords(input);
+  MutatePieces(
+      records, dice, [&] { return NewRecord(dice); },
+      [&](Bytes& record) {
+        MutateAny(record);
+        if (record.size() >= 2 && record.size() < 256 && !dice.OneIn(8)) {
+          PutNumber(record, 1, record.size() - 2, 1);
+        }
+      });
+  input = Joined(records);
+})

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/ByteReader.h"
+#include "fuzz/Mutation.h"
 #include "render/FieldDecoder.h"
 
 namespace {
@@ -18,7 +19,7 @@ using namespace quillmark;
 
 constexpr std::uint8_t untouched = 9;
 /// Cells there are at most, so that pictures are small enough to be many; larger areas find too few.
-constexpr std::int64_t MaxCells = 1 << 18;
+constexpr std::int64_t MaxCells = 1 << 12;
 
 struct Picture {
   int Width = 0;
@@ -74,3 +75,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(300, [](Bytes& input, Dice& dice) {
+  constexpr std::size_t Head = 8;
+  input.resize(std::max(input.size(), Head + 4));
+  const std::size_t number = dice.Below(10);
+  if (number >= 4) {  // runs
+    Bytes unit(input.begin() + Head, input.end());
+    MutateAny(unit);
+    input.resize(Head);
+    Append(input, unit);
+  } else if (number == 3) {  // a rest of a line
+    input[Head + dice.Below(input.size() - Head)] = 0;
+  } else {
+    constexpr std::size_t most[] = {80, 24, 300};
+    PutNumber(input, 2 * number + (number == 2 ? 2 * dice.Below(2) : 0), dice.Below(most[number]), 2);
+  }
+})

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "fuzz/EbmlMutation.h"
 #include "sup/SupFormat.h"
 
 namespace {
@@ -40,3 +41,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(1500, quillmark::MutateEbml)

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "fuzz/Mutation.h"
 #include "palette/PaletteFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -16,3 +17,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(6144, [](quillmark::Bytes& file, quillmark::Dice& dice) {
+  constexpr std::size_t pointer = 204;
+  const std::size_t table = 2048 * (1 + dice.Below(2));
+  if (dice.OneIn(3)) {
+    file.resize(table + dice.Below(300));
+  }
+  quillmark::PutNumber(file, pointer, dice.OneIn(4) ? dice.Below(1 << 24) : table / 2048, 4);
+  quillmark::PutNumber(file, table + 12, dice.Below(300), 4);
+})

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "fuzz/Mutation.h"
 #include "palette/PaletteFile.h"
 
 namespace {
@@ -35,3 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(400, [](quillmark::Bytes& text, quillmark::Dice& dice) {
+  constexpr std::string_view words[] = {
+      "108080\r\n", "EB8080\n", "ffffff\r", "12 34 56\r\n", "\r\n", "\n", "        Color 3=1, 2, 3\r\n"};
+  MutateText(text, dice, "\r\n", words);
+})

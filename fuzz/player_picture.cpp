@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "fuzz/StreamMutation.h"
 #include "render/FieldDecoder.h"
 #include "render/PlayerPicture.h"
 
@@ -17,11 +18,11 @@ namespace {
 using namespace quillmark;
 
 /// What every pixel is compared in; a state's full frame would take too long.
-constexpr QSize Corner(192, 96);
+constexpr QSize Corner(48, 24);
 /// Pictures of one input that are compared.
-constexpr std::size_t MostPictures = 8;
+constexpr std::size_t MostPictures = 4;
 /// Of larger areas the fields take too long to decode twice.
-constexpr int LargestArea = 1 << 18;
+constexpr int LargestArea = 1 << 12;
 
 void Require(bool rule) {
   if (!rule) {
@@ -130,3 +131,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(300, MutateUnit)

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "fuzz/StreamMutation.h"
 #include "sup/StreamLoader.h"
 
 namespace {
@@ -66,3 +67,56 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+namespace {
+
+/// A step with some of the options that its tool has.
+std::string NewStep(Dice& dice) {
+  constexpr std::string_view values[] = {
+      "1",          "-2",     "\"2-\"",   "\"1-2\"",           "\"25/24\"",
+      "\"24\"",     "\"25\"", "\"1.2F\"", "\"1=0:01,2=0:20\"", "480",
+      "\"player\"", "40.5",   "\"on\"",   "\"0:00:01.5\"",     "999999999999",
+      "1e99",       "\"\"",   "null"};
+  const Tool& tool = dice.OneOf(AllTools());
+  std::string step = "{\"tool\": \"";
+  step += tool.Name;
+  step += '"';
+  for (const ToolOption& option : tool.Options) {
+    if (dice.OneIn(3)) {
+      step += ", \"";
+      step += option.Name;
+      step += "\": ";
+      step += option.IsFlag() ? "true" : dice.OneOf(values);
+    }
+  }
+  return step + "}";
+}
+
+void MutateRecipe(Bytes& text, Dice& dice) {
+  if (dice.OneIn(4)) {
+    std::string recipe = "{\"version\": 1, \"steps\": [";
+    recipe += NewStep(dice);
+    for (std::size_t more = dice.Below(3); more > 0; --more) {
+      recipe += ", ";
+      recipe += NewStep(dice);
+    }
+    text = BytesOf(recipe + "]}");
+    return;
+  }
+  Pieces pieces = SplitText(text, ",{}[]:");
+  MutatePieces(
+      pieces, dice, [&] { return BytesOf(NewStep(dice) + ","); }, [](Bytes& piece) { MutateAny(piece); });
+  text = Joined(pieces);
+}
+
+}  // namespace
+
+QUILLMARK_MUTATOR(400, [](Bytes& input, Dice& dice) {
+  const auto zero = std::ranges::find(input, std::uint8_t{0});
+  Bytes text(input.begin(), zero);
+  Bytes stream(zero == input.end() ? zero : zero + 1, input.end());
+  dice.OneIn(2) ? MutateRecipe(text, dice) : MutateStream(stream, dice);
+  input = text;
+  input.push_back(0);
+  Append(input, stream);
+})

@@ -1,6 +1,6 @@
 // Whatever cells are encoded, the decoder gives them back.
 //
-// Input: two bytes of width (big-endian, 1 to 4096 of it used), then run lengths and cells in turn until the
+// Input: two bytes of width (big-endian, 1 to 1024 of it used), then run lengths and cells in turn until the
 // input ends; two lines are made of them.
 
 #include <algorithm>
@@ -10,6 +10,7 @@
 #include <span>
 #include <vector>
 
+#include "fuzz/Mutation.h"
 #include "render/FieldDecoder.h"
 #include "sup/RunEncoder.h"
 
@@ -60,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size < 2) {
     return 0;
   }
-  const std::size_t width = (data[0] * std::size_t{256} + data[1]) % 4096 + 1;
+  const std::size_t width = (data[0] * std::size_t{256} + data[1]) % 1024 + 1;
   const std::vector<std::uint8_t> cells = CellsOf({data + 2, size - 2}, 2 * width);
   const std::vector<std::uint32_t> wide(cells.begin(), cells.end());
   if (!RoundTrips(std::span<const std::uint8_t>(cells), width) ||
@@ -69,3 +70,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+// Lines of a few codes in most cases: what is special about a line has mostly to do with the end of a run.
+QUILLMARK_MUTATOR(64, [](quillmark::Bytes& input, quillmark::Dice& dice) {
+  quillmark::MutateAny(input);
+  if (dice.OneIn(2)) {
+    quillmark::PutNumber(input, 0, dice.Below(dice.OneIn(8) ? 1024 : 96), 2);
+  }
+})

@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "fuzz/StreamMutation.h"
 #include "render/StreamDiff.h"
 #include "sup/StreamLoader.h"
 
@@ -22,7 +23,7 @@ void Require(bool rule) {
 }
 
 /// Areas of this many pixels, so that pictures are small enough to be many.
-constexpr int MaxSide = 400;
+constexpr int MaxSide = 64;
 
 bool IsSmall(const SupStream& stream) {
   return stream.Stats.MaxWidth <= MaxSide && stream.Stats.MaxHeight <= MaxSide;
@@ -63,3 +64,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RequireSame(first->Stream);
   return 0;
 }
+
+QUILLMARK_MUTATOR(500, [](Bytes& input, Dice& dice) { MutateTwoStreams(2, input, dice); })

@@ -2,6 +2,7 @@
 // each (offset, removed and inserted in 3 bytes each, big-endian), whether the edit asks for a new index, the
 // number of bytes that are put in and these, and then the stream's bytes.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "base/ByteReader.h"
+#include "fuzz/StreamMutation.h"
 #include "sup/StreamEdit.h"
 #include "sup/StreamLoader.h"
 
@@ -73,3 +75,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   });
   return 0;
 }
+
+// Places stay few, so that the stream behind them is found again.
+QUILLMARK_MUTATOR(400, [](Bytes& input, Dice& dice) {
+  constexpr std::size_t PlaceSize = 9;
+  const std::size_t places = input.empty() ? 0 : 1 + input[0] * PlaceSize;
+  const std::size_t bytes = places + 1 < input.size() ? input[places + 1] : 0;
+  MutateStreamBehind(places + 2 + bytes, input, dice);
+  if (dice.OneIn(4) && places > 1) {  // to what an edit of this stream may name
+    PutNumber(input, 1 + dice.Below(std::max<std::size_t>(3 * input[0], 1)) * 3, dice.Below(input.size()), 3);
+  }
+})

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "fuzz/StreamMutation.h"
 #include "sup/StreamCheck.h"
 #include "sup/StreamFix.h"
 #include "sup/StreamLoader.h"
@@ -40,7 +41,10 @@ void Fix(const std::vector<std::uint8_t>& file, const CheckOptions& rules) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> file(data, data + size);
-  Fix(file, {});
-  Fix(file, {.Profile = CheckProfile::Player, .FrameLines = 480});
+  // One of both, so that there are twice as many inputs.
+  Fix(file,
+      size % 2 == 0 ? CheckOptions() : CheckOptions{.Profile = CheckProfile::Player, .FrameLines = 480});
   return 0;
 }
+
+QUILLMARK_MUTATOR(200, MutateStream)

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fuzz/StreamMutation.h"
 #include "sup/CodeAssignment.h"
 #include "sup/StreamLoader.h"
 #include "sup/StreamReport.h"
@@ -58,3 +59,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Index(file, InvalidFirst::EndsTheWalk);
   return 0;
 }
+
+QUILLMARK_MUTATOR(600, MutateStream)

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "containers/VobSubIndex.h"
+#include "fuzz/IndexMutation.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -27,3 +28,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   return 0;
 }
+
+QUILLMARK_MUTATOR(400, quillmark::MutateIndex)
