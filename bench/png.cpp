@@ -1,22 +1,29 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
+#include <libdeflate.h>
+#include <vector>
 
 #include <QByteArray>
 #include <QFileInfo>
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
-#include <QImageWriter>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+#include "bench/Film.h"
+#include "imaging/PngWriter.h"
 #include "imaging/cBitmap.h"
+#include "render/Composition.h"
 #include "render/PictureFile.h"
+#include "render/SubtitleDescription.h"
+#include "sup/StreamLoader.h"
 
-// Writing one subtitle's picture as a PNG file: the program's own way, Qt's default, and Qt's writer at each
-// compression level. The counter "bytes" is the size of the file.
+// Writing subtitles' pictures as PNG files: the program's own way, Qt's default, and packing alone at each
+// level of libdeflate. The counter "bytes" is the size of the files.
 
 namespace {
 
@@ -65,8 +72,12 @@ QImage SubtitlePicture() {
   return picture;
 }
 
+std::vector<QImage> Subtitle() {
+  return {SubtitlePicture()};
+}
+
 /// The picture in the full frame that the merge of two streams composes and exports.
-QImage FramePicture() {
+std::vector<QImage> Frame() {
   QImage frame(720, 576, QImage::Format_ARGB32);
   frame.fill(0U);
   const QImage subtitle = SubtitlePicture();
@@ -75,7 +86,28 @@ QImage FramePicture() {
       frame.setPixel(60 + x, 470 + y, subtitle.pixel(x, y));
     }
   }
-  return frame;
+  return {frame};
+}
+
+/// The first pictures of a film.
+std::vector<QImage> Film() {
+  constexpr int Count = 40;
+  const auto film = quillmark::IndexPrimaryStream(quillmark::MakeFilm({.Subtitles = Count}));
+  std::vector<QImage> pictures;
+  std::vector<std::uint8_t> buffer;
+  for (std::size_t i = 0; film && i < film->Stream.PacketOffset.size(); ++i) {
+    const quillmark::SubtitleUnit unit = quillmark::UnitOf(film->Stream, i, buffer);
+    const auto description = quillmark::DescribeSubtitle(unit);
+    if (!description) {
+      std::abort();
+    }
+    cBitmap picture;
+    quillmark::DecodePicture(unit.Bytes, description->Control,
+                             quillmark::MakeCodeColours(quillmark::StartUpPalette, description->Control),
+                             picture);
+    pictures.push_back(picture.Image());
+  }
+  return pictures;
 }
 
 /// Whether each picture gets a name of its own, as in exporting a stream, or goes over the one before, as
@@ -87,70 +119,97 @@ class Target {
  public:
   explicit Target(Name name) : name_(name) {}
 
-  QString NextPath() {
-    count_ += name_ == Name::New ? 1 : 0;
-    return Path();
+  /// Of picture `index` of the iteration at hand.
+  [[nodiscard]] QString Path(std::size_t index) const {
+    return folder_.filePath(QString::number(count_) + "_" + QString::number(index) + ".png");
   }
+  void Next() { count_ += name_ == Name::New ? 1 : 0; }
 
-  void Report(benchmark::State& state) const {
-    state.counters["bytes"] = static_cast<double>(QFileInfo(Path()).size());
+  void Report(benchmark::State& state, std::size_t pictures) {
+    count_ -= name_ == Name::New ? 1 : 0;
+    qint64 bytes = 0;
+    for (std::size_t i = 0; i < pictures; ++i) {
+      bytes += QFileInfo(Path(i)).size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
   }
 
  private:
-  [[nodiscard]] QString Path() const { return folder_.filePath(QString::number(count_) + ".png"); }
-
   Name name_;
   QTemporaryDir folder_;
   int count_ = 0;
 };
 
-using MakePicture = QImage();
+using MakePictures = std::vector<QImage>();
 
-void QtDefault(benchmark::State& state, MakePicture* makePicture, Name name) {
-  const QImage picture = makePicture();
+void QtDefault(benchmark::State& state, MakePictures* makePictures, Name name) {
+  const std::vector<QImage> pictures = makePictures();
   Target target(name);
   for ([[maybe_unused]] auto _ : state) {
-    benchmark::DoNotOptimize(picture.save(target.NextPath()));
-  }
-  target.Report(state);
-}
-
-void WritePicture(benchmark::State& state, MakePicture* makePicture, Name name) {
-  const QImage picture = makePicture();
-  cBitmap bitmap;
-  bitmap.Create(picture.width(), picture.height());
-  const auto pixels = bitmap.LockPixels();
-  std::copy_n(reinterpret_cast<const std::uint32_t*>(picture.constBits()), pixels.size(), pixels.begin());
-  Target target(name);
-  for ([[maybe_unused]] auto _ : state) {
-    if (!quillmark::WritePicture(target.NextPath(), bitmap, quillmark::Durability::Unsynced)) {
-      state.SkipWithError("not written");
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      benchmark::DoNotOptimize(pictures[i].save(target.Path(i)));
     }
+    target.Next();
   }
-  target.Report(state);
+  target.Report(state, pictures.size());
 }
 
-void QtLevel(benchmark::State& state, MakePicture* makePicture) {
-  const QImage picture = makePicture();
-  // The writer takes 0-100 and makes zlib's 0-9 of it.
-  const int compression = static_cast<int>(state.range(0) * 91 + 8) / 9;
-  Target target(Name::New);
+void WritePicture(benchmark::State& state, MakePictures* makePictures, Name name) {
+  std::vector<cBitmap> pictures;
+  for (const QImage& picture : makePictures()) {
+    pictures.emplace_back(picture);
+  }
+  Target target(name);
   for ([[maybe_unused]] auto _ : state) {
-    QImageWriter writer(target.NextPath(), "png");
-    writer.setCompression(compression);
-    benchmark::DoNotOptimize(writer.write(picture));
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      if (!quillmark::WritePicture(target.Path(i), pictures[i], quillmark::Durability::Unsynced)) {
+        state.SkipWithError("not written");
+      }
+    }
+    target.Next();
   }
-  target.Report(state);
+  target.Report(state, pictures.size());
 }
 
-BENCHMARK_CAPTURE(QtDefault, subtitle, SubtitlePicture, Name::New);
-BENCHMARK_CAPTURE(WritePicture, subtitle, SubtitlePicture, Name::New);
-BENCHMARK_CAPTURE(QtDefault, subtitle_again, SubtitlePicture, Name::Same);
-BENCHMARK_CAPTURE(WritePicture, subtitle_again, SubtitlePicture, Name::Same);
-BENCHMARK_CAPTURE(QtDefault, frame, FramePicture, Name::New);
-BENCHMARK_CAPTURE(WritePicture, frame, FramePicture, Name::New);
-BENCHMARK_CAPTURE(QtLevel, subtitle, SubtitlePicture)->DenseRange(0, 9);
-BENCHMARK_CAPTURE(QtLevel, frame, FramePicture)->DenseRange(0, 9);
+/// The bytes that are packed in a PNG file without a palette.
+std::vector<char> RowsOf(const QImage& picture) {
+  constexpr qsizetype Start = 41;  // of the data of the second chunk, whose length stands 8 bytes before
+  constexpr qsizetype End = 16;    // its checksum and the chunk that ends the file
+  const QByteArray png = quillmark::EncodePng(picture);
+  const QByteArray rows = qUncompress(QByteArray(4, '\0') + png.mid(Start, png.size() - Start - End));
+  return {rows.begin(), rows.end()};
+}
+
+void PackRows(benchmark::State& state, MakePictures* makePictures) {
+  std::vector<std::vector<char>> pictures;
+  for (const QImage& picture : makePictures()) {
+    pictures.push_back(RowsOf(picture));
+  }
+  libdeflate_compressor* const compressor = libdeflate_alloc_compressor(static_cast<int>(state.range(0)));
+  std::vector<char> packed(std::size_t{4} << 20U);
+  std::size_t bytes = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    bytes = 0;
+    for (const std::vector<char>& rows : pictures) {
+      bytes += libdeflate_zlib_compress(compressor, rows.data(), rows.size(), packed.data(), packed.size());
+    }
+    benchmark::DoNotOptimize(packed.data());
+  }
+  libdeflate_free_compressor(compressor);
+  state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+BENCHMARK_CAPTURE(QtDefault, film, Film, Name::New);
+BENCHMARK_CAPTURE(WritePicture, film, Film, Name::New);
+BENCHMARK_CAPTURE(QtDefault, subtitle, Subtitle, Name::New);
+BENCHMARK_CAPTURE(WritePicture, subtitle, Subtitle, Name::New);
+BENCHMARK_CAPTURE(QtDefault, subtitle_again, Subtitle, Name::Same);
+BENCHMARK_CAPTURE(WritePicture, subtitle_again, Subtitle, Name::Same);
+BENCHMARK_CAPTURE(QtDefault, frame, Frame, Name::New);
+BENCHMARK_CAPTURE(WritePicture, frame, Frame, Name::New);
+BENCHMARK_CAPTURE(PackRows, film, Film)->DenseRange(1, 8);
+BENCHMARK_CAPTURE(PackRows, subtitle, Subtitle)->DenseRange(1, 8);
+BENCHMARK_CAPTURE(PackRows, frame, Frame)->DenseRange(1, 8);
 
 }  // namespace
 

@@ -11,12 +11,13 @@
 #include <QImageWriter>
 #include <QList>
 
+#include "imaging/PngWriter.h"
+
 namespace quillmark {
 namespace {
 
-/// On the image writer's scale of 0 to 100; this is zlib's level 5. Subtitle pictures are flat: one level
-/// less saves little time for files a sixth larger than the default's, and from two levels more on the time
-/// grows without the files shrinking to speak of (docs/benchmarks.md).
+/// On the image writer's scale of 0 to 100, for what EncodePng does not take; this is zlib's level 5, the
+/// fastest one whose files stay near the size of the default's (docs/benchmarks.md).
 constexpr int PngCompression = 51;
 
 /// Index i is the format of encoder i.
@@ -90,6 +91,10 @@ ImagingStatus Load(const QString& path, QSize shown, QImage& image) {
 }
 
 ImagingStatus EncodeAs(const QByteArray& format, const QImage& image, QByteArray& encoded) {
+  if (format == "png" && IsForEncodePng(image)) {
+    encoded = EncodePng(image);
+    return encoded.isEmpty() ? ImagingStatus::OutOfMemory : ImagingStatus::Ok;
+  }
   QBuffer buffer(&encoded);
   QImageWriter writer(&buffer, format);
   if (format == "png") {

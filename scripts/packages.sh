@@ -6,6 +6,7 @@ runPackages=(
   fonts-dejavu-core
   g++
   libcli11-dev
+  libdeflate-dev
   libebml-dev
   libmatroska-dev
   ninja-build
@@ -50,5 +51,6 @@ testPackages=(
   llvm-14-dev
   mkvtoolnix
   pkg-config
+  pngcheck
   shared-mime-info
 )
