@@ -18,8 +18,8 @@ std::string Lines(const std::string& heading, const SupStream& stream) {
   report += "Max subtitle width: " + ExtentText(stats.MaxWidth, stats.MinX) + lineEnd;
   report += "Max subtitle height: " + ExtentText(stats.MaxHeight, stats.MinY) + lineEnd;
   report += "Max size (kb): " + std::to_string(stats.MaxSpuSize / 1000) + lineEnd;
-  report += "First timecode: " + stats.FirstTimecode + lineEnd;
-  report += "Last timecode: " + stats.LastTimecode + lineEnd;
+  report += "First timecode: " + stats.FirstTimecode() + lineEnd;
+  report += "Last timecode: " + stats.LastTimecode() + lineEnd;
   report += "Max duration (seconds): " + FormatSeconds(stats.MaxDurationMs) + lineEnd;
   report += std::string("Subtitles without duration : ") + (stats.HasUntimed ? "Yes" : "No") + lineEnd;
   for (std::size_t code = 0; code < 4; ++code) {

@@ -12,12 +12,20 @@ SupStreamStats::SupStreamStats() {
   }
 }
 
+std::string SupStreamStats::FirstTimecode() const {
+  return FirstStart ? FormatTimecode(*FirstStart) : std::string();
+}
+
+std::string SupStreamStats::LastTimecode() const {
+  return FirstStart ? FormatTimecode(LastStart) : std::string();
+}
+
 void SupStreamStats::Add(const SpuControl& control, std::int32_t spuSize, std::int64_t startTicks,
                          std::size_t index) {
   MaxSpuSize = std::max(MaxSpuSize, spuSize);
-  LastTimecode = FormatTimecode(startTicks);
+  LastStart = startTicks;
   if (index == 0) {
-    FirstTimecode = LastTimecode;
+    FirstStart = startTicks;
   }
   if (!control.IsValid()) {
     ++ParseErrors;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "sup/SpuControl.h"
@@ -16,9 +17,9 @@ struct SupStreamStats {
   std::int32_t MaxHeight = -1;
   std::int32_t MinX = 10000;
   std::int32_t MinY = 10000;
-  std::int32_t MaxDurationMs = -1;  ///< over units with a delay
-  std::string FirstTimecode;        ///< of all packets, valid or not
-  std::string LastTimecode;
+  std::int32_t MaxDurationMs = -1;         ///< over units with a delay
+  std::optional<std::int64_t> FirstStart;  ///< 90 kHz ticks, of all packets, valid or not
+  std::int64_t LastStart = 0;
   bool HasUntimed = false;         ///< a valid unit's last delay was 0
   bool MultipleColours = false;    ///< some pixel code uses more than one palette entry
   bool MultipleOpacities = false;  ///< some pixel code uses more than one contrast
@@ -32,7 +33,11 @@ struct SupStreamStats {
 
   SupStreamStats();
 
-  /// Folds one packet in: its size field and timecode always, the rest when its unit is valid, else one
+  /// The texts of the first and the last packet's time; empty without a packet.
+  [[nodiscard]] std::string FirstTimecode() const;
+  [[nodiscard]] std::string LastTimecode() const;
+
+  /// Folds one packet in: its size field and time always, the rest when its unit is valid, else one
   /// parse error. `index` is the zero-based packet number, `startTicks` its time in 90 kHz ticks.
   void Add(const SpuControl& control, std::int32_t spuSize, std::int64_t startTicks, std::size_t index);
 

@@ -93,8 +93,8 @@ TEST_F(IndexStreamFileTest, StatisticsAreOfAllPackets) {
   stream_ = test::StreamOf(Index());
   EXPECT_EQ(stream_.Stats.MaxSpuSize, 30004);
   EXPECT_EQ(stream_.Stats.MaxDurationMs, 105);  // of 9,000 ticks, and 5 more before rounding down
-  EXPECT_EQ(stream_.Stats.FirstTimecode, "00:00:00.00");
-  EXPECT_EQ(stream_.Stats.LastTimecode, "00:01:01.00");
+  EXPECT_EQ(stream_.Stats.FirstTimecode(), "00:00:00.00");
+  EXPECT_EQ(stream_.Stats.LastTimecode(), "00:01:01.00");
   EXPECT_EQ(stream_.Stats.ParseErrors, 1);
   EXPECT_TRUE(stream_.Stats.HasUntimed);
   EXPECT_TRUE(stream_.Stats.MultipleColours);

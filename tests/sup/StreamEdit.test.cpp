@@ -44,7 +44,7 @@ void ExpectSameIndex(const SupStream& stream, const SupStream& expected) {
   EXPECT_EQ(stream.ContrastBytesOffset, expected.ContrastBytesOffset);
   EXPECT_EQ(stream.Stats.ParseErrors, expected.Stats.ParseErrors);
   EXPECT_EQ(stream.Stats.MaxSpuSize, expected.Stats.MaxSpuSize);
-  EXPECT_EQ(stream.Stats.LastTimecode, expected.Stats.LastTimecode);
+  EXPECT_EQ(stream.Stats.LastTimecode(), expected.Stats.LastTimecode());
   EXPECT_EQ(stream.Stats.MultipleColours, expected.Stats.MultipleColours);
 }
 

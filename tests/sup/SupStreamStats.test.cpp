@@ -26,8 +26,8 @@ TEST(SupStreamStats, StartValues) {
   EXPECT_EQ(stats.MinX, 10000);
   EXPECT_EQ(stats.MinY, 10000);
   EXPECT_EQ(stats.MaxDurationMs, -1);
-  EXPECT_EQ(stats.FirstTimecode, "");
-  EXPECT_EQ(stats.LastTimecode, "");
+  EXPECT_EQ(stats.FirstTimecode(), "");
+  EXPECT_EQ(stats.LastTimecode(), "");
   EXPECT_FALSE(stats.HasUntimed);
   EXPECT_FALSE(stats.MultipleColours);
   EXPECT_FALSE(stats.MultipleOpacities);
@@ -50,8 +50,8 @@ TEST(SupStreamStats, ValidUnitCountsInEveryField) {
   EXPECT_EQ(stats.MinX, 100);
   EXPECT_EQ(stats.MinY, 400);
   EXPECT_EQ(stats.MaxDurationMs, 1116);
-  EXPECT_EQ(stats.FirstTimecode, "00:01:05.48");
-  EXPECT_EQ(stats.LastTimecode, "00:01:05.48");
+  EXPECT_EQ(stats.FirstTimecode(), "00:01:05.48");
+  EXPECT_EQ(stats.LastTimecode(), "00:01:05.48");
   EXPECT_FALSE(stats.HasUntimed);
   EXPECT_EQ(stats.ParseErrors, 0);
 }
@@ -63,8 +63,8 @@ TEST(SupStreamStats, InvalidUnitCountsOnlyItsSizeItsTimeAndAnError) {
 
   EXPECT_EQ(stats.ParseErrors, 1);
   EXPECT_EQ(stats.MaxSpuSize, 38);
-  EXPECT_EQ(stats.FirstTimecode, "00:00:01.00");
-  EXPECT_EQ(stats.LastTimecode, "00:00:01.00");
+  EXPECT_EQ(stats.FirstTimecode(), "00:00:01.00");
+  EXPECT_EQ(stats.LastTimecode(), "00:00:01.00");
   EXPECT_EQ(stats.MaxWidth, -1);
   EXPECT_EQ(stats.MinX, 10000);
   EXPECT_EQ(stats.MaxDurationMs, -1);
@@ -79,8 +79,8 @@ TEST(SupStreamStats, FirstTimecodeIsThatOfPacketZero) {
   stats.Add({}, 38, 180000, 1);
   stats.Add({}, 38, 0, 2);
 
-  EXPECT_EQ(stats.FirstTimecode, "00:00:01.00");
-  EXPECT_EQ(stats.LastTimecode, "00:00:00.00");
+  EXPECT_EQ(stats.FirstTimecode(), "00:00:01.00");
+  EXPECT_EQ(stats.LastTimecode(), "00:00:00.00");
 }
 
 TEST(SupStreamStats, LargestAndSmallestMayComeFromDifferentUnits) {
@@ -190,8 +190,8 @@ TEST(SupStreamStats, TimesAtTheEndsOfTimeAreTaken) {
   stats.Add({}, 38, std::numeric_limits<std::int64_t>::min(), 0);
   stats.Add({}, 38, std::numeric_limits<std::int64_t>::max(), 1);
 
-  EXPECT_EQ(stats.FirstTimecode, "-28467197645:23:11.38");
-  EXPECT_EQ(stats.LastTimecode, "28467197644:36:48.62");
+  EXPECT_EQ(stats.FirstTimecode(), "-28467197645:23:11.38");
+  EXPECT_EQ(stats.LastTimecode(), "28467197644:36:48.62");
 }
 
 }  // namespace
