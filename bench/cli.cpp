@@ -1,5 +1,6 @@
 // What the command line program costs from its start to its end: beside an empty program, beside reading the
-// file, and beside encoding the pictures that it exports. Times are a child process's; the counter "cpu_ms"
+// file, beside encoding the pictures that it exports, and beside other programs that write a film's pictures,
+// where these are installed. Times are a child process's; the counter "cpu_ms"
 // is its processor time, which other work on the machine disturbs less than the time on the clock.
 
 #include <cstdint>
@@ -14,8 +15,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include <QBuffer>
-#include <QImageWriter>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -30,8 +30,6 @@ namespace {
 constexpr int FilmSubtitles = 1500;
 /// 50 MB of film.
 constexpr int LongFilmSubtitles = 18200;
-/// The writer's setting that the program saves its pictures with.
-constexpr int PngCompression = 51;
 
 [[noreturn]] void Fail(const char* what) {
   std::fprintf(stderr, "%s\n", what);
@@ -124,6 +122,30 @@ void Export(benchmark::State& state) {
   Program(state, {QUILLMARK_CLI, "export", TheFilms().Path("film.sup")});
 }
 
+/// The film as others read it: a VobSub pair.
+std::string FilmPair(const char* name) {
+  static const bool isThere = [] {
+    RunProgram({QUILLMARK_CLI, "convert", TheFilms().Path("film.sup"), "-o", TheFilms().Path("film.idx")});
+    return true;
+  }();
+  return isThere ? TheFilms().Path(name) : std::string();
+}
+
+/// Reads the units out of the packs and writes each as a PNG file, with a list.
+void Spuunmux(benchmark::State& state) {
+  Program(state, {"spuunmux", "-F", "PAL", "-o", TheFilms().Path("theirs"), FilmPair("film.sub")});
+}
+
+/// Writes a PNG file of the whole frame where a subtitle starts or ends.
+void FfmpegFrames(benchmark::State& state) {
+  Program(state, {"ffmpeg", "-v", "error", "-y", "-i", FilmPair("film.idx"), "-filter_complex",
+                  "[0:s]null[v]", "-map", "[v]", "-fps_mode", "passthrough", TheFilms().Path("%05d.png")});
+}
+
+bool IsInstalled(const char* program) {
+  return !QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty();
+}
+
 /// The pictures that the export of the film writes.
 std::vector<cBitmap> FilmPictures() {
   const Result<LoadedStream> loaded = LoadPrimaryStream(TheFilms().Path("film.sup"));
@@ -147,20 +169,18 @@ std::vector<cBitmap> FilmPictures() {
 }
 
 void EncodeAlone(benchmark::State& state) {
-  const std::vector<cBitmap> pictures = FilmPictures();
+  std::vector<cBitmap> pictures = FilmPictures();
+  const int png = cBitmap::EncoderIndex(QStringLiteral("*.png"));
   rusage before{};
   rusage after{};
   getrusage(RUSAGE_SELF, &before);
   for (auto _ : state) {
-    for (const cBitmap& picture : pictures) {
-      QByteArray encoded;
-      QBuffer buffer(&encoded);
-      QImageWriter writer(&buffer, "png");
-      writer.setCompression(PngCompression);
-      if (!writer.write(picture.Image())) {
+    for (cBitmap& picture : pictures) {
+      const QByteArray encoded = picture.Encode(png);
+      if (encoded.isEmpty()) {
         Fail("a picture cannot be encoded");
       }
-      benchmark::DoNotOptimize(encoded.data());
+      benchmark::DoNotOptimize(encoded.constData());
     }
   }
   getrusage(RUSAGE_SELF, &after);
@@ -177,7 +197,27 @@ BENCHMARK(Check)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(EncodeAlone)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
 BENCHMARK(Export)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
 
+void RegisterPeers() {
+  if (IsInstalled("spuunmux")) {
+    benchmark::RegisterBenchmark("Spuunmux", Spuunmux)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(1);
+  }
+  if (IsInstalled("ffmpeg")) {
+    benchmark::RegisterBenchmark("FfmpegFrames", FfmpegFrames)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(1);
+  }
+}
+
 }  // namespace
 }  // namespace quillmark
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  quillmark::RegisterPeers();
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
