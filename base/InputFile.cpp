@@ -3,16 +3,18 @@
 #include <cerrno>
 #include <system_error>
 
+#include "base/Words.h"
+
 namespace quillmark {
 
 Result<std::uintmax_t> OpenInputFile(const std::filesystem::path& path, std::ifstream& file) {
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (std::filesystem::is_directory(status)) {
-    return Failure{"it is a folder"};
+    return Failure{Words::Tr("it is a folder")};
   }
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-    return Failure{"it is a device or a pipe, not a file"};
+    return Failure{Words::Tr("it is a device or a pipe, not a file")};
   }
   const std::uintmax_t length = std::filesystem::file_size(path, error);
   if (error) {
@@ -21,7 +23,7 @@ Result<std::uintmax_t> OpenInputFile(const std::filesystem::path& path, std::ifs
   errno = 0;
   file.open(path, std::ios::binary);
   if (!file) {
-    return Failure{errno != 0 ? std::generic_category().message(errno) : "it cannot be opened"};
+    return Failure{errno != 0 ? std::generic_category().message(errno) : Words::Tr("it cannot be opened")};
   }
   return length;
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+
+namespace quillmark {
+
+/// `text` with `values` in place of its %1 to %9, and `count`, if it is not empty, in place of %n, in one
+/// walk: what a value has like them stays as it is. For texts of bytes and of 16-bit units alike.
+template <typename Text, typename Value>
+[[nodiscard]] Text FillIn(const Text& text, std::initializer_list<Value> values, const Text& count) {
+  Text filled;
+  for (auto at = text.begin(); at != text.end(); ++at) {
+    const Value* value = nullptr;
+    const bool isMark = *at == u'%' && at + 1 != text.end();
+    for (std::size_t i = 0; isMark && i < values.size() && i < 9; ++i) {
+      if (*(at + 1) == static_cast<char16_t>(u'1' + i)) {
+        value = values.begin() + i;
+      }
+    }
+    if (value != nullptr) {
+      filled += *value;
+      ++at;
+    } else if (isMark && *(at + 1) == u'n' && !(count == Text())) {
+      filled += count;
+      ++at;
+    } else {
+      filled += *at;
+    }
+  }
+  return filled;
+}
+
+}  // namespace quillmark
