@@ -2,12 +2,14 @@
 
 #include <array>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 
 QString CodeName(std::size_t code) {
-  static const std::array<QString, 4> names = {QStringLiteral("background"), QStringLiteral("pattern"),
-                                               QStringLiteral("emphasis 1"), QStringLiteral("emphasis 2")};
-  return names[code];
+  static constexpr std::array Names = {Ui::Mark("background"), Ui::Mark("pattern"), Ui::Mark("emphasis 1"),
+                                       Ui::Mark("emphasis 2")};
+  return Ui::Tr(Names[code]);
 }
 
 }  // namespace quillmark

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 namespace {
 
@@ -10,15 +12,15 @@ constexpr int LeastChroma = 24;  ///< below it a colour is a grey
 
 QString GreyName(int lightness) {
   if (lightness < 32) {
-    return QStringLiteral("black");
+    return Ui::Tr("black");
   }
   if (lightness < 96) {
-    return QStringLiteral("dark grey");
+    return Ui::Tr("dark grey");
   }
   if (lightness < 160) {
-    return QStringLiteral("grey");
+    return Ui::Tr("grey");
   }
-  return lightness < 232 ? QStringLiteral("light grey") : QStringLiteral("white");
+  return lightness < 232 ? Ui::Tr("light grey") : Ui::Tr("white");
 }
 
 /// Degrees on the colour circle: red 0, green 120, blue 240.
@@ -29,16 +31,27 @@ int Hue(int red, int green, int blue, int most, int chroma) {
   return most == green ? 120 + 60 * (blue - red) / chroma : 240 + 60 * (red - green) / chroma;
 }
 
-QString HueName(int hue) {
-  struct Range {
-    int End;
-    const char* Name;
-  };
-  static constexpr Range Ranges[] = {{15, "red"},   {45, "orange"}, {70, "yellow"},  {165, "green"},
-                                     {195, "cyan"}, {260, "blue"},  {285, "purple"}, {340, "magenta"}};
-  const auto* range =
-      std::find_if(std::begin(Ranges), std::end(Ranges), [hue](const Range& r) { return hue < r.End; });
-  return QString::fromLatin1(range == std::end(Ranges) ? Ranges[0].Name : range->Name);
+/// A hue up to `End` degrees, with what it is called at three lightnesses.
+struct HueRange {
+  int End;
+  const char* Name;
+  const char* Dark;
+  const char* Light;
+};
+
+constexpr HueRange Hues[] = {{15, Ui::Mark("red"), Ui::Mark("dark red"), Ui::Mark("light red")},
+                             {45, Ui::Mark("orange"), Ui::Mark("brown"), Ui::Mark("light orange")},
+                             {70, Ui::Mark("yellow"), Ui::Mark("dark yellow"), Ui::Mark("light yellow")},
+                             {165, Ui::Mark("green"), Ui::Mark("dark green"), Ui::Mark("light green")},
+                             {195, Ui::Mark("cyan"), Ui::Mark("dark cyan"), Ui::Mark("light cyan")},
+                             {260, Ui::Mark("blue"), Ui::Mark("dark blue"), Ui::Mark("light blue")},
+                             {285, Ui::Mark("purple"), Ui::Mark("dark purple"), Ui::Mark("light purple")},
+                             {340, Ui::Mark("magenta"), Ui::Mark("dark magenta"), Ui::Mark("light magenta")}};
+
+const HueRange& HueOf(int degrees) {
+  const auto* range = std::find_if(std::begin(Hues), std::end(Hues),
+                                   [degrees](const HueRange& hue) { return degrees < hue.End; });
+  return range == std::end(Hues) ? Hues[0] : *range;
 }
 
 }  // namespace
@@ -52,11 +65,8 @@ QString ColourName(Rgb colour) {
   if (most - least < LeastChroma) {
     return GreyName(lightness);
   }
-  const QString name = HueName(Hue(red, green, blue, most, most - least));
-  if (most < 144) {
-    return name == QLatin1String("orange") ? QStringLiteral("brown") : QStringLiteral("dark ") + name;
-  }
-  return least >= 128 ? QStringLiteral("light ") + name : name;
+  const HueRange& hue = HueOf(Hue(red, green, blue, most, most - least));
+  return Ui::Tr(most < 144 ? hue.Dark : least >= 128 ? hue.Light : hue.Name);
 }
 
 }  // namespace quillmark

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "app/Dialogs.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -16,18 +17,18 @@ QString WhyNotOpened(const QString& path, const QStringList& arguments) {
   }
   for (const QString& argument : arguments) {
     if (argument.startsWith(u'-') && argument.size() > 1) {
-      return QStringLiteral("unknown option ") + argument + QStringLiteral("; see quillmark --help");
+      return Ui::Tr("unknown option %1; see quillmark --help", {argument});
     }
   }
   if (files.size() > 1) {
-    return QStringLiteral("only one file can be opened, not ") + files.join(QStringLiteral(" and "));
+    return Ui::Tr("only one file can be opened, not %1", {files.join(Ui::Tr(" and "))});
   }
   const QFileInfo found(path);
   if (found.isDir()) {
-    return path + QStringLiteral(" is a folder, not a SUP file");
+    return Ui::Tr("%1 is a folder, not a SUP file", {path});
   }
-  return found.exists() ? path + QStringLiteral(" is no file that can be opened")
-                        : QStringLiteral("there is no file ") + path;
+  return found.exists() ? Ui::Tr("%1 is no file that can be opened", {path})
+                        : Ui::Tr("there is no file %1", {path});
 }
 
 }  // namespace

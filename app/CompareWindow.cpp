@@ -21,6 +21,7 @@
 #include "app/SubtitleFacts.h"
 #include "app/SubtitleFrame.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -37,19 +38,19 @@ FactTexts FactsOfSubtitle(const FramedSubtitle& subtitle) {
                             .StartTicks = subtitle.Start,
                             .Described = subtitle.Described,
                             .Over = std::nullopt};
-  const QString start = QStringLiteral("Start");
+  const QString start = Ui::Tr("Start");
   if (!facts.Described) {
-    return {{start, facts.StartText()}, {QString(), QStringLiteral("cannot be shown")}};
+    return {{start, facts.StartText()}, {QString(), Ui::Tr("cannot be shown")}};
   }
   const QString codes = facts.CodesText();
   return {{start, facts.StartText()},
-          {QStringLiteral("End"), facts.EndText()},
-          {QStringLiteral("Seconds"), facts.DurationText()},
-          {QStringLiteral("Place"), facts.PlaceText()},
-          {QStringLiteral("Size"), facts.SizeText()},
-          {QStringLiteral("Colours"), codes.section(u' ', 0, 0)},
-          {QStringLiteral("Opacities"), codes.section(u' ', 1, 1)},
-          {QStringLiteral("Forced"), subtitle.IsForced ? QStringLiteral("yes") : QStringLiteral("no")}};
+          {Ui::Tr("End"), facts.EndText()},
+          {Ui::Tr("Seconds"), facts.DurationText()},
+          {Ui::Tr("Place"), facts.PlaceText()},
+          {Ui::Tr("Size"), facts.SizeText()},
+          {Ui::Tr("Colours"), codes.section(u' ', 0, 0)},
+          {Ui::Tr("Opacities"), codes.section(u' ', 1, 1)},
+          {Ui::Tr("Forced"), subtitle.IsForced ? Ui::Tr("yes") : Ui::Tr("no")}};
 }
 
 /// As text of a label, in bold where `other` says otherwise.
@@ -105,11 +106,11 @@ void CompareWindow::Build() {
   counts_->setWordWrap(true);
   counts_->setTextFormat(Qt::PlainText);
   counts_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  onlyDifferences_ = new QCheckBox(QStringLiteral("&Only differences"), this);
+  onlyDifferences_ = new QCheckBox(Ui::Tr("&Only differences"), this);
   onlyDifferences_->setObjectName(QStringLiteral("Check_OnlyDifferences"));
-  onlyDifferences_->setToolTip(QStringLiteral("Leave out the subtitles that are the same in both files"));
+  onlyDifferences_->setToolTip(Ui::Tr("Leave out the subtitles that are the same in both files"));
   onlyDifferences_->setChecked(true);
-  auto* close = new QPushButton(QStringLiteral("&Close"), this);
+  auto* close = new QPushButton(Ui::Tr("&Close"), this);
   close->setObjectName(QStringLiteral("Command_CloseCompare"));
   connect(close, &QAbstractButton::clicked, this, &QWidget::close);
 
@@ -117,19 +118,20 @@ void CompareWindow::Build() {
   splitter->setChildrenCollapsible(false);
   table_ = new SubtitleTable(splitter);
   table_->setObjectName(QStringLiteral("List_Differences"));
-  table_->setAccessibleName(QStringLiteral("Differences"));
+  table_->setAccessibleName(Ui::Tr("Differences"));
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setModel(model_);
   const QFontMetrics font = fontMetrics();
-  table_->setColumnWidth(DifferenceModel::Here, font.horizontalAdvance(QStringLiteral("# here 00")));
-  table_->setColumnWidth(DifferenceModel::There, font.horizontalAdvance(QStringLiteral("# there 00")));
+  table_->setColumnWidth(DifferenceModel::Here,
+                         font.horizontalAdvance(Ui::Tr("# here") + QStringLiteral(" 00")));
+  table_->setColumnWidth(DifferenceModel::There,
+                         font.horizontalAdvance(Ui::Tr("# there") + QStringLiteral(" 00")));
   table_->setColumnWidth(DifferenceModel::Start, font.horizontalAdvance(QStringLiteral("00:00:00.00 00")));
   auto* pictures = new QWidget(splitter);
   auto* sides = new QHBoxLayout(pictures);
   sides->setContentsMargins(0, 0, 0, 0);
-  sides->addWidget(BuildHalf(halves_[0], QStringLiteral("Here"), QStringLiteral("Picture here")), 1);
-  sides->addWidget(
-      BuildHalf(halves_[1], QStringLiteral("There"), QStringLiteral("Picture in the other file")), 1);
+  sides->addWidget(BuildHalf(halves_[0], QStringLiteral("Here"), Ui::Tr("Picture here")), 1);
+  sides->addWidget(BuildHalf(halves_[1], QStringLiteral("There"), Ui::Tr("Picture in the other file")), 1);
   table_->setMinimumHeight(table_->horizontalHeader()->sizeHint().height() +
                            LeastDifferences * table_->verticalHeader()->defaultSectionSize());
   splitter->setStretchFactor(0, 2);
@@ -197,8 +199,7 @@ void CompareWindow::FollowComparison() {
   }
   // "[*]" in a title stands for a mark of changes.
   QString name = comparison_.OtherName();
-  setWindowTitle(QStringLiteral("Compared with ") +
-                 name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+  setWindowTitle(Ui::Tr("Compared with %1", {name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"))}));
   counts_->setText(comparison_.CountsText());
   ShowRows();
   SettleLater();
@@ -258,7 +259,7 @@ void CompareWindow::ChooseCurrent() {
 
 void CompareWindow::ShowPair() {
   const std::array streams = {&document_.Primary(), &comparison_.Other()};
-  const std::array names = {QStringLiteral("Here"), comparison_.OtherName()};
+  const std::array names = {Ui::Tr("Here"), comparison_.OtherName()};
   std::array<std::optional<std::size_t>, 2> indexes;
   if (shown_) {
     const ComparedRow& row = comparison_.Rows()[*shown_];
@@ -276,8 +277,8 @@ void CompareWindow::ShowPair() {
   const auto areaOf = [&](std::size_t i) { return subtitles[i] ? subtitles[i]->Area() : QRect(); };
   for (std::size_t i = 0; i < subtitles.size(); ++i) {
     const Half& half = halves_[i];
-    const QString number = subtitles[i] ? QStringLiteral("subtitle ") + QString::number(subtitles[i]->Number)
-                           : shown_     ? QStringLiteral("none")
+    const QString number = subtitles[i] ? Ui::Tr("subtitle %1", {QString::number(subtitles[i]->Number)})
+                           : shown_     ? Ui::Tr("none")
                                         : QString();
     const QString name =
         fontMetrics().elidedText(names[i], Qt::ElideMiddle, TitleLetters * fontMetrics().averageCharWidth());

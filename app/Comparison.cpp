@@ -7,6 +7,8 @@
 
 #include "app/CountText.h"
 #include "app/HourglassPointer.h"
+#include "app/Ui.h"
+#include "base/Words.h"
 #include "sup/HeldUnit.h"
 
 namespace quillmark {
@@ -14,12 +16,34 @@ namespace {
 
 /// "3 moved in time", "2 with other pixels".
 QString CountedDifference(std::int64_t count, SubtitleDifference difference) {
-  const std::string_view view = DifferenceWords(difference);
-  const QString words = QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
-  const QString link = difference == SubtitleDifference::Validity  ? QStringLiteral(" where ")
-                       : words.startsWith(QStringLiteral("other")) ? QStringLiteral(" with ")
-                                                                   : QStringLiteral(" ");
-  return CountText(count) + link + words;
+  const QString number = CountText(count);
+  switch (difference) {
+    case SubtitleDifference::Missing:
+      return Ui::Tr("%1 missing", {number});
+    case SubtitleDifference::Added:
+      return Ui::Tr("%1 added", {number});
+    case SubtitleDifference::Validity:
+      return Ui::Tr("%1 where only one of the two can be shown", {number});
+    case SubtitleDifference::Start:
+      return Ui::Tr("%1 moved in time", {number});
+    case SubtitleDifference::Duration:
+      return Ui::Tr("%1 with other duration", {number});
+    case SubtitleDifference::Place:
+      return Ui::Tr("%1 moved in place", {number});
+    case SubtitleDifference::Size:
+      return Ui::Tr("%1 with other size", {number});
+    case SubtitleDifference::Colours:
+      return Ui::Tr("%1 with other colours", {number});
+    case SubtitleDifference::Opacities:
+      return Ui::Tr("%1 with other opacities", {number});
+    case SubtitleDifference::Forced:
+      return Ui::Tr("%1 with other forced flag", {number});
+    case SubtitleDifference::Pixels:
+      return Ui::Tr("%1 with other pixels", {number});
+    case SubtitleDifference::Bytes:
+      return Ui::Tr("%1 the same, otherwise written", {number});
+  }
+  return {};
 }
 
 }  // namespace
@@ -120,7 +144,7 @@ Result<void> Comparison::Make() {
     hasSameTrailingBytes_ = HaveSameTrailingBytes(document_.Primary(), other_);
     return {};
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory"};
+    return Failure{Words::Tr("there is not enough memory")};
   }
 }
 
@@ -136,7 +160,7 @@ QString Comparison::WordsOf(std::size_t index) const {
 QString Comparison::CountsText() const {
   QStringList parts;
   if (counts_.Same > 0 || counts_.AreAllSame()) {
-    parts.append(SubtitlesText(counts_.Same) + QStringLiteral(" the same"));
+    parts.append(Ui::Tr("%n subtitle the same", "%n subtitles the same", counts_.Same));
   }
   if (counts_.Different > 0) {
     QStringList kinds;
@@ -147,8 +171,8 @@ QString Comparison::CountsText() const {
         kinds.append(CountedDifference(counts_.With[i], difference));
       }
     }
-    parts.append(CountText(counts_.Different) + QStringLiteral(" different (") +
-                 kinds.join(QStringLiteral(", ")) + u')');
+    parts.append(
+        Ui::Tr("%1 different (%2)", {CountText(counts_.Different), kinds.join(QStringLiteral(", "))}));
   }
   for (const auto& [count, difference] : {std::pair(counts_.Missing, SubtitleDifference::Missing),
                                           std::pair(counts_.Added, SubtitleDifference::Added)}) {
@@ -157,7 +181,7 @@ QString Comparison::CountsText() const {
     }
   }
   if (!hasSameTrailingBytes_) {
-    parts.append(QStringLiteral("other bytes after the last subtitle"));
+    parts.append(Ui::Tr("other bytes after the last subtitle"));
   }
   return parts.join(QStringLiteral(", "));
 }

@@ -5,12 +5,14 @@
 #include <QLocale>
 #include <QString>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 
 /// The language of the program's texts.
-[[nodiscard]] inline const QLocale& TextLocale() {
-  static const QLocale locale(QLocale::English, QLocale::UnitedStates);
-  return locale;
+[[nodiscard]] inline QLocale TextLocale() {
+  //: The language of the catalogue, and the country whose way of writing numbers it keeps.
+  return QLocale(Ui::Tr("en_US"));
 }
 
 /// "1,500"
@@ -20,7 +22,7 @@ namespace quillmark {
 
 /// "1 subtitle", "1,500 subtitles"
 [[nodiscard]] inline QString SubtitlesText(std::int64_t count) {
-  return CountText(count) + (count == 1 ? QStringLiteral(" subtitle") : QStringLiteral(" subtitles"));
+  return Ui::Tr("%n subtitle", "%n subtitles", count);
 }
 
 }  // namespace quillmark

@@ -4,6 +4,7 @@
 
 #include "app/Comparison.h"
 #include "app/Document.h"
+#include "app/Ui.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -59,7 +60,7 @@ QString DifferenceModel::TextAt(int row, int column) const {
                                  : QString();
     }
     case Differences:
-      return compared.IsSame() ? QStringLiteral("the same") : compared.Words();
+      return compared.IsSame() ? Ui::Tr("the same") : compared.Words();
     default:
       return {};
   }
@@ -67,12 +68,13 @@ QString DifferenceModel::TextAt(int row, int column) const {
 
 QString DifferenceModel::SentenceAt(int row) const {
   const ComparedRow& compared = comparison_.Rows()[ComparedRowOf(row)];
-  const auto place = [](const std::optional<std::size_t>& index, const QString& where) {
-    return index ? QStringLiteral("subtitle ") + NumberOf(index) + where : QStringLiteral("none") + where;
-  };
-  QString sentence = place(compared.Here(), QStringLiteral(" here, ")) +
-                     place(compared.There(), QStringLiteral(" in the other file, ")) + TextAt(row, Start) +
-                     QStringLiteral(", ") + TextAt(row, Differences);
+  const QString here =
+      compared.Here() ? Ui::Tr("subtitle %1 here", {NumberOf(compared.Here())}) : Ui::Tr("none here");
+  const QString there = compared.There()
+                            ? Ui::Tr("subtitle %1 in the other file", {NumberOf(compared.There())})
+                            : Ui::Tr("none in the other file");
+  QString sentence =
+      QStringList{here, there, TextAt(row, Start), TextAt(row, Differences)}.join(QStringLiteral(", "));
   sentence[0] = sentence[0].toUpper();
   return sentence;
 }
@@ -110,14 +112,13 @@ QVariant DifferenceModel::headerData(int section, Qt::Orientation orientation, i
   const bool isShort = role == Qt::DisplayRole;
   switch (section) {
     case Here:
-      return isShort ? QStringLiteral("# here") : QStringLiteral("Number here");
+      return isShort ? Ui::Tr("# here") : Ui::Tr("Number here");
     case There:
-      return isShort ? QStringLiteral("# there") : QStringLiteral("Number in the other file");
+      return isShort ? Ui::Tr("# there") : Ui::Tr("Number in the other file");
     case Start:
-      return isShort ? QStringLiteral("Start")
-                     : QStringLiteral("Start here or, where it is added, in the other file");
+      return isShort ? Ui::Tr("Start") : Ui::Tr("Start here or, where it is added, in the other file");
     case Differences:
-      return isShort ? QStringLiteral("Differences") : QStringLiteral("What differs");
+      return isShort ? Ui::Tr("Differences") : Ui::Tr("What differs");
     default:
       return {};
   }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/Document.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -164,11 +165,11 @@ Result<void> Document::Restore(std::vector<DocumentEdit> edits, std::size_t done
 }
 
 Result<void> Document::SetActual() {
-  return HasSubtitle() ? Assign(Number() - 1, Number(), QStringLiteral("Set for actual")) : Result<void>();
+  return HasSubtitle() ? Assign(Number() - 1, Number(), Ui::Tr("Set for actual")) : Result<void>();
 }
 
 Result<void> Document::SetAll() {
-  return Assign(0, primary_.Count, QStringLiteral("Set for all"));
+  return Assign(0, primary_.Count, Ui::Tr("Set for all"));
 }
 
 Result<void> Document::SetSelected(std::span<const std::size_t> indexes) {
@@ -179,7 +180,7 @@ Result<void> Document::SetSelected(std::span<const std::size_t> indexes) {
   for (const std::size_t index : indexes) {
     only.Append(static_cast<std::int64_t>(index) + 1);
   }
-  return MakeAssignment(AssignCodes(primary_, indexes, codes), QStringLiteral("Set for selected"), only,
+  return MakeAssignment(AssignCodes(primary_, indexes, codes), Ui::Tr("Set for selected"), only,
                         HasSubtitle() && std::ranges::binary_search(indexes, current) &&
                             HasCommandsFor(primary_, current, codes));
 }

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "app/Document.h"
+#include "base/Words.h"
 #include "recipe/Recipe.h"
 
 namespace quillmark {
@@ -21,7 +22,7 @@ Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) 
       return result;
     }
     if (TakesOut(*step) && result->Changed.SizeWithin(primary_.Count) == primary_.Count) {
-      return Failure{"no subtitle would be left"};
+      return Failure{Words::Tr("no subtitle would be left")};
     }
     if (const Result<void> made = Make({.Name = name, .What = std::move(result->Edit), .Tool = text});
         !made) {
@@ -30,7 +31,7 @@ Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) 
     result->Edit = {};
     return result;
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory"};
+    return Failure{Words::Tr("there is not enough memory")};
   }
 }
 
@@ -48,7 +49,7 @@ Result<std::int64_t> Document::RunRecipe(const Recipe& recipe,
       return outcomes.Why();
     }
     if (trial.Count == 0) {
-      return Failure{"no subtitle would be left"};
+      return Failure{Words::Tr("no subtitle would be left")};
     }
     for (const StepOutcome& outcome : *outcomes) {
       left += static_cast<std::int64_t>(outcome.Left.size());

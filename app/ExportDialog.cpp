@@ -17,8 +17,10 @@
 
 #include "app/CountText.h"
 #include "app/Dialogs.h"
+#include "app/LanguageName.h"
 #include "app/PathText.h"
 #include "app/SubtitleIndexes.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -34,9 +36,9 @@ QString NamesText(const std::vector<QString>& paths) {
   }
   const QString last =
       paths.size() > MaxNames
-          ? CountText(static_cast<std::int64_t>(paths.size() - MaxNames)) + QStringLiteral(" more")
+          ? Ui::Tr("%1 more", {CountText(static_cast<std::int64_t>(paths.size() - MaxNames))})
           : names.takeLast();
-  return names.isEmpty() ? last : names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+  return names.isEmpty() ? last : Ui::Tr("%1 and %2", {names.join(QStringLiteral(", ")), last});
 }
 
 QString TwoLetters(QLocale::Language language) {
@@ -49,7 +51,7 @@ QList<std::pair<QString, QString>> KnownLanguages() {
   for (int i = QLocale::C + 1; i <= QLocale::LastLanguage; ++i) {
     const auto language = static_cast<QLocale::Language>(i);
     if (const QString code = TwoLetters(language); code.size() == 2) {
-      languages.append({QLocale::languageToString(language), code});
+      languages.append({LanguageName(language), code});
     }
   }
   std::ranges::sort(languages);
@@ -61,7 +63,7 @@ QList<std::pair<QString, QString>> KnownLanguages() {
 ExportDialog::ExportDialog(ExportSubject subject, QWidget* parent)
     : QDialog(parent), subject_(std::move(subject)) {
   setObjectName(QStringLiteral("ExportDialog"));
-  setWindowTitle(QStringLiteral("Export"));
+  setWindowTitle(Ui::Tr("Export"));
   auto* rows = new QVBoxLayout(this);
   auto* form = new QFormLayout;
   form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
@@ -72,16 +74,16 @@ ExportDialog::ExportDialog(ExportSubject subject, QWidget* parent)
   for (const ExportFormat& format : ExportFormats()) {
     Combo_What->addItem(format.Name, static_cast<int>(format.Kind));
   }
-  form->addRow(QStringLiteral("&What"), Combo_What);
+  form->addRow(Ui::Tr("&What"), Combo_What);
   auto* scope = new QHBoxLayout;
   BuildScope(scope);
-  form->addRow(QStringLiteral("Subtitles"), scope);
+  form->addRow(Ui::Tr("Subtitles"), scope);
   auto* path = new QHBoxLayout;
   BuildPath(path);
-  form->addRow(QStringLiteral("&File"), path);
+  form->addRow(Ui::Tr("&File"), path);
   static_cast<QLabel*>(form->labelForField(path))->setBuddy(Text_Path);
   BuildLanguages();
-  form->addRow(QStringLiteral("&Language"), Combo_Language);
+  form->addRow(Ui::Tr("&Language"), Combo_Language);
 
   Label_Files = new QLabel(this);
   Label_Files->setObjectName(QStringLiteral("Label_Files"));
@@ -91,7 +93,7 @@ ExportDialog::ExportDialog(ExportSubject subject, QWidget* parent)
   Label_Files->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   rows->addWidget(Label_Files);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  Command_Export = buttons->addButton(QStringLiteral("&Export"), QDialogButtonBox::AcceptRole);
+  Command_Export = buttons->addButton(Ui::Tr("&Export"), QDialogButtonBox::AcceptRole);
   Command_Export->setObjectName(QStringLiteral("Command_Export"));
   Command_Export->setDefault(true);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -112,9 +114,9 @@ void ExportDialog::BuildScope(QLayout* line) {
     return button;
   };
   const auto selected = static_cast<std::int64_t>(subject_.Selected.size());
-  Option_All = option("Option_All", QStringLiteral("&All ") + CountText(subject_.Stream.Count));
+  Option_All = option("Option_All", Ui::Tr("&All %1", {CountText(subject_.Stream.Count)}));
   Option_Selected =
-      option("Option_Selected", QStringLiteral("Those &selected in the list: ") + CountText(selected));
+      option("Option_Selected", Ui::Tr("Those &selected in the list: %1", {CountText(selected)}));
   Option_Selected->setEnabled(selected > 0);
   (selected > 1 ? Option_Selected : Option_All)->setChecked(true);
 }
@@ -123,7 +125,7 @@ void ExportDialog::BuildPath(QLayout* line) {
   Text_Path = new QLineEdit(this);
   Text_Path->setObjectName(QStringLiteral("Text_Path"));
   Text_Path->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
-  auto* browse = new QPushButton(QStringLiteral("&Browse..."), this);
+  auto* browse = new QPushButton(Ui::Tr("&Browse..."), this);
   browse->setObjectName(QStringLiteral("Command_Browse"));
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, &ExportDialog::Browse);
@@ -134,10 +136,9 @@ void ExportDialog::BuildPath(QLayout* line) {
 void ExportDialog::BuildLanguages() {
   Combo_Language = new QComboBox(this);
   Combo_Language->setObjectName(QStringLiteral("Combo_Language"));
-  Combo_Language->setToolTip(
-      QStringLiteral("What players call the subtitles; the subtitles are not changed"));
+  Combo_Language->setToolTip(Ui::Tr("What players call the subtitles; the subtitles are not changed"));
   Combo_Language->setMaxVisibleItems(20);
-  Combo_Language->addItem(QStringLiteral("unknown"), QString());
+  Combo_Language->addItem(Ui::Tr("unknown"), QString());
   for (const auto& [name, code] : KnownLanguages()) {
     Combo_Language->addItem(name + QStringLiteral(" (") + code + u')', code);
   }
@@ -209,9 +210,9 @@ void ExportDialog::ShowFiles() {
   }
   const std::vector<QString> paths = PathsOf(order, subject_.Stream);
   const std::vector<QString> existing = ExistingPaths(paths);
-  QString text = QStringLiteral("Writes ") + NamesText(paths);
+  QString text = Ui::Tr("Writes %1", {NamesText(paths)});
   if (!existing.empty()) {
-    text += QStringLiteral("\nThere already: ") + NamesText(existing);
+    text += u'\n' + Ui::Tr("There already: %1", {NamesText(existing)});
   }
   Label_Files->setText(text);
 }
@@ -219,8 +220,8 @@ void ExportDialog::ShowFiles() {
 void ExportDialog::accept() {
   const std::vector<QString> existing = ExistingPaths(PathsOf(Order(), subject_.Stream));
   mayReplace_ =
-      !existing.empty() && ConfirmWarning(this, QStringLiteral("There already: ") + NamesText(existing) +
-                                                    QStringLiteral(".\r\nReplace what is there?"));
+      !existing.empty() &&
+      ConfirmWarning(this, Ui::Tr("There already: %1.\r\nReplace what is there?", {NamesText(existing)}));
   if (existing.empty() || mayReplace_) {
     QDialog::accept();
   }

@@ -5,7 +5,9 @@
 #include <span>
 #include <utility>
 
+#include "app/Ui.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "files/ReplaceFile.h"
 #include "render/AuthoringProject.h"
 #include "render/ContactSheet.h"
@@ -61,8 +63,9 @@ Result<ExportOutcome> ExportVobSub(const ExportSource& source, const ExportOrder
       PathFromUtf8(order.Path.toStdString()), {{.Packets = *packets, .Language = order.Language, .Name = {}}},
       {.Palette = source.Palette, .FrameHeight = source.FrameLines, .Existing = order.Existing}, progress);
   if (!written) {
-    return order.Only == SubtitleSet::All() ? written.Why()
-                                            : Failure{"of the chosen subtitles, " + written.Reason()};
+    return order.Only == SubtitleSet::All()
+               ? written.Why()
+               : Failure{Words::Tr("of the chosen subtitles, %1", {written.Reason()})};
   }
   return ExportOutcome{.How = *written, .Subtitles = order.Only.SizeWithin(source.Stream.Count)};
 }
@@ -121,34 +124,34 @@ Result<ExportOutcome> Write(const ExportSource& source, const ExportOrder& order
 
 }  // namespace
 
-const std::vector<ExportFormat>& ExportFormats() {
-  static const std::vector<ExportFormat> Formats = {
+std::vector<ExportFormat> ExportFormats() {
+  return {
       {.Kind = ExportKind::Sup,
-       .Name = QStringLiteral("SUP stream"),
-       .FileTypes = QStringLiteral("SUP Files (*.SUP)"),
+       .Name = Ui::Tr("SUP stream"),
+       .FileTypes = Ui::Tr("SUP Files (*.SUP)"),
        .Ending = QStringLiteral(".sup")},
 #ifdef QUILLMARK_HAS_VOBSUB
       {.Kind = ExportKind::VobSub,
-       .Name = QStringLiteral("VobSub pair"),
-       .FileTypes = QStringLiteral("VobSub Files (*.IDX)"),
+       .Name = Ui::Tr("VobSub pair"),
+       .FileTypes = Ui::Tr("VobSub Files (*.IDX)"),
        .Ending = QStringLiteral(".idx"),
        .TakesLanguage = true},
 #endif
       {.Kind = ExportKind::AuthoringProject,
-       .Name = QStringLiteral("Authoring project"),
-       .FileTypes = QStringLiteral("Authoring lists (*.XML)"),
+       .Name = Ui::Tr("Authoring project"),
+       .FileTypes = Ui::Tr("Authoring lists (*.XML)"),
        .Ending = QStringLiteral(".xml"),
        .TakesLanguage = true},
       {.Kind = ExportKind::ContactSheet,
-       .Name = QStringLiteral("Contact sheet"),
-       .FileTypes = QStringLiteral("Pictures (*.PNG)"),
+       .Name = Ui::Tr("Contact sheet"),
+       .FileTypes = Ui::Tr("Pictures (*.PNG)"),
        .Ending = QStringLiteral(".png")},
   };
-  return Formats;
 }
 
-const ExportFormat& FormatOf(ExportKind kind) {
-  return *std::ranges::find(ExportFormats(), kind, &ExportFormat::Kind);
+ExportFormat FormatOf(ExportKind kind) {
+  const std::vector<ExportFormat> formats = ExportFormats();
+  return *std::ranges::find(formats, kind, &ExportFormat::Kind);
 }
 
 std::vector<QString> PathsOf(const ExportOrder& order, const SupStream& stream) {
@@ -176,7 +179,7 @@ Result<ExportOutcome> Export(const ExportSource& source, const ExportOrder& orde
   try {
     return Write(source, order, progress);
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory for it"};
+    return Failure{Words::Tr("there is not enough memory for it")};
   }
 }
 

@@ -26,8 +26,8 @@ struct ExportFormat {
   bool TakesLanguage = false;
 };
 /// Those that this build writes; SUP comes first.
-[[nodiscard]] const std::vector<ExportFormat>& ExportFormats();
-[[nodiscard]] const ExportFormat& FormatOf(ExportKind kind);
+[[nodiscard]] std::vector<ExportFormat> ExportFormats();
+[[nodiscard]] ExportFormat FormatOf(ExportKind kind);
 
 struct ExportOrder {
   ExportKind What = ExportKind::Sup;

@@ -6,6 +6,7 @@
 
 #include <QPainter>
 
+#include "app/Ui.h"
 #include "app/ViewZoom.h"
 #include "render/Composition.h"
 
@@ -65,13 +66,12 @@ class GuidePainter {
 };
 
 QString FromTo(int first, int count) {
-  return QString::number(first) + QStringLiteral(" to ") + QString::number(first + count - 1);
+  return Ui::Tr("%1 to %2", {QString::number(first), QString::number(first + count - 1)});
 }
 
 void PaintSafeAreas(GuidePainter& guides, const ShownFrame& frame) {
-  const std::array<std::pair<int, QString>, 2> areas = {
-      std::pair(ActionSafe, QStringLiteral("action safe 90 %")),
-      std::pair(TitleSafe, QStringLiteral("title safe 80 %"))};
+  const std::array<std::pair<int, QString>, 2> areas = {std::pair(ActionSafe, Ui::Tr("action safe 90 %")),
+                                                        std::pair(TitleSafe, Ui::Tr("title safe 80 %"))};
   for (const auto& [percent, name] : areas) {
     const QRectF area = SafeArea(percent, frame.Lines);
     guides.Outline(area);
@@ -85,9 +85,8 @@ void PaintAreas(GuidePainter& guides, const std::vector<QRect>& areas, const Sho
     const QRectF shown = frame.Map(area);
     guides.Label(shown.topLeft() - QPointF(0, guides.TextHeight() + 3 * guides.Line()),
                  QStringLiteral("X %1, Y %2, %3x%4")
-                     .arg(FromTo(area.x(), area.width()), FromTo(area.y(), area.height()))
-                     .arg(area.width())
-                     .arg(area.height()));
+                     .arg(FromTo(area.x(), area.width()), FromTo(area.y(), area.height()),
+                          QString::number(area.width()), QString::number(area.height())));
   }
 }
 
@@ -137,12 +136,12 @@ void PaintRuler(QPainter& painter, const ShownFrame& frame, bool isAcross, doubl
 QString Caption(DisplayMode mode, int lines) {
   switch (mode) {
     case DisplayMode::Wide:
-      return QStringLiteral("Wide screen (16:9): all of the frame");
+      return Ui::Tr("Wide screen (16:9): all of the frame");
     case DisplayMode::Letterbox:
-      return QStringLiteral("Letterbox (4:3): the film in lines %1, the subtitle as stored")
+      return Ui::Tr("Letterbox (4:3): the film in lines %1, the subtitle as stored")
           .arg(FromTo(lines / 8, lines * 3 / 4));
     case DisplayMode::PanAndScan:
-      return QStringLiteral("Pan and scan (4:3): the film's columns %1, the subtitle as stored")
+      return Ui::Tr("Pan and scan (4:3): the film's columns %1, the subtitle as stored")
           .arg(FromTo(FrameWidth / 8, FrameWidth * 3 / 4));
     case DisplayMode::Off:
       break;

@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 
 #include "app/DisplayFrame.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -36,7 +37,7 @@ FrameView::FrameView(DisplayFrame* picture, QWidget* parent) : QScrollArea(paren
   // The scroll area has the picture filled, which counts as opaque: Qt would then move what stands on the
   // screen while scrolling, by a rounded number of screen pixels.
   picture->setAutoFillBackground(false);
-  setAccessibleName(QStringLiteral("Subtitle frame"));
+  setAccessibleName(Ui::Tr("Subtitle frame"));
   setFocusPolicy(Qt::NoFocus);
   picture->installEventFilter(this);
   QScrollBar* vertical = verticalScrollBar();

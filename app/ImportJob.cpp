@@ -5,8 +5,11 @@
 
 #include <QLocale>
 
+#include "app/LanguageName.h"
 #include "app/NotesText.h"
+#include "app/Ui.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 
 namespace quillmark {
 namespace {
@@ -22,8 +25,8 @@ Result<ImportedFile> Index(Container container) {
       file.Tracks.push_back({.What = std::move(track), .Loaded = std::move(*loaded)});
       continue;
     }
-    why = loaded ? "No SUP signature found" : loaded.Reason();
-    file.Notes.push_back("track " + std::to_string(number) + " is left out: " + why);
+    why = loaded ? Words::Tr("No SUP signature found") : loaded.Reason();
+    file.Notes.push_back(Words::Tr("track %1 is left out: %2", {std::to_string(number), why}));
   }
   return file.Tracks.empty() ? Result<ImportedFile>(Failure{why}) : Result<ImportedFile>(std::move(file));
 }
@@ -53,7 +56,7 @@ Result<std::optional<ImportedFile>> ReadForImport(const QString& path, const Pro
   try {
     return Read(path, progress);
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory for it"};
+    return Failure{Words::Tr("there is not enough memory for it")};
   }
 }
 
@@ -69,13 +72,13 @@ QString NotesOf(const ImportedFile& file, const ImportedTrack& track) {
 
 QString LanguageText(const std::string& code) {
   if (code.empty()) {
-    return QStringLiteral("unknown");
+    return Ui::Tr("unknown");
   }
   const QString whole = QString::fromStdString(code);
   const QLocale::Language language = QLocale::codeToLanguage(whole.section(u'-', 0, 0).toLower());
   return language == QLocale::AnyLanguage || language == QLocale::C
              ? whole
-             : QLocale::languageToString(language) + QStringLiteral(" (") + whole + u')';
+             : LanguageName(language) + QStringLiteral(" (") + whole + u')';
 }
 
 }  // namespace quillmark

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
@@ -28,7 +30,7 @@ Result<void> MakePrivateFolder(const QString& path) {
     return {};
   }
   if (!QDir().mkpath(path)) {
-    return Failure{"The folder " + path.toStdString() + " cannot be made"};
+    return Failure{Words::Tr("The folder %1 cannot be made", {path.toStdString()})};
   }
   QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   return {};

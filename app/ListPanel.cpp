@@ -7,6 +7,7 @@
 #include "app/ReviewPanel.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 
@@ -14,9 +15,9 @@ ListPanel::ListPanel(SubtitleList& list, ReviewPanel& review, QWidget* parent)
     : QWidget(parent), list_(list), review_(review), tabs_(new QTabBar(this)) {
   setObjectName(QStringLiteral("ListPanel"));
   tabs_->setObjectName(QStringLiteral("Tabs_List"));
-  tabs_->setAccessibleName(QStringLiteral("List or merge review"));
-  tabs_->addTab(QStringLiteral("Subtitles"));
-  tabs_->addTab(QStringLiteral("Merge review"));
+  tabs_->setAccessibleName(Ui::Tr("List or merge review"));
+  tabs_->addTab(Ui::Tr("Subtitles"));
+  tabs_->addTab(Ui::Tr("Merge review"));
   tabs_->setExpanding(false);
   tabs_->hide();
   review_.hide();

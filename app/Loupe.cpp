@@ -6,7 +6,9 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "app/CodeName.h"
 #include "app/DisplayFrame.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -23,12 +25,13 @@ constexpr int LongStep = 10;
 
 Loupe::Loupe(DisplayFrame* frame, QWidget* view) : QWidget(view), frame_(frame) {
   setObjectName(QStringLiteral("Loupe"));
-  setAccessibleName(QStringLiteral("Loupe"));
+  setAccessibleName(Ui::Tr("Loupe"));
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
   const int pixels = CellsAcross * CellSide;
-  const int textWidth =
-      fontMetrics().horizontalAdvance(QStringLiteral("code 0 (background), entry 0, opacity 0"));
+  const int textWidth = fontMetrics().horizontalAdvance(
+      Ui::Tr("code %1 (%2), entry %3, opacity %4",
+             {QStringLiteral("0"), CodeName(0), QStringLiteral("0"), QStringLiteral("0")}));
   resize(std::max(pixels, textWidth + LoupeGap) + 2 * LoupeEdge,
          pixels + FactLines * fontMetrics().lineSpacing() + LoupeGap + 2 * LoupeEdge);
   hide();

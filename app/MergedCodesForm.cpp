@@ -10,6 +10,7 @@
 #include "app/CodeName.h"
 #include "app/ColourName.h"
 #include "app/ImageList.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -29,8 +30,8 @@ std::optional<std::uint8_t> NibbleOfRow(int row) {
 }
 
 void AddNibbles(QComboBox* list) {
-  list->addItem(QStringLiteral("as 1st"));
-  list->setItemData(0, QStringLiteral("As the first stream has it"), Qt::AccessibleTextRole);
+  list->addItem(Ui::Tr("as 1st"));
+  list->setItemData(0, Ui::Tr("As the first stream has it"), Qt::AccessibleTextRole);
   for (int nibble = 0; nibble < 16; ++nibble) {
     list->addItem(QString::number(nibble, 16).toUpper());
   }
@@ -73,7 +74,7 @@ void MergedCodesForm::Build() {
     auto* heading = new QLabel(QStringLiteral("%1 %2").arg(code).arg(CodeName(code)), this);
     grid_->addWidget(heading, 0, static_cast<int>(code) + 1);
     codes_[code] = AddList(QStringLiteral("Combo_SecondaryCode"), code, CodesRow,
-                           QStringLiteral("Code that the second stream's %1 becomes").arg(CodeName(code)));
+                           Ui::Tr("Code that the second stream's %1 becomes").arg(CodeName(code)));
     for (std::size_t becomes = 0; becomes < 4; ++becomes) {
       codes_[code]->addItem(QString::number(becomes));
       codes_[code]->setItemData(static_cast<int>(becomes),
@@ -81,10 +82,10 @@ void MergedCodesForm::Build() {
                                 Qt::AccessibleTextRole);
     }
     colours_[code] = AddList(QStringLiteral("Combo_ResultColour"), code, ColoursRow,
-                             QStringLiteral("Palette entry of the result's %1").arg(CodeName(code)));
+                             Ui::Tr("Palette entry of the result's %1").arg(CodeName(code)));
     AddNibbles(colours_[code]);
     opacities_[code] = AddList(QStringLiteral("Combo_ResultOpacity"), code, OpacitiesRow,
-                               QStringLiteral("Opacity of the result's %1").arg(CodeName(code)));
+                               Ui::Tr("Opacity of the result's %1").arg(CodeName(code)));
     AddNibbles(opacities_[code]);
     grid_->setColumnStretch(static_cast<int>(code) + 1, 1);
   }
@@ -93,13 +94,13 @@ void MergedCodesForm::Build() {
     label->setBuddy(buddy);
     grid_->addWidget(label, row, 0);
   };
-  addLabel(CodesRow, QStringLiteral("2nd becomes"), codes_[0]);
-  addLabel(ColoursRow, QStringLiteral("Colors"), colours_[0]);
-  addLabel(OpacitiesRow, QStringLiteral("Opacities"), opacities_[0]);
-  default_ = new QPushButton(QStringLiteral("De&fault"), this);
+  addLabel(CodesRow, Ui::Tr("2nd becomes"), codes_[0]);
+  addLabel(ColoursRow, Ui::Tr("Colors"), colours_[0]);
+  addLabel(OpacitiesRow, Ui::Tr("Opacities"), opacities_[0]);
+  default_ = new QPushButton(Ui::Tr("De&fault"), this);
   default_->setObjectName(QStringLiteral("Command_DefaultCodes"));
   default_->setToolTip(
-      QStringLiteral("The second stream's codes stay, in the colours and opacities of the first stream"));
+      Ui::Tr("The second stream's codes stay, in the colours and opacities of the first stream"));
   default_->setAutoDefault(true);  // Return presses it, as Space does
   grid_->addWidget(default_, CodesRow, ButtonColumn);
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "app/CountText.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -26,7 +27,7 @@ QString NotesText(std::initializer_list<const std::vector<std::string>*> lists) 
     }
   }
   if (more > 0) {
-    lines.append(QStringLiteral("And ") + CountText(more) + QStringLiteral(" more"));
+    lines.append(Ui::Tr("And %1 more", {CountText(more)}));
   }
   return lines.join(u'\n');
 }

@@ -11,6 +11,7 @@
 #include "app/MergeFinder.h"
 #include "app/PaletteStrip.h"
 #include "app/SeverityIcon.h"
+#include "app/Ui.h"
 #include "base/KeyOrder.h"
 #include "sup/StreamProblem.h"
 #include "sup/Timecode.h"
@@ -25,17 +26,17 @@ struct PairHeading {
 };
 
 constexpr std::array<PairHeading, PairModel::Columns> PairHeadings = {
-    {{"#", "Number of the first stream's subtitle"},
-     {"2nd #", "Number of the second stream's subtitle"},
-     {"Picture", "The merged picture"},
-     {"ms", "Milliseconds that both are shown together"},
-     {"What there is to know", "What there is to know"},
-     {"Bytes", "Length of the unit"},
-     {"Covered", "Pixels of the second picture that cover the first one"},
-     {"Clipped", "Pixels of both pictures that are lost"},
-     {"Recoloured", "Pixels that get another colour"},
-     {"Start", "When the packet is shown"},
-     {"Duration", "How long the packet is shown, in seconds"}}};
+    {{"#", Ui::Mark("Number of the first stream's subtitle")},
+     {Ui::Mark("2nd #"), Ui::Mark("Number of the second stream's subtitle")},
+     {Ui::Mark("Picture"), Ui::Mark("The merged picture")},
+     {Ui::Mark("ms"), Ui::Mark("Milliseconds that both are shown together")},
+     {Ui::Mark("What there is to know"), Ui::Mark("What there is to know")},
+     {Ui::Mark("Bytes"), Ui::Mark("Length of the unit")},
+     {Ui::Mark("Covered"), Ui::Mark("Pixels of the second picture that cover the first one")},
+     {Ui::Mark("Clipped"), Ui::Mark("Pixels of both pictures that are lost")},
+     {Ui::Mark("Recoloured"), Ui::Mark("Pixels that get another colour")},
+     {Ui::Mark("Start"), Ui::Mark("When the packet is shown")},
+     {Ui::Mark("Duration"), Ui::Mark("How long the packet is shown, in seconds")}}};
 
 /// Of a packet that does not show one of the two.
 const QString& NoNumber() {
@@ -231,20 +232,19 @@ QString PairModel::SubjectText(const MergedPair& pair) {
   const QString first = QString::number(pair.Primary + 1);
   const QString second = QString::number(pair.Secondary + 1);
   if (pair.HasPrimary && pair.HasSecondary) {
-    return QStringLiteral("Subtitles ") + first + QStringLiteral(" and ") + second + QStringLiteral(", ") +
-           QString::number(pair.OverlapMs()) + QStringLiteral(" ms together");
+    return Ui::Tr("Subtitles %1 and %2, %3 ms together", {first, second, QString::number(pair.OverlapMs())});
   }
-  return (pair.HasPrimary ? QStringLiteral("Subtitle ") + first + QStringLiteral(" of the first stream")
-                          : QStringLiteral("Subtitle ") + second + QStringLiteral(" of the second stream")) +
-         QStringLiteral(" alone, ") + DurationText(pair) + QStringLiteral(" s");
+  return pair.HasPrimary
+             ? Ui::Tr("Subtitle %1 of the first stream alone, %2 s", {first, DurationText(pair)})
+             : Ui::Tr("Subtitle %1 of the second stream alone, %2 s", {second, DurationText(pair)});
 }
 
 QString PairModel::SentenceAt(int row) const {
   const MergedPair& pair = PairAt(row);
   const QString problems = JoinedProblems(row, QStringLiteral("; "));
   return SubjectText(pair) +
-         (pair.HasUnit() ? QStringLiteral(", ") + TextAt(row, Bytes) + QStringLiteral(" bytes") : QString()) +
-         QStringLiteral(": ") + (problems.isEmpty() ? QStringLiteral("no problems") : problems);
+         (pair.HasUnit() ? QStringLiteral(", ") + Ui::Tr("%1 bytes", {TextAt(row, Bytes)}) : QString()) +
+         QStringLiteral(": ") + (problems.isEmpty() ? Ui::Tr("no problems") : problems);
 }
 
 QString PairModel::TextAt(int row, int column) const {
@@ -330,10 +330,10 @@ QVariant PairModel::headerData(int section, Qt::Orientation orientation, int rol
   const PairHeading& heading = PairHeadings[static_cast<std::size_t>(section)];
   switch (role) {
     case Qt::DisplayRole:
-      return QString::fromLatin1(heading.Short);
+      return Ui::Tr(heading.Short);
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
-      return QString::fromLatin1(heading.Long);
+      return Ui::Tr(heading.Long);
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(
           (section == Problems || section == Picture ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);

@@ -4,6 +4,8 @@
 
 #include <QKeyEvent>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 
 PaletteSwatch::PaletteSwatch(int entry, Rgb colour, QWidget* parent)
@@ -13,7 +15,7 @@ PaletteSwatch::PaletteSwatch(int entry, Rgb colour, QWidget* parent)
 }
 
 void PaletteSwatch::SetColour(Rgb colour) {
-  ColourSwatch::SetColour(colour, QStringLiteral("Palette entry ") + Digit());
+  ColourSwatch::SetColour(colour, Ui::Tr("Palette entry %1", {Digit()}));
 }
 
 QString PaletteSwatch::Digit() const {

@@ -11,6 +11,8 @@
 #include <QScopedValueRollback>
 #include <QSlider>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 namespace {
 
@@ -31,22 +33,21 @@ QString SecondsText(int ms) {
 }
 
 QString TimeText(int ms, int lengthMs) {
-  return QStringLiteral("%1 / %2 s").arg(SecondsText(ms), SecondsText(lengthMs));
+  return Ui::Tr("%1 / %2 s").arg(SecondsText(ms), SecondsText(lengthMs));
 }
 
 }  // namespace
 
 PlayerBar::PlayerBar(QWidget* parent) : QWidget(parent), clock_(RealClock()) {
-  Check_Player = new QCheckBox(QStringLiteral("As a player shows it"), this);
+  Check_Player = new QCheckBox(Ui::Tr("As a player shows it"), this);
   Check_Player->setObjectName(QStringLiteral("Check_Player"));
   Command_Play = new QPushButton(this);
   Command_Play->setObjectName(QStringLiteral("Command_Play"));
   Command_Play->setAutoDefault(true);
   Slider_Time = new QSlider(Qt::Horizontal, this);
   Slider_Time->setObjectName(QStringLiteral("Slider_Time"));
-  Slider_Time->setAccessibleName(QStringLiteral("Time after the subtitle's start in milliseconds"));
-  Slider_Time->setToolTip(
-      QStringLiteral("When after the subtitle's start the picture is shown; Space plays"));
+  Slider_Time->setAccessibleName(Ui::Tr("Time after the subtitle's start in milliseconds"));
+  Slider_Time->setToolTip(Ui::Tr("When after the subtitle's start the picture is shown; Space plays"));
   Slider_Time->setSingleStep(SmallStepMs);
   Slider_Time->setPageStep(LargeStepMs);
   Slider_Time->setRange(0, 0);
@@ -56,7 +57,7 @@ PlayerBar::PlayerBar(QWidget* parent) : QWidget(parent), clock_(RealClock()) {
   Label_Time->setMinimumWidth(fontMetrics().horizontalAdvance(TimeText(10'000, 10'000)));
   // As wide with either text.
   for (const bool plays : {true, false}) {
-    Command_Play->setText(plays ? QStringLiteral("Pause") : QStringLiteral("Play"));
+    Command_Play->setText(plays ? Ui::Tr("Pause") : Ui::Tr("Play"));
     Command_Play->setMinimumWidth(std::max(Command_Play->minimumWidth(), Command_Play->sizeHint().width()));
   }
   auto* row = new QHBoxLayout(this);
@@ -174,17 +175,16 @@ void PlayerBar::Update() {
   Check_Player->setEnabled(isAvailable_);
   Command_Play->setEnabled(isAvailable_);
   Slider_Time->setEnabled(isShown);
-  Command_Play->setText(IsPlaying() ? QStringLiteral("Pause") : QStringLiteral("Play"));
+  Command_Play->setText(IsPlaying() ? Ui::Tr("Pause") : Ui::Tr("Play"));
   const QString whyNot =
-      QStringLiteral("Not of a merged subtitle: it is one picture from its start to its stop, the one shown");
+      Ui::Tr("Not of a merged subtitle: it is one picture from its start to its stop, the one shown");
   Check_Player->setToolTip(
       isMerging_ ? whyNot
-                 : QStringLiteral(
-                       "Carry out all control sequences at their times: fades, moves, changes of colour"));
-  Command_Play->setToolTip(
-      isMerging_    ? whyNot
-      : IsPlaying() ? QStringLiteral("Stop at this moment (Ctrl+P)")
-                    : QStringLiteral("Show the subtitle in its own time, as a player does (Ctrl+P)"));
+                 : Ui::Tr("Carry out all control sequences at their times: fades, moves, changes of colour"));
+  Command_Play->setToolTip(isMerging_ ? whyNot
+                           : IsPlaying()
+                               ? Ui::Tr("Stop at this moment (Ctrl+P)")
+                               : Ui::Tr("Show the subtitle in its own time, as a player does (Ctrl+P)"));
   emit Changed();
 }
 

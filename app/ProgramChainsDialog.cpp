@@ -16,6 +16,7 @@
 #include "app/FramedSubtitle.h"
 #include "app/PaletteStrip.h"
 #include "app/SubtitleFrame.h"
+#include "app/Ui.h"
 #include "render/SubtitleDescription.h"
 #include "render/Thumbnail.h"
 
@@ -48,10 +49,9 @@ class ChainModel : public QAbstractTableModel {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
       return {};
     }
-    static const QStringList Names = {QStringLiteral("Chain"),    QStringLiteral("What it is"),
-                                      QStringLiteral("Programs"), QStringLiteral("Cells"),
-                                      QStringLiteral("Palette"),  QStringLiteral("Subtitle")};
-    return Names.value(section);
+    const QStringList names = {Ui::Tr("Chain"), Ui::Tr("What it is"), Ui::Tr("Programs"),
+                               Ui::Tr("Cells"), Ui::Tr("Palette"),    Ui::Tr("Subtitle")};
+    return names.value(section);
   }
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
     const ProgramChain& chain = chains_[static_cast<std::size_t>(index.row())];
@@ -74,8 +74,8 @@ class ChainModel : public QAbstractTableModel {
       case ChainColumns::Number:
         return CountText(index.row() + 1);
       case ChainColumns::What:
-        return QString::fromStdString(ChainText(chain)) +
-               (chain.IsDummy() ? QStringLiteral(", no picture") : QString());
+        return chain.IsDummy() ? Ui::Tr("%1, no picture", {QString::fromStdString(ChainText(chain))})
+                               : QString::fromStdString(ChainText(chain));
       case ChainColumns::Programs:
         return CountText(chain.Programs);
       case ChainColumns::Cells:
@@ -127,10 +127,10 @@ ProgramChainsDialog::ProgramChainsDialog(const QString& name, const IfoInfo& inf
                                          QWidget* parent)
     : QDialog(parent), info_(info), trial_(trial) {
   setObjectName(QStringLiteral("ProgramChainsDialog"));
-  setWindowTitle(QStringLiteral("Palettes of a title"));
+  setWindowTitle(Ui::Tr("Palettes of a title"));
   auto* rows = new QVBoxLayout(this);
-  auto* label = new QLabel(
-      QStringLiteral("Program &chains of ") + QString(name).replace(u'&', QStringLiteral("&&")), this);
+  auto* label =
+      new QLabel(Ui::Tr("Program &chains of %1", {QString(name).replace(u'&', QStringLiteral("&&"))}), this);
   rows->addWidget(label);
   BuildList(name);
   label->setBuddy(List_ProgramChains);
@@ -147,12 +147,12 @@ ProgramChainsDialog::ProgramChainsDialog(const QString& name, const IfoInfo& inf
   }
   Picture_Chain = new SubtitleFrame(trial_.FrameLines, this);
   Picture_Chain->setObjectName(QStringLiteral("Picture_Chain"));
-  Picture_Chain->setAccessibleName(QStringLiteral("The current subtitle in the palette of the chosen chain"));
+  Picture_Chain->setAccessibleName(Ui::Tr("The current subtitle in the palette of the chosen chain"));
   Picture_Chain->setVisible(trial_.Index.has_value());
   rows->addWidget(Picture_Chain, 1);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  auto* use = buttons->addButton(QStringLiteral("&Use this palette"), QDialogButtonBox::AcceptRole);
+  auto* use = buttons->addButton(Ui::Tr("&Use this palette"), QDialogButtonBox::AcceptRole);
   use->setObjectName(QStringLiteral("Command_Use"));
   use->setDefault(true);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -173,7 +173,7 @@ void ProgramChainsDialog::BuildList(const QString& name) {
   model->setParent(List_ProgramChains);
   List_ProgramChains->setModel(model);
   List_ProgramChains->setObjectName(QStringLiteral("List_ProgramChains"));
-  List_ProgramChains->setAccessibleName(QStringLiteral("Program chains of ") + name);
+  List_ProgramChains->setAccessibleName(Ui::Tr("Program chains of %1", {name}));
   List_ProgramChains->setSelectionBehavior(QAbstractItemView::SelectRows);
   List_ProgramChains->setSelectionMode(QAbstractItemView::SingleSelection);
   List_ProgramChains->setTabKeyNavigation(false);

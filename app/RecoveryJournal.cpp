@@ -10,6 +10,7 @@
 #include <QLocale>
 
 #include "app/Document.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -108,7 +109,7 @@ void RecoveryJournal::Look(std::uint64_t length, const std::function<std::uint64
   JournalFolder::Search search = folder_.Find(length, hash);
   offer_ = std::move(search.Found);
   if (!search.PutAside.isEmpty()) {
-    emit Told(QStringLiteral("A journal of unsaved edits of this stream is damaged and was put aside: %1")
+    emit Told(Ui::Tr("A journal of unsaved edits of this stream is damaged and was put aside: %1")
                   .arg(QDir::toNativeSeparators(search.PutAside.join(QStringLiteral(", ")))));
   }
   emit OfferChanged();
@@ -188,7 +189,7 @@ void RecoveryJournal::WriteStep(Step step, const DocumentEdit& edit) {
 void RecoveryJournal::GiveUp(const std::string& reason) {
   gaveUp_ = true;
   if (!std::exchange(told_, true)) {
-    emit Told(QStringLiteral("Unsaved edits cannot be kept for the case of a crash: %1")
+    emit Told(Ui::Tr("Unsaved edits cannot be kept for the case of a crash: %1")
                   .arg(QString::fromStdString(reason)));
   }
 }
@@ -206,11 +207,10 @@ QString RecoveryJournal::OfferText() const {
   const QString date = QLocale().toString(when, QLocale::ShortFormat);
   const std::size_t count = offer_->Content.Done;
   QString text =
-      count == 1
-          ? QStringLiteral("One edit of this stream was not saved (%1).").arg(date)
-          : QStringLiteral("%1 edits of this stream were not saved (%2).").arg(QString::number(count), date);
+      Ui::Tr("One edit of this stream was not saved (%2).", "%1 edits of this stream were not saved (%2).",
+             static_cast<std::int64_t>(count), {QString::number(count), date});
   if (document_.History().index() != 0) {
-    text += QStringLiteral(" Undo what you changed since then to restore them.");
+    text += u' ' + Ui::Tr("Undo what you changed since then to restore them.");
   }
   return text;
 }
@@ -228,7 +228,7 @@ void RecoveryJournal::Restore() {
   const std::size_t count = edits.size();
   if (const auto restored = document_.Restore(std::move(edits), left.Content.Done); !restored) {
     const auto aside = left.File.PutAside(QStringLiteral(".damaged"));
-    emit Told(QStringLiteral("The unsaved edits cannot be restored (%1) and were put aside: %2")
+    emit Told(Ui::Tr("The unsaved edits cannot be restored (%1) and were put aside: %2")
                   .arg(QString::fromStdString(restored.Reason()), aside ? *aside : left.File.Path()));
     emit OfferChanged();
     return;

@@ -25,6 +25,7 @@
 #include "app/PathText.h"
 #include "app/RowFollower.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -52,7 +53,7 @@ QString NumbersText(const SubtitleSet& numbers) {
     named.Add(range);
   }
   QString text = QString::fromStdString(named.Text()).replace(u',', QStringLiteral(", "));
-  return named == numbers ? text : text + QStringLiteral(" and more");
+  return named == numbers ? text : Ui::Tr("%1 and more", {text});
 }
 
 QString SecondName(const Document& document) {
@@ -177,11 +178,10 @@ void ReviewPanel::FollowEnd() {
   const MergeReviewSummary& summary = finder_->Summary();
   for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
     const std::size_t packets = summary.Of[kind];
-    kind_->setItemData(static_cast<int>(kind) + EntriesBeforeKinds,
-                       packets == 0
-                           ? QVariant()
-                           : CountText(static_cast<std::int64_t>(packets)) + QStringLiteral(" packets"),
-                       Qt::ToolTipRole);
+    kind_->setItemData(
+        static_cast<int>(kind) + EntriesBeforeKinds,
+        packets == 0 ? QVariant() : Ui::Tr("%1 packets", {CountText(static_cast<std::int64_t>(packets))}),
+        Qt::ToolTipRole);
   }
   ShowRows();
   ShowHead();
@@ -208,23 +208,25 @@ void ReviewPanel::ShowRows() {
 
 void ReviewPanel::ShowHead() {
   if (!document_.HasBothStreams()) {
-    head_->setText(QStringLiteral("No second stream is loaded"));
+    head_->setText(Ui::Tr("No second stream is loaded"));
     leftOut_->clear();
     return;
   }
-  QString text = SecondName(document_) + QStringLiteral(", offset ") + QString::number(document_.YOffset()) +
-                 (Splits() ? QStringLiteral(", split: ") : QStringLiteral(": ")) +
-                 SubtitlesText(document_.Secondary().Count);
-  QString leftOut = QStringLiteral("Looking through the merge...");
+  const QString offset = QString::number(document_.YOffset());
+  const QString subtitles = SubtitlesText(document_.Secondary().Count);
+  QString text = Splits() ? Ui::Tr("%1, offset %2, split: %3", {SecondName(document_), offset, subtitles})
+                          : Ui::Tr("%1, offset %2: %3", {SecondName(document_), offset, subtitles});
+  QString leftOut = Ui::Tr("Looking through the merge...");
   QString summary;
   if (finder_->HasWhole()) {
     summary = QString::fromStdString(SummaryText(finder_->Summary()));
     text += QStringLiteral("; ") + summary.section(u':', 0, 0);
     const SubtitleSet& numbers = finder_->LeftOut();
     const std::int64_t count = numbers.SizeWithin(document_.Secondary().Count);
-    leftOut = count == 0 ? QStringLiteral("Left out: none")
-                         : QStringLiteral("Left out: ") + NumbersText(numbers) + QStringLiteral(" (") +
-                               SubtitlesText(count) + QStringLiteral(" that no packet shows)");
+    leftOut = count == 0
+                  ? Ui::Tr("Left out: none")
+                  : Ui::Tr("Left out: %1 (%n subtitle that no packet shows)",
+                           "Left out: %1 (%n subtitles that no packet shows)", count, {NumbersText(numbers)});
   }
   head_->setText(text);
   head_->setToolTip(summary.isEmpty() ? text : summary);
@@ -238,16 +240,16 @@ void ReviewPanel::ShowHead() {
 void ReviewPanel::ShowCount() {
   sinceCount_.start();
   if (!finder_->IsFinished() && finder_->Count() == 0) {
-    count_->setText(QStringLiteral("Reading the times"));
+    count_->setText(Ui::Tr("Reading the times"));
     return;
   }
   if (!finder_->IsFinished()) {
-    count_->setText(QStringLiteral("Looked at ") + CountText(static_cast<std::int64_t>(finder_->Looked())) +
-                    QStringLiteral(" of ") + CountText(static_cast<std::int64_t>(finder_->Count())));
+    count_->setText(Ui::Tr("Looked at %1 of %2", {CountText(static_cast<std::int64_t>(finder_->Looked())),
+                                                  CountText(static_cast<std::int64_t>(finder_->Count()))}));
     return;
   }
-  count_->setText(CountText(model_->rowCount()) + QStringLiteral(" of ") +
-                  CountText(static_cast<std::int64_t>(finder_->Pairs().size())));
+  count_->setText(Ui::Tr("%1 of %2", {CountText(model_->rowCount()),
+                                      CountText(static_cast<std::int64_t>(finder_->Pairs().size()))}));
 }
 
 void ReviewPanel::ShowProblems() {
@@ -256,7 +258,7 @@ void ReviewPanel::ShowProblems() {
   if (lines != problems_->toPlainText()) {
     problems_->setPlainText(lines);
   }
-  problems_->setPlaceholderText(pair ? QStringLiteral("No problems") : QString());
+  problems_->setPlaceholderText(pair ? Ui::Tr("No problems") : QString());
 }
 
 void ReviewPanel::ShowOffset() {

@@ -26,6 +26,7 @@
 #include "app/ShownField.h"
 #include "app/SubtitleDelegate.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -66,8 +67,8 @@ QHBoxLayout* MakeRow(QWidget* parent) {
 }  // namespace
 
 void ReviewPanel::Build() {
-  head_ = MakeLine(QStringLiteral("Text_Review"), QStringLiteral("Merge"), this);
-  leftOut_ = MakeLine(QStringLiteral("Text_LeftOut"), QStringLiteral("Left out"), this);
+  head_ = MakeLine(QStringLiteral("Text_Review"), Ui::Tr("Merge"), this);
+  leftOut_ = MakeLine(QStringLiteral("Text_LeftOut"), Ui::Tr("Left out"), this);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(fontMetrics().height() / 3);
@@ -101,27 +102,26 @@ QWidget* ReviewPanel::BuildOffset() {
   auto* line = new QWidget(this);
   offset_ = new QSpinBox(line);
   offset_->setObjectName(QStringLiteral("Spin_YOffset"));
-  offset_->setAccessibleName(QStringLiteral("Offset of the second stream in lines"));
-  offset_->setToolTip(
-      QStringLiteral("Lines that the second stream's subtitles are moved down; less than 0: up"));
+  offset_->setAccessibleName(Ui::Tr("Offset of the second stream in lines"));
+  offset_->setToolTip(Ui::Tr("Lines that the second stream's subtitles are moved down; less than 0: up"));
   offset_->setRange(MinYOffset, MaxYOffset);
   slider_ = new QSlider(Qt::Horizontal, line);
   slider_->setObjectName(QStringLiteral("Slider_YOffset"));
   slider_->setAccessibleName(offset_->accessibleName());
-  slider_->setToolTip(QStringLiteral("Move the second stream's subtitles up and down"));
+  slider_->setToolTip(Ui::Tr("Move the second stream's subtitles up and down"));
   slider_->setRange(-MostSlid, MostSlid);
   slider_->setPageStep(SliderPage);
-  suggest_ = new QPushButton(QStringLiteral("Su&ggest"), line);
+  suggest_ = new QPushButton(Ui::Tr("Su&ggest"), line);
   suggest_->setObjectName(QStringLiteral("Command_SuggestOffset"));
-  suggest_->setToolTip(QStringLiteral(
+  suggest_->setToolTip(Ui::Tr(
       "Find the offset at which the fewest pixels of the whole merge are covered or clipped, and take it"));
   suggest_->setAutoDefault(true);  // Return presses it, as Space does
   showsCodes_ = new QToolButton(line);
   showsCodes_->setObjectName(QStringLiteral("Check_MergedCodes"));
-  showsCodes_->setText(QStringLiteral("Codes"));
+  showsCodes_->setText(Ui::Tr("Codes"));
   showsCodes_->setToolTip(
-      QStringLiteral("Give the second stream's pixel codes others, and the result its own colours"));
-  showsCodes_->setAccessibleName(QStringLiteral("Codes and colours of the result"));
+      Ui::Tr("Give the second stream's pixel codes others, and the result its own colours"));
+  showsCodes_->setAccessibleName(Ui::Tr("Codes and colours of the result"));
   showsCodes_->setCheckable(true);
   showsCodes_->setFocusPolicy(Qt::StrongFocus);
   showsCodes_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -130,7 +130,7 @@ QWidget* ReviewPanel::BuildOffset() {
     control->setFocusPolicy(Qt::StrongFocus);
     control->installEventFilter(this);
   }
-  auto* label = new QLabel(QStringLiteral("Offset"), line);
+  auto* label = new QLabel(Ui::Tr("Offset"), line);
   label->setBuddy(offset_);
   QHBoxLayout* row = MakeRow(line);
   row->addWidget(label);
@@ -143,27 +143,27 @@ QWidget* ReviewPanel::BuildOffset() {
 
 QWidget* ReviewPanel::BuildTimes() {
   auto* line = new QWidget(this);
-  pairs_ = new QRadioButton(QStringLiteral("Pairs"), line);
+  pairs_ = new QRadioButton(Ui::Tr("Pairs"), line);
   pairs_->setObjectName(QStringLiteral("Option_Pairs"));
-  pairs_->setToolTip(QStringLiteral(
-      "A packet for each of the first stream's subtitles, with the second stream's one over it "
-      "that is shown longest at the same time"));
+  pairs_->setToolTip(
+      Ui::Tr("A packet for each of the first stream's subtitles, with the second stream's one over it "
+             "that is shown longest at the same time"));
   pairs_->setChecked(true);
-  split_ = new QRadioButton(QStringLiteral("Spl&it"), line);
+  split_ = new QRadioButton(Ui::Tr("Spl&it"), line);
   split_->setObjectName(QStringLiteral("Option_Split"));
-  split_->setToolTip(QStringLiteral(
-      "Packets for whatever is shown at a time: the first stream's subtitle alone, both, or the "
-      "second stream's alone, each until its own end"));
+  split_->setToolTip(
+      Ui::Tr("Packets for whatever is shown at a time: the first stream's subtitle alone, both, or the "
+             "second stream's alone, each until its own end"));
   join_ = new QSpinBox(line);
   join_->setObjectName(QStringLiteral("Spin_Join"));
-  join_->setAccessibleName(QStringLiteral("Gaps to close in milliseconds"));
-  join_->setToolTip(QStringLiteral(
-      "Where a split merge shows nothing for less than this, the packet before is shown longer"));
+  join_->setAccessibleName(Ui::Tr("Gaps to close in milliseconds"));
+  join_->setToolTip(
+      Ui::Tr("Where a split merge shows nothing for less than this, the packet before is shown longer"));
   join_->setRange(0, LongestJoinMs);
-  join_->setSuffix(QStringLiteral(" ms"));
+  join_->setSuffix(Ui::Tr(" ms"));
   join_->setFocusPolicy(Qt::StrongFocus);
   join_->installEventFilter(this);
-  auto* label = new QLabel(QStringLiteral("Close gaps &under"), line);
+  auto* label = new QLabel(Ui::Tr("Close gaps &under"), line);
   label->setBuddy(join_);
   QHBoxLayout* row = MakeRow(line);
   row->addWidget(pairs_);
@@ -178,21 +178,20 @@ QWidget* ReviewPanel::BuildNarrowing() {
   auto* line = new QWidget(this);
   text_ = new QLineEdit(line);
   text_->setObjectName(QStringLiteral("Text_FilterPairs"));
-  text_->setAccessibleName(QStringLiteral("Filter of the review"));
-  text_->setPlaceholderText(QStringLiteral("Filter: 12, 100-200, 1:02, words"));
+  text_->setAccessibleName(Ui::Tr("Filter of the review"));
+  text_->setPlaceholderText(Ui::Tr("Filter: 12, 100-200, 1:02, words"));
   text_->setToolTip(
-      QStringLiteral("Show the first stream's subtitles of these numbers (12, 100-200), the one shown at a "
-                     "time (1:02), or those with a problem in these words"));
+      Ui::Tr("Show the first stream's subtitles of these numbers (12, 100-200), the one shown at a "
+             "time (1:02), or those with a problem in these words"));
   text_->setClearButtonEnabled(true);
   kind_ = new QComboBox(line);
   kind_->setObjectName(QStringLiteral("Combo_FilterPairs"));
-  kind_->setAccessibleName(QStringLiteral("Kind of problem"));
-  kind_->setToolTip(QStringLiteral("Show what has this problem alone"));
-  kind_->addItem(QStringLiteral("All"));
-  kind_->addItem(QStringLiteral("With problems"));
+  kind_->setAccessibleName(Ui::Tr("Kind of problem"));
+  kind_->setToolTip(Ui::Tr("Show what has this problem alone"));
+  kind_->addItem(Ui::Tr("All"));
+  kind_->addItem(Ui::Tr("With problems"));
   for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
-    const std::string_view phrase = MergeProblemPhrase(static_cast<MergeProblemKind>(kind));
-    QString text = QString::fromUtf8(phrase.data(), static_cast<qsizetype>(phrase.size()));
+    QString text = QString::fromStdString(MergeProblemPhrase(static_cast<MergeProblemKind>(kind)));
     text[0] = text[0].toUpper();
     kind_->addItem(text);
   }
@@ -212,29 +211,29 @@ QWidget* ReviewPanel::BuildTable() {
   splitter->setObjectName(QStringLiteral("Splitter_Pairs"));
   table_ = new SubtitleTable(splitter);
   table_->setObjectName(QStringLiteral("List_Pairs"));
-  table_->setAccessibleName(QStringLiteral("Merged subtitles"));
+  table_->setAccessibleName(Ui::Tr("Merged subtitles"));
   table_->setModel(model_);
   table_->setItemDelegate(new PairDelegate(*model_, pictures_, table_));
   const QFontMetrics font = fontMetrics();
-  const auto setWidth = [&](int column, const char* widest) {
-    table_->setColumnWidth(column, font.horizontalAdvance(QLatin1String(widest)));
+  const auto setWidth = [&](int column, const QString& widest) {
+    table_->setColumnWidth(column, font.horizontalAdvance(widest));
   };
-  setWidth(PairModel::Primary, "00000 000");
-  setWidth(PairModel::Secondary, "0000000");
+  setWidth(PairModel::Primary, QStringLiteral("00000 000"));
+  setWidth(PairModel::Secondary, QStringLiteral("0000000"));
   table_->setColumnWidth(PairModel::Picture, 5 * SubtitleDelegate::RowHeight);
-  setWidth(PairModel::Together, "0000000");
-  setWidth(PairModel::Problems, "00000 pixels of the second picture cover");
-  setWidth(PairModel::Covered, "Covered 00");
-  setWidth(PairModel::Clipped, "Clipped 00");
-  setWidth(PairModel::Recoloured, "Recoloured 00");
-  setWidth(PairModel::Bytes, "00000000");
-  setWidth(PairModel::Start, "00:00:00.00 0");
-  setWidth(PairModel::Duration, "Duration 0");
+  setWidth(PairModel::Together, QStringLiteral("0000000"));
+  setWidth(PairModel::Problems, QStringLiteral("00000 pixels of the second picture cover"));
+  setWidth(PairModel::Covered, Ui::Tr("Covered") + QStringLiteral(" 00"));
+  setWidth(PairModel::Clipped, Ui::Tr("Clipped") + QStringLiteral(" 00"));
+  setWidth(PairModel::Recoloured, Ui::Tr("Recoloured") + QStringLiteral(" 00"));
+  setWidth(PairModel::Bytes, QStringLiteral("00000000"));
+  setWidth(PairModel::Start, QStringLiteral("00:00:00.00 0"));
+  setWidth(PairModel::Duration, Ui::Tr("Duration") + QStringLiteral(" 0"));
   follower_ = new RowFollower(document_, *table_, this);
   problems_ = new QPlainTextEdit(splitter);
   problems_->setObjectName(QStringLiteral("Text_PairProblems"));
-  problems_->setAccessibleName(QStringLiteral("What there is to know of the merged subtitle"));
-  problems_->setToolTip(QStringLiteral("What there is to know of the current row"));
+  problems_->setAccessibleName(Ui::Tr("What there is to know of the merged subtitle"));
+  problems_->setToolTip(Ui::Tr("What there is to know of the current row"));
   problems_->setReadOnly(true);
   problems_->setTabChangesFocus(true);
   problems_->setUndoRedoEnabled(false);
@@ -258,7 +257,7 @@ void ReviewPanel::BuildSorting() {
   // Where they are in sight, without moving the others.
   header->moveSection(header->visualIndex(PairModel::Start), PairModel::Picture);
   header->moveSection(header->visualIndex(PairModel::Duration), PairModel::Picture + 1);
-  sorting_ = new QMenu(QStringLiteral("S&ort by"), table_);
+  sorting_ = new QMenu(Ui::Tr("S&ort by"), table_);
   sorting_->setObjectName(QStringLiteral("Menu_SortPairs"));
   for (int column = 0; column < PairModel::Columns; ++column) {
     if (column == PairModel::Picture) {

@@ -6,6 +6,7 @@
 
 #include "app/CodeName.h"
 #include "app/PlayedSubtitle.h"
+#include "app/Ui.h"
 #include "render/Composition.h"
 #include "render/FieldDecoder.h"
 
@@ -120,13 +121,14 @@ QString ShownPixels::TextAt(QPoint pixel) {
   if (!facts) {
     return text;
   }
-  text += facts->IsSecond ? QStringLiteral(": 2nd, ") : QStringLiteral(": ");
+  text +=
+      facts->IsSecond ? QStringLiteral(": ") + Ui::Tr("2nd") + QStringLiteral(", ") : QStringLiteral(": ");
   if (!facts->Code) {
-    return text + QStringLiteral("not coded");
+    return text + Ui::Tr("not coded");
   }
-  return text + QStringLiteral("code %1 (%2), entry %3, opacity %4")
-                    .arg(QString::number(*facts->Code), CodeName(*facts->Code), HexDigit(facts->Colour),
-                         HexDigit(facts->Contrast));
+  return text +
+         Ui::Tr("code %1 (%2), entry %3, opacity %4", {QString::number(*facts->Code), CodeName(*facts->Code),
+                                                       HexDigit(facts->Colour), HexDigit(facts->Contrast)});
 }
 
 std::vector<QRect> ShownPixels::Areas() const {

@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QLabel>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 namespace {
 
@@ -15,7 +17,7 @@ void Announce(QWidget* widget) {
 
 StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
-      preview_(new QLabel(QStringLiteral("Preview, not set"), this)),
+      preview_(new QLabel(Ui::Tr("Preview, not set"), this)),
       problems_(new QLabel(this)),
       place_(new QLabel(this)) {
   setObjectName(QStringLiteral("StatusBar"));

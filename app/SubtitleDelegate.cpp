@@ -14,6 +14,7 @@
 #include "app/QtColour.h"
 #include "app/SeverityIcon.h"
 #include "app/SubtitlePictures.h"
+#include "app/Ui.h"
 #include "imaging/Blend.h"
 
 namespace quillmark {
@@ -224,7 +225,7 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
     case SubtitleModel::End:
       return textWidth(QStringLiteral("00:00:00.00"));
     case SubtitleModel::Duration:
-      return textWidth(QStringLiteral("Seconds"));
+      return textWidth(Ui::Tr("Seconds"));
     case SubtitleModel::Place:
       return textWidth(QStringLiteral("000, 000"));
     case SubtitleModel::Size:
@@ -232,16 +233,16 @@ int SubtitleDelegate::UsualWidth(SubtitleModel::Column column, const QFontMetric
     case SubtitleModel::Colours:
       return Swatches(QRect(), font).back().right() + 1 + font.horizontalAdvance(u'8') + 2 * SideMargin;
     case SubtitleModel::Forced:
-      return textWidth(QStringLiteral("Forced"));
+      return textWidth(Ui::Tr("Forced"));
     case SubtitleModel::Animated:
-      return textWidth(QStringLiteral("Animated"));
+      return textWidth(Ui::Tr("Animated"));
     case SubtitleModel::Compared:
-      return textWidth(QStringLiteral("moved in time, 000 other pixels"));
+      return textWidth(Ui::Tr("moved in time, 000 other pixels"));
     case SubtitleModel::Problems:
     case SubtitleModel::Columns:
       break;
   }
-  return textWidth(QStringLiteral("still shown when the next starts"));
+  return textWidth(Ui::Tr("still shown when the next starts"));
 }
 
 }  // namespace quillmark

@@ -21,6 +21,7 @@
 #include "app/SubtitleDelegate.h"
 #include "app/SubtitleTable.h"
 #include "app/TimeStrip.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -30,19 +31,21 @@ struct KindEntry {
   const char* Text;
 };
 
-constexpr KindEntry Kinds[] = {{FilterKind::All, "All"},
-                               {FilterKind::WithProblems, "With problems"},
-                               {FilterKind::Invalid, "Invalid"},
-                               {FilterKind::Forced, "Forced"},
-                               {FilterKind::Animated, "Animated"},
-                               {FilterKind::WithoutEnd, "Without end"},
-                               {FilterKind::Overlapping, "Overlapping"},
-                               {FilterKind::OtherCodes, "Other colours than the first"},
-                               {FilterKind::Selected, "Selected"}};
+constexpr KindEntry Kinds[] = {{FilterKind::All, Ui::Mark("All")},
+                               {FilterKind::WithProblems, Ui::Mark("With problems")},
+                               {FilterKind::Invalid, Ui::Mark("Invalid")},
+                               {FilterKind::Forced, Ui::Mark("Forced")},
+                               {FilterKind::Animated, Ui::Mark("Animated")},
+                               {FilterKind::WithoutEnd, Ui::Mark("Without end")},
+                               {FilterKind::Overlapping, Ui::Mark("Overlapping")},
+                               {FilterKind::OtherCodes, Ui::Mark("Other colours than the first")},
+                               {FilterKind::Selected, Ui::Mark("Selected")}};
 
 /// The columns' names with what calls them in a menu.
-constexpr const char* ColumnTexts[] = {"&Number", "&Picture", "&Start",  "&End",      "&Duration", "P&lace",
-                                       "S&ize",   "&Colours", "&Forced", "&Animated", "P&roblems"};
+constexpr const char* ColumnTexts[] = {Ui::Mark("&Number"),   Ui::Mark("&Picture"),  Ui::Mark("&Start"),
+                                       Ui::Mark("&End"),      Ui::Mark("&Duration"), Ui::Mark("P&lace"),
+                                       Ui::Mark("S&ize"),     Ui::Mark("&Colours"),  Ui::Mark("&Forced"),
+                                       Ui::Mark("&Animated"), Ui::Mark("P&roblems")};
 static_assert(std::size(ColumnTexts) == SubtitleModel::Compared);
 
 /// Where it is in sight without moving the others.
@@ -92,18 +95,18 @@ SubtitleList::~SubtitleList() = default;
 void SubtitleList::Build() {
   text_ = new QLineEdit(this);
   text_->setObjectName(QStringLiteral("Text_Filter"));
-  text_->setAccessibleName(QStringLiteral("Filter"));
-  text_->setPlaceholderText(QStringLiteral("Filter: 12, 100-200, 1:02, words"));
+  text_->setAccessibleName(Ui::Tr("Filter"));
+  text_->setPlaceholderText(Ui::Tr("Filter: 12, 100-200, 1:02, words"));
   text_->setToolTip(
-      QStringLiteral("Show the subtitles of these numbers (12, 100-200), the one shown at a time "
-                     "(1:02), or those with a problem in these words"));
+      Ui::Tr("Show the subtitles of these numbers (12, 100-200), the one shown at a time "
+             "(1:02), or those with a problem in these words"));
   text_->setClearButtonEnabled(true);
   kind_ = new QComboBox(this);
   kind_->setObjectName(QStringLiteral("Combo_Filter"));
-  kind_->setAccessibleName(QStringLiteral("Kind of subtitles"));
-  kind_->setToolTip(QStringLiteral("Show the subtitles of this kind alone"));
+  kind_->setAccessibleName(Ui::Tr("Kind of subtitles"));
+  kind_->setToolTip(Ui::Tr("Show the subtitles of this kind alone"));
   for (const KindEntry& entry : Kinds) {
-    kind_->addItem(QLatin1String(entry.Text));
+    kind_->addItem(Ui::Tr(entry.Text));
   }
   kind_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   kind_->setMinimumContentsLength(KindLetters);
@@ -115,16 +118,15 @@ void SubtitleList::Build() {
   splitter_->setObjectName(QStringLiteral("Splitter_Problems"));
   table_ = new SubtitleTable(splitter_);
   table_->setObjectName(QStringLiteral("List_Subtitles"));
-  table_->setAccessibleName(QStringLiteral("Subtitles"));
+  table_->setAccessibleName(Ui::Tr("Subtitles"));
   table_->setModel(model_);
   table_->setItemDelegate(new SubtitleDelegate(document_, *model_, pictures_, table_));
   follower_ = new RowFollower(document_, *table_, this);
   new PicturesAhead(*table_, *model_, pictures_);
   problems_ = new QPlainTextEdit(splitter_);
   problems_->setObjectName(QStringLiteral("Text_Problems"));
-  problems_->setAccessibleName(QStringLiteral("Problems of the subtitle"));
-  problems_->setToolTip(
-      QStringLiteral("What is wrong with the current subtitle, and at which byte of the file"));
+  problems_->setAccessibleName(Ui::Tr("Problems of the subtitle"));
+  problems_->setToolTip(Ui::Tr("What is wrong with the current subtitle, and at which byte of the file"));
   problems_->setReadOnly(true);
   problems_->setTabChangesFocus(true);
   problems_->setUndoRedoEnabled(false);
@@ -173,7 +175,7 @@ void SubtitleList::BuildColumns() {
   columns->moveSection(SubtitleModel::Compared, PlaceOfCompared);
   table_->setColumnHidden(SubtitleModel::Compared, true);
   for (int column = 0; column < SubtitleModel::Compared; ++column) {
-    auto* action = new QAction(QLatin1String(ColumnTexts[column]), this);
+    auto* action = new QAction(Ui::Tr(ColumnTexts[column]), this);
     action->setObjectName(QStringLiteral("Action_Column_") + QString::number(column));
     action->setCheckable(true);
     action->setChecked(true);
@@ -402,8 +404,7 @@ void SubtitleList::SelectKept() {
 
 void SubtitleList::ShowCount() {
   const auto shown = std::ranges::count_if(model_->Rows(), &RowSubject::IsSubtitle);
-  count_->setText(CountText(shown) + QStringLiteral(" of ") +
-                  CountText(std::max(document_.Primary().Count, 0)));
+  count_->setText(Ui::Tr("%1 of %2", {CountText(shown), CountText(std::max(document_.Primary().Count, 0))}));
 }
 
 }  // namespace quillmark

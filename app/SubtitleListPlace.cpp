@@ -18,6 +18,7 @@
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
 #include "app/TimeStrip.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 
@@ -88,8 +89,8 @@ void SubtitleList::ShowProblems() {
     problems_->setPlainText(lines);
   }
   problems_->setPlaceholderText(!current.isValid()       ? QString()
-                                : !finder_->IsFinished() ? QStringLiteral("Looking for problems...")
-                                                         : QStringLiteral("No problems"));
+                                : !finder_->IsFinished() ? Ui::Tr("Looking for problems...")
+                                                         : Ui::Tr("No problems"));
 }
 
 std::vector<std::size_t> SubtitleList::Selected() const {

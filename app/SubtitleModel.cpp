@@ -12,40 +12,38 @@
 #include "app/Document.h"
 #include "app/ProblemFinder.h"
 #include "app/SubtitleSentence.h"
+#include "app/Ui.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
 
-QString FromView(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+constexpr std::array<const char*, SubtitleModel::Columns> Headings = {"#",
+                                                                      Ui::Mark("Picture"),
+                                                                      Ui::Mark("Start"),
+                                                                      Ui::Mark("End"),
+                                                                      Ui::Mark("Seconds"),
+                                                                      Ui::Mark("Place"),
+                                                                      Ui::Mark("Size"),
+                                                                      Ui::Mark("Colours"),
+                                                                      Ui::Mark("Forced"),
+                                                                      Ui::Mark("Animated"),
+                                                                      Ui::Mark("Problems"),
+                                                                      Ui::Mark("Compared")};
 
-const std::array<QString, SubtitleModel::Columns>& Headings() {
-  static const std::array<QString, SubtitleModel::Columns> headings = {
-      QStringLiteral("#"),        QStringLiteral("Picture"),  QStringLiteral("Start"),
-      QStringLiteral("End"),      QStringLiteral("Seconds"),  QStringLiteral("Place"),
-      QStringLiteral("Size"),     QStringLiteral("Colours"),  QStringLiteral("Forced"),
-      QStringLiteral("Animated"), QStringLiteral("Problems"), QStringLiteral("Compared")};
-  return headings;
-}
-
-const std::array<QString, SubtitleModel::Columns>& HeadingsInWords() {
-  static const std::array<QString, SubtitleModel::Columns> headings = {
-      QStringLiteral("Number"),
-      QStringLiteral("Picture"),
-      QStringLiteral("Start"),
-      QStringLiteral("End"),
-      QStringLiteral("Duration in seconds"),
-      QStringLiteral("Place: left and top edge in pixels"),
-      QStringLiteral("Size: width and height in pixels"),
-      QStringLiteral("Colours and opacities of background, pattern, emphasis 1 and 2"),
-      QStringLiteral("Forced: shown even where subtitles are off"),
-      QStringLiteral("Animated: fades, moves or changes its colours on a player"),
-      QStringLiteral("Problems"),
-      QStringLiteral("What differs from the file compared with")};
-  return headings;
-}
+constexpr std::array<const char*, SubtitleModel::Columns> HeadingsInWords = {
+    Ui::Mark("Number"),
+    Ui::Mark("Picture"),
+    Ui::Mark("Start"),
+    Ui::Mark("End"),
+    Ui::Mark("Duration in seconds"),
+    Ui::Mark("Place: left and top edge in pixels"),
+    Ui::Mark("Size: width and height in pixels"),
+    Ui::Mark("Colours and opacities of background, pattern, emphasis 1 and 2"),
+    Ui::Mark("Forced: shown even where subtitles are off"),
+    Ui::Mark("Animated: fades, moves or changes its colours on a player"),
+    Ui::Mark("Problems"),
+    Ui::Mark("What differs from the file compared with")};
 
 /// Lines of a tooltip, in which nothing is markup.
 QString ToolTipOf(const QStringList& lines) {
@@ -129,7 +127,7 @@ QString SubtitleModel::TextAt(int row, int column) const {
     case Number:
       return FactsAt(row).NumberText();
     case Picture:
-      return FactsAt(row).Described ? QString() : QStringLiteral("cannot be shown");
+      return FactsAt(row).Described ? QString() : Ui::Tr("cannot be shown");
     case Start:
       return FactsAt(row).StartText();
     case End:
@@ -143,13 +141,13 @@ QString SubtitleModel::TextAt(int row, int column) const {
     case Colours:
       return FactsAt(row).CodesText();
     case Forced:
-      return MarksAt(row).Has(PacketTrait::Forced) ? QStringLiteral("forced") : QString();
+      return MarksAt(row).Has(PacketTrait::Forced) ? Ui::Tr("forced") : QString();
     case Animated:
-      return IsAnimatedAt(row) ? QStringLiteral("animated") : QString();
+      return IsAnimatedAt(row) ? Ui::Tr("animated") : QString();
     case Problems: {
       QStringList phrases;
       for (const StreamProblemCode code : MarksAt(row).Problems()) {
-        phrases.append(FromView(ProblemPhrase(code)));
+        phrases.append(QString::fromStdString(ProblemPhrase(code)));
       }
       return phrases.join(QStringLiteral(", "));
     }
@@ -166,10 +164,10 @@ QString SubtitleModel::ComparedText(std::size_t index) const {
 
 QString SubtitleModel::DamageText(std::size_t index, int column) const {
   if (column == Picture) {
-    return QStringLiteral("damage");
+    return Ui::Tr("damage");
   }
   const auto damage = column == Problems ? finder_.Survey().DamageBefore(index) : std::nullopt;
-  return damage ? FromView(ProblemPhrase(damage->Code)) : QString();
+  return damage ? QString::fromStdString(ProblemPhrase(damage->Code)) : QString();
 }
 
 QString SubtitleModel::SentenceAt(int row) const {
@@ -192,8 +190,8 @@ QString SubtitleModel::SentenceAt(int row) const {
     spoken.OverNumber = *facts.Over + 1;
   }
   const QString differences = ComparedText(subject.Index());
-  return SubtitleSentence(spoken) +
-         (differences.isEmpty() ? QString() : QStringLiteral(", compared: ") + differences);
+  return differences.isEmpty() ? SubtitleSentence(spoken)
+                               : Ui::Tr("%1, compared: %2", {SubtitleSentence(spoken), differences});
 }
 
 QString SubtitleModel::ProblemLinesAt(int row) const {
@@ -217,9 +215,9 @@ QString SubtitleModel::CodesInWords(const SubtitleFacts& facts) const {
   for (std::size_t code = 0; code < 4; ++code) {
     const auto entry = static_cast<std::size_t>(facts.Described->Control.Colour[code]);
     const int contrast = facts.Described->Control.Contrast[code];
-    lines.append(CodeName(code) + QStringLiteral(": ") + QString::number(entry, 16).toUpper() +
-                 QStringLiteral(", ") + ColourName(document_.Palette()[entry]) +
-                 QStringLiteral(", opacity ") + QString::number(contrast, 16).toUpper());
+    lines.append(Ui::Tr("%1: %2, %3, opacity %4",
+                        {CodeName(code), QString::number(entry, 16).toUpper(),
+                         ColourName(document_.Palette()[entry]), QString::number(contrast, 16).toUpper()}));
   }
   return lines.join(u'\n');
 }
@@ -280,10 +278,10 @@ QVariant SubtitleModel::headerData(int section, Qt::Orientation orientation, int
   const auto column = static_cast<std::size_t>(section);
   switch (role) {
     case Qt::DisplayRole:
-      return Headings()[column];
+      return Ui::Tr(Headings[column]);
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
-      return HeadingsInWords()[column];
+      return Ui::Tr(HeadingsInWords[column]);
     case Qt::TextAlignmentRole:
       return QVariant::fromValue((section == Number || section == Duration ? Qt::AlignRight : Qt::AlignLeft) |
                                  Qt::AlignVCenter);

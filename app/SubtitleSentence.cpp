@@ -4,16 +4,13 @@
 
 #include <QStringList>
 
+#include "app/Ui.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
 
-QString Counted(std::int64_t count, const QString& unit) {
-  return QString::number(count) + ' ' + unit + (count == 1 ? "" : "s");
-}
-
-/// "2.34", "2.5", "2".
+/// "2.34 seconds", "2.5 seconds", "1 second".
 QString Seconds(std::int64_t hundredths) {
   QString text = QString::number(hundredths / 100);
   if (const int rest = static_cast<int>(hundredths % 100); rest != 0) {
@@ -22,12 +19,11 @@ QString Seconds(std::int64_t hundredths) {
       text += QString::number(rest % 10);
     }
   }
-  return text + (hundredths == 100 ? " second" : " seconds");
+  return Ui::Tr("%1 second", "%1 seconds", hundredths == 100 ? 1 : 2, {text});
 }
 
 QString Phrase(StreamProblemCode code) {
-  const std::string_view phrase = ProblemPhrase(code);
-  return QString::fromLatin1(phrase.data(), static_cast<qsizetype>(phrase.size()));
+  return QString::fromStdString(ProblemPhrase(code));
 }
 
 }  // namespace
@@ -41,10 +37,10 @@ QString DurationInWords(std::int64_t ticks) {
   const std::int64_t seconds = hundredths % 6000;
   QStringList parts;
   if (hours > 0) {
-    parts += Counted(hours, QStringLiteral("hour"));
+    parts += Ui::Tr("%1 hour", "%1 hours", hours, {QString::number(hours)});
   }
   if (minutes > 0) {
-    parts += Counted(minutes, QStringLiteral("minute"));
+    parts += Ui::Tr("%1 minute", "%1 minutes", minutes, {QString::number(minutes)});
   }
   if (seconds > 0 || parts.isEmpty()) {
     parts += Seconds(seconds);
@@ -62,29 +58,32 @@ QString TimeInWords(std::int64_t ticks) {
 }
 
 QString ProblemCountInWords(int count) {
-  static constexpr std::array Words = {"no",   "one", "two",   "three", "four",
-                                       "five", "six", "seven", "eight", "nine"};
-  const bool hasWord = count >= 0 && count < static_cast<int>(Words.size());
-  return (hasWord ? QString::fromLatin1(Words[static_cast<std::size_t>(count)]) : QString::number(count)) +
-         (count == 1 ? " problem" : " problems");
+  static constexpr std::array InWords = {Ui::Mark("no problems"),    Ui::Mark("one problem"),
+                                         Ui::Mark("two problems"),   Ui::Mark("three problems"),
+                                         Ui::Mark("four problems"),  Ui::Mark("five problems"),
+                                         Ui::Mark("six problems"),   Ui::Mark("seven problems"),
+                                         Ui::Mark("eight problems"), Ui::Mark("nine problems")};
+  return count >= 0 && count < static_cast<int>(InWords.size())
+             ? Ui::Tr(InWords[static_cast<std::size_t>(count)])
+             : Ui::Tr("%1 problems", {QString::number(count)});
 }
 
 QString SubtitleSentence(const SpokenSubtitle& subtitle) {
-  QStringList parts = {QStringLiteral("Subtitle ") + QString::number(subtitle.Number),
+  QStringList parts = {Ui::Tr("Subtitle %1", {QString::number(subtitle.Number)}),
                        TimeInWords(subtitle.StartTicks)};
   if (subtitle.Marks.Has(PacketTrait::Invalid)) {
-    parts += QStringLiteral("cannot be shown");
+    parts += Ui::Tr("cannot be shown");
   } else if (subtitle.DurationTicks && *subtitle.DurationTicks >= 0) {
     parts += DurationInWords(*subtitle.DurationTicks);
   }
   if (subtitle.Marks.Has(PacketTrait::Forced)) {
-    parts += QStringLiteral("forced");
+    parts += Ui::Tr("forced");
   }
   if (subtitle.Marks.Has(PacketTrait::Animated)) {
-    parts += QStringLiteral("animated");
+    parts += Ui::Tr("animated");
   }
   if (subtitle.OverNumber) {
-    parts += QStringLiteral("under subtitle %1 of the second stream").arg(*subtitle.OverNumber);
+    parts += Ui::Tr("under subtitle %1 of the second stream").arg(*subtitle.OverNumber);
   }
   if (subtitle.Marks.HasProblems()) {
     QStringList phrases;
@@ -97,13 +96,13 @@ QString SubtitleSentence(const SpokenSubtitle& subtitle) {
 }
 
 QString DamageSentence(std::size_t index, std::size_t packets, StreamProblemCode code) {
-  QString place = QStringLiteral("Between subtitles %1 and %2").arg(index).arg(index + 1);
+  QString place = Ui::Tr("Between subtitles %1 and %2").arg(index).arg(index + 1);
   if (packets == 0) {
-    place = QStringLiteral("Without a subtitle");
+    place = Ui::Tr("Without a subtitle");
   } else if (index == 0) {
-    place = QStringLiteral("Before subtitle 1");
+    place = Ui::Tr("Before subtitle 1");
   } else if (index >= packets) {
-    place = QStringLiteral("After subtitle %1").arg(packets);
+    place = Ui::Tr("After subtitle %1").arg(packets);
   }
   return place + ", " + ProblemCountInWords(1) + ": " + Phrase(code);
 }

@@ -17,6 +17,7 @@
 
 #include "app/SubtitleSentence.h"
 #include "app/TimeStripPainter.h"
+#include "app/Ui.h"
 
 namespace quillmark {
 namespace {
@@ -61,7 +62,7 @@ void Recount(std::size_t& count, bool before, bool after) {
 TimeStrip::TimeStrip(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setFocusPolicy(Qt::NoFocus);
-  setAccessibleName(QStringLiteral("Time of the film"));
+  setAccessibleName(Ui::Tr("Time of the film"));
   Describe();
 }
 
@@ -325,18 +326,17 @@ QString TimeStrip::TipAt(const QPoint& place) const {
     return Time(time);
   }
   const TimeBar& bar = lanes_[lane].Bars[*index];
-  QString tip = lane == 0 ? QStringLiteral("Subtitle ") : QStringLiteral("Second stream, subtitle ");
-  tip += QString::number(*index + 1) + ", " + Time(bar.Start);
-  if (bar.End > bar.Start) {
-    tip += " to " + Time(bar.End);
-  }
+  const QString number = QString::number(*index + 1);
+  QStringList tip = {lane == 0 ? Ui::Tr("Subtitle %1", {number})
+                               : Ui::Tr("Second stream, subtitle %1", {number})};
+  tip += bar.End > bar.Start ? Ui::Tr("%1 to %2", {Time(bar.Start), Time(bar.End)}) : Time(bar.Start);
   if (bar.Overlaps) {
-    tip += QStringLiteral(", overlaps the next one");
+    tip += Ui::Tr("overlaps the next one");
   }
   if (bar.HasProblem) {
-    tip += QStringLiteral(", has a problem");
+    tip += Ui::Tr("has a problem");
   }
-  return tip;
+  return tip.join(QStringLiteral(", "));
 }
 
 void TimeStrip::DescribeLater() {
@@ -347,25 +347,28 @@ void TimeStrip::DescribeLater() {
 
 void TimeStrip::Describe() {
   isDescribing_ = false;
-  const auto counted = [](std::size_t count) {
-    return QString::number(count) + (count == 1 ? " subtitle" : " subtitles");
-  };
   if (lanes_[0].Bars.empty()) {
-    setAccessibleDescription(QStringLiteral("No subtitles"));
+    setAccessibleDescription(Ui::Tr("No subtitles"));
     return;
   }
-  QString text = counted(lanes_[0].Bars.size()) + " from " + Time(first_) + " to " + Time(last_);
+  const auto first = static_cast<std::int64_t>(lanes_[0].Bars.size());
+  QStringList parts = {Ui::Tr("%1 subtitle from %2 to %3", "%1 subtitles from %2 to %3", first,
+                              {QString::number(first), Time(first_), Time(last_)})};
   if (overlaps_ > 0) {
-    text += ", " + QString::number(overlaps_) + " overlapping";
+    parts += Ui::Tr("%1 overlapping", {QString::number(overlaps_)});
   }
   if (problems_ > 0) {
-    text += ", " + QString::number(problems_) + " with problems";
+    parts += Ui::Tr("%1 with problems", {QString::number(problems_)});
   }
   if (Lanes() > 1) {
-    text += ", " + counted(lanes_[1].Bars.size()) + " in the second stream";
+    const auto second = static_cast<std::int64_t>(lanes_[1].Bars.size());
+    parts += Ui::Tr("%1 subtitle in the second stream", "%1 subtitles in the second stream", second,
+                    {QString::number(second)});
   }
+  QString text = parts.join(QStringLiteral(", "));
   if (const TimeBar* bar = CurrentBar(lanes_[0])) {
-    text += "; subtitle " + QString::number(*lanes_[0].Current + 1) + " at " + Time(bar->Start);
+    text += QStringLiteral("; ") +
+            Ui::Tr("subtitle %1 at %2", {QString::number(*lanes_[0].Current + 1), Time(bar->Start)});
   }
   setAccessibleDescription(text);
 }

@@ -22,6 +22,8 @@
 #include "app/SubtitleIndexes.h"
 #include "app/ToolForm.h"
 #include "app/ToolTrial.h"
+#include "app/Ui.h"
+#include "base/Words.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -45,32 +47,30 @@ QString PresentPoints(const SupStream& stream) {
 }
 
 QString ChangedText(const Tool& tool, const ToolTrial& trial) {
-  return SubtitlesText(trial.Changed) + QStringLiteral(" would be ") +
-         QString::fromUtf8(tool.Done.data(), static_cast<qsizetype>(tool.Done.size()));
+  return Ui::Tr("%n subtitle would be %1", "%n subtitles would be %1", trial.Changed,
+                {QString::fromStdString(Words::Tr(tool.Done))});
 }
 
 QString OutcomeText(const Tool& tool, const ToolTrial& trial) {
   if (trial.SubtitlesAfter == 0) {
-    return QStringLiteral("No subtitle would be left");
+    return Ui::Tr("No subtitle would be left");
   }
   const auto left = static_cast<std::int64_t>(trial.Left.size());
-  const QString leaves = left == 0 ? QString()
-                         : left == 1
-                             ? QStringLiteral(", 1 has to be left")
-                             : QStringLiteral(", ") + CountText(left) + QStringLiteral(" have to be left");
-  return ChangedText(tool, trial) + leaves;
+  const QString changed = ChangedText(tool, trial);
+  return left == 0 ? changed
+                   : changed + QStringLiteral(", ") + Ui::Tr("%n has to be left", "%n have to be left", left);
 }
 
 QString LeftLines(const std::vector<LeftSubtitle>& left) {
   QString lines;
   const std::size_t shown = std::min(left.size(), MaxLinesOfLeft);
   for (std::size_t i = 0; i < shown; ++i) {
-    lines += QStringLiteral("Subtitle ") + CountText(left[i].Number) + u' ' +
-             QString::fromStdString(LeftText(left[i])) + u'\n';
+    lines +=
+        Ui::Tr("Subtitle %1 %2", {CountText(left[i].Number), QString::fromStdString(LeftText(left[i]))}) +
+        u'\n';
   }
   if (shown < left.size()) {
-    lines += QStringLiteral("and ") + CountText(static_cast<std::int64_t>(left.size() - shown)) +
-             QStringLiteral(" more");
+    lines += Ui::Tr("and %1 more", {CountText(static_cast<std::int64_t>(left.size() - shown))});
   }
   return lines.trimmed();
 }
@@ -118,7 +118,7 @@ void ToolDialog::BuildFields(QFormLayout* rows) {
       Combo_Way->addItem(way.Label);
     }
     connect(Combo_Way, &QComboBox::currentIndexChanged, this, &ToolDialog::ShowWay);
-    rows->addRow(QStringLiteral("&How"), Combo_Way);
+    rows->addRow(Ui::Tr("&How"), Combo_Way);
   }
   for (const ToolField& field : form_.Fields) {
     auto* row = new QWidget(this);
@@ -131,7 +131,7 @@ void ToolDialog::BuildFields(QFormLayout* rows) {
       line->addWidget(new QLabel(field.Remark, row));
     }
     if (field.What == ToolField::Kind::Stream) {
-      auto* browse = new QPushButton(QStringLiteral("&Browse..."), row);
+      auto* browse = new QPushButton(Ui::Tr("&Browse..."), row);
       browse->setObjectName(QStringLiteral("Command_Browse"));
       browse->setAutoDefault(false);
       connect(browse, &QPushButton::clicked, this,
@@ -186,14 +186,14 @@ QLayout* ToolDialog::BuildScope() {
     return button;
   };
   const auto selected = static_cast<std::int64_t>(subject_.Selected.size());
-  Option_All = option("Option_All", QStringLiteral("&All ") + SubtitlesText(subject_.Stream.Count));
+  Option_All = option("Option_All", Ui::Tr("&All %n subtitle", "&All %n subtitles", subject_.Stream.Count));
   Option_Selected =
-      option("Option_Selected", QStringLiteral("Those s&elected in the list: ") + CountText(selected));
-  Option_These = option("Option_These", QStringLiteral("Th&ese:"));
+      option("Option_Selected", Ui::Tr("Those s&elected in the list: %1", {CountText(selected)}));
+  Option_These = option("Option_These", Ui::Tr("Th&ese:"));
   Text_Only = new QLineEdit(QString::number(subject_.Index + 1), this);
   Text_Only->setObjectName(QStringLiteral("Text_Only"));
-  Text_Only->setAccessibleName(QStringLiteral("Numbers of the subtitles"));
-  Text_Only->setToolTip(QStringLiteral("Numbers and ranges: 3,7-9,20-"));
+  Text_Only->setAccessibleName(Ui::Tr("Numbers of the subtitles"));
+  Text_Only->setToolTip(Ui::Tr("Numbers and ranges: 3,7-9,20-"));
   connect(Text_Only, &QLineEdit::textEdited, this, [this] {
     Option_These->setChecked(true);
     tryLater_.start();
@@ -212,14 +212,13 @@ QLayout* ToolDialog::BuildScope() {
 
 QLayout* ToolDialog::BuildTrial() {
   auto* sides = new QHBoxLayout;
-  auto* facts = new QGroupBox(
-      QStringLiteral("Subtitle ") + CountText(static_cast<std::int64_t>(subject_.Index) + 1), this);
+  auto* facts =
+      new QGroupBox(Ui::Tr("Subtitle %1", {CountText(static_cast<std::int64_t>(subject_.Index) + 1)}), this);
   auto* grid = new QGridLayout(facts);
-  grid->addWidget(new QLabel(QStringLiteral("Now"), facts), 0, 1);
-  grid->addWidget(new QLabel(QStringLiteral("Then"), facts), 0, 2);
-  const std::array<QString, Facts> names = {QStringLiteral("Number"),     QStringLiteral("Start"),
-                                            QStringLiteral("End"),        QStringLiteral("Position (X,Y)"),
-                                            QStringLiteral("Size (W,H)"), QStringLiteral("Forced")};
+  grid->addWidget(new QLabel(Ui::Tr("Now"), facts), 0, 1);
+  grid->addWidget(new QLabel(Ui::Tr("Then"), facts), 0, 2);
+  const std::array<QString, Facts> names = {Ui::Tr("Number"),         Ui::Tr("Start"),      Ui::Tr("End"),
+                                            Ui::Tr("Position (X,Y)"), Ui::Tr("Size (W,H)"), Ui::Tr("Forced")};
   shown_.resize(2 * Facts);
   for (std::size_t i = 0; i < Facts; ++i) {
     const int row = static_cast<int>(i) + 1;
@@ -228,7 +227,7 @@ QLayout* ToolDialog::BuildTrial() {
       auto* label = new QLabel(facts);
       label->setObjectName((column == 0 ? QStringLiteral("Label_Now_") : QStringLiteral("Label_Then_")) +
                            QString::number(i));
-      label->setAccessibleName(names[i] + (column == 0 ? QStringLiteral(" now") : QStringLiteral(" then")));
+      label->setAccessibleName(column == 0 ? Ui::Tr("%1 now", {names[i]}) : Ui::Tr("%1 then", {names[i]}));
       QFont bold = label->font();
       bold.setBold(true);
       label->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(QStringLiteral("00:00:00.00 ")));
@@ -240,7 +239,7 @@ QLayout* ToolDialog::BuildTrial() {
   sides->addWidget(facts);
   Picture_Trial = new SubtitleFrame(subject_.FrameLines, this);
   Picture_Trial->setFixedSize(Picture_Trial->sizeHint());
-  Picture_Trial->setAccessibleName(QStringLiteral("The subtitle in the frame"));
+  Picture_Trial->setAccessibleName(Ui::Tr("The subtitle in the frame"));
   Picture_Trial->setObjectName(QStringLiteral("Picture_Trial"));
   sides->addWidget(Picture_Trial, 0, Qt::AlignTop);
 
@@ -253,7 +252,7 @@ QLayout* ToolDialog::BuildTrial() {
   rows->addWidget(Label_Outcome);
   Text_Left = new QPlainTextEdit(this);
   Text_Left->setObjectName(QStringLiteral("Text_Left"));
-  Text_Left->setAccessibleName(QStringLiteral("Subtitles that have to be left, and why"));
+  Text_Left->setAccessibleName(Ui::Tr("Subtitles that have to be left, and why"));
   Text_Left->setReadOnly(true);
   Text_Left->setTabChangesFocus(true);
   Text_Left->setMaximumHeight(5 * fontMetrics().lineSpacing());
@@ -264,7 +263,7 @@ QLayout* ToolDialog::BuildTrial() {
 void ToolDialog::BrowseFor(QLineEdit* path) {
   const QString chosen =
       OpenFileName(this, path->text().isEmpty() ? QString::fromStdString(subject_.Stream.Path) : path->text(),
-                   QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+                   Ui::Tr("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
   if (!chosen.isEmpty()) {
     path->setText(chosen);
   }
@@ -362,7 +361,7 @@ void ToolDialog::ShowSubtitle(std::size_t column, const FramedSubtitle* subtitle
       texts[3] = QString::number(area.x()) + QStringLiteral(", ") + QString::number(area.y());
       texts[4] = QString::number(area.width()) + u'x' + QString::number(area.height());
     }
-    texts[5] = subtitle->IsForced ? QStringLiteral("yes") : QStringLiteral("no");
+    texts[5] = subtitle->IsForced ? Ui::Tr("yes") : Ui::Tr("no");
   }
   for (std::size_t i = 0; i < Facts; ++i) {
     QLabel* label = shown_[column * Facts + i];

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/Ui.h"
+
 namespace quillmark {
 namespace {
 
@@ -31,131 +33,117 @@ ToolField Choice(std::string_view option, const QString& label, const QString& i
 }
 
 std::vector<std::pair<QString, QString>> Speeds() {
-  return {{QStringLiteral("23.976, film on NTSC"), QStringLiteral("24000/1001")},
-          {QStringLiteral("24, film"), QStringLiteral("24")},
-          {QStringLiteral("25, PAL"), QStringLiteral("25")},
-          {QStringLiteral("29.97, NTSC"), QStringLiteral("30000/1001")}};
+  return {{Ui::Tr("23.976, film on NTSC"), QStringLiteral("24000/1001")},
+          {Ui::Tr("24, film"), QStringLiteral("24")},
+          {Ui::Tr("25, PAL"), QStringLiteral("25")},
+          {Ui::Tr("29.97, NTSC"), QStringLiteral("30000/1001")}};
 }
 
 ToolForm Retime() {
-  const QString milliseconds = QStringLiteral("ms, later; a negative number is earlier");
-  return {
-      .Tool = "retime",
-      .Name = QStringLiteral("Retime"),
-      .What = QStringLiteral("Moves or stretches the start times, and the delays with them."),
-      .Fields = {Choice("from", QStringLiteral("Ti&med for"), QStringLiteral("25"), Speeds()),
-                 Choice("to", QStringLiteral("&Wanted for"), QStringLiteral("24000/1001"), Speeds()),
-                 Text("scale", QStringLiteral("Sca&le"), QStringLiteral("times, such as 25/24"),
-                      QStringLiteral("1/1")),
-                 Text("shift", QStringLiteral("&Shift"), milliseconds, QStringLiteral("0")),
-                 Text("points", QStringLiteral("Two &points"), QStringLiteral("number=start time, twice"))},
-      .Ways = {{QStringLiteral("By a shift"), {"shift"}},
-               {QStringLiteral("From one speed to another"), {"from", "to", "shift"}},
-               {QStringLiteral("By a ratio"), {"scale", "shift"}},
-               {QStringLiteral("By the starts of two subtitles"), {"points"}}}};
+  const QString milliseconds = Ui::Tr("ms, later; a negative number is earlier");
+  return {.Tool = "retime",
+          .Name = Ui::Tr("Retime"),
+          .What = Ui::Tr("Moves or stretches the start times, and the delays with them."),
+          .Fields = {Choice("from", Ui::Tr("Ti&med for"), QStringLiteral("25"), Speeds()),
+                     Choice("to", Ui::Tr("&Wanted for"), QStringLiteral("24000/1001"), Speeds()),
+                     Text("scale", Ui::Tr("Sca&le"), Ui::Tr("times, such as 25/24"), QStringLiteral("1/1")),
+                     Text("shift", Ui::Tr("&Shift"), milliseconds, QStringLiteral("0")),
+                     Text("points", Ui::Tr("Two &points"), Ui::Tr("number=start time, twice"))},
+          .Ways = {{Ui::Tr("By a shift"), {"shift"}},
+                   {Ui::Tr("From one speed to another"), {"from", "to", "shift"}},
+                   {Ui::Tr("By a ratio"), {"scale", "shift"}},
+                   {Ui::Tr("By the starts of two subtitles"), {"points"}}}};
 }
 
 ToolForm Move() {
-  return {
-      .Tool = "move",
-      .Name = QStringLiteral("Move"),
-      .What = QStringLiteral("Moves the pictures within the frame. They are not encoded anew."),
-      .Fields = {Text("x", QStringLiteral("&X"), QStringLiteral("pixels to the right; negative: to the left"),
-                      QStringLiteral("0")),
-                 Text("y", QStringLiteral("&Y"), QStringLiteral("lines down; negative: up"),
-                      QStringLiteral("0")),
-                 Text("to-line", QStringLiteral("To &line"), QStringLiteral("of the bottom edge, from 0")),
-                 Choice("frame", QStringLiteral("&Frame"), QStringLiteral("576"),
-                        {{QStringLiteral("720x480"), QStringLiteral("480")},
-                         {QStringLiteral("720x576"), QStringLiteral("576")}}),
-                 Flag("clamp", QStringLiteral("&Clamp: move what would leave the frame as far as it goes"))},
-      .Ways = {{QStringLiteral("By a distance"), {"x", "y", "frame", "clamp"}},
-               {QStringLiteral("To a line of the frame"), {"x", "to-line", "frame", "clamp"}}}};
+  return {.Tool = "move",
+          .Name = Ui::Tr("Move"),
+          .What = Ui::Tr("Moves the pictures within the frame. They are not encoded anew."),
+          .Fields = {Text("x", Ui::Tr("&X"), Ui::Tr("pixels to the right; negative: to the left"),
+                          QStringLiteral("0")),
+                     Text("y", Ui::Tr("&Y"), Ui::Tr("lines down; negative: up"), QStringLiteral("0")),
+                     Text("to-line", Ui::Tr("To &line"), Ui::Tr("of the bottom edge, from 0")),
+                     Choice("frame", Ui::Tr("&Frame"), QStringLiteral("576"),
+                            {{QStringLiteral("720x480"), QStringLiteral("480")},
+                             {QStringLiteral("720x576"), QStringLiteral("576")}}),
+                     Flag("clamp", Ui::Tr("&Clamp: move what would leave the frame as far as it goes"))},
+          .Ways = {{Ui::Tr("By a distance"), {"x", "y", "frame", "clamp"}},
+                   {Ui::Tr("To a line of the frame"), {"x", "to-line", "frame", "clamp"}}}};
 }
 
 ToolForm Force() {
   return {.Tool = "force",
-          .Name = QStringLiteral("Force"),
-          .What = QStringLiteral("Forced subtitles are shown even while subtitles are switched off."),
-          .Fields = {Choice("state", QStringLiteral("&Forced"), QStringLiteral("on"),
-                            {{QStringLiteral("on"), QStringLiteral("on")},
-                             {QStringLiteral("off"), QStringLiteral("off")}})}};
+          .Name = Ui::Tr("Force"),
+          .What = Ui::Tr("Forced subtitles are shown even while subtitles are switched off."),
+          .Fields = {Choice("state", Ui::Tr("&Forced"), QStringLiteral("on"),
+                            {{Ui::Tr("on"), QStringLiteral("on")}, {Ui::Tr("off"), QStringLiteral("off")}})}};
 }
 
 ToolForm Ends() {
-  return {
-      .Tool = "ends",
-      .Name = QStringLiteral("Ends"),
-      .What = QStringLiteral("Gives subtitles ends, and mends those that overlap or come too early."),
-      .Fields = {Flag("fill", QStringLiteral("&Fill: the next start where there is no end"), true),
-                 Flag("no-overlap", QStringLiteral("&No overlap: no end after the next start"), true),
-                 Text("gap", QStringLiteral("&Gap"), QStringLiteral("ms before the next start")),
-                 Text("longest", QStringLiteral("&Longest"), QStringLiteral("ms that are filled at most")),
-                 Text("shortest", QStringLiteral("&Shortest"), QStringLiteral("ms for every subtitle"))}};
+  return {.Tool = "ends",
+          .Name = Ui::Tr("Ends"),
+          .What = Ui::Tr("Gives subtitles ends, and mends those that overlap or come too early."),
+          .Fields = {Flag("fill", Ui::Tr("&Fill: the next start where there is no end"), true),
+                     Flag("no-overlap", Ui::Tr("&No overlap: no end after the next start"), true),
+                     Text("gap", Ui::Tr("&Gap"), Ui::Tr("ms before the next start")),
+                     Text("longest", Ui::Tr("&Longest"), Ui::Tr("ms that are filled at most")),
+                     Text("shortest", Ui::Tr("&Shortest"), Ui::Tr("ms for every subtitle"))}};
 }
 
 ToolForm Cut() {
-  return {.Tool = "cut",
-          .Name = QStringLiteral("Cut"),
-          .What = QStringLiteral("Takes the subtitles out of the stream.")};
+  return {.Tool = "cut", .Name = Ui::Tr("Cut"), .What = Ui::Tr("Takes the subtitles out of the stream.")};
 }
 
 ToolForm Keep() {
-  return {.Tool = "keep",
-          .Name = QStringLiteral("Keep"),
-          .What = QStringLiteral("Takes all other subtitles out of the stream.")};
+  return {
+      .Tool = "keep", .Name = Ui::Tr("Keep"), .What = Ui::Tr("Takes all other subtitles out of the stream.")};
 }
 
 ToolForm Sort() {
   return {.Tool = "sort",
-          .Name = QStringLiteral("Sort"),
-          .What = QStringLiteral("Puts the subtitles in the order of their starts.")};
+          .Name = Ui::Tr("Sort"),
+          .What = Ui::Tr("Puts the subtitles in the order of their starts.")};
 }
 
 ToolForm Join() {
-  return {.Tool = "join",
-          .Name = QStringLiteral("Join"),
-          .What = QStringLiteral("Adds the subtitles of another stream after the last one."),
-          .Fields = {{.Option = "with",
-                      .What = Kind::Stream,
-                      .Label = QStringLiteral("&With"),
-                      .Remark = {},
-                      .Initial = {}},
-                     Text("gap", QStringLiteral("&Gap"), QStringLiteral("ms after the last end"),
-                          QStringLiteral("0")),
-                     Text("at", QStringLiteral("&At"), QStringLiteral("its start, such as 1:02:03.5"))},
-          .Ways = {{QStringLiteral("After the last end"), {"with", "gap"}},
-                   {QStringLiteral("At a time"), {"with", "at"}}}};
+  return {
+      .Tool = "join",
+      .Name = Ui::Tr("Join"),
+      .What = Ui::Tr("Adds the subtitles of another stream after the last one."),
+      .Fields =
+          {{.Option = "with", .What = Kind::Stream, .Label = Ui::Tr("&With"), .Remark = {}, .Initial = {}},
+           Text("gap", Ui::Tr("&Gap"), Ui::Tr("ms after the last end"), QStringLiteral("0")),
+           Text("at", Ui::Tr("&At"), Ui::Tr("its start, such as 1:02:03.5"))},
+      .Ways = {{Ui::Tr("After the last end"), {"with", "gap"}}, {Ui::Tr("At a time"), {"with", "at"}}}};
 }
 
 ToolForm Fix() {
   return {.Tool = "fix",
-          .Name = QStringLiteral("Fix"),
-          .What = QStringLiteral("Mends what can be mended without encoding a picture again."),
-          .Fields = {Choice("profile", QStringLiteral("&Profile"), QStringLiteral("spec"),
-                            {{QStringLiteral("what this program tells as a problem"), QStringLiteral("spec")},
-                             {QStringLiteral("also what players show wrongly"), QStringLiteral("player")}}),
-                     Choice("frame", QStringLiteral("&Frame"), QStringLiteral("576"),
+          .Name = Ui::Tr("Fix"),
+          .What = Ui::Tr("Mends what can be mended without encoding a picture again."),
+          .Fields = {Choice("profile", Ui::Tr("&Profile"), QStringLiteral("spec"),
+                            {{Ui::Tr("what this program tells as a problem"), QStringLiteral("spec")},
+                             {Ui::Tr("also what players show wrongly"), QStringLiteral("player")}}),
+                     Choice("frame", Ui::Tr("&Frame"), QStringLiteral("576"),
                             {{QStringLiteral("720x480"), QStringLiteral("480")},
                              {QStringLiteral("720x576"), QStringLiteral("576")}})}};
 }
 
 ToolForm Salvage() {
   return {.Tool = "salvage",
-          .Name = QStringLiteral("Salvage"),
-          .What = QStringLiteral("Keeps the good packets, and drops the damaged ones and what is between.")};
+          .Name = Ui::Tr("Salvage"),
+          .What = Ui::Tr("Keeps the good packets, and drops the damaged ones and what is between.")};
 }
 
 }  // namespace
 
-const std::vector<ToolForm>& ToolForms() {
-  static const std::vector<ToolForm> forms = {Retime(), Move(), Force(), Ends(), Cut(),
-                                              Keep(),   Sort(), Join(),  Fix(),  Salvage()};
-  return forms;
+std::vector<ToolForm> ToolForms() {
+  return {Retime(), Move(), Force(), Ends(), Cut(), Keep(), Sort(), Join(), Fix(), Salvage()};
 }
 
-const ToolForm& FormOf(std::string_view tool) {
-  return *std::ranges::find(ToolForms(), tool, &ToolForm::Tool);
+ToolForm FormOf(std::string_view tool) {
+  const std::vector<ToolForm> forms = ToolForms();
+  return *std::ranges::find(forms, tool, &ToolForm::Tool);
 }
 
 }  // namespace quillmark

@@ -38,8 +38,8 @@ struct ToolForm {
 };
 
 /// Those of all tools that have a dialog, in the order of the menu.
-[[nodiscard]] const std::vector<ToolForm>& ToolForms();
+[[nodiscard]] std::vector<ToolForm> ToolForms();
 /// Of the tool with that name, which has one.
-[[nodiscard]] const ToolForm& FormOf(std::string_view tool);
+[[nodiscard]] ToolForm FormOf(std::string_view tool);
 
 }  // namespace quillmark

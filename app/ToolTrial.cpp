@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "base/Words.h"
 #include "sup/IndexedPacket.h"
 
 namespace quillmark {
@@ -91,7 +92,7 @@ Result<ToolTrial> TryStep(const StepText& text, const SupStream& stream, std::si
     }
     return trial;
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory"};
+    return Failure{Words::Tr("there is not enough memory")};
   }
 }
 

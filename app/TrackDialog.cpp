@@ -17,6 +17,7 @@
 #include "app/ImportJob.h"
 #include "app/PaletteStrip.h"
 #include "app/PathText.h"
+#include "app/Ui.h"
 #include "render/SubtitleDescription.h"
 #include "render/Thumbnail.h"
 #include "sup/Timecode.h"
@@ -68,10 +69,10 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
                          QWidget* parent)
     : QDialog(parent), file_(file), present_(present) {
   setObjectName(QStringLiteral("TrackDialog"));
-  setWindowTitle(QStringLiteral("Import subtitles"));
+  setWindowTitle(Ui::Tr("Import subtitles"));
   auto* rows = new QVBoxLayout(this);
-  auto* label = new QLabel(
-      QStringLiteral("&Tracks of ") + CutInTheMiddle(name).replace(u'&', QStringLiteral("&&")), this);
+  auto* label =
+      new QLabel(Ui::Tr("&Tracks of %1", {CutInTheMiddle(name).replace(u'&', QStringLiteral("&&"))}), this);
   rows->addWidget(label);
   BuildList(name);
   label->setBuddy(List_Tracks);
@@ -79,7 +80,7 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
 
   Text_Notes = new QPlainTextEdit(this);
   Text_Notes->setObjectName(QStringLiteral("Text_Notes"));
-  Text_Notes->setAccessibleName(QStringLiteral("What was noted in reading"));
+  Text_Notes->setAccessibleName(Ui::Tr("What was noted in reading"));
   Text_Notes->setReadOnly(true);
   Text_Notes->setTabChangesFocus(true);
   Text_Notes->setMaximumHeight((NotesLines + 1) * fontMetrics().lineSpacing());
@@ -87,13 +88,13 @@ TrackDialog::TrackDialog(const QString& name, const ImportedFile& file, const Dv
 
   Combo_Second = new QComboBox(this);
   Combo_Second->setObjectName(QStringLiteral("Combo_Second"));
-  Combo_Second->setToolTip(QStringLiteral("As Load/Merge secondary SUP does with a file"));
+  Combo_Second->setToolTip(Ui::Tr("As Load/Merge secondary SUP does with a file"));
   auto* second = new QFormLayout;
-  second->addRow(QStringLiteral("&Merge with"), Combo_Second);
+  second->addRow(Ui::Tr("&Merge with"), Combo_Second);
   rows->addLayout(second);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  auto* open = buttons->addButton(QStringLiteral("&Open"), QDialogButtonBox::AcceptRole);
+  auto* open = buttons->addButton(Ui::Tr("&Open"), QDialogButtonBox::AcceptRole);
   open->setObjectName(QStringLiteral("Command_Open"));
   open->setDefault(true);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -111,11 +112,10 @@ void TrackDialog::BuildList(const QString& name) {
   const auto count = static_cast<int>(file_.Tracks.size());
   List_Tracks = new QTableWidget(count, TrackColumns::Columns, this);
   List_Tracks->setObjectName(QStringLiteral("List_Tracks"));
-  List_Tracks->setAccessibleName(QStringLiteral("Tracks of ") + name);
-  List_Tracks->setHorizontalHeaderLabels({QStringLiteral("Track"), QStringLiteral("Language"),
-                                          QStringLiteral("Name"), QStringLiteral("Subtitles"),
-                                          QStringLiteral("First"), QStringLiteral("Last"),
-                                          QStringLiteral("Palette"), QStringLiteral("First picture")});
+  List_Tracks->setAccessibleName(Ui::Tr("Tracks of %1", {name}));
+  List_Tracks->setHorizontalHeaderLabels({Ui::Tr("Track"), Ui::Tr("Language"), Ui::Tr("Name"),
+                                          Ui::Tr("Subtitles"), Ui::Tr("First"), Ui::Tr("Last"),
+                                          Ui::Tr("Palette"), Ui::Tr("First picture")});
   List_Tracks->setSelectionBehavior(QAbstractItemView::SelectRows);
   List_Tracks->setSelectionMode(QAbstractItemView::SingleSelection);
   List_Tracks->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -146,7 +146,7 @@ void TrackDialog::FillRow(int row) {
   };
   set(TrackColumns::Number, CountText(row + 1));
   List_Tracks->item(row, TrackColumns::Number)
-      ->setToolTip(QStringLiteral("In the file: ") + QString::fromStdString(track.What.Id));
+      ->setToolTip(Ui::Tr("In the file: %1", {QString::fromStdString(track.What.Id)}));
   set(TrackColumns::Language, LanguageText(track.What.Language));
   set(TrackColumns::Name, QString::fromStdString(track.What.Name));
   List_Tracks->item(row, TrackColumns::Name)
@@ -159,16 +159,15 @@ void TrackDialog::FillRow(int row) {
     const QPixmap swatches = DrawSwatches(*track.What.Palette, palette().color(QPalette::Mid), scale);
     SetPicture(row, TrackColumns::Colours, Untinted(swatches), PaletteText(*track.What.Palette));
   } else {
-    set(TrackColumns::Colours, QStringLiteral("none"));
-    List_Tracks->item(row, TrackColumns::Colours)
-        ->setToolTip(QStringLiteral("The present palette would stay"));
+    set(TrackColumns::Colours, Ui::Tr("none"));
+    List_Tracks->item(row, TrackColumns::Colours)->setToolTip(Ui::Tr("The present palette would stay"));
   }
   const QImage picture = FirstPicture(stream, track.What.Palette.value_or(present_), scale);
   if (picture.isNull()) {
-    set(TrackColumns::Picture, QStringLiteral("none"));
+    set(TrackColumns::Picture, Ui::Tr("none"));
   } else {
     SetPicture(row, TrackColumns::Picture, Untinted(QPixmap::fromImage(picture)),
-               QStringLiteral("its first picture"));
+               Ui::Tr("its first picture"));
   }
 }
 
@@ -204,7 +203,7 @@ void TrackDialog::ShowTrack() {
 void TrackDialog::FillSecond() {
   const TrackChoice choice = Choice();
   Combo_Second->clear();
-  Combo_Second->addItem(QStringLiteral("no other track"), -1);
+  Combo_Second->addItem(Ui::Tr("no other track"), -1);
   for (std::size_t i = 0; i < file_.Tracks.size(); ++i) {
     if (i != choice.Track) {
       const ImportedTrack& track = file_.Tracks[i];

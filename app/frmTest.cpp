@@ -24,6 +24,7 @@
 #include "app/StatusLine.h"
 #include "app/Strip.h"
 #include "app/SubtitleList.h"
+#include "app/Ui.h"
 #include "app/WindowBody.h"
 
 namespace quillmark {
@@ -205,12 +206,11 @@ void frmTest::UpdateCommands() {
   Action_Prev->setEnabled(enabled.Prev);
   Action_Next->setEnabled(enabled.Next);
   Action_GoTo->setEnabled(enabled.GoTo);
-  const auto nameStep = [](QAction* action, const QString& verb, bool isEnabled, const QString& step) {
-    action->setText(isEnabled ? verb + u' ' + step : verb);
-    action->setEnabled(isEnabled);
-  };
-  nameStep(Action_Undo, QStringLiteral("&Undo"), enabled.Undo, document_->History().undoText());
-  nameStep(Action_Redo, QStringLiteral("&Redo"), enabled.Redo, document_->History().redoText());
+  const QUndoStack& history = document_->History();
+  Action_Undo->setText(enabled.Undo ? Ui::Tr("&Undo %1", {history.undoText()}) : Ui::Tr("&Undo"));
+  Action_Undo->setEnabled(enabled.Undo);
+  Action_Redo->setText(enabled.Redo ? Ui::Tr("&Redo %1", {history.redoText()}) : Ui::Tr("&Redo"));
+  Action_Redo->setEnabled(enabled.Redo);
   for (QAction* action :
        {Action_720x480, Action_720x576, Action_Checker, Action_File, Action_Colour, Action_PictureBehind}) {
     action->setEnabled(enabled.Editing);
@@ -243,7 +243,7 @@ void frmTest::UpdateCommands() {
 }
 
 void frmTest::ShowImagingError(const QString& source, int status, const QString& text) {
-  ShowMessage(this, QStringLiteral("GDIP Error in: %1\r\nError Number: %2\r\nError Description: %3")
+  ShowMessage(this, Ui::Tr("GDIP Error in: %1\r\nError Number: %2\r\nError Description: %3")
                         .arg(source, QString::number(status), text));
 }
 
@@ -263,9 +263,8 @@ bool frmTest::TellTooLong(const QString& path) {
   if (!IsTooLongForDialogs(path)) {
     return false;
   }
-  Tell(QStringLiteral("Nothing was done: the file dialogs take no path of more than %1 characters: ")
-           .arg(MaxDialogPath) +
-       path);
+  Tell(Ui::Tr("Nothing was done: the file dialogs take no path of more than %1 characters: %2",
+              {QString::number(MaxDialogPath), path}));
   return true;
 }
 

@@ -3,16 +3,16 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/ImageList.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
 namespace {
 
 QString LossWarning(const QString& firstLine) {
-  return firstLine + QStringLiteral(
-                         "\r\nThis information will be lost,"
-                         "\r\nif the Set All option is used!"
-                         "\r\nContinue?");
+  return firstLine + QStringLiteral("\r\n") + Ui::Tr("This information will be lost,") +
+         QStringLiteral("\r\n") + Ui::Tr("if the Set All option is used!") + QStringLiteral("\r\n") +
+         Ui::Tr("Continue?");
 }
 
 }  // namespace
@@ -46,11 +46,11 @@ void frmTest::Command_SetActual_Click() {
 void frmTest::Command_SetAll_Click() {
   const SupStreamStats& stats = document_->Primary().Stats;
   if (stats.MultipleColours &&
-      !ConfirmWarning(this, LossWarning(QStringLiteral("The subtitles use different colors.")))) {
+      !ConfirmWarning(this, LossWarning(Ui::Tr("The subtitles use different colors.")))) {
     return;
   }
   if (stats.MultipleOpacities &&
-      !ConfirmWarning(this, LossWarning(QStringLiteral("The subtitles use different opacities.")))) {
+      !ConfirmWarning(this, LossWarning(Ui::Tr("The subtitles use different opacities.")))) {
     return;
   }
   if (const auto set = document_->SetAll(); !set) {

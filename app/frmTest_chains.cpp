@@ -3,14 +3,15 @@
 #include "app/Document.h"
 #include "app/PathText.h"
 #include "app/ProgramChainsDialog.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 
 namespace quillmark {
 
 void frmTest::Command_ProgramChains_Click() {
-  const QString path = AskToOpen(ProposedIfoName(document_->SupPath()),
-                                 QStringLiteral("IFO Files (*.IFO;*.BUP)"), QStringLiteral("*.IFO;*.BUP"));
+  const QString path = AskToOpen(ProposedIfoName(document_->SupPath()), Ui::Tr("IFO Files (*.IFO;*.BUP)"),
+                                 QStringLiteral("*.IFO;*.BUP"));
   if (path.isEmpty()) {
     return;
   }
@@ -33,7 +34,7 @@ void frmTest::Command_ProgramChains_Click() {
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }
-  const QString name = QStringLiteral("Palette of ") + QString::fromStdString(ChainText(dialog.Chosen()));
+  const QString name = Ui::Tr("Palette of %1", {QString::fromStdString(ChainText(dialog.Chosen()))});
   (void)document_->SetPalette(dialog.Chosen().Palette, name);
   Command_Reload_Click();
   Tell(name + QStringLiteral(", ") + QFileInfo(path).fileName());

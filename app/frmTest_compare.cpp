@@ -10,8 +10,10 @@
 #include "app/HourglassPointer.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark {
@@ -19,7 +21,7 @@ namespace quillmark {
 void frmTest::ConnectCompare() {
   connect(comparison_, &Comparison::Changed, list_, [this] { list_->ShowComparison(*comparison_); });
   connect(comparison_, &Comparison::Failed, this,
-          [this](const QString& reason) { Tell(QStringLiteral("The comparison is closed: ") + reason); });
+          [this](const QString& reason) { Tell(Ui::Tr("The comparison is closed: %1", {reason})); });
 }
 
 void frmTest::UpdateCompare() {
@@ -28,8 +30,7 @@ void frmTest::UpdateCompare() {
 }
 
 void frmTest::Command_Compare_Click() {
-  const QString path =
-      AskToOpen(document_->SupPath(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+  const QString path = AskToOpen(document_->SupPath(), Ui::Tr("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
   if (!path.isEmpty()) {
     CompareWith(path);
   }
@@ -43,7 +44,7 @@ void frmTest::CompareWith(const QString& path) {
       document_->Primary().EndsAtInvalidFirst ? InvalidFirst::EndsTheWalk : InvalidFirst::IsPassed);
   if (!loaded || loaded->LostSignature) {
     hourglass.Release();
-    TellUnreadable(path, loaded ? "No SUP signature found" : loaded.Reason());
+    TellUnreadable(path, loaded ? Words::Tr("No SUP signature found") : loaded.Reason());
     return;
   }
   if (compareWindow_ == nullptr) {
@@ -55,9 +56,8 @@ void frmTest::CompareWith(const QString& path) {
   const Result<void> opened = comparison_->Open(std::move(loaded->Stream), QFileInfo(path).fileName());
   hourglass.Release();
   if (!opened) {
-    ShowMessage(
-        this,
-        QStringLiteral("Cannot compare with %1: %2").arg(path, QString::fromStdString(opened.Reason())));
+    ShowMessage(this,
+                Ui::Tr("Cannot compare with %1: %2").arg(path, QString::fromStdString(opened.Reason())));
     return;
   }
   compareWindow_->show();

@@ -12,7 +12,9 @@
 #include "app/PathText.h"
 #include "app/PlayerView.h"
 #include "app/QtColour.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
+#include "base/Words.h"
 #include "render/Composition.h"
 #include "render/Exporter.h"
 #include "render/MergedPicture.h"
@@ -154,7 +156,7 @@ void frmTest::SavePicture(cBitmap& picture) {
   }
   ExportFailures failures;
   if (picture.Width() < 1) {
-    failures.Add(picturePath_, NoPixelsText);
+    failures.Add(picturePath_, Words::Tr(NoPixelsText));
   } else if (const auto saved = WritePicture(picturePath_, picture, Durability::Unsynced); !saved) {
     failures.Add(picturePath_, saved.Reason());
   }
@@ -169,13 +171,12 @@ void frmTest::TellPictureFailures(const ExportFailures& failures) {
 }
 
 void frmTest::TellListFailure() {
-  ShowMessage(
-      this, QStringLiteral("Error: Cannot open Spufile %1 !").arg(ExportPathsFor(document_->SupPath()).List));
+  ShowMessage(this, Ui::Tr("Error: Cannot open Spufile %1 !").arg(ExportPathsFor(document_->SupPath()).List));
 }
 
 void frmTest::Option_File_Click() {
   if (!FileExists(Text_GraphFile->text())) {
-    ShowMessage(this, QStringLiteral("Select a valid graphics file first"));
+    ShowMessage(this, Ui::Tr("Select a valid graphics file first"));
     Option_Checker->setChecked(true);
   }
   document_->Preview();
@@ -184,7 +185,7 @@ void frmTest::Option_File_Click() {
 QString frmTest::AskForBackground() {
   const QString start =
       Text_GraphFile->text().isEmpty() ? InProgramFolder(QStringLiteral("test.bmp")) : Text_GraphFile->text();
-  return AskToOpen(start, QStringLiteral("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
+  return AskToOpen(start, Ui::Tr("Graphic Files (*.BMP;*.GIF;*.JPG;*.PNG)"),
                    QStringLiteral("*.BMP;*.GIF;*.JPG;*.PNG"));
 }
 

@@ -7,6 +7,7 @@
 #include "app/NotesText.h"
 #include "app/PathText.h"
 #include "app/SubtitleList.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -27,22 +28,21 @@ void frmTest::ExportAs(const ExportOrder& order) {
       .Stream = document_->Primary(), .Palette = document_->Palette(), .FrameLines = document_->FrameLines()};
   Result<ExportOutcome> outcome = ExportOutcome{.How = Completion::Cancelled};
   // Whether it was cancelled in time is for the outcome to say.
-  (void)RunLongWork(this, QStringLiteral("Writing ") + CutInTheMiddle(QFileInfo(order.Path).fileName()),
-                    patience_, [&](const Progress& progress) { outcome = Export(source, order, progress); });
+  (void)RunLongWork(this, Ui::Tr("Writing %1", {CutInTheMiddle(QFileInfo(order.Path).fileName())}), patience_,
+                    [&](const Progress& progress) { outcome = Export(source, order, progress); });
   if (!outcome) {
-    ShowMessage(
-        this,
-        QStringLiteral("Cannot export %1: %2").arg(order.Path, QString::fromStdString(outcome.Reason())));
+    ShowMessage(this,
+                Ui::Tr("Cannot export %1: %2").arg(order.Path, QString::fromStdString(outcome.Reason())));
     return;
   }
   if (outcome->How == Completion::Cancelled) {
-    Tell(QStringLiteral("The export was cancelled; nothing was written"));
+    Tell(Ui::Tr("The export was cancelled; nothing was written"));
     return;
   }
-  Tell(QStringLiteral("Exported ") + QFileInfo(Remembered(order.Path)).fileName() + QStringLiteral(", ") +
-       SubtitlesText(outcome->Subtitles));
+  Tell(Ui::Tr("Exported %1, %n subtitle", "Exported %1, %n subtitles", outcome->Subtitles,
+              {QFileInfo(Remembered(order.Path)).fileName()}));
   if (!outcome->Notes.empty()) {
-    ShowMessage(this, QFileInfo(order.Path).fileName() + QStringLiteral(" was written, with remarks:"),
+    ShowMessage(this, Ui::Tr("%1 was written, with remarks:", {QFileInfo(order.Path).fileName()}),
                 NotesText({&outcome->Notes}));
   }
 }

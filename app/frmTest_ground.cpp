@@ -10,6 +10,7 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/QtColour.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -52,7 +53,7 @@ void frmTest::ShowGround(Rgb colour) {
 }
 
 void frmTest::ShowGroundColour(Rgb colour) {
-  Label_Ground->SetColour(colour, QStringLiteral("Background colour"));
+  Label_Ground->SetColour(colour, Ui::Tr("Background colour"));
 }
 
 void frmTest::RestoreGround() {

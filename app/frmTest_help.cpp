@@ -4,6 +4,7 @@
 
 #include "app/Dialogs.h"
 #include "app/Document.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "sup/StreamReport.h"
 
@@ -28,8 +29,8 @@ void frmTest::Command_Keys_Click() {
 
 void frmTest::Command_About_Click() {
   ShowMessage(this, QStringLiteral("Quillmark ") + QCoreApplication::applicationVersion(),
-              QStringLiteral("Views and edits DVD subtitle streams, and hands them to authoring tools.\r\n"
-                             "MIT licence."));
+              Ui::Tr("Views and edits DVD subtitle streams, and hands them to authoring tools.\r\n"
+                     "MIT licence."));
 }
 
 void frmTest::Command_AboutQt_Click() {

@@ -8,6 +8,7 @@
 #include "app/ImportJob.h"
 #include "app/PathText.h"
 #include "app/TrackDialog.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -31,17 +32,17 @@ QString NumberOf(const ImportedFile& file, const ImportedTrack& track) {
 
 /// "Imported movie.mkv, track 2 of 3, German (de), with its palette".
 QString ImportedText(const QString& path, const ImportedFile& file, const ImportedTrack& track) {
-  QString text = QStringLiteral("Imported ") + QFileInfo(path).fileName();
+  QString text = Ui::Tr("Imported %1", {QFileInfo(path).fileName()});
   if (file.Tracks.size() > 1) {
-    text += QStringLiteral(", track ") + NumberOf(file, track) + QStringLiteral(" of ") +
-            CountText(static_cast<std::int64_t>(file.Tracks.size()));
+    text += QStringLiteral(", ") +
+            Ui::Tr("track %1 of %2",
+                   {NumberOf(file, track), CountText(static_cast<std::int64_t>(file.Tracks.size()))});
   }
   if (!track.What.Language.empty()) {
     text += QStringLiteral(", ") + LanguageText(track.What.Language);
   }
-  return text + (track.What.Palette
-                     ? QStringLiteral(", with its palette")
-                     : QStringLiteral("; it has no palette of its own: the present one stays"));
+  return track.What.Palette ? Ui::Tr("%1, with its palette", {text})
+                            : Ui::Tr("%1; it has no palette of its own: the present one stays", {text});
 }
 
 }  // namespace
@@ -49,7 +50,7 @@ QString ImportedText(const QString& path, const ImportedFile& file, const Import
 void frmTest::Command_Import_Click() {
   const QString patterns = PatternsOfContainers();
   const QString path =
-      AskToOpen(document_->SupPath(), QStringLiteral("Files with subtitles (") + patterns + u')', patterns);
+      AskToOpen(document_->SupPath(), Ui::Tr("Files with subtitles (%1)", {patterns}), patterns);
   if (!path.isEmpty()) {
     Import(path);
   }
@@ -66,10 +67,10 @@ void frmTest::OpenFile(const QString& path) {
 void frmTest::Import(const QString& path) {
   Result<std::optional<ImportedFile>> read = Failure{};
   const Completion ended =
-      RunLongWork(this, QStringLiteral("Reading ") + CutInTheMiddle(QFileInfo(path).fileName()), patience_,
+      RunLongWork(this, Ui::Tr("Reading %1", {CutInTheMiddle(QFileInfo(path).fileName())}), patience_,
                   [&](const Progress& progress) { read = ReadForImport(path, progress); });
   if (ended == Completion::Cancelled || (read && !*read)) {
-    Tell(QStringLiteral("The import was cancelled; nothing has changed"));
+    Tell(Ui::Tr("The import was cancelled; nothing has changed"));
     return;
   }
   if (!read) {

@@ -13,6 +13,7 @@
 #include "app/StatusLine.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 #include "app/WindowBody.h"
 #include "app/frmTest.h"
 
@@ -73,14 +74,14 @@ void frmTest::Command_PrevProblem_Click() {
 }
 
 void frmTest::TellProblem(const QString& sentence) {
-  Tell(sentence.isEmpty() ? QStringLiteral("There is no further problem in the list") : sentence);
+  Tell(sentence.isEmpty() ? Ui::Tr("There is no further problem in the list") : sentence);
 }
 
 void frmTest::ShowProblemCount() {
   const std::int64_t count = document_->Primary().Count;
   status_->ShowProblems(count < 1 ? QString()
-                                  : SubtitlesText(count) + QStringLiteral(", ") +
-                                        CountText(list_->ProblemCount()) + QStringLiteral(" with problems"));
+                                  : Ui::Tr("%n subtitle, %1 with problems", "%n subtitles, %1 with problems",
+                                           count, {CountText(list_->ProblemCount())}));
 }
 
 }  // namespace quillmark

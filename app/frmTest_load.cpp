@@ -8,6 +8,7 @@
 #include "app/Document.h"
 #include "app/HourglassPointer.h"
 #include "app/ImportJob.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "sup/StreamLoader.h"
@@ -37,8 +38,8 @@ void frmTest::Command_LoadSup_Click() {
   }
   document_->BeginLoading();
   QString tooLong;
-  const QString path = OpenFileName(this, StartOf(start), QStringLiteral("SUP Files (*.SUP)"),
-                                    QStringLiteral("*.SUP"), &tooLong);
+  const QString path =
+      OpenFileName(this, StartOf(start), Ui::Tr("SUP Files (*.SUP)"), QStringLiteral("*.SUP"), &tooLong);
   if (TellTooLong(tooLong)) {
     document_->AbandonLoading();
     return;
@@ -69,7 +70,7 @@ bool frmTest::LoadSup(const QString& path) {
   const bool hasFirst = loaded->Stream.Holds(0);
   ShowFirst(path, loaded->Stream, hourglass);
   hourglass.Release();
-  ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
+  ShowMessage(this, Ui::Tr("Error: No SUP signature found"));
   if (hasFirst) {
     document_->LoseIndex();
   } else {
@@ -88,7 +89,7 @@ void frmTest::ShowFirst(const QString& path, const SupStream& stream, HourglassP
   const bool isShown = document_->ShowFirst(FirstUnit(stream, unit));
   if (!isShown) {
     hourglass.Release();
-    ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+    ShowMessage(this, Ui::Tr("Error converting subtitle!"));
   }
   document_->SetNumber(isShown ? 1 : 0);
 }
@@ -108,7 +109,7 @@ void frmTest::Open(const QString& path, LoadedStream loaded, const std::string& 
 }
 
 void frmTest::TellUnreadable(const QString& path, const std::string& reason) {
-  ShowMessage(this, QStringLiteral("Cannot read %1: %2").arg(path, QString::fromStdString(reason)));
+  ShowMessage(this, Ui::Tr("Cannot read %1: %2").arg(path, QString::fromStdString(reason)));
 }
 
 }  // namespace quillmark

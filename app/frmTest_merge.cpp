@@ -11,6 +11,7 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/HourglassPointer.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "base/FilePath.h"
 #include "base/LeadingNumber.h"
@@ -39,8 +40,8 @@ QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
   QString reason = QString::fromStdString(merged.Reason);
   switch (merged.How) {
     case MergeReport::Ending::SubtitleFailed:
-      return (merged.IsOfSecondary ? QStringLiteral("subtitle %1 of the second stream cannot be merged: %2")
-                                   : QStringLiteral("subtitle %1 cannot be merged: %2"))
+      return (merged.IsOfSecondary ? Ui::Tr("subtitle %1 of the second stream cannot be merged: %2")
+                                   : Ui::Tr("subtitle %1 cannot be merged: %2"))
           .arg(QString::number(merged.Number), reason);
     case MergeReport::Ending::FileFailed:
       return reason;
@@ -56,16 +57,15 @@ QString WhyIncomplete(const MergeReport& merged, const Result<void>& ended) {
 bool frmTest::BeginSecond() {
   switch (ObstacleToSecondary(document_->Primary())) {
     case MergeObstacle::NoPrimary:
-      ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
+      ShowMessage(this, Ui::Tr("Error: No primary sup file loaded"));
       return false;
     case MergeObstacle::VariedPrimary:
-      ShowMessage(
-          this,
-          QStringLiteral("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
+      ShowMessage(this,
+                  Ui::Tr("Error: Primary sup file uses multiple colors or multiple transparancies\r\n"
                          "Loading secondary stream not possible.\r\n"
                          "Remove the multiple colors and/or multiple transparancies in the primary sup "
                          "file and retry"),
-          QStringLiteral("Colours that are set here count once the stream is saved and loaded again: use Set "
+                  Ui::Tr("Colours that are set here count once the stream is saved and loaded again: use Set "
                          "for all, save the stream, and load the saved one."));
       return false;
     case MergeObstacle::NoSecondary:
@@ -83,8 +83,7 @@ void frmTest::Command_LoadSecond_Click() {
   if (!BeginSecond()) {
     return;
   }
-  const QString path =
-      AskToOpen(document_->SupPath(), QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+  const QString path = AskToOpen(document_->SupPath(), Ui::Tr("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
   if (!path.isEmpty()) {
     MergeWith(path);
   }
@@ -109,7 +108,7 @@ bool frmTest::LoadSecondaryStream(const QString& path, const LoadSecondary& load
     document_->SetNumber(loaded->FirstIsInvalid ? 0 : 1);
     if (loaded->FirstIsInvalid) {
       hourglass.Release();
-      ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+      ShowMessage(this, Ui::Tr("Error converting subtitle!"));
     }
     repaint();
   }
@@ -119,7 +118,7 @@ bool frmTest::LoadSecondaryStream(const QString& path, const LoadSecondary& load
     return false;
   }
   if (loaded->LostSignature) {
-    ShowMessage(this, QStringLiteral("Error: No SUP signature found"));
+    ShowMessage(this, Ui::Tr("Error: No SUP signature found"));
     return false;
   }
   loaded->Stream.Path = path.toStdString();
@@ -129,11 +128,11 @@ bool frmTest::LoadSecondaryStream(const QString& path, const LoadSecondary& load
 }
 
 bool frmTest::AskForOffset() {
-  const QString reply = AskText(this, QStringLiteral("Set Offset"),
-                                QStringLiteral("Y-Offset for secondary stream"), QStringLiteral("-400"));
+  const QString reply =
+      AskText(this, Ui::Tr("Set Offset"), Ui::Tr("Y-Offset for secondary stream"), QStringLiteral("-400"));
   const auto offset = RoundedOffset(LeadingNumber(reply.toStdString()));
   if (!offset) {
-    ShowMessage(this, QStringLiteral("The offset %1 is not between -32768 and 32767; it stays %2")
+    ShowMessage(this, Ui::Tr("The offset %1 is not between -32768 and 32767; it stays %2")
                           .arg(reply, QString::number(document_->YOffset())));
     return false;
   }
@@ -152,10 +151,10 @@ void frmTest::ShowFirstMergedSubtitle() {
 void frmTest::Command_SaveSecond_Click() {
   switch (ObstacleToMerge(document_->Primary(), document_->Secondary())) {
     case MergeObstacle::NoPrimary:
-      ShowMessage(this, QStringLiteral("Error: No primary sup file loaded"));
+      ShowMessage(this, Ui::Tr("Error: No primary sup file loaded"));
       return;
     case MergeObstacle::NoSecondary:
-      ShowMessage(this, QStringLiteral("Error: No secondary sup file loaded"));
+      ShowMessage(this, Ui::Tr("Error: No secondary sup file loaded"));
       return;
     case MergeObstacle::VariedPrimary:
     case MergeObstacle::None:
@@ -170,7 +169,7 @@ void frmTest::Command_SaveSecond_Click() {
 void frmTest::SaveMerged(const QString& path) {
   auto file = FileWriter::DeletingFirst(path);
   if (!file) {
-    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, QString::fromStdString(file.Reason())));
+    ShowMessage(this, Ui::Tr("Cannot save %1: %2").arg(path, QString::fromStdString(file.Reason())));
     return;
   }
   const QString caption = windowTitle();
@@ -179,7 +178,7 @@ void frmTest::SaveMerged(const QString& path) {
   document_->SetBusy(true);
   Exporter exporter(ExportPathsFor(document_->SupPath()), Exporter::List::Appended);
   const auto next = [&](std::size_t index) {
-    setWindowTitle(caption + QStringLiteral("  working on subtitle # %1").arg(index));
+    setWindowTitle(caption + Ui::Tr("  working on subtitle # %1", {QString::number(index)}));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     return true;
   };
@@ -219,7 +218,7 @@ void frmTest::SaveMerged(const QString& path) {
   }
   TellPictureFailures(exporter.PictureFailures());
   if (const QString failure = WhyIncomplete(merged, ended); !failure.isEmpty()) {
-    ShowMessage(this, QStringLiteral("%1 is not complete: %2").arg(path, failure));
+    ShowMessage(this, Ui::Tr("%1 is not complete: %2").arg(path, failure));
   } else {
     TellSaved(path, encoded, QFileInfo(path).size());
   }

@@ -2,6 +2,7 @@
 
 #include "app/Dialogs.h"
 #include "app/Document.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "base/LeadingNumber.h"
 
@@ -22,14 +23,14 @@ void frmTest::Command_Prev_Click() {
 void frmTest::Command_GoTo_Click() {
   const std::int32_t count = document_->Primary().Count;
   const QString reply =
-      AskText(this, QStringLiteral("Jump to subtitle"),
-              QStringLiteral("Jump to subtitle Nr. (1..%1):").arg(count), QStringLiteral("1"));
+      AskText(this, Ui::Tr("Jump to subtitle"),
+              Ui::Tr("Jump to subtitle Nr. (1..%1):", {QString::number(count)}), QStringLiteral("1"));
   if (reply.isEmpty()) {
     return;
   }
   const double number = std::trunc(LeadingNumber(reply.toStdString()));
   if (!(number >= 1 && number <= count)) {
-    ShowMessage(this, QStringLiteral("Illegal number!"));
+    ShowMessage(this, Ui::Tr("Illegal number!"));
     return;
   }
   if (!document_->GoTo(static_cast<std::int64_t>(number))) {
@@ -44,7 +45,7 @@ void frmTest::Command_Reload_Click() {
 }
 
 void frmTest::TellConversionFailed() {
-  ShowMessage(this, QStringLiteral("Error converting subtitle!"));
+  ShowMessage(this, Ui::Tr("Error converting subtitle!"));
   document_->SetFailed();
 }
 

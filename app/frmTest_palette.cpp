@@ -7,6 +7,7 @@
 #include "app/ImageList.h"
 #include "app/PaletteSwatch.h"
 #include "app/PathText.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
@@ -14,9 +15,9 @@
 namespace quillmark {
 
 void frmTest::Command_LoadPalette_Click() {
-  const QString path = AskToOpen(ProposedIfoName(document_->SupPath()),
-                                 QStringLiteral("IFO + Palette Files (*.IFO;*.PAL;*.RGB)"),
-                                 QStringLiteral("*.IFO;*.PAL;*.RGB"));
+  const QString path =
+      AskToOpen(ProposedIfoName(document_->SupPath()), Ui::Tr("IFO + Palette Files (*.IFO;*.PAL;*.RGB)"),
+                QStringLiteral("*.IFO;*.PAL;*.RGB"));
   if (!path.isEmpty()) {
     LoadPalette(path);
   }
@@ -25,9 +26,9 @@ void frmTest::Command_LoadPalette_Click() {
 void frmTest::LoadPalette(const QString& path) {
   const auto packed = LoadPaletteFile(path.toStdString());
   if (!packed) {
-    ShowMessage(this, QStringLiteral("Illegal file"));
+    ShowMessage(this, Ui::Tr("Illegal file"));
   }
-  (void)document_->SetPalette(ToRgb(packed ? *packed : DefaultPackedPalette), QStringLiteral("Load Palette"));
+  (void)document_->SetPalette(ToRgb(packed ? *packed : DefaultPackedPalette), Ui::Tr("Load Palette"));
   if (!packed) {
     Tell(path + QStringLiteral(": ") + QString::fromStdString(packed.Reason()));
   }
@@ -37,14 +38,14 @@ void frmTest::LoadPalette(const QString& path) {
 void frmTest::Command_SavePalette_Click() {
   const QString path =
       AskToSave(ReplaceExtension(SupPathOrDefault(document_->SupPath()), QStringLiteral(".pal")),
-                QStringLiteral("Palette Files (*.PAL;*.RGB)"), QStringLiteral("*.PAL;*.RGB"));
+                Ui::Tr("Palette Files (*.PAL;*.RGB)"), QStringLiteral("*.PAL;*.RGB"));
   if (path.isEmpty()) {
     return;
   }
   const std::string text = PaletteTextFor(path.toStdString(), document_->Palette());
   const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
   if (!ReplaceFile(path, bytes)) {
-    ShowMessage(this, QStringLiteral("Cannot open file"));
+    ShowMessage(this, Ui::Tr("Cannot open file"));
   }
 }
 
@@ -67,8 +68,7 @@ void frmTest::Label1_Click(std::size_t entry) {
     return;
   }
   palette[entry] = chosen;
-  (void)document_->SetPalette(palette,
-                              QStringLiteral("Palette colour ") + QString::number(entry, 16).toUpper());
+  (void)document_->SetPalette(palette, Ui::Tr("Palette colour %1", {QString::number(entry, 16).toUpper()}));
   Command_Reload_Click();
 }
 

@@ -11,6 +11,7 @@
 #include "app/Document.h"
 #include "app/PlayerBar.h"
 #include "app/PlayerView.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -35,7 +36,7 @@ void frmTest::BuildPlayer() {
   connect(playerBar_, &PlayerBar::Toggled, this, &frmTest::DrawAgain);
   playerView_ = new PlayerView(*document_, *Picture1, *inspector_, *playerBar_, this);
   connect(playerView_, &PlayerView::Damaged, this,
-          [this](const QString& what) { Tell(QStringLiteral("As a player shows it: ") + what); });
+          [this](const QString& what) { Tell(Ui::Tr("As a player shows it: %1", {what})); });
   UpdatePlayer();
 }
 

@@ -9,6 +9,7 @@
 #include "app/ListPanel.h"
 #include "app/ReviewPanel.h"
 #include "app/SubtitleTable.h"
+#include "app/Ui.h"
 #include "app/WindowBody.h"
 #include "app/frmTest.h"
 #include "render/OffsetSearch.h"
@@ -35,8 +36,8 @@ std::optional<SuggestedOffset> FindOffset(const Document& document, const Progre
 }
 
 QString CostText(const OffsetCost& cost) {
-  return CountText(static_cast<std::int64_t>(cost.Covered)) + QStringLiteral(" pixels covered, ") +
-         CountText(static_cast<std::int64_t>(cost.Clipped)) + QStringLiteral(" clipped");
+  return Ui::Tr("%1 pixels covered, %2 clipped", {CountText(static_cast<std::int64_t>(cost.Covered)),
+                                                  CountText(static_cast<std::int64_t>(cost.Clipped))});
 }
 
 }  // namespace
@@ -110,32 +111,32 @@ void frmTest::List_Pairs_Chosen(const DisplayInterval& unit, std::int64_t number
 void frmTest::Command_SuggestOffset_Click() {
   std::optional<SuggestedOffset> found;
   bool lacksMemory = false;
-  const Completion ended = RunLongWork(this, QStringLiteral("Looking for the best offset"), patience_,
-                                       [&](const Progress& progress) {
-                                         try {
-                                           found = FindOffset(*document_, progress);
-                                         } catch (const std::bad_alloc&) {
-                                           lacksMemory = true;
-                                         }
-                                       });
+  const Completion ended =
+      RunLongWork(this, Ui::Tr("Looking for the best offset"), patience_, [&](const Progress& progress) {
+        try {
+          found = FindOffset(*document_, progress);
+        } catch (const std::bad_alloc&) {
+          lacksMemory = true;
+        }
+      });
   if (lacksMemory) {
-    ShowMessage(this, QStringLiteral("There is not enough memory to look for an offset"));
+    ShowMessage(this, Ui::Tr("There is not enough memory to look for an offset"));
     return;
   }
   if (ended == Completion::Cancelled || !found) {
-    Tell(QStringLiteral("The offset stays ") + QString::number(document_->YOffset()));
+    Tell(Ui::Tr("The offset stays %1", {QString::number(document_->YOffset())}));
     return;
   }
   const std::int16_t before = document_->YOffset();
   const QString cost = CostText(found->Cost);
   if (found->Lines == before) {
-    Tell(QStringLiteral("No offset is better than %1: ").arg(before) + cost);
+    Tell(Ui::Tr("No offset is better than %1: %2", {QString::number(before), cost}));
     return;
   }
   document_->SetYOffset(static_cast<std::int16_t>(found->Lines));
   document_->ShowAgain();
-  Tell(QStringLiteral("Offset %1: ").arg(found->Lines) + cost + QStringLiteral("; at %1 ").arg(before) +
-       CostText(found->CostNow));
+  Tell(Ui::Tr("Offset %1: %2; at %3 %4",
+              {QString::number(found->Lines), cost, QString::number(before), CostText(found->CostNow)}));
 }
 
 }  // namespace quillmark

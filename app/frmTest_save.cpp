@@ -1,6 +1,7 @@
 #include "app/Dialogs.h"
 #include "app/Document.h"
 #include "app/PathText.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 #include "files/ReplaceFile.h"
 
@@ -8,7 +9,7 @@ namespace quillmark {
 
 QString frmTest::AskForNewSup() {
   return AskToSave(ReplaceExtension(SupPathOrDefault(document_->SupPath()), QStringLiteral("_new.sup")),
-                   QStringLiteral("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
+                   Ui::Tr("SUP Files (*.SUP)"), QStringLiteral("*.SUP"));
 }
 
 void frmTest::Command_SaveSup_Click() {
@@ -19,7 +20,7 @@ void frmTest::Command_SaveSup_Click() {
   }
   const auto bytes = std::span(stream.RawBytes).first(static_cast<std::size_t>(stream.FileLength));
   if (const auto saved = ReplaceFile(path, bytes, {.Tail = OldTail::Kept}); !saved) {
-    ShowMessage(this, QStringLiteral("Cannot save %1: %2").arg(path, QString::fromStdString(saved.Reason())));
+    ShowMessage(this, Ui::Tr("Cannot save %1: %2").arg(path, QString::fromStdString(saved.Reason())));
     return;
   }
   document_->MarkSaved();

@@ -8,6 +8,7 @@
 #include "app/CountText.h"
 #include "app/Document.h"
 #include "app/StatusLine.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
 
 namespace quillmark {
@@ -27,7 +28,7 @@ void frmTest::ConnectStatus() {
   connect(document_, &Document::NumberChanged, this, &frmTest::UpdateCommands);
   connect(document_, &Document::AboutToEdit, this, [this](const DocumentEdit& edit) {
     if (std::holds_alternative<DvdPalette>(edit.What)) {
-      Tell(QStringLiteral("A SUP file holds no palette: Save Palette keeps this one"));
+      Tell(Ui::Tr("A SUP file holds no palette: Save Palette keeps this one"));
     }
   });
 }
@@ -66,7 +67,7 @@ void frmTest::ShowPlace() {
     return;
   }
   const QString number = document_->HasSubtitle() ? CountText(document_->Number()) : document_->NumberText();
-  status_->ShowPlace(number + QStringLiteral(" of ") + CountText(count));
+  status_->ShowPlace(Ui::Tr("%1 of %2", {number, CountText(count)}));
 }
 
 void frmTest::ShowPreviewMark() {
@@ -88,9 +89,11 @@ void frmTest::ShowPreviewMark() {
 }
 
 void frmTest::TellSaved(const QString& path, std::int64_t subtitles, std::int64_t bytes) {
-  Tell(QStringLiteral("Saved ") + QFileInfo(path).fileName() + QStringLiteral(", ") +
-       (subtitles > 0 ? SubtitlesText(subtitles) + QStringLiteral(", ") : QString()) +
-       TextLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat));
+  const QString name = QFileInfo(path).fileName();
+  const QString size = TextLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+  Tell(subtitles > 0
+           ? Ui::Tr("Saved %1, %n subtitle, %2", "Saved %1, %n subtitles, %2", subtitles, {name, size})
+           : Ui::Tr("Saved %1, %2", {name, size}));
 }
 
 }  // namespace quillmark

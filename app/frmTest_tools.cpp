@@ -8,7 +8,9 @@
 #include "app/SubtitleList.h"
 #include "app/ToolDialog.h"
 #include "app/ToolForm.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
+#include "base/Words.h"
 #include "files/ReplaceFile.h"
 #include "recipe/Recipe.h"
 #include "sup/StreamLoader.h"
@@ -16,29 +18,25 @@
 namespace quillmark {
 namespace {
 
-const QString RecipeDescription = QStringLiteral("Recipes (*.JSON)");
 const QString RecipePattern = QStringLiteral("*.JSON");
-
-QString TextOf(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// "12 subtitles moved, 2 left as they are".
 QString DoneText(const Tool& tool, const ToolResult& result) {
   const std::int64_t changed = result.Changed.SizeWithin(std::numeric_limits<std::int64_t>::max());
-  QString text = SubtitlesText(changed) + u' ' + TextOf(tool.Done);
+  QString text =
+      Ui::Tr("%n subtitle %1", "%n subtitles %1", changed, {QString::fromStdString(Words::Tr(tool.Done))});
   if (!result.Left.empty()) {
-    text += QStringLiteral(", ") + CountText(static_cast<std::int64_t>(result.Left.size())) +
-            QStringLiteral(" left as they are");
+    text += QStringLiteral(", ") +
+            Ui::Tr("%1 left as they are", {CountText(static_cast<std::int64_t>(result.Left.size()))});
   }
   return text;
 }
 
 /// What the history calls a tool's step.
 QString NameOf(std::string_view tool) {
-  const auto& forms = ToolForms();
+  const std::vector<ToolForm> forms = ToolForms();
   const auto form = std::ranges::find(forms, tool, &ToolForm::Tool);
-  return form != forms.end() ? form->Name : QStringLiteral("Assign");
+  return form != forms.end() ? form->Name : Ui::Tr("Assign");
 }
 
 }  // namespace
@@ -91,7 +89,7 @@ void frmTest::AskForTool(std::string_view tool) {
 void frmTest::Command_SaveRecipe_Click() {
   const QString path =
       AskToSave(ReplaceExtension(SupPathOrDefault(document_->SupPath()), QStringLiteral(".json")),
-                RecipeDescription, RecipePattern);
+                Ui::Tr("Recipes (*.JSON)"), RecipePattern);
   if (path.isEmpty()) {
     return;
   }
@@ -103,11 +101,10 @@ void frmTest::Command_SaveRecipe_Click() {
     return;
   }
   const auto steps = static_cast<std::int64_t>(recipe.Steps.size());
-  QString told = QStringLiteral("Saved ") + QFileInfo(path).fileName() + QStringLiteral(", ") +
-                 CountText(steps) + (steps == 1 ? QStringLiteral(" step") : QStringLiteral(" steps"));
+  QString told = Ui::Tr("Saved %1, %n step", "Saved %1, %n steps", steps, {QFileInfo(path).fileName()});
   if (const std::int64_t others = document_->StepsWithoutTool(); others > 0) {
-    told += QStringLiteral("; not in it: ") + CountText(others) +
-            QStringLiteral(" of the palette or restored ones");
+    told +=
+        QStringLiteral("; ") + Ui::Tr("not in it: %1 of the palette or restored ones", {CountText(others)});
   }
   Tell(told);
 }
@@ -115,7 +112,7 @@ void frmTest::Command_SaveRecipe_Click() {
 void frmTest::Command_RunRecipe_Click() {
   const QString path =
       AskToOpen(ReplaceExtension(SupPathOrDefault(document_->SupPath()), QStringLiteral(".json")),
-                RecipeDescription, RecipePattern);
+                Ui::Tr("Recipes (*.JSON)"), RecipePattern);
   if (path.isEmpty()) {
     return;
   }
@@ -139,10 +136,10 @@ void frmTest::Command_RunRecipe_Click() {
   }
   Command_Reload_Click();
   const auto steps = static_cast<std::int64_t>(recipe->Steps.size());
-  QString told = QStringLiteral("Ran ") + QFileInfo(path).fileName() + QStringLiteral(", ") +
-                 CountText(steps) + (steps == 1 ? QStringLiteral(" step") : QStringLiteral(" steps"));
+  QString told = Ui::Tr("Ran %1, %n step", "Ran %1, %n steps", steps, {QFileInfo(path).fileName()});
   if (*left > 0) {
-    told += QStringLiteral("; ") + SubtitlesText(*left) + QStringLiteral(" left as they were");
+    told += QStringLiteral("; ") +
+            Ui::Tr("%n subtitle left as they were", "%n subtitles left as they were", *left);
   }
   Tell(told);
 }

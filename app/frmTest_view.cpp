@@ -3,6 +3,7 @@
 
 #include "app/DisplayFrame.h"
 #include "app/FrameView.h"
+#include "app/Ui.h"
 #include "app/WindowBody.h"
 #include "app/frmTest.h"
 
@@ -62,7 +63,7 @@ void frmTest::SetAspect(DisplayAspect aspect) {
 void frmTest::ShowZoom() {
   const ViewZoom& zoom = Picture1->Zoom();
   Action_ZoomFit->setChecked(zoom.Fits);
-  Tell((zoom.Fits ? QStringLiteral("Zoom to fit") : QStringLiteral("Zoom %1 %").arg(zoom.Percent)) +
+  Tell((zoom.Fits ? Ui::Tr("Zoom to fit") : Ui::Tr("Zoom %1 %", {QString::number(zoom.Percent)})) +
        AspectText(zoom.Aspect));
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "cli/Inputs.h"
 #include "cli/ToolCommand.h"
 #include "files/ReplaceFile.h"
@@ -122,7 +123,7 @@ FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, 
   try {
     std::error_code error;
     if (!options.Force && std::filesystem::exists(PathFromUtf8(report.Out), error)) {
-      report.Error = report.Out + " exists; --force writes over it";
+      report.Error = Words::Tr("%1 exists; --force writes over it", {report.Out});
       return report;
     }
     Result<std::vector<std::uint8_t>> bytes = Read(file, options.Track, report);
@@ -137,7 +138,7 @@ FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, 
     }
     Result<std::vector<StepOutcome>> outcomes = RunSteps(steps, *stream);
     if (!outcomes) {
-      report.Error = outcomes.Reason() + "; nothing is written";
+      report.Error = Words::Tr("%1; nothing is written", {outcomes.Reason()});
       return report;
     }
     report.Steps = std::move(*outcomes);
@@ -145,7 +146,7 @@ FileReport RunFile(const ApplyOptions& options, const std::vector<Step>& steps, 
       report.Error = WriteFile(report.Out, FileOf(*stream)).Text();
     }
   } catch (const std::bad_alloc&) {
-    report.Error = "there is not enough memory";
+    report.Error = Words::Tr("there is not enough memory");
   }
   return report;
 }
@@ -169,7 +170,7 @@ void RunFiles(const ApplyOptions& options, const std::vector<Step>& steps, const
         }
         index = next++;
       }
-      FileReport report{.Out = {}, .Steps = {}, .Error = "interrupted"};
+      FileReport report{.Out = {}, .Steps = {}, .Error = Words::Tr("interrupted")};
       if (!console.Interrupted()) {
         const std::uintmax_t bytes = SizeOf(options.Files[index]);
         budget.Take(bytes);
@@ -219,11 +220,10 @@ Json ReportObject(const std::string& file, const FileReport& report, bool isDryR
 std::string ReportLine(const std::string& file, const FileReport& report, bool isDryRun) {
   std::string steps;
   for (const StepOutcome& step : report.Steps) {
-    steps += (steps.empty() ? "" : ", ") + std::to_string(step.Changed) +
-             (step.Changed == 1 ? " subtitle " : " subtitles ") + (isDryRun ? "would be " : "") +
-             std::string(step.What->Done);
+    steps += (steps.empty() ? "" : ", ") + DoneText(*step.What, step.Changed, isDryRun);
   }
-  return file + ": " + (steps.empty() ? "no steps" : steps) + (isDryRun ? "" : "; written to " + report.Out);
+  const std::string told = file + ": " + (steps.empty() ? Words::Tr("no steps") : steps);
+  return isDryRun ? told : told + "; " + Words::Tr("written to %1", {report.Out});
 }
 
 void WarnOfLeft(const std::string& file, const FileReport& report, const Console& console) {
@@ -241,7 +241,8 @@ CommandResult CheckNames(const ApplyOptions& options) {
   for (const std::string& file : options.Files) {
     const auto [same, isNew] = files.emplace(OutPath(options.OutFolder, file), file);
     if (!isNew) {
-      return WrongUsage("", same->second + " and " + file + " would both be written to " + same->first);
+      return WrongUsage(
+          "", Words::Tr("%1 and %2 would both be written to %3", {same->second, file, same->first}));
     }
   }
   return {};
@@ -276,7 +277,7 @@ CommandResult Apply(const ApplyOptions& options, const Console& console) {
   }
   if (!options.DryRun) {
     if (const auto made = MakeFolder(folder); !made) {
-      return Failed(options.OutFolder, "the folder cannot be created: " + made.Reason());
+      return Failed(options.OutFolder, Words::Tr("the folder cannot be created: %1", {made.Reason()}));
     }
   }
   std::size_t failed = 0;
@@ -302,15 +303,16 @@ CommandResult Apply(const ApplyOptions& options, const Console& console) {
     }
   });
   if (console.Interrupted()) {
-    return {.Code = ExitCode::Interrupted, .Reason = "interrupted", .JsonWritten = options.Json};
+    return {.Code = ExitCode::Interrupted, .Reason = Words::Tr("interrupted"), .JsonWritten = options.Json};
   }
   if (failed == 0 && left == 0) {
     return {};
   }
-  const std::string ofAll = " of " + std::to_string(options.Files.size()) + " files ";
+  const std::string all = std::to_string(options.Files.size());
   CommandResult result =
-      Failed("", failed > 0 ? std::to_string(failed) + ofAll + "could not be done"
-                            : std::to_string(left) + ofAll + "have subtitles that are left as they are");
+      Failed("", failed > 0 ? Words::Tr("%1 of %2 files could not be done", {std::to_string(failed), all})
+                            : Words::Tr("%1 of %2 files have subtitles that are left as they are",
+                                        {std::to_string(left), all}));
   result.JsonWritten = options.Json;
   return result;
 }

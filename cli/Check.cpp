@@ -1,3 +1,4 @@
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -29,7 +30,7 @@ CommandResult Check(const CheckOptions& options, const Console& console) {
           result.Code = ExitCode::Failed;
         },
         rules);
-    console.Out << (result.IsDone() ? "no problem found\n" : "");
+    console.Out << (result.IsDone() ? Words::Tr("no problem found") + "\n" : std::string());
   }
   return result;
 }

@@ -9,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/HelpFormatter.h"
 #include "cli/Interruption.h"
@@ -56,7 +57,8 @@ class CommandTable {
   CommandTable() {
     app_.name(Program);
     app_.set_version_flag("--version", Program + std::string(" " QUILLMARK_VERSION),
-                          "Print the version and exit");
+                          Words::Tr("Print the version and exit"));
+    app_.set_help_flag("-h,--help", Words::Tr("Print this help message and exit"));
     app_.require_subcommand(0, 1);
     app_.formatter(std::make_shared<HelpFormatter>());
     AddReadingCommands();
@@ -78,7 +80,7 @@ class CommandTable {
     app_.parse(arguments);
     const auto chosen = app_.get_subcommands();
     if (chosen.empty()) {
-      throw CLI::RequiredError("a command");
+      throw CLI::RequiredError(Words::Tr("a command"));
     }
     const auto command = std::ranges::find(commands_, chosen.front(), &Command::App);
     if (!command->Writes) {
@@ -121,7 +123,7 @@ class CommandTable {
   };
 
   CLI::App* AddCommand(const std::string& name, const std::string& description) {
-    return app_.add_subcommand(name, description)->group("Commands");
+    return app_.add_subcommand(name, description)->group(Words::Tr("Commands"));
   }
 
   template <typename Options>
@@ -135,95 +137,104 @@ class CommandTable {
   }
 
   void AddReadingCommands() {
-    CLI::App* report = Add("report", "Report on a stream, as the window does", report_, Report, false);
+    CLI::App* report =
+        Add("report", Words::Tr("Report on a stream, as the window does"), report_, Report, false);
     AddStream(report, report_.File, report_.Track);
-    report->add_flag("--json", report_.Json, "Write one JSON object");
+    report->add_flag("--json", report_.Json, Words::Tr("Write one JSON object"));
 
-    CLI::App* list = Add("list", "List the subtitles, one a line", list_, List, false);
+    CLI::App* list = Add("list", Words::Tr("List the subtitles, one a line"), list_, List, false);
     AddStream(list, list_.File, list_.Track);
-    list->add_flag("--json", list_.Json, "Write a JSON array of objects");
+    list->add_flag("--json", list_.Json, Words::Tr("Write a JSON array of objects"));
 
-    CLI::App* check =
-        Add("check", "Tell every problem of a stream; exit code 1 if there is one", check_, Check, false);
+    CLI::App* check = Add("check", Words::Tr("Tell every problem of a stream; exit code 1 if there is one"),
+                          check_, Check, false);
     AddStream(check, check_.File, check_.Track);
     AddRules(check, check_.Profile, check_.Frame);
-    check->add_flag("--json", check_.Json, "Write a JSON array of objects");
+    check->add_flag("--json", check_.Json, Words::Tr("Write a JSON array of objects"));
 
     CLI::App* diff =
-        Add("diff", "Tell what two streams differ in; exit code 1 if they do", diff_, Diff, false);
+        Add("diff", Words::Tr("Tell what two streams differ in; exit code 1 if they do"), diff_, Diff, false);
     AddFile(diff, diff_.First, "A");
-    AddFile(diff, diff_.Second, "B", "Stream to compare it with");
-    AddTrack(diff, diff_.Track, "A's track, by its number or its language");
-    AddTrack(diff, diff_.SecondTrack, "The same of B", "--second-track");
-    diff->add_flag("--json", diff_.Json, "Write a JSON array of objects");
+    AddFile(diff, diff_.Second, "B", Words::Tr("Stream to compare it with"));
+    AddTrack(diff, diff_.Track, Words::Tr("A's track, by its number or its language"));
+    AddTrack(diff, diff_.SecondTrack, Words::Tr("The same of B"), "--second-track");
+    diff->add_flag("--json", diff_.Json, Words::Tr("Write a JSON array of objects"));
 
-    CLI::App* tracks =
-        Add("tracks", "List the subtitle streams that a file of any kind holds", tracks_, Tracks, false);
-    AddFile(tracks, tracks_.File, "FILE", FileKinds);
-    tracks->add_flag("--json", tracks_.Json, "Write a JSON array of objects");
+    CLI::App* tracks = Add("tracks", Words::Tr("List the subtitle streams that a file of any kind holds"),
+                           tracks_, Tracks, false);
+    AddFile(tracks, tracks_.File, "FILE", Words::Tr(FileKinds));
+    tracks->add_flag("--json", tracks_.Json, Words::Tr("Write a JSON array of objects"));
   }
 
   /// What a stream is held against.
   static void AddRules(CLI::App* command, std::string& profile, int& frame) {
-    command->add_option("--profile", profile, "Rules for everybody, or those for players too")
+    command->add_option("--profile", profile, Words::Tr("Rules for everybody, or those for players too"))
         ->type_name("spec|player")
         ->check(Accepting([](const std::string& name) { return name == "spec" || name == "player"; },
-                          "is neither spec nor player"))
+                          Words::Tr("is neither spec nor player")))
         ->capture_default_str();
-    command->add_option("--frame", frame, "Lines of the frame that the stream is for")
+    command->add_option("--frame", frame, Words::Tr("Lines of the frame that the stream is for"))
         ->type_name("480|576")
         ->check(FrameLines())
         ->capture_default_str();
   }
 
   void AddDiscCommands() {
-    CLI::App* palettes = Add("palettes", "List the program chains of an IFO file with their palettes",
-                             palettes_, Palettes, false);
-    AddFile(palettes, palettes_.File, "FILE", "Information file of a disc (.ifo)");
-    palettes->add_flag("--json", palettes_.Json, "Write a JSON array of objects");
+    CLI::App* palettes =
+        Add("palettes", Words::Tr("List the program chains of an IFO file with their palettes"), palettes_,
+            Palettes, false);
+    AddFile(palettes, palettes_.File, "FILE", Words::Tr("Information file of a disc (.ifo)"));
+    palettes->add_flag("--json", palettes_.Json, Words::Tr("Write a JSON array of objects"));
   }
 
   static CLI::Option* AddMoment(CLI::App* command, std::int64_t& ticks) {
     return command
         ->add_option_function<std::string>(
             "--at", [&ticks](const std::string& text) { ticks = ParseMilliseconds(text).value_or(ticks); },
-            "Milliseconds, with or without decimals, after the subtitle's start; 0 where --player is alone")
+            Words::Tr("Milliseconds, with or without decimals, after the subtitle's start; 0 where --player "
+                      "is alone"))
         ->type_name("MS")
         ->check(Accepting([](const std::string& text) { return ParseMilliseconds(text).value_or(-1) >= 0; },
-                          "is no number of milliseconds from 0 on"));
+                          Words::Tr("is no number of milliseconds from 0 on")));
   }
 
   void AddPictureCommands() {
-    CLI::App* picture = Add("picture", "Save one subtitle's picture as PNG", picture_, Picture, true);
+    CLI::App* picture =
+        Add("picture", Words::Tr("Save one subtitle's picture as PNG"), picture_, Picture, true);
     AddStream(picture, picture_.File, picture_.Track);
     AddNumber(picture, "N", picture_.Number, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
-              "Number of the subtitle, from 1")
+              Words::Tr("Number of the subtitle, from 1"))
         ->required()
         ->type_name("");
-    AddOut(
-        picture, picture_.Out, "FILE.png",
-        Accepting([](const std::string& name) { return NameEndsIn(name, ".png"); }, "does not end in .png"));
+    AddOut(picture, picture_.Out, "FILE.png",
+           Accepting([](const std::string& name) { return NameEndsIn(name, ".png"); },
+                     Words::Tr("does not end in .png")));
     AddPalette(picture, picture_.Palette);
-    picture->add_option("--frame", picture_.Frame, "Show the whole frame of 720x480 or 720x576 pixels")
+    picture
+        ->add_option("--frame", picture_.Frame,
+                     Words::Tr("Show the whole frame of 720x480 or 720x576 pixels"))
         ->type_name("480|576")
         ->check(FrameLines());
     picture
-        ->add_option("--background", picture_.Background,
-                     "What the frame is filled with; none without --frame: the subtitle's own picture")
+        ->add_option(
+            "--background", picture_.Background,
+            Words::Tr("What the frame is filled with; none without --frame: the subtitle's own picture"))
         ->type_name("checker|none|#RRGGBB|FILE")
         ->check(NamesAFile());
-    CLI::Option* const player = picture->add_flag(
-        "--player", picture_.Player, "As a player shows it, with all control sequences at their times");
+    CLI::Option* const player =
+        picture->add_flag("--player", picture_.Player,
+                          Words::Tr("As a player shows it, with all control sequences at their times"));
     AddMoment(picture, picture_.At)->needs(player);
 
     CLI::App* exporting =
-        Add("export", "Save all pictures and their list for authoring", export_, Export, true);
+        Add("export", Words::Tr("Save all pictures and their list for authoring"), export_, Export, true);
     AddStream(exporting, export_.File, export_.Track);
     AddPalette(exporting, export_.Palette);
     AddOnly(exporting, export_.Only);
     exporting
-        ->add_option(OutNames, export_.Base,
-                     "Write BASE_SubPng/ and BASE_spu.xml; else FILE without its last four characters")
+        ->add_option(
+            OutNames, export_.Base,
+            Words::Tr("Write BASE_SubPng/ and BASE_spu.xml; else FILE without its last four characters"))
         ->type_name("BASE")
         ->check(NamesAFile());
   }
@@ -236,41 +247,46 @@ class CommandTable {
         AddTool(tool);
       }
     }
-    CLI::App* join = Add("join", "Put streams one behind another", join_, Join, true);
-    join->add_option("FILES", join_.Files, "Streams, at least two")
+    CLI::App* join = Add("join", Words::Tr("Put streams one behind another"), join_, Join, true);
+    join->add_option("FILES", join_.Files, Words::Tr("Streams, at least two"))
         ->required()
         ->expected(2, std::numeric_limits<int>::max())
         ->type_name("")
         ->check(NamesAFile());
-    join->add_option("--gap", join_.Gap, "How long after a stream's last end the next one starts")
+    join->add_option("--gap", join_.Gap, Words::Tr("How long after a stream's last end the next one starts"))
         ->type_name("MS");
-    join->add_option("--at", join_.At, "When each stream but the first starts, [[h:]m:]s, in place of --gap")
+    join->add_option("--at", join_.At,
+                     Words::Tr("When each stream but the first starts, [[h:]m:]s, in place of --gap"))
         ->type_name("TIME")
         ->delimiter(',')
         ->expected(1, std::numeric_limits<int>::max());
-    AddTrack(join, join_.Track, "Of each file that has several: number or language");
+    AddTrack(join, join_.Track, Words::Tr("Of each file that has several: number or language"));
     AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
 
-    CLI::App* fix = Add("fix", "Mend what can be mended without coding pictures again", fix_, Fix, true);
+    CLI::App* fix =
+        Add("fix", Words::Tr("Mend what can be mended without coding pictures again"), fix_, Fix, true);
     AddStream(fix, fix_.File, fix_.Track);
     AddRules(fix, fix_.Profile, fix_.Frame);
     AddToolOutput(fix, fix_.Out, fix_.DryRun, fix_.Json);
 
-    CLI::App* apply = Add("apply", "Run the steps of a recipe on any number of streams", apply_, Apply, true);
+    CLI::App* apply =
+        Add("apply", Words::Tr("Run the steps of a recipe on any number of streams"), apply_, Apply, true);
     AddFile(apply, apply_.Recipe, "RECIPE", "Recipe (JSON)");
-    apply->add_option("FILES", apply_.Files, FileKinds)
+    apply->add_option("FILES", apply_.Files, Words::Tr(FileKinds))
         ->required()
         ->expected(1, std::numeric_limits<int>::max())
         ->type_name("")
         ->check(NamesAFile());
-    AddTrack(apply, apply_.Track, "Of each file that has several: number or language");
-    apply->add_option("--out-dir", apply_.OutFolder, "Folder for the new files, made where it is missing")
+    AddTrack(apply, apply_.Track, Words::Tr("Of each file that has several: number or language"));
+    apply
+        ->add_option("--out-dir", apply_.OutFolder,
+                     Words::Tr("Folder for the new files, made where it is missing"))
         ->required()
         ->type_name("DIR")
         ->check(NamesAFile());
-    apply->add_flag("--force", apply_.Force, "Write over files that exist");
-    apply->add_flag("--dry-run", apply_.DryRun, "Say what would change and write nothing");
-    apply->add_flag("--json", apply_.Json, "Write a JSON array of objects, one a file");
+    apply->add_flag("--force", apply_.Force, Words::Tr("Write over files that exist"));
+    apply->add_flag("--dry-run", apply_.DryRun, Words::Tr("Say what would change and write nothing"));
+    apply->add_flag("--json", apply_.Json, Words::Tr("Write a JSON array of objects, one a file"));
   }
 
   void AddTool(const Tool& tool) {
@@ -278,7 +294,7 @@ class CommandTable {
     options.Step.Tool = tool.Name;
     // As ever, it says nothing when all was done.
     options.IsQuiet = tool.Name == "assign";
-    CLI::App* const command = Add(std::string(tool.Name), std::string(tool.Help), options, RunTool, true);
+    CLI::App* const command = Add(std::string(tool.Name), Words::Tr(tool.Help), options, RunTool, true);
     for (const ToolOption& option : tool.Options) {
       AddToolOption(command, option, options.Step);
     }
@@ -288,7 +304,7 @@ class CommandTable {
 
   static void AddToolOption(CLI::App* command, const ToolOption& option, StepText& step) {
     const std::string name(option.Name);
-    const std::string help(option.Help);
+    const std::string help = Words::Tr(option.Help);
     if (option.IsFlag()) {
       command->add_flag_callback(
           "--" + name, [&step, name] { step.Options.emplace_back(name, "true"); }, help);
@@ -306,74 +322,81 @@ class CommandTable {
   /// Where it goes, or that it goes nowhere.
   void AddToolOutput(CLI::App* command, std::string& out, bool& dryRun, bool& json) {
     outs_.push_back(AddOut(command, out, "FILE.sup"));
-    command->add_flag("--dry-run", dryRun, "Say what would change and write nothing; needs no -o");
-    command->add_flag("--json", json, "Write one JSON object");
+    command->add_flag("--dry-run", dryRun, Words::Tr("Say what would change and write nothing; needs no -o"));
+    command->add_flag("--json", json, Words::Tr("Write one JSON object"));
   }
 
   void AddWritingCommands() {
-    CLI::App* palette = Add("palette", "Convert a palette file", palette_, ConvertPalette, true);
-    AddFile(palette, palette_.In, "IN", "Palette file: .ifo, .pal or .rgb");
+    CLI::App* palette = Add("palette", Words::Tr("Convert a palette file"), palette_, ConvertPalette, true);
+    AddFile(palette, palette_.In, "IN", Words::Tr("Palette file: .ifo, .pal or .rgb"));
     AddOut(palette, palette_.Out, "FILE.pal|FILE.RGB",
            Accepting(
                [](const std::string& name) { return NameEndsIn(name, ".pal") || NameEndsIn(name, ".rgb"); },
-               "does not end in .pal or .rgb"));
+               Words::Tr("does not end in .pal or .rgb")));
     AddNumber(palette, "--chain", palette_.Chain, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
-              "Program chain of an IFO file, as 'palettes' numbers it")
+              Words::Tr("Program chain of an IFO file, as 'palettes' numbers it"))
         ->type_name("N");
 
     AddConvert();
 
     AddMerge();
 
-    CLI::App* salvage = Add("salvage", "Save the good packets of a damaged stream", salvage_, Salvage, true);
+    CLI::App* salvage =
+        Add("salvage", Words::Tr("Save the good packets of a damaged stream"), salvage_, Salvage, true);
     AddStream(salvage, salvage_.File, salvage_.Track);
     AddOut(salvage, salvage_.Out, "FILE.sup");
   }
 
   void AddMerge() {
-    CLI::App* merge = Add("merge", "Lay a second stream over the first", merge_, Merge, true);
+    CLI::App* merge = Add("merge", Words::Tr("Lay a second stream over the first"), merge_, Merge, true);
     AddFile(merge, merge_.Primary, "PRIMARY");
-    AddFile(merge, merge_.Secondary, "SECONDARY", "Stream to lay over it");
-    AddTrack(merge, merge_.Track, "PRIMARY's track, by its number or its language");
-    AddTrack(merge, merge_.SecondTrack, "The same of SECONDARY", "--second-track");
+    AddFile(merge, merge_.Secondary, "SECONDARY", Words::Tr("Stream to lay over it"));
+    AddTrack(merge, merge_.Track, Words::Tr("PRIMARY's track, by its number or its language"));
+    AddTrack(merge, merge_.SecondTrack, Words::Tr("The same of SECONDARY"), "--second-track");
     outs_.push_back(AddOut(merge, merge_.Out, "FILE.sup"));
     AddYOffset(merge);
-    merge->add_option("--frame", merge_.Frame, "Lines of the frame")
+    merge->add_option("--frame", merge_.Frame, Words::Tr("Lines of the frame"))
         ->type_name("480|576")
         ->check(FrameLines())
         ->capture_default_str();
     AddPalette(merge, merge_.Palette);
     merge
-        ->add_option("--secondary-codes", merge_.SecondaryCodes,
-                     "Which code, 0 to 3, each pixel code of SECONDARY becomes: a digit for each, code 0 "
-                     "first; a dot leaves a code as it is")
+        ->add_option(
+            "--secondary-codes", merge_.SecondaryCodes,
+            Words::Tr("Which code, 0 to 3, each pixel code of SECONDARY becomes: a digit for each, code 0 "
+                      "first; a dot leaves a code as it is"))
         ->type_name("HHHH")
-        ->check(DigitForEachCode(3, "digits 0 to 3"));
+        ->check(DigitForEachCode(3, Words::Tr("digits 0 to 3")));
     merge
-        ->add_option("--colours", merge_.Colours,
-                     "Palette entries of the new stream's codes in the same way, in hexadecimal digits; else "
-                     "PRIMARY's")
+        ->add_option(
+            "--colours", merge_.Colours,
+            Words::Tr(
+                "Palette entries of the new stream's codes in the same way, in hexadecimal digits; else "
+                "PRIMARY's"))
         ->type_name("HHHH")
-        ->check(DigitForEachCode(15, "hexadecimal digits"));
-    merge->add_option("--opacities", merge_.Opacities, "Opacities in the same way, 0 invisible to F opaque")
+        ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
+    merge
+        ->add_option("--opacities", merge_.Opacities,
+                     Words::Tr("Opacities in the same way, 0 invisible to F opaque"))
         ->type_name("HHHH")
-        ->check(DigitForEachCode(15, "hexadecimal digits"));
+        ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
     AddMergeMode(merge);
-    CLI::Option* const dryRun =
-        merge->add_flag("--dry-run", merge_.DryRun,
-                        "Tell what each packet would lose or show otherwise, and write nothing; needs no -o");
-    merge->add_flag("--json", merge_.Json, "Write one JSON object, with --dry-run")->needs(dryRun);
+    CLI::Option* const dryRun = merge->add_flag(
+        "--dry-run", merge_.DryRun,
+        Words::Tr("Tell what each packet would lose or show otherwise, and write nothing; needs no -o"));
+    merge->add_flag("--json", merge_.Json, Words::Tr("Write one JSON object, with --dry-run"))->needs(dryRun);
   }
 
   void AddMergeMode(CLI::App* merge) {
     merge
         ->add_option_function<std::string>(
             "--mode", [this](const std::string& mode) { merge_.Splits = mode == "split"; },
-            "pairs: a packet for each subtitle of PRIMARY; split: packets for whatever is shown at a time, "
-            "PRIMARY's alone, both, SECONDARY's alone")
+            Words::Tr("pairs: a packet for each subtitle of PRIMARY; split: packets for whatever is shown at "
+                      "a time, "
+                      "PRIMARY's alone, both, SECONDARY's alone"))
         ->type_name("pairs|split")
         ->check(Accepting([](const std::string& mode) { return mode == "pairs" || mode == "split"; },
-                          "is neither pairs nor split"))
+                          Words::Tr("is neither pairs nor split")))
         ->default_str("pairs");
     merge
         ->add_option_function<std::string>(
@@ -381,14 +404,15 @@ class CommandTable {
             [this](const std::string& text) {
               merge_.JoinTicks = ParseMilliseconds(text).value_or(merge_.JoinTicks);
             },
-            "With --mode split: close gaps of less than these milliseconds, with or without decimals")
+            Words::Tr(
+                "With --mode split: close gaps of less than these milliseconds, with or without decimals"))
         ->type_name("MS")
         ->check(Accepting(
             [](const std::string& text) {
               const auto ticks = ParseMilliseconds(text);
               return ticks && *ticks >= 0 && *ticks <= MaxJoin;
             },
-            "is no number of milliseconds from 0 to 3600000"))
+            Words::Tr("is no number of milliseconds from 0 to 3600000")))
         ->default_str("0");
   }
 
@@ -398,18 +422,19 @@ class CommandTable {
       merge_.YOffset = static_cast<int>(ParseDecimal(text).value_or(merge_.YOffset));
     };
     merge
-        ->add_option_function<std::string>(
-            "--y-offset", take,
-            "Lines that SECONDARY's pictures are moved down; auto: so that the fewest pixels are covered or "
-            "clipped")
+        ->add_option_function<std::string>("--y-offset", take,
+                                           Words::Tr("Lines that SECONDARY's pictures are moved down; auto: "
+                                                     "so that the fewest pixels are covered or "
+                                                     "clipped"))
         ->type_name("LINES|auto")
         ->check(NumberWithinOr("auto", MinYOffset, MaxYOffset))
         ->default_str(std::to_string(merge_.YOffset));
   }
 
   void AddConvert() {
-    CLI::App* convert = Add("convert", "Write streams as another kind of file", convert_, Convert, true);
-    convert->add_option("FILES", convert_.Files, FileKinds)
+    CLI::App* convert =
+        Add("convert", Words::Tr("Write streams as another kind of file"), convert_, Convert, true);
+    convert->add_option("FILES", convert_.Files, Words::Tr(FileKinds))
         ->required()
         ->expected(1, std::numeric_limits<int>::max())
         ->type_name("")
@@ -421,27 +446,30 @@ class CommandTable {
                  return !isEndingAlone &&
                         (NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") || NameEndsIn(name, ".xml"));
                },
-               "is no name that ends in .sup, .idx or .xml"));
-    AddTrack(convert, convert_.Track, "One of a file's tracks, by its number or its language");
+               Words::Tr("is no name that ends in .sup, .idx or .xml")));
+    AddTrack(convert, convert_.Track, Words::Tr("One of a file's tracks, by its number or its language"));
     convert
-        ->add_option("--language", convert_.Languages,
-                     "Languages of the tracks, of two letters, in their order; else those that they have")
+        ->add_option(
+            "--language", convert_.Languages,
+            Words::Tr("Languages of the tracks, of two letters, in their order; else those that they have"))
         ->type_name("L,...")
         ->delimiter(',')
         ->check(Accepting([](const std::string& tag) { return !LanguageCode(tag).empty(); },
-                          "is no language such as de, ger or pt-BR"));
+                          Words::Tr("is no language such as de, ger or pt-BR")));
     AddPalette(convert, convert_.Palette);
     AddOnly(convert, convert_.Only);
     convert->add_flag("--reduce", convert_.Reduces,
-                      "Take colours of a list's pictures together where there are too many");
-    convert->add_option("--frame", convert_.Frame, "Lines of the frame; else those that FILES name, or 576")
+                      Words::Tr("Take colours of a list's pictures together where there are too many"));
+    convert
+        ->add_option("--frame", convert_.Frame,
+                     Words::Tr("Lines of the frame; else those that FILES name, or 576"))
         ->type_name("480|576")
         ->check(FrameLines());
   }
 
   void AddHelp() {
-    CLI::App* help = AddCommand("help", "Print this help, or the help of a command");
-    help->add_option("COMMAND", helpTopic_, "Command to tell of")->type_name("");
+    CLI::App* help = AddCommand("help", Words::Tr("Print this help, or the help of a command"));
+    help->add_option("COMMAND", helpTopic_, Words::Tr("Command to tell of"))->type_name("");
     commands_.push_back({.App = help, .Run = [this](const Console& console) { return Help(console); }});
   }
 
@@ -451,7 +479,8 @@ class CommandTable {
       const auto command = std::ranges::find(commands_, helpTopic_,
                                              [](const Command& known) { return known.App->get_name(); });
       if (command == commands_.end()) {
-        return WrongUsage("", DescribeUnknown(helpTopic_, app_) + "\nTry '" + Program + " help'.");
+        return WrongUsage("", DescribeUnknown(helpTopic_, app_) + "\n" +
+                                  Words::Tr("Try '%1'.", {Program + std::string(" help")}));
       }
       topic = command->App;
     }
@@ -460,7 +489,7 @@ class CommandTable {
     return {};
   }
 
-  CLI::App app_{"View and edit DVD subtitle streams without a window"};
+  CLI::App app_{Words::Tr("View and edit DVD subtitle streams without a window")};
   std::vector<Command> commands_;
   ReportOptions report_;
   ListOptions list_;
@@ -482,9 +511,32 @@ class CommandTable {
   std::string helpTopic_;
 };
 
+/// The parser's own words, in those of the user where it is one of its usual complaints.
+std::string InUsersWords(const CLI::ParseError& error) {
+  struct Complaint {
+    std::string_view
+        Between;  ///< in the parser's words: what stands before and behind it are names and values
+    const char* Text;
+  };
+  static constexpr std::array Complaints = {
+      Complaint{" is required", Words::Mark("%1 is required%2")},
+      Complaint{" requires ", Words::Mark("%1 requires %2")},
+      Complaint{" excludes ", Words::Mark("%1 excludes %2")},
+      Complaint{" required but received ", Words::Mark("%1 required but received %2")},
+      Complaint{" required ", Words::Mark("%1 required %2")}};
+  const std::string_view text = error.what();
+  for (const auto& [between, words] : Complaints) {
+    if (const std::size_t at = text.find(between); at != std::string_view::npos) {
+      return Words::Tr(words, {text.substr(0, at), text.substr(at + between.size())});
+    }
+  }
+  return std::string(text);
+}
+
 CommandResult WrongUsageOf(const CommandTable& table, const CLI::ParseError& error) {
   const std::string unknown = table.UnknownWord();
-  return WrongUsage("", (unknown.empty() ? error.what() : unknown) + "\nTry '" + table.HelpCommand() + "'.");
+  return WrongUsage("", (unknown.empty() ? InUsersWords(error) : unknown) + "\n" +
+                            Words::Tr("Try '%1'.", {table.HelpCommand()}));
 }
 
 void Tell(const CommandResult& result, bool asJson, const Console& console) {
@@ -501,6 +553,10 @@ void Tell(const CommandResult& result, bool asJson, const Console& console) {
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& arguments, const Console& console) {
+  const bool isJson = HasFlag(arguments, "--json");
+  if (isJson) {
+    InstallTranslator(nullptr);  // what scripts read is the same everywhere
+  }
   CommandTable table;
   CommandResult result;
   try {
@@ -511,12 +567,12 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
     }
     result = WrongUsageOf(table, error);
   } catch (const std::bad_alloc&) {
-    result = Failed("", "there is not enough memory");
+    result = Failed("", Words::Tr("there is not enough memory"));
   }
-  Tell(result, HasFlag(arguments, "--json"), console);
+  Tell(result, isJson, console);
   console.Out.flush();
   if (!console.Out) {
-    console.Err << Program << ": standard output cannot be written\n";
+    console.Err << Program << ": " << Words::Tr("standard output cannot be written") << '\n';
     return static_cast<int>(ExitCode::Failed);
   }
   return static_cast<int>(result.Code);

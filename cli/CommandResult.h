@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "base/Words.h"
+
 namespace quillmark::cli {
 
 enum class ExitCode : int {
@@ -32,7 +34,7 @@ inline CommandResult WrongUsage(std::string file, std::string reason) {
 }
 
 inline CommandResult Interrupted() {
-  return {.Code = ExitCode::Interrupted, .Reason = "interrupted"};
+  return {.Code = ExitCode::Interrupted, .Reason = Words::Tr("interrupted")};
 }
 
 }  // namespace quillmark::cli

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/ProgressBar.h"
@@ -77,8 +78,9 @@ CommandResult AddTracks(const ConvertOptions& options, const std::string& file, 
 
 CommandResult TakeLanguages(const ConvertOptions& options, std::vector<ConvertedTrack>& tracks) {
   if (options.Languages.size() > tracks.size()) {
-    return WrongUsage("", "there are " + std::to_string(options.Languages.size()) + " languages for " +
-                              std::to_string(tracks.size()) + (tracks.size() == 1 ? " track" : " tracks"));
+    return WrongUsage(
+        "", Words::Tr("there are %1 languages for %n track", "there are %1 languages for %n tracks",
+                      static_cast<std::int64_t>(tracks.size()), {std::to_string(options.Languages.size())}));
   }
   for (std::size_t i = 0; i < options.Languages.size(); ++i) {
     tracks[i].Language = options.Languages[i];
@@ -111,8 +113,7 @@ std::int64_t SubtitlesOf(const std::vector<ConvertedTrack>& tracks) {
 }
 
 void TellWritten(std::int64_t subtitles, const std::string& files, const Console& console) {
-  console.Out << "wrote " << subtitles << (subtitles == 1 ? " subtitle" : " subtitles") << " to " << files
-              << '\n';
+  console.Out << Words::Tr("wrote %n subtitle to %1", "wrote %n subtitles to %1", subtitles, {files}) << '\n';
 }
 
 CommandResult WriteSup(const ConvertOptions& options, const ConvertedTrack& track, const Console& console) {
@@ -154,7 +155,8 @@ CommandResult WritePair(const ConvertOptions& options, const std::vector<Convert
   }
   bar.Clear();
   const VobSubPaths pair = VobSubPathsOf(path);
-  TellWritten(SubtitlesOf(tracks), Utf8FromPath(pair.Index) + " and " + Utf8FromPath(pair.Packs), console);
+  TellWritten(SubtitlesOf(tracks),
+              Words::Tr("%1 and %2", {Utf8FromPath(pair.Index), Utf8FromPath(pair.Packs)}), console);
   return {};
 }
 #endif
@@ -195,8 +197,8 @@ CommandResult Convert(const ConvertOptions& options, const Console& console) {
     return named;
   }
   if (NameEndsIn(options.Out, ".sup") && !(options.Palette.empty() && options.Languages.empty())) {
-    return WrongUsage(options.Out, options.Palette.empty() ? "a SUP file names no language"
-                                                           : "a SUP file holds no palette");
+    return WrongUsage(options.Out, options.Palette.empty() ? Words::Tr("a SUP file names no language")
+                                                           : Words::Tr("a SUP file holds no palette"));
   }
   std::vector<ConvertedTrack> tracks;
   for (const std::string& file : options.Files) {
@@ -208,7 +210,7 @@ CommandResult Convert(const ConvertOptions& options, const Console& console) {
     return named;
   }
   if (SubtitlesOf(tracks) == 0) {
-    return Failed(options.Files.front(), "it holds no subtitle");
+    return Failed(options.Files.front(), Words::Tr("it holds no subtitle"));
   }
   DvdPalette palette;
   if (CommandResult loaded = LoadPalette(options.Palette, FirstPalette(tracks), palette); !loaded.IsDone()) {
@@ -220,8 +222,9 @@ CommandResult Convert(const ConvertOptions& options, const Console& console) {
   }
 #endif
   if (tracks.size() != 1) {
-    return WrongUsage(options.Out, "it takes one track, and there are " + std::to_string(tracks.size()) +
-                                       "; --track names one of a file");
+    return WrongUsage(options.Out,
+                      Words::Tr("it takes one track, and there are %1; --track names one of a file",
+                                {std::to_string(tracks.size())}));
   }
   return NameEndsIn(options.Out, ".xml") ? WriteProject(options, tracks.front(), palette, console)
                                          : WriteSup(options, tracks.front(), console);

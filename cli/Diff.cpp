@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -54,8 +55,8 @@ std::string DifferenceText(SubtitleDifference difference, const ComparedPair& pa
                            const SupStream& second) {
   std::string text = DifferencePhrase(difference, pair.OtherPixels);
   if (difference == SubtitleDifference::Start) {
-    text += ", from " + FormatTimecode(first.StartTime[*pair.Pair.First]) + " to " +
-            FormatTimecode(second.StartTime[*pair.Pair.Second]);
+    text += ", " + Words::Tr("from %1 to %2", {FormatTimecode(first.StartTime[*pair.Pair.First]),
+                                               FormatTimecode(second.StartTime[*pair.Pair.Second])});
   }
   return text;
 }
@@ -74,8 +75,9 @@ std::string PairText(const ComparedPair& pair, const SupStream& first, const Sup
 }
 
 std::string CountsText(const PairCounts& counts) {
-  return std::to_string(counts.Same) + " the same, " + std::to_string(counts.Different) + " different, " +
-         std::to_string(counts.Missing) + " missing, " + std::to_string(counts.Added) + " added";
+  return Words::Tr("%1 the same, %2 different, %3 missing, %4 added",
+                   {std::to_string(counts.Same), std::to_string(counts.Different),
+                    std::to_string(counts.Missing), std::to_string(counts.Added)});
 }
 
 }  // namespace
@@ -109,8 +111,8 @@ CommandResult Diff(const DiffOptions& options, const Console& console) {
         console.Out << PairText(pair, first, second) << '\n';
       }
     });
-    console.Out << (sameTrailing ? "" : "other bytes after the last subtitle\n") << CountsText(counts)
-                << '\n';
+    console.Out << (sameTrailing ? std::string() : Words::Tr("other bytes after the last subtitle") + "\n")
+                << CountsText(counts) << '\n';
   }
   const bool isSame = sameTrailing && counts.AreAllSame();
   return {.Code = isSame ? ExitCode::Done : ExitCode::Failed};

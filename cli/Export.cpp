@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/ProgressBar.h"
@@ -33,9 +34,9 @@ Tally ExportAll(const ExportOptions& options, const SupStream& stream, const Dvd
   SubtitleReader reader(stream);
   std::int64_t done = 0;
   ProgressBar progress(console, options.Only.SizeWithin(stream.Count));
-  const auto leaveOut = [&](std::int64_t number, const std::string& reason, std::int64_t& count) {
+  const auto leaveOut = [&](const std::string& text, std::int64_t& count) {
     progress.Clear();
-    console.Warn(options.File, SubtitleText(number) + reason);
+    console.Warn(options.File, text);
     ++count;
   };
   options.Only.ForEachIndex(stream.PacketOffset.size(), [&](std::size_t index) {
@@ -44,12 +45,12 @@ Tally ExportAll(const ExportOptions& options, const SupStream& stream, const Dvd
       return;
     }
     progress.Show(done++);
-    const auto number = static_cast<std::int64_t>(index) + 1;
+    const std::string number = std::to_string(index + 1);
     const auto description = reader.Read(index);
     if (!description) {
-      leaveOut(number, " cannot be converted", tally.Unconverted);
+      leaveOut(Words::Tr("subtitle %1 cannot be converted", {number}), tally.Unconverted);
     } else if (!HasPixels(description->Control)) {
-      leaveOut(number, " has an area without pixels", tally.WithoutPicture);
+      leaveOut(Words::Tr("subtitle %1 has an area without pixels", {number}), tally.WithoutPicture);
     } else {
       cBitmap picture;
       DecodePicture(reader.Unit(), description->Control, MakeCodeColours(palette, description->Control),
@@ -63,20 +64,21 @@ Tally ExportAll(const ExportOptions& options, const SupStream& stream, const Dvd
 
 CommandResult FailedPictures(const ExportFailures& failures) {
   return Failed(failures.FirstPath.toStdString(),
-                failures.Count == 1 ? failures.FirstReason
-                                    : failures.FirstReason + " (" + std::to_string(failures.Count) +
-                                          " pictures could not be written; this is the first one)");
+                failures.Count == 1
+                    ? failures.FirstReason
+                    : Words::Tr("%1 (%2 pictures could not be written; this is the first one)",
+                                {failures.FirstReason, std::to_string(failures.Count)}));
 }
 
 CommandResult ExportResult(const Tally& tally, std::int64_t count, const std::string& file) {
-  const std::string ofAll = " of " + std::to_string(count) + " subtitles ";
+  const std::string all = std::to_string(count);
   std::string reason;
   if (tally.Unconverted > 0) {
-    reason = std::to_string(tally.Unconverted) + ofAll + "cannot be converted";
+    reason = Words::Tr("%1 of %2 subtitles cannot be converted", {std::to_string(tally.Unconverted), all});
   }
   if (tally.WithoutPicture > 0) {
-    reason += (reason.empty() ? "" : ", ") + std::to_string(tally.WithoutPicture) + ofAll +
-              "have an area without pixels";
+    reason += (reason.empty() ? "" : ", ") + Words::Tr("%1 of %2 subtitles have an area without pixels",
+                                                       {std::to_string(tally.WithoutPicture), all});
   }
   return reason.empty() ? CommandResult() : Failed(file, reason);
 }
@@ -95,8 +97,9 @@ CommandResult WritePictures(const ExportOptions& options, const SupStream& strea
   if (const auto written = exporter.WriteList(); !written) {
     return Failed(list, written.Reason());
   }
-  console.Out << "wrote " << exporter.Pictures() << " pictures to " << paths.Folder.toStdString()
-              << ", their list to " << list << '\n';
+  console.Out << Words::Tr("wrote %1 pictures to %2, their list to %3",
+                           {std::to_string(exporter.Pictures()), paths.Folder.toStdString(), list})
+              << '\n';
   return ExportResult(tally, options.Only.SizeWithin(stream.Count), options.File);
 }
 
@@ -124,7 +127,7 @@ CommandResult Export(const ExportOptions& options, const Console& console) {
     return Interrupted();
   }
   if (const auto made = MakeFolder(paths.Folder); !made) {
-    return Failed(paths.Folder.toStdString(), "the folder cannot be created: " + made.Reason());
+    return Failed(paths.Folder.toStdString(), Words::Tr("the folder cannot be created: %1", {made.Reason()}));
   }
   return WritePictures(options, stream, palette, paths, console);
 }

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -36,14 +37,16 @@ Json FixObject(const FixOptions& options, const StreamFix& fix) {
 
 void TellWhatWasMended(const StreamFix& fix, const Console& console) {
   for (const Mend& mend : fix.Mends) {
-    console.Out << "mended: " << (mend.Packet > 0 ? "packet " + std::to_string(mend.Packet) + ": " : "")
-                << MendText(mend) << '\n';
+    console.Out << (mend.Packet > 0
+                        ? Words::Tr("mended: packet %1: %2", {std::to_string(mend.Packet), MendText(mend)})
+                        : Words::Tr("mended: %1", {MendText(mend)}))
+                << '\n';
   }
   for (const StreamProblem& problem : fix.Left) {
-    console.Out << "left: " << ProblemText(problem);
+    console.Out << Words::Tr("left: %1", {ProblemText(problem)});
   }
   if (fix.Mends.empty() && fix.Left.empty()) {
-    console.Out << "nothing to mend\n";
+    console.Out << Words::Tr("nothing to mend") << '\n';
   }
 }
 
@@ -65,7 +68,7 @@ CommandResult Fix(const FixOptions& options, const Console& console) {
     return Failed(options.File, applied.Reason());
   }
   if (bytes.empty() && !wasEmpty) {
-    return Failed(options.File, "no packet was found; nothing is written");
+    return Failed(options.File, Words::Tr("no packet was found; nothing is written"));
   }
   if (console.Interrupted()) {
     return Interrupted();
@@ -77,8 +80,8 @@ CommandResult Fix(const FixOptions& options, const Console& console) {
   }
   CommandResult result;
   if (!fix->Left.empty()) {
-    result = Failed(options.File, std::to_string(fix->Left.size()) +
-                                      (fix->Left.size() == 1 ? " problem is" : " problems are") + " left");
+    result = Failed(options.File, Words::Tr("%n problem is left", "%n problems are left",
+                                            static_cast<std::int64_t>(fix->Left.size())));
   }
   if (options.Json) {
     WriteJson(console.Out, FixObject(options, *fix));

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
 #ifdef QUILLMARK_HAS_AUTHORING
@@ -16,7 +17,7 @@ CommandResult ResultOf(const Result<LoadedStream>& loaded, const std::string& fi
     return Failed(file, loaded.Reason());
   }
   if (loaded->LostSignature) {
-    return Failed(file, "No SUP signature found; 'quillmark-cli check' tells where");
+    return Failed(file, Words::Tr("No SUP signature found; 'quillmark-cli check' tells where"));
   }
   return {};
 }
@@ -78,7 +79,7 @@ CommandResult ReadStream(const StreamSource& source, Track& track, const Console
     return read;
   }
   if (const auto only = FindTrack(container, ""); !only) {
-    return WrongUsage(source.File, only.Reason() + "; --track names one");
+    return WrongUsage(source.File, Words::Tr("%1; --track names one", {only.Reason()}));
   }
   track = std::move(container.Tracks.front());
   for (const std::string& note : track.Notes) {
@@ -110,13 +111,13 @@ std::optional<SubtitleDescription> SubtitleReader::Read(std::size_t index) {
 
 CommandResult CheckOnly(const SubtitleSet& only, const std::string& file, const SupStream& stream) {
   const auto outside = only.Outside(stream.Count);
-  return outside ? WrongUsage(file, "there is no " + SubtitleText(*outside) + ": it has " +
-                                        std::to_string(stream.Count))
+  return outside ? WrongUsage(file, Words::Tr("there is no subtitle %1: it has %2",
+                                              {std::to_string(*outside), std::to_string(stream.Count)}))
                  : CommandResult();
 }
 
 std::string SubtitleText(std::int64_t number) {
-  return "subtitle " + std::to_string(number);
+  return Words::Tr("subtitle %1", {std::to_string(number)});
 }
 
 CheckProfile ProfileOf(std::string_view name) {
@@ -139,7 +140,7 @@ CommandResult LoadPalette(const std::string& file, const std::optional<DvdPalett
 
 CommandResult ToText(const std::string& file, QString& text) {
   text = QString::fromStdString(file);
-  return text.toStdString() == file ? CommandResult() : Failed(file, "the name is not in UTF-8");
+  return text.toStdString() == file ? CommandResult() : Failed(file, Words::Tr("the name is not in UTF-8"));
 }
 
 bool NameEndsIn(std::string_view name, std::string_view ending) {

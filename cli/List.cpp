@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -96,13 +97,13 @@ std::string RowText(const Row& row) {
   std::string text = std::to_string(row.Number) + "  " + FormatTimecode(row.Start) + " - " +
                      EndText(row).value_or("?") + "  ";
   if (!row.Description) {
-    return text + "cannot be shown, packet at " + std::to_string(row.Offset);
+    return text + Words::Tr("cannot be shown, packet at %1", {std::to_string(row.Offset)});
   }
   const SpuControl& control = row.Description->Control;
-  return text + Duration(row).value_or("?") + " s  " + std::to_string(control.Width()) + "x" +
-         std::to_string(control.Height()) + " at (" + std::to_string(control.X1) + "," +
-         std::to_string(control.Y1) + ")  colours " + Digits(control.Colour) + "  opacities " +
-         Digits(control.Contrast);
+  return text + Words::Tr("%1 s  %2x%3 at (%4,%5)  colours %6  opacities %7",
+                          {Duration(row).value_or("?"), std::to_string(control.Width()),
+                           std::to_string(control.Height()), std::to_string(control.X1),
+                           std::to_string(control.Y1), Digits(control.Colour), Digits(control.Contrast)});
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/MergeDryRun.h"
@@ -17,13 +18,14 @@ namespace {
 CommandResult CheckPrimary(const std::string& file, const SupStream& primary) {
   switch (ObstacleToSecondary(primary)) {
     case MergeObstacle::NoPrimary:
-      return Failed(file, "it holds no subtitle");
+      return Failed(file, Words::Tr("it holds no subtitle"));
     case MergeObstacle::VariedPrimary:
       return Failed(
           file,
-          "Error: Primary sup file uses multiple colors or multiple transparancies\n"
-          "Loading secondary stream not possible.\n"
-          "Remove the multiple colors and/or multiple transparancies in the primary sup file and retry");
+          Words::Tr(
+              "Error: Primary sup file uses multiple colors or multiple transparancies\n"
+              "Loading secondary stream not possible.\n"
+              "Remove the multiple colors and/or multiple transparancies in the primary sup file and retry"));
     case MergeObstacle::NoSecondary:
     case MergeObstacle::None:
       break;
@@ -43,16 +45,16 @@ CommandResult LoadSecondary(const StreamSource& source, const SupStream& primary
     return result;
   }
   if (loaded->FirstIsInvalid) {
-    return Failed(file, "Error converting subtitle!");
+    return Failed(file, Words::Tr("Error converting subtitle!"));
   }
   secondary = std::move(loaded->Stream);
   if (ObstacleToMerge(primary, secondary) != MergeObstacle::None) {
-    return Failed(file, "it holds no subtitle");
+    return Failed(file, Words::Tr("it holds no subtitle"));
   }
   if (secondary.Stats.MultipleColours || secondary.Stats.MultipleOpacities) {
     console.Warn(file,
-                 "Warning: Secondary subtitles have multiple colors or multiple transparancies\n"
-                 "Overlaying may not work properly");
+                 Words::Tr("Warning: Secondary subtitles have multiple colors or multiple transparancies\n"
+                           "Overlaying may not work properly"));
   }
   return {};
 }
@@ -92,8 +94,10 @@ CommandResult FindOffset(const SupStream& primary, const SupStream& secondary, b
   settings.YOffset = search.Best();
   if (isSaid) {
     const OffsetCost cost = search.CostOf(settings.YOffset);
-    console.Out << "y-offset " << settings.YOffset << ": " << cost.Covered << " pixels covered, "
-                << cost.Clipped << " clipped\n";
+    console.Out << Words::Tr("y-offset %1: %2 pixels covered, %3 clipped",
+                             {std::to_string(settings.YOffset), std::to_string(cost.Covered),
+                              std::to_string(cost.Clipped)})
+                << '\n';
   }
   return {};
 }
@@ -131,7 +135,7 @@ MergeReport MergeWithProgress(const SupStream& primary, const SupStream& seconda
 
 CommandResult Merge(const MergeOptions& options, const Console& console) {
   if (options.JoinTicks > 0 && !options.Splits) {
-    return WrongUsage("", "--join requires --mode split");
+    return WrongUsage("", Words::Tr("--join requires --mode split"));
   }
   SupStream primary;
   SupStream secondary;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/Ratio.h"
+#include "base/Words.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
 #include "cli/ProgressBar.h"
@@ -109,14 +110,14 @@ std::string ShownText(const MergedPair& pair) {
   const std::string secondary = pair.HasSecondary ? std::to_string(NumberOf(pair.Secondary)) : "-";
   const bool isAlone = !pair.HasPrimary || !pair.HasSecondary;
   return primary + " + " + secondary + ": " +
-         (isAlone ? "alone" : std::to_string(pair.OverlapMs()) + " ms together");
+         (isAlone ? Words::Tr("alone") : Words::Tr("%1 ms together", {std::to_string(pair.OverlapMs())}));
 }
 
 /// "3 + 7: 1960 ms together, 2345 bytes; ... [covered]".
 std::string MergedPairText(const MergedPair& pair) {
   std::string text = ShownText(pair);
   if (pair.HasUnit()) {
-    text += ", " + std::to_string(pair.Unit.Size) + " bytes";
+    text += ", " + Words::Tr("%1 bytes", {std::to_string(pair.Unit.Size)});
   }
   for (const MergeProblem& problem : ProblemsOf(pair)) {
     text += "; " + MergeProblemMessage(problem) + " [" + std::string(MergeProblemName(problem.Kind)) + "]";
@@ -131,11 +132,16 @@ void WriteReviewText(const MergeReviewer& review, const MergeSettings& settings,
     summary.Add(pair);
   }
   const SubtitleSet leftOut = review.LeftOut();
-  console.Out << "y-offset " << settings.YOffset << ", frame 720x" << settings.FrameHeight << '\n'
+  console.Out << Words::Tr("y-offset %1, frame 720x%2",
+                           {std::to_string(settings.YOffset), std::to_string(settings.FrameHeight)})
+              << '\n'
               << SummaryText(summary) << '\n'
-              << "pixels: " << summary.Covered << " covered, " << summary.Clipped << " clipped, "
-              << summary.Recoloured << " recoloured\n"
-              << "left out of " << options.Secondary << ": " << (leftOut.IsEmpty() ? "none" : leftOut.Text())
+              << Words::Tr("pixels: %1 covered, %2 clipped, %3 recoloured",
+                           {std::to_string(summary.Covered), std::to_string(summary.Clipped),
+                            std::to_string(summary.Recoloured)})
+              << '\n'
+              << Words::Tr("left out of %1: %2",
+                           {options.Secondary, leftOut.IsEmpty() ? Words::Tr("none") : leftOut.Text()})
               << '\n';
   for (const MergedPair& pair : review.Pairs()) {
     console.Out << MergedPairText(pair) << '\n';
@@ -159,7 +165,8 @@ CommandResult MergeEnding(const std::vector<MergedPair>& pairs, const MergeOptio
   if (tooLong.empty()) {
     return {};
   }
-  return Failed(options.Primary, (options.Splits ? "of the new stream, " : "") + TooLongText(tooLong));
+  return Failed(options.Primary, options.Splits ? Words::Tr("of the new stream, %1", {TooLongText(tooLong)})
+                                                : TooLongText(tooLong));
 }
 
 }  // namespace

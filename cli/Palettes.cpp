@@ -2,6 +2,7 @@
 #include <string>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -10,17 +11,13 @@
 namespace quillmark::cli {
 namespace {
 
-std::string CountText(int count, const std::string& one) {
-  return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
-}
-
 std::string RowText(std::size_t number, const ProgramChain& chain) {
   std::string text = std::to_string(number) + "  ";
   text += ChainText(chain);
   text += "  ";
-  text += CountText(chain.Programs, "program");
+  text += Words::Tr("%n program", "%n programs", chain.Programs);
   text += ", ";
-  text += chain.IsDummy() ? "no picture" : CountText(chain.Cells, "cell");
+  text += chain.IsDummy() ? Words::Tr("no picture") : Words::Tr("%n cell", "%n cells", chain.Cells);
   text += " ";
   for (const Rgb colour : chain.Palette) {
     text += ' ';
@@ -85,8 +82,8 @@ CommandResult LoadChainPalette(const std::string& file, std::int64_t number, Dvd
     return Failed(file, info.Reason());
   }
   if (number > static_cast<std::int64_t>(info->Chains.size())) {
-    return WrongUsage(file, "there is no program chain " + std::to_string(number) + ": it has " +
-                                std::to_string(info->Chains.size()));
+    return WrongUsage(file, Words::Tr("there is no program chain %1: it has %2",
+                                      {std::to_string(number), std::to_string(info->Chains.size())}));
   }
   palette = info->Chains[static_cast<std::size_t>(number) - 1].Palette;
   return {};

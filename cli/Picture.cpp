@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "imaging/cGraphics.h"
@@ -92,7 +93,8 @@ CommandResult DrawStill(const PictureOptions& options, const SupStream& stream, 
   SubtitleReader reader(stream);
   const auto description = reader.Read(static_cast<std::size_t>(options.Number - 1));
   if (!description) {
-    return Failed(options.File, SubtitleText(options.Number) + " cannot be converted");
+    return Failed(options.File,
+                  Words::Tr("subtitle %1 cannot be converted", {std::to_string(options.Number)}));
   }
   const SpuControl& control = description->Control;
   DecodePicture(reader.Unit(), control, MakeCodeColours(palette, control), placed.Picture);
@@ -118,7 +120,8 @@ CommandResult DrawPlayed(const PictureOptions& options, const SupStream& stream,
   const DisplayTimeline timeline = ReadDisplay(unit.Bytes, unit.ControlOffset);
   if (timeline.States.empty()) {
     return Failed(options.File,
-                  SubtitleText(options.Number) + " cannot be played: " + DamageText(timeline.Damage.front()));
+                  Words::Tr("subtitle %1 cannot be played: %2",
+                            {std::to_string(options.Number), DamageText(timeline.Damage.front())}));
   }
   for (const DisplayDamage& damage : timeline.Damage) {
     console.Warn(options.File, SubtitleText(options.Number) + ": " + DamageText(damage));
@@ -180,7 +183,8 @@ CommandResult Picture(const PictureOptions& options, const Console& console) {
       return drawn;
     }
   } else if (placed.Picture.Width() == 0) {
-    return Failed(options.File, SubtitleText(options.Number) + " has an area without pixels");
+    return Failed(options.File,
+                  Words::Tr("subtitle %1 has an area without pixels", {std::to_string(options.Number)}));
   }
   return console.Interrupted() ? Interrupted() : Save(options.Out, placed.Picture);
 }

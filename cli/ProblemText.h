@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/Words.h"
 #include "cli/Json.h"
 #include "sup/StreamProblem.h"
 
@@ -17,9 +18,13 @@ inline Json ProblemObject(const StreamProblem& problem) {
 
 /// A line, with its end.
 inline std::string ProblemText(const StreamProblem& problem) {
-  const std::string place = problem.Packet ? "packet " + std::to_string(*problem.Packet) + ": " : "";
-  return "offset " + std::to_string(problem.Offset) + ": " + place + ProblemMessage(problem) + " [" +
-         std::string(ProblemName(problem.Code)) + "]\n";
+  const std::string offset = std::to_string(problem.Offset);
+  const std::string message = ProblemMessage(problem);
+  const std::string_view name = ProblemName(problem.Code);
+  return (problem.Packet ? Words::Tr("offset %1: packet %2: %3 [%4]",
+                                     {offset, std::to_string(*problem.Packet), message, name})
+                         : Words::Tr("offset %1: %2 [%3]", {offset, message, name})) +
+         "\n";
 }
 
 }  // namespace quillmark::cli

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -70,8 +71,9 @@ CommandResult Report(const ReportOptions& options, const Console& console) {
   }
   const SupStream& stream = loaded->Stream;
   // The window shows its report all the same, of the one packet up to which it indexed.
-  CommandResult result =
-      loaded->FirstIsInvalid ? Failed(options.File, "Error converting subtitle!") : CommandResult();
+  CommandResult result = loaded->FirstIsInvalid
+                             ? Failed(options.File, Words::Tr("Error converting subtitle!"))
+                             : CommandResult();
   if (options.Json) {
     Json report = ReportObject(stream);
     if (!result.IsDone()) {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 
@@ -13,10 +14,14 @@ void TellWhatWasKept(const SalvagedStream& salvaged, const Console& console) {
   for (const auto span : salvaged.Kept) {
     kept += span.size();
   }
-  console.Out << "kept " << salvaged.Packets << " packets, " << kept << " bytes\n";
+  console.Out << Words::Tr("kept %1 packets, %2 bytes",
+                           {std::to_string(salvaged.Packets), std::to_string(kept)})
+              << '\n';
   for (const LeftOutRange& range : salvaged.LeftOut) {
-    console.Out << "left out " << range.Length << " bytes at offset " << range.Offset << ": "
-                << FaultText(range.Fault) << '\n';
+    console.Out << Words::Tr(
+                       "left out %1 bytes at offset %2: %3",
+                       {std::to_string(range.Length), std::to_string(range.Offset), FaultText(range.Fault)})
+                << '\n';
   }
 }
 
@@ -37,7 +42,7 @@ CommandResult Salvage(const SalvageOptions& options, const Console& console) {
   }
   const SalvagedStream salvaged = SalvageStream(track.Packets);
   if (salvaged.Packets == 0) {
-    return Failed(options.File, "no good packet was found; nothing is written");
+    return Failed(options.File, Words::Tr("no good packet was found; nothing is written"));
   }
   if (console.Interrupted()) {
     return Interrupted();

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/Words.h"
 #include "cli/Inputs.h"
 #include "sup/IndexedPacket.h"
 
@@ -81,14 +82,20 @@ std::string LeftSummary(const std::vector<LeftSubtitle>& left, std::int64_t chos
   const bool asTheyAre = std::ranges::none_of(left, [](const LeftSubtitle& subtitle) {
     return subtitle.Why == LeftReason::NotAsLong || subtitle.Why == LeftReason::NotMended;
   });
-  return std::to_string(left.size()) + " of " + std::to_string(chosen) + " subtitles are " +
-         (asTheyAre ? "left as they are" : "not as asked for");
+  const std::string count = std::to_string(left.size());
+  const std::string all = std::to_string(chosen);
+  return asTheyAre ? Words::Tr("%1 of %2 subtitles are left as they are", {count, all})
+                   : Words::Tr("%1 of %2 subtitles are not as asked for", {count, all});
+}
+
+std::string DoneText(const Tool& tool, std::int64_t count, bool isDryRun) {
+  const std::string done = Words::Tr(tool.Done);
+  return isDryRun ? Words::Tr("%n subtitle would be %1", "%n subtitles would be %1", count, {done})
+                  : Words::Tr("%n subtitle %1", "%n subtitles %1", count, {done});
 }
 
 std::string ChangedText(const Tool& tool, const SubtitleSet& changed, std::int64_t count, bool isDryRun) {
-  const std::string subtitles = std::to_string(count) + (count == 1 ? " subtitle " : " subtitles ");
-  return subtitles + (isDryRun ? "would be " : "") + std::string(tool.Done) +
-         (isDryRun && count > 0 ? ": " + changed.Text() : "");
+  return DoneText(tool, count, isDryRun) + (isDryRun && count > 0 ? ": " + changed.Text() : "");
 }
 
 CommandResult RunTool(const ToolCommandOptions& options, const Console& console) {
@@ -125,8 +132,8 @@ CommandResult RunTool(const ToolCommandOptions& options, const Console& console)
 CommandResult Join(const JoinCommandOptions& options, const Console& console) {
   const std::size_t added = options.Files.size() - 1;
   if (!options.At.empty() && options.At.size() != added) {
-    return WrongUsage("", "--at needs a time for each file but the first: " + std::to_string(added) +
-                              " in place of " + std::to_string(options.At.size()));
+    return WrongUsage("", Words::Tr("--at needs a time for each file but the first: %1 in place of %2",
+                                    {std::to_string(added), std::to_string(options.At.size())}));
   }
   std::vector<Step> steps;
   for (std::size_t i = 0; i < added; ++i) {

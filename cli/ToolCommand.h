@@ -56,7 +56,9 @@ CommandResult Apply(const ApplyOptions& options, const Console& console);
 /// "2 of 5 subtitles are left as they are"; empty where none is left.
 [[nodiscard]] std::string LeftSummary(const std::vector<LeftSubtitle>& left, std::int64_t chosen);
 
-/// "12 subtitles moved", or what would be: "12 subtitles would be moved: 3-14".
+/// "12 subtitles moved", or "12 subtitles would be moved".
+[[nodiscard]] std::string DoneText(const Tool& tool, std::int64_t count, bool isDryRun);
+/// The same, and which they would be: "12 subtitles would be moved: 3-14".
 [[nodiscard]] std::string ChangedText(const Tool& tool, const SubtitleSet& changed, std::int64_t count,
                                       bool isDryRun);
 

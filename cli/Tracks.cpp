@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Words.h"
 #include "cli/Commands.h"
 #include "cli/Inputs.h"
 #include "cli/Json.h"
@@ -35,7 +36,7 @@ TrackRow ReadRow(std::int64_t number, Track& track, const std::string& file) {
   const auto loaded = IndexPrimaryStream(std::move(track.Packets), InvalidFirst::IsPassed);
   row.Problem = ResultOf(loaded, file).Reason;
   if (row.Problem.empty() && loaded->Stream.Count == 0) {
-    row.Problem = "it holds no subtitle";
+    row.Problem = Words::Tr("it holds no subtitle");
   }
   if (row.Problem.empty()) {
     row.Subtitles = loaded->Stream.Count;
@@ -77,11 +78,11 @@ Json RowObject(const TrackRow& row) {
 
 std::string RowText(const TrackRow& row) {
   std::string text = std::to_string(row.Number) + "  " + (row.Language.empty() ? "--" : row.Language) + "  " +
-                     std::to_string(row.Subtitles) + (row.Subtitles == 1 ? " subtitle" : " subtitles");
+                     Words::Tr("%n subtitle", "%n subtitles", row.Subtitles);
   if (row.First && row.Last) {
     text += "  " + FormatTimecode(*row.First) + " - " + FormatTimecode(*row.Last);
   }
-  text += row.Palette ? "  with a palette" : "  without a palette";
+  text += "  " + (row.Palette ? Words::Tr("with a palette") : Words::Tr("without a palette"));
   text += row.Name.empty() ? "" : "  " + row.Name;
   return text;
 }

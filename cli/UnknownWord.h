@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "base/Words.h"
 #include "cli/NearestMatch.h"
 
 /// What to say of a word on the command line that nothing is called. Parsing CLI11 takes longer than anything
@@ -43,12 +44,15 @@ inline std::vector<std::string> CommandNames(const CLI::App& app) {
 inline std::string DescribeUnknown(const std::string& word, const CLI::App& app) {
   const bool isOption = word.size() > 1 && word[0] == '-';
   if (!isOption && app.get_parent() != nullptr) {
-    return "unexpected argument '" + word + "'";
+    return Words::Tr("unexpected argument '%1'", {word});
   }
   const std::string bare = Bare(word);
   const std::string nearest = NearestMatch(bare, isOption ? OptionNames(app) : CommandNames(app));
-  return (isOption ? "unknown option '" : "unknown command '") + word + "'" +
-         (nearest.empty() ? "" : "; did you mean '" + Dashes(nearest, isOption) + nearest + "'?");
+  const std::string unknown =
+      isOption ? Words::Tr("unknown option '%1'", {word}) : Words::Tr("unknown command '%1'", {word});
+  return nearest.empty()
+             ? unknown
+             : unknown + "; " + Words::Tr("did you mean '%1'?", {Dashes(nearest, isOption) + nearest});
 }
 
 }  // namespace quillmark::cli

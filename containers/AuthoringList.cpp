@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/AuthoringXml.h"
 #include "containers/ByteSource.h"
 #include "containers/ListColours.h"
@@ -35,7 +36,7 @@ Result<std::string> ReadText(const fs::path& path) {
     return source.Why();
   }
   if ((*source)->Length() > MaxListLength) {
-    return Failure{"it is too long for a list of pictures"};
+    return Failure{Words::Tr("it is too long for a list of pictures")};
   }
   std::string text(static_cast<std::size_t>((*source)->Length()), '\0');
   const auto found = (*source)->ReadAt(0, {reinterpret_cast<std::uint8_t*>(text.data()), text.size()});
@@ -105,10 +106,10 @@ class ListEncoder {
   /// One subtitle more.
   Result<void> Add(const AuthoringSpu& spu, const AuthoringTime& time) {
     if (spu.HasButtons) {
-      Note(spu, "its buttons are left out");
+      Note(spu, Words::Tr("its buttons are left out"));
     }
     if (spu.Image.empty()) {
-      Note(spu, "it names no picture and is left out");
+      Note(spu, Words::Tr("it names no picture and is left out"));
       return {};
     }
     const auto picture = ReadListPicture(FindPicture(list_, spu.Image), spu.Transparent, options_.Reduce);
@@ -116,13 +117,13 @@ class ListEncoder {
       return Refusal(spu, picture.Reason());
     }
     if (picture->Error) {
-      Note(spu, "its colours were taken together to four; the largest error is " +
-                    std::to_string(*picture->Error) + " of 255");
+      Note(spu, Words::Tr("its colours were taken together to four; the largest error is %1 of 255",
+                          {std::to_string(*picture->Error)}));
     }
     const ListColours::Codes codes = colours_.Add(*picture);
     if (colours_.Count() > MaxColoursOfList && !options_.Reduce) {
-      return Refusal(spu, "with it the list has " + std::to_string(colours_.Count()) +
-                              " colours, of which a palette has 16");
+      return Refusal(spu, Words::Tr("with it the list has %1 colours, of which a palette has 16",
+                                    {std::to_string(colours_.Count())}));
     }
     return Encode(spu, time, *picture, codes);
   }
@@ -136,14 +137,15 @@ class ListEncoder {
       std::ranges::copy(PackCodes(group.Contrast), packets_.begin() + unit.ContrastAt);
     }
     if (result.Error) {
-      notes_.push_back("the list has more than 16 colours, which were taken together; the largest error is " +
-                       std::to_string(*result.Error) + " of 255");
+      notes_.push_back(Words::Tr(
+          "the list has more than 16 colours, which were taken together; the largest error is %1 of 255",
+          {std::to_string(*result.Error)}));
     }
     if (!palette.Name.empty() && !palette.Colours) {
-      notes_.push_back(palette.Name + " is no palette of 16 colours and was not used");
+      notes_.push_back(Words::Tr("%1 is no palette of 16 colours and was not used", {palette.Name}));
     } else if (result.ChangedPalette) {
-      notes_.push_back(palette.Name +
-                       " does not have all colours of the pictures; some of its others gave way");
+      notes_.push_back(Words::Tr("%1 does not have all colours of the pictures; some of its others gave way",
+                                 {palette.Name}));
     }
     return {.Id = "1",
             .Language = {},
@@ -163,7 +165,9 @@ class ListEncoder {
     std::ptrdiff_t ContrastAt = 0;
   };
 
-  static std::string Name(const AuthoringSpu& spu) { return "line " + std::to_string(spu.Line) + ": "; }
+  static std::string Name(const AuthoringSpu& spu) {
+    return Words::Tr("line %1", {std::to_string(spu.Line)}) + ": ";
+  }
   void Note(const AuthoringSpu& spu, const std::string& what) { notes_.push_back(Name(spu) + what); }
   static Failure Refusal(const AuthoringSpu& spu, const std::string& reason) {
     return Failure{Name(spu) + spu.Image + ": " + reason};
@@ -184,11 +188,11 @@ class ListEncoder {
                            .Delay = DelayOf(spu, time),
                            .IsForced = spu.IsForced};
     if (unit.X + unit.Width - 1 > MaxPosition || unit.Y + unit.Height - 1 > MaxPosition) {
-      return Refusal(spu, "it ends past 4095 pixels");
+      return Refusal(spu, Words::Tr("it ends past 4095 pixels"));
     }
     const auto packet = encoder_.Encode(unit, PackTime(time.Start));
     if (!packet) {
-      Note(spu, spu.Image + " is left out: its unit would have more than 32,767 bytes");
+      Note(spu, Words::Tr("%1 is left out: its unit would have more than 32,767 bytes", {spu.Image}));
       return {};
     }
     const auto start = static_cast<std::ptrdiff_t>(packets_.size());
@@ -197,7 +201,8 @@ class ListEncoder {
                       .ContrastAt = start + static_cast<std::ptrdiff_t>(encoder_.ContrastAt())});
     packets_.insert(packets_.end(), packet->begin(), packet->end());
     if (picture.Height % 2 != 0) {
-      Note(spu, spu.Image + " has four visible colours and an odd height; its last line is not shown here");
+      Note(spu, Words::Tr("%1 has four visible colours and an odd height; its last line is not shown here",
+                          {spu.Image}));
     }
     return {};
   }
@@ -211,7 +216,7 @@ class ListEncoder {
     const std::int64_t delay =
         (*time.End - time.Start + TicksPerPlayerDelayUnit / 2) / TicksPerPlayerDelayUnit;
     if (delay > Longest) {
-      Note(spu, "it is shown for 745 seconds, the longest that there is");
+      Note(spu, Words::Tr("it is shown for 745 seconds, the longest that there is"));
     }
     return static_cast<std::uint16_t>(std::clamp<std::int64_t>(delay, 1, Longest));
   }

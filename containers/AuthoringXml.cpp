@@ -11,6 +11,7 @@
 
 #include "base/Decimal.h"
 #include "base/Digit.h"
+#include "base/Words.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
@@ -76,7 +77,7 @@ class ListReader {
  private:
   void Fail(const std::string& reason) {
     if (reason_.empty()) {
-      reason_ = "line " + std::to_string(Line()) + ": " + reason;
+      reason_ = Words::Tr("line %1", {std::to_string(Line())}) + ": " + reason;
     }
   }
   [[nodiscard]] std::int64_t Line() const { return xml_.lineNumber() + linesBefore_; }
@@ -88,18 +89,18 @@ class ListReader {
     } else if (name == QLatin1String("stream")) {
       CheckAttributes({});
       if (++streams_ > 1) {
-        Fail("a second stream, of which a list has one");
+        Fail(Words::Tr("a second stream, of which a list has one"));
       }
     } else if (name == QLatin1String("spu")) {
       BeginSpu();
     } else if (inSpu_ && (name == QLatin1String("button") || name == QLatin1String("action"))) {
       spus_.back().HasButtons = true;
     } else if (name == QLatin1String("textsub")) {
-      Fail("its subtitles are text, not pictures");
+      Fail(Words::Tr("its subtitles are text, not pictures"));
     } else if (name == QLatin1String("dvdauthor")) {
-      Fail("it describes a disc; its subtitles stand in another list");
+      Fail(Words::Tr("it describes a disc; its subtitles stand in another list"));
     } else {
-      Fail("unknown element \"" + name.toString().toStdString() + "\"");
+      Fail(Words::Tr("unknown element \"%1\"", {name.toString().toStdString()}));
     }
   }
 
@@ -114,7 +115,7 @@ class ListReader {
       const bool isKnown = std::ranges::any_of(
           names, [&](const char* name) { return attribute.name() == QLatin1String(name); });
       if (!isKnown) {
-        Fail("unknown attribute \"" + attribute.name().toString().toStdString() + "\"");
+        Fail(Words::Tr("unknown attribute \"%1\"", {attribute.name().toString().toStdString()}));
       }
     }
   }
@@ -123,7 +124,7 @@ class ListReader {
     CheckAttributes({"start", "end", "image", "highlight", "select", "xoffset", "yoffset", "transparent",
                      "force", "autooutline", "outlinewidth", "autoorder"});
     if (inSpu_) {
-      Fail("an spu in another");
+      Fail(Words::Tr("an spu in another"));
     }
     inSpu_ = true;
     AuthoringSpu spu;
@@ -144,15 +145,16 @@ class ListReader {
     // The attributes live as long as the reader stands here.
     return xml_.attributes().value(QLatin1String(name));
   }
-  void FailValue(const char* name, QStringView value, const char* expected) {
-    Fail(std::string(name) + " \"" + value.toString().toStdString() + "\" is no " + expected);
+  /// `text` has the attribute and its value in place of %1 and %2.
+  void FailValue(const char* text, const char* name, QStringView value) {
+    Fail(Words::Tr(text, {name, value.toString().toStdString()}));
   }
 
   std::int64_t Time(const char* name) {
     const QStringView value = Value(name);
     const auto ticks = ParseAuthoringTime(value.toString().toStdString());
     if (!ticks) {
-      FailValue(name, value, "time of up to 26 hours");
+      FailValue(Words::Mark("%1 \"%2\" is no time of up to 26 hours"), name, value);
     }
     return ticks.value_or(0);
   }
@@ -161,7 +163,7 @@ class ListReader {
     const QStringView value = Value(name);
     const auto offset = value.isNull() ? 0 : ParseDecimal(value.trimmed().toString().toStdString());
     if (!offset || *offset < 0 || *offset > MaxOffset) {
-      FailValue(name, value, "number from 0 to 4095");
+      FailValue(Words::Mark("%1 \"%2\" is no number from 0 to 4095"), name, value);
       return 0;
     }
     return static_cast<int>(*offset);
@@ -171,7 +173,7 @@ class ListReader {
     const QStringView value = Value(name);
     const bool isSet = IsOneOf(value, {"yes", "on", "1"});
     if (!value.isNull() && !isSet && !IsOneOf(value, {"no", "off", "0"})) {
-      FailValue(name, value, "yes or no");
+      FailValue(Words::Mark("%1 \"%2\" is no yes or no"), name, value);
     }
     return isSet;
   }
@@ -188,7 +190,7 @@ class ListReader {
       colour = QColor(QLatin1Char('#') + text);
     }
     if (!colour.isValid()) {
-      FailValue(name, value, "colour");
+      FailValue(Words::Mark("%1 \"%2\" is no colour"), name, value);
       return std::nullopt;
     }
     return MakeRgb(static_cast<unsigned>(colour.red()), static_cast<unsigned>(colour.green()),
@@ -264,19 +266,19 @@ std::vector<AuthoringTime> ResolveTimes(const std::vector<AuthoringSpu>& spus,
                                         std::vector<std::string>& notes) {
   std::vector<AuthoringTime> times;
   const auto drop = [&](std::size_t spu, const char* why) {
-    notes.push_back("line " + std::to_string(spus[spu].Line) + " is left out: " + why);
+    notes.push_back(Words::Tr("line %1 is left out: %2", {std::to_string(spus[spu].Line), Words::Tr(why)}));
   };
   for (std::size_t i = 0; i < spus.size(); ++i) {
     const AuthoringSpu& spu = spus[i];
     if (spu.End != 0 && spu.End <= spu.Start) {
-      drop(i, "it ends before it starts");
+      drop(i, Words::Mark("it ends before it starts"));
       continue;
     }
     if (!times.empty()) {
       AuthoringTime& last = times.back();
       last.End = std::min(last.End.value_or(spu.Start - Gap), spu.Start - Gap);
       if (*last.End <= last.Start) {
-        drop(last.Spu, "the next one starts before it, or with it");
+        drop(last.Spu, Words::Mark("the next one starts before it, or with it"));
         times.pop_back();
       }
     }

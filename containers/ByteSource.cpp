@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/InputFile.h"
+#include "base/Words.h"
 
 namespace quillmark {
 namespace {
@@ -20,12 +21,12 @@ class FileSource : public ByteSource {
     file_.clear();
     if (start != position_ && !file_.seekg(static_cast<std::streamoff>(start))) {
       position_ = Unknown;
-      return Failure{"it cannot be read"};
+      return Failure{Words::Tr("it cannot be read")};
     }
     file_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (file_.bad()) {
       position_ = Unknown;
-      return Failure{"it cannot be read"};
+      return Failure{Words::Tr("it cannot be read")};
     }
     const auto found = static_cast<std::size_t>(file_.gcount());
     position_ = start + found;

@@ -8,6 +8,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/ByteSource.h"
 #include "containers/Language.h"
 #include "sup/StreamLoader.h"
@@ -47,7 +48,7 @@ ReadContainerResult ReadSupAsItIs(const std::filesystem::path& path) {
 ReadContainerResult ReadSup(const std::filesystem::path& path, const Progress& /*progress*/) {
   auto read = ReadSupAsItIs(path);
   if (read && !StartsWithSignature((*read)->Tracks.front().Packets)) {
-    return Failure{"No SUP signature found"};
+    return Failure{Words::Tr("No SUP signature found")};
   }
   return read;
 }
@@ -68,7 +69,7 @@ ReadContainerResult ReadWithinMemory(const ContainerFormat& format, const std::f
   try {
     return format.Read(path, progress);
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory for it"};
+    return Failure{Words::Tr("there is not enough memory for it")};
   }
 }
 
@@ -78,7 +79,7 @@ std::string OtherKindText(const ContainerFormat& format, const std::filesystem::
   for (const ContainerFormat& other : ContainerFormats()) {
     // The .sub of a pair is a program stream.
     if (&other != &format && format.Id != "vobsub" && other.StartsLike(head)) {
-      return "; it starts as " + std::string(other.Name) + " do";
+      return "; " + Words::Tr("it starts as %1 do", {Words::Tr(other.Name)});
     }
   }
   return {};
@@ -100,31 +101,35 @@ std::string TrackNames(const Container& container) {
 
 const std::vector<ContainerFormat>& ContainerFormats() {
   static const std::vector<ContainerFormat> Formats = {
-      {.Id = "sup", .Name = "SUP streams", .Endings = {".sup"}, .StartsLike = StartsLikeSup, .Read = ReadSup},
+      {.Id = "sup",
+       .Name = Words::Mark("SUP streams"),
+       .Endings = {".sup"},
+       .StartsLike = StartsLikeSup,
+       .Read = ReadSup},
 #ifdef QUILLMARK_HAS_VOBSUB
       {.Id = "vobsub",
-       .Name = "VobSub pairs",
+       .Name = Words::Mark("VobSub pairs"),
        .Endings = {".idx", ".sub"},
        .StartsLike = StartsLikeVobSub,
        .Read = ReadVobSub},
 #endif
 #ifdef QUILLMARK_HAS_MATROSKA
       {.Id = "matroska",
-       .Name = "Matroska files",
+       .Name = Words::Mark("Matroska files"),
        .Endings = {".mkv", ".mks"},
        .StartsLike = StartsLikeMatroska,
        .Read = ReadMatroska},
 #endif
 #ifdef QUILLMARK_HAS_PROGRAM_STREAM
       {.Id = "program-stream",
-       .Name = "Program streams",
+       .Name = Words::Mark("Program streams"),
        .Endings = {".vob", ".mpg", ".m2p"},
        .StartsLike = StartsLikeProgramStream,
        .Read = ReadProgramStream},
 #endif
 #ifdef QUILLMARK_HAS_AUTHORING
       {.Id = "authoring-list",
-       .Name = "Authoring lists",
+       .Name = Words::Mark("Authoring lists"),
        .Endings = {".xml"},
        .StartsLike = StartsLikeAuthoringList,
        .Read = ReadAuthoringList},
@@ -168,7 +173,7 @@ ReadContainerResult ReadContainer(const std::filesystem::path& path, const Progr
     return Failure{read.Reason() + OtherKindText(format, path)};
   }
   if (*read && (*read)->Tracks.empty()) {
-    std::string reason = "it holds no DVD subtitles";
+    std::string reason = Words::Tr("it holds no DVD subtitles");
     for (const std::string& note : (*read)->Notes) {
       reason += "; " + note;
     }
@@ -181,7 +186,7 @@ Result<std::size_t> FindTrack(const Container& container, std::string_view named
   const auto& tracks = container.Tracks;
   if (named.empty()) {
     return tracks.size() == 1 ? Result<std::size_t>(0U)
-                              : Failure{"it has several tracks: " + TrackNames(container)};
+                              : Failure{Words::Tr("it has several tracks: %1", {TrackNames(container)})};
   }
   const std::string lower = LowerAscii(named);
   const std::string code = LanguageCode(named);
@@ -198,13 +203,13 @@ Result<std::size_t> FindTrack(const Container& container, std::string_view named
     }
     if (isNamed(tracks[i])) {
       if (found) {
-        return Failure{"several tracks are in " + std::string(named) + ": " + TrackNames(container)};
+        return Failure{Words::Tr("several tracks are in %1: %2", {named, TrackNames(container)})};
       }
       found = i;
     }
   }
   return found ? Result<std::size_t>(*found)
-               : Failure{"there is no track " + std::string(named) + "; it has " + TrackNames(container)};
+               : Failure{Words::Tr("there is no track %1; it has %2", {named, TrackNames(container)})};
 }
 
 }  // namespace quillmark

@@ -42,7 +42,7 @@ using ReadContainerResult = Result<std::optional<Container>>;
 /// A kind of file that this program reads subtitles from.
 struct ContainerFormat {
   std::string_view Id;    ///< "sup", "vobsub", "matroska", "program-stream", "authoring-list"
-  std::string_view Name;  ///< for dialogs: "VobSub pairs"
+  const char* Name = "";  ///< for people, in English, of the catalogue: "VobSub pairs"
   /// Endings of its files, in lower case with the dot.
   std::vector<std::string_view> Endings;
   /// Whether a file starts as these do, whatever its name is. Only where that is sure.

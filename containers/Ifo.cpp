@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/ByteReader.h"
+#include "base/Words.h"
 #include "containers/ByteSource.h"
 #include "palette/PaletteFile.h"
 
@@ -108,10 +109,6 @@ ProgramChain ReadChain(std::span<const std::uint8_t> bytes) {
   return chain;
 }
 
-std::string CountText(std::size_t count, const std::string& one) {
-  return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
-}
-
 class IfoParser {
  public:
   /// `file` starts with a whole first sector.
@@ -134,7 +131,7 @@ class IfoParser {
     }
     NoteDamage();
     if (info_.Chains.empty()) {
-      return Failure{info_.Notes.empty() ? "it has no program chains" : info_.Notes.front()};
+      return Failure{info_.Notes.empty() ? Words::Tr("it has no program chains") : info_.Notes.front()};
     }
     return std::move(info_);
   }
@@ -179,7 +176,7 @@ class IfoParser {
 
   void ReadTitles(std::uint64_t table) {
     if (table != 0 && !ReadTable(table, ChainPlace::Title, "")) {
-      info_.Notes.emplace_back("its table of title chains stands outside the file");
+      info_.Notes.emplace_back(Words::Tr("its table of title chains stands outside the file"));
     }
   }
 
@@ -190,7 +187,7 @@ class IfoParser {
     }
     const auto header = BytesAt(table, TableHeaderSize);
     if (!header) {
-      info_.Notes.emplace_back("its table of menu languages stands outside the file");
+      info_.Notes.emplace_back(Words::Tr("its table of menu languages stands outside the file"));
       return;
     }
     const std::uint32_t count = FieldAt(*header, 0, 2);
@@ -255,14 +252,17 @@ class IfoParser {
 
   void NoteDamage() {
     if (tablesOutside_ > 0) {
-      info_.Notes.push_back(CountText(tablesOutside_, "table") + " of menu chains outside the file left out");
+      info_.Notes.push_back(Words::Tr("%n table of menu chains outside the file left out",
+                                      "%n tables of menu chains outside the file left out",
+                                      static_cast<std::int64_t>(tablesOutside_)));
     }
     if (chainsOutside_ > 0) {
-      info_.Notes.push_back(CountText(chainsOutside_, "program chain") +
-                            " outside the file or its table left out");
+      info_.Notes.push_back(Words::Tr("%n program chain outside the file or its table left out",
+                                      "%n program chains outside the file or its table left out",
+                                      static_cast<std::int64_t>(chainsOutside_)));
     }
     if (tablesOverlap_) {
-      info_.Notes.emplace_back("its tables overlap; what follows the first of them is left out");
+      info_.Notes.emplace_back(Words::Tr("its tables overlap; what follows the first of them is left out"));
     }
   }
 
@@ -277,45 +277,45 @@ class IfoParser {
   bool tablesOverlap_ = false;
 };
 
-std::string_view MenuName(std::uint8_t type) {
+std::string MenuName(std::uint8_t type) {
   switch (type) {
     case 2:
-      return "title menu";
+      return Words::Tr("title menu");
     case 3:
-      return "root menu";
+      return Words::Tr("root menu");
     case 4:
-      return "subpicture menu";
+      return Words::Tr("subpicture menu");
     case 5:
-      return "audio menu";
+      return Words::Tr("audio menu");
     case 6:
-      return "angle menu";
+      return Words::Tr("angle menu");
     case 7:
-      return "chapter menu";
+      return Words::Tr("chapter menu");
     default:
-      return "menu";
+      return Words::Tr("menu");
   }
 }
 
-std::string_view ExtensionName(std::uint8_t extension) {
+std::string ExtensionName(std::uint8_t extension) {
   switch (extension) {
     case 2:
-      return "large letters";
+      return Words::Tr("large letters");
     case 3:
-      return "for children";
+      return Words::Tr("for children");
     case 5:
-      return "captions";
+      return Words::Tr("captions");
     case 6:
-      return "captions, large letters";
+      return Words::Tr("captions, large letters");
     case 7:
-      return "captions for children";
+      return Words::Tr("captions for children");
     case 9:
-      return "forced";
+      return Words::Tr("forced");
     case 13:
-      return "director's comments";
+      return Words::Tr("director's comments");
     case 14:
-      return "director's comments, large letters";
+      return Words::Tr("director's comments, large letters");
     case 15:
-      return "director's comments for children";
+      return Words::Tr("director's comments for children");
     default:
       return "";
   }
@@ -330,11 +330,11 @@ void AddSubstreams(const ProgramChain& chain, const IfoInfo& info, std::array<bo
                    SubstreamFacts& facts) {
   struct Form {
     std::uint8_t SubpictureControl::*Substream;
-    std::string_view Name;
+    const char* Name;
   };
-  static constexpr std::array<Form, 3> WideForms = {Form{&SubpictureControl::Wide, ""},
-                                                    Form{&SubpictureControl::Letterbox, "letterbox"},
-                                                    Form{&SubpictureControl::PanScan, "pan and scan"}};
+  static constexpr std::array<Form, 3> WideForms = {
+      Form{&SubpictureControl::Wide, ""}, Form{&SubpictureControl::Letterbox, Words::Mark("letterbox")},
+      Form{&SubpictureControl::PanScan, Words::Mark("pan and scan")}};
   static constexpr std::array<Form, 1> NormalForms = {Form{&SubpictureControl::Normal, ""}};
   const std::span<const Form> forms =
       info.TitleVideo.IsWide ? std::span<const Form>(WideForms) : std::span<const Form>(NormalForms);
@@ -344,11 +344,12 @@ void AddSubstreams(const ProgramChain& chain, const IfoInfo& info, std::array<bo
       const SubpictureControl& control = chain.Subpictures[i];
       const std::size_t substream = control.*form.Substream;
       if (control.IsPresent && !std::exchange(known[substream], true)) {
-        const std::string_view extension = ExtensionName(info.TitleSubpictures[i].Extension);
+        const std::string extension = ExtensionName(info.TitleSubpictures[i].Extension);
         facts.Languages[substream] = info.TitleSubpictures[i].Language;
         facts.Names[substream] = extension;
-        facts.Names[substream] += !extension.empty() && !form.Name.empty() ? ", " : "";
-        facts.Names[substream] += form.Name;
+        if (*form.Name != '\0') {
+          facts.Names[substream] += (extension.empty() ? "" : ", ") + Words::Tr(form.Name);
+        }
       }
     }
   }
@@ -358,17 +359,18 @@ void AddSubstreams(const ProgramChain& chain, const IfoInfo& info, std::array<bo
 
 Result<IfoInfo> ReadIfo(std::span<const std::uint8_t> file) {
   if (file.size() > MaxIfoLength) {
-    return Failure{"it is too long: an IFO file has at most 1,048,576 bytes"};
+    return Failure{Words::Tr("it is too long: an IFO file has at most 1,048,576 bytes")};
   }
   const auto startsWith = [file](std::string_view signature) {
     return file.size() >= signature.size() && std::ranges::equal(file.first(signature.size()), signature);
   };
   const bool isTitleSet = startsWith(TitleSetSignature);
   if (!isTitleSet && !startsWith(VideoManagerSignature)) {
-    return Failure{"it is no IFO file: it starts with neither DVDVIDEO-VTS nor DVDVIDEO-VMG"};
+    return Failure{Words::Tr("it is no IFO file: it starts with neither DVDVIDEO-VTS nor DVDVIDEO-VMG")};
   }
   if (file.size() < SectorSize) {
-    return Failure{"it is cut short: of its first 2,048 bytes there are " + std::to_string(file.size())};
+    return Failure{
+        Words::Tr("it is cut short: of its first 2,048 bytes there are %1", {std::to_string(file.size())})};
   }
   return IfoParser(file, isTitleSet ? IfoKind::TitleSet : IfoKind::VideoManager).Parse();
 }
@@ -390,13 +392,13 @@ Result<IfoInfo> ReadIfoFile(const std::filesystem::path& path) {
 
 std::string ChainText(const ProgramChain& chain) {
   if (chain.Place == ChainPlace::FirstPlay) {
-    return "first play";
+    return Words::Tr("first play");
   }
   if (chain.Place == ChainPlace::Title) {
-    return "title " + std::to_string(chain.TitleOrMenu) + (chain.IsEntry ? "" : ", goes on");
+    const std::string title = std::to_string(chain.TitleOrMenu);
+    return chain.IsEntry ? Words::Tr("title %1", {title}) : Words::Tr("title %1, goes on", {title});
   }
-  return std::string(MenuName(chain.TitleOrMenu)) +
-         (chain.Language.empty() ? "" : " (" + chain.Language + ")");
+  return MenuName(chain.TitleOrMenu) + (chain.Language.empty() ? "" : " (" + chain.Language + ")");
 }
 
 std::optional<SubstreamFacts> FactsOfSubstreams(const IfoInfo& info) {

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/ByteSource.h"
 #include "imaging/cBitmap.h"
 
@@ -56,7 +57,7 @@ Result<void> CheckHead(const std::filesystem::path& path) {
     return found.Why();
   }
   if (*found < head.size() || !std::equal(PngSignature.begin(), PngSignature.end(), head.begin())) {
-    return Failure{"it is no PNG file"};
+    return Failure{Words::Tr("it is no PNG file")};
   }
   const auto number = [&](std::size_t at) {
     return std::uint32_t{head[at]} << 24U | std::uint32_t{head[at + 1]} << 16U |
@@ -65,8 +66,8 @@ Result<void> CheckHead(const std::filesystem::path& path) {
   const std::uint32_t width = number(16);
   const std::uint32_t height = number(20);
   if (width > MaxWidth || height > MaxHeight) {
-    return Failure{"it has " + std::to_string(width) + "x" + std::to_string(height) +
-                   " pixels, more than 720x576"};
+    return Failure{
+        Words::Tr("it has %1x%2 pixels, more than 720x576", {std::to_string(width), std::to_string(height)})};
   }
   return {};
 }
@@ -137,7 +138,8 @@ Result<IndexedPicture> LoadPicture(const std::filesystem::path& path, const std:
   cBitmap bitmap;
   bitmap.LoadFromFile(QString::fromStdString(Utf8FromPath(path)));
   if (bitmap.LastStatus() != 0 || bitmap.Width() < 1) {
-    return Failure{"it cannot be decoded: " + cGDIP::StatusText(bitmap.LastStatus()).toStdString()};
+    return Failure{
+        Words::Tr("it cannot be decoded: %1", {cGDIP::StatusText(bitmap.LastStatus()).toStdString()})};
   }
   const QImage& image = bitmap.Image();
   return image.format() == QImage::Format_Indexed8
@@ -296,8 +298,8 @@ Result<ListPicture> ReadListPicture(const std::filesystem::path& path, const std
   const std::vector<std::uint64_t> counts = CountCells(picture, part);
   ColoursInUse inUse = FindColours(picture, counts);
   if (inUse.Colours.size() > MaxColours && !reduce) {
-    return Failure{"it has " + std::to_string(inUse.Colours.size()) +
-                   " colours, of which a subtitle has at most four"};
+    return Failure{Words::Tr("it has %1 colours, of which a subtitle has at most four",
+                             {std::to_string(inUse.Colours.size())})};
   }
   const std::size_t visible = inUse.CountVisible();
   if (visible >= MaxColours && visible == inUse.Colours.size()) {

@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Words.h"
 #include "containers/MatroskaBlocks.h"
 #include "containers/MatroskaInput.h"
 #include "containers/MatroskaTracks.h"
@@ -74,7 +75,7 @@ class MatroskaWalk {
     }
     std::vector<std::string> damage = DamageNotes();
     if (!tracks_) {
-      std::string reason = "it has no list of tracks";
+      std::string reason = Words::Tr("it has no list of tracks");
       for (const std::string& note : damage) {
         reason += "; " + note;
       }
@@ -255,14 +256,14 @@ class MatroskaWalk {
       }
     }
     if (scale_ == 0 || scale_ > MatroskaBlocks::MaxScale) {
-      failure_ = "its unit of time, " + std::to_string(scale_) + " ns, is none that a film has";
+      failure_ = Words::Tr("its unit of time, %1 ns, is none that a film has", {std::to_string(scale_)});
     }
   }
 
   void TakeTracks(const FoundElement& found) {
     const auto* const tracks = ReadMaster<libmatroska::KaxTracks>(found);
     if (tracks == nullptr) {
-      failure_ = "its list of tracks at byte " + std::to_string(found.DataStart) + " is too long";
+      failure_ = Words::Tr("its list of tracks at byte %1 is too long", {std::to_string(found.DataStart)});
       return;
     }
     tracks_.emplace(SubtitleTracksOf(*tracks));
@@ -301,12 +302,14 @@ class MatroskaWalk {
   [[nodiscard]] std::vector<std::string> DamageNotes() const {
     std::vector<std::string> notes;
     if (damages_ > 0) {
-      notes.push_back("it is damaged at byte " + std::to_string(firstDamage_) +
-                      (damages_ == 1 ? "" : " and " + std::to_string(damages_ - 1) + " more") +
-                      "; what stands there is left out");
+      const std::string first = std::to_string(firstDamage_);
+      notes.push_back(damages_ == 1
+                          ? Words::Tr("it is damaged at byte %1; what stands there is left out", {first})
+                          : Words::Tr("it is damaged at byte %1 and %2 more; what stands there is left out",
+                                      {first, std::to_string(damages_ - 1)}));
     }
     if (cutAt_) {
-      notes.push_back("it is cut short at byte " + std::to_string(*cutAt_));
+      notes.push_back(Words::Tr("it is cut short at byte %1", {std::to_string(*cutAt_)}));
     }
     return notes;
   }
@@ -342,7 +345,7 @@ ReadContainerResult ReadMatroskaFrom(ByteSource& source, const Progress& progres
       return found.Why();
     }
     if (!StartsLikeMatroska({reinterpret_cast<const char*>(head.data()), *found})) {
-      return Failure{"it is no Matroska file: it does not start with an EBML header"};
+      return Failure{Words::Tr("it is no Matroska file: it does not start with an EBML header")};
     }
     auto read = MatroskaWalk(source, progress).Read();
     if (!read) {
@@ -354,9 +357,9 @@ ReadContainerResult ReadMatroskaFrom(ByteSource& source, const Progress& progres
   } catch (const SourceFailed& failed) {
     return Failure{failed.what()};
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory"};
+    return Failure{Words::Tr("there is not enough memory")};
   } catch (const std::exception&) {
-    return Failure{"its header is damaged"};
+    return Failure{Words::Tr("its header is damaged")};
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/ByteReader.h"
 #include "base/FloorDivision.h"
+#include "base/Words.h"
 #include "containers/PacketAppender.h"
 #include "containers/VobSubIndex.h"
 #include "sup/SpuControl.h"
@@ -61,7 +62,7 @@ std::size_t UnitSizeOf(std::span<const std::uint8_t> bytes) {
 void TakeSettings(MatroskaTrack& facts, Track& track) {
   std::vector<std::uint8_t>& text = facts.PrivateData;
   if (!UndoEncodings(facts.Encodings, EncodedPart::PrivateData, MostSettingsBytes, text)) {
-    track.Notes.emplace_back("its settings cannot be uncompressed, so that it has no palette");
+    track.Notes.emplace_back(Words::Tr("its settings cannot be uncompressed, so that it has no palette"));
     return;
   }
   // Some programs count a C string's end with it.
@@ -70,18 +71,8 @@ void TakeSettings(MatroskaTrack& facts, Track& track) {
   track.Palette = settings.Palette;
   track.Frame = settings.Frame();
   if (settings.Custom.IsOn) {
-    track.Notes.emplace_back("it has custom colours on; the subtitles keep their own");
+    track.Notes.emplace_back(Words::Tr("it has custom colours on; the subtitles keep their own"));
   }
-}
-
-std::string TrackText(const MatroskaTrack& track) {
-  return "track " + std::to_string(track.Number);
-}
-
-/// "3 blocks left out that are laced, the first at byte 1234"
-std::string FaultText(std::uint64_t count, std::string_view what, std::uint64_t first) {
-  return std::to_string(count) + (count == 1 ? " block " : " blocks ") + std::string(what) +
-         (count == 1 ? ", at byte " : ", the first at byte ") + std::to_string(first);
 }
 
 }  // namespace
@@ -155,18 +146,19 @@ bool MatroskaBlocks::TakeUnit(Gathered& track, const BlockPlace& place, std::int
 void MatroskaBlocks::Finish(std::uint64_t scale, Container& container) {
   for (Gathered& track : tracks_) {
     MatroskaTrack& facts = track.Facts;
+    const std::string number = std::to_string(facts.Number);
     if (!facts.IsDvdSubtitles()) {
-      container.Notes.push_back(TrackText(facts) + " is of another kind (" + facts.CodecId + ")");
+      container.Notes.push_back(Words::Tr("track %1 is of another kind (%2)", {number, facts.CodecId}));
       continue;
     }
     if (!facts.Hindrance.empty()) {
-      container.Notes.push_back(TrackText(facts) + " " + facts.Hindrance);
+      container.Notes.push_back(Words::Tr("track %1 %2", {number, facts.Hindrance}));
       continue;
     }
     if (track.Times.empty()) {
-      container.Notes.push_back(TrackText(facts) + " has no subtitles");
+      container.Notes.push_back(Words::Tr("track %1 has no subtitles", {number}));
       for (const std::string& note : NotesOf(track)) {
-        container.Notes.push_back(TrackText(facts) + ": " + note);
+        container.Notes.push_back(Words::Tr("track %1", {number}) + ": " + note);
       }
       continue;
     }
@@ -175,7 +167,7 @@ void MatroskaBlocks::Finish(std::uint64_t scale, Container& container) {
                         track.Packets.begin() + static_cast<std::ptrdiff_t>(time.Packet) + TimeStart);
     }
     Track& made = container.Tracks.emplace_back();
-    made.Id = std::to_string(facts.Number);
+    made.Id = number;
     made.Language = facts.Language;
     made.Name = facts.Name;
     made.Packets = std::move(track.Packets);
@@ -196,24 +188,47 @@ void MatroskaBlocks::Count(Gathered& track, Fault fault, const BlockPlace& place
   }
 }
 
+/// Of `count` blocks, the first of them at byte `first`.
+std::string MatroskaBlocks::FaultText(Fault fault, std::int64_t count, const std::string& first) {
+  switch (fault) {
+    case Fault::Laced:
+      return Words::Tr("%n block left out, laced (several units in one), at byte %1",
+                       "%n blocks left out, laced (several units in one), the first at byte %1", count,
+                       {first});
+    case Fault::TooLong:
+      return Words::Tr("%n block left out, longer than a unit can be, at byte %1",
+                       "%n blocks left out, longer than a unit can be, the first at byte %1", count, {first});
+    case Fault::NotUnpacked:
+      return Words::Tr(
+          "%n block left out, compressed in a way that it cannot be undone, at byte %1",
+          "%n blocks left out, compressed in a way that it cannot be undone, the first at byte %1", count,
+          {first});
+    case Fault::NoUnit:
+      return Words::Tr("%n block left out, without a unit, at byte %1",
+                       "%n blocks left out, without a unit, the first at byte %1", count, {first});
+    case Fault::CutShort:
+      return Words::Tr("%n block left out, the unit cut short, at byte %1",
+                       "%n blocks left out, the unit cut short, the first at byte %1", count, {first});
+    case Fault::HasTail:
+      return Words::Tr("%n block with bytes behind the unit, which are left out, at byte %1",
+                       "%n blocks with bytes behind the unit, which are left out, the first at byte %1",
+                       count, {first});
+  }
+  return {};
+}
+
 std::vector<std::string> MatroskaBlocks::NotesOf(const Gathered& track) {
-  static constexpr std::array<std::string_view, std::tuple_size_v<decltype(track.Faults)>> Texts = {
-      "left out, laced (several units in one)",
-      "left out, longer than a unit can be",
-      "left out, compressed in a way that it cannot be undone",
-      "left out, without a unit",
-      "left out, the unit cut short",
-      "with bytes behind the unit, which are left out"};
   std::vector<std::string> notes;
-  for (std::size_t i = 0; i < Texts.size(); ++i) {
+  for (std::size_t i = 0; i < track.Faults.size(); ++i) {
     if (const FaultCount& count = track.Faults[i]; count.Count > 0) {
-      notes.push_back(FaultText(count.Count, Texts[i], count.First));
+      notes.push_back(FaultText(static_cast<Fault>(i), static_cast<std::int64_t>(count.Count),
+                                std::to_string(count.First)));
     }
   }
   if (track.LostDurations > 0) {
-    notes.push_back(std::to_string(track.LostDurations) +
-                    (track.LostDurations == 1 ? " subtitle has" : " subtitles have") +
-                    " no end but in the file's own durations, which are not kept");
+    notes.push_back(Words::Tr("%n subtitle has no end but in the file's own durations, which are not kept",
+                              "%n subtitles have no end but in the file's own durations, which are not kept",
+                              static_cast<std::int64_t>(track.LostDurations)));
   }
   return notes;
 }

@@ -61,6 +61,7 @@ class MatroskaBlocks {
   [[nodiscard]] std::optional<std::size_t> Find(std::uint64_t number) const;
   static void Count(Gathered& track, Fault fault, const BlockPlace& place);
   bool TakeUnit(Gathered& track, const BlockPlace& place, std::int64_t time);
+  [[nodiscard]] static std::string FaultText(Fault fault, std::int64_t count, const std::string& first);
   static std::vector<std::string> NotesOf(const Gathered& track);
 
   std::vector<Gathered> tracks_;

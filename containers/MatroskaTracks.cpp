@@ -10,6 +10,8 @@
 #include <utility>
 #include <zlib.h>
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
@@ -79,15 +81,15 @@ std::string ReadCompression(const EbmlMaster& parent, ContentEncoding& encoding)
     case 0:
       return "";
     case 1:
-      return "is compressed with bzlib, which is not read";
+      return Words::Tr("is compressed with bzlib, which is not read");
     case 2:
-      return "is compressed with lzo1x, which is not read";
+      return Words::Tr("is compressed with lzo1x, which is not read");
     case 3:
       encoding.IsStripping = true;
       encoding.Stripped = BytesOf<libmatroska::KaxContentCompSettings>(*compression);
       return "";
     default:
-      return "is compressed in a way that is not known";
+      return Words::Tr("is compressed in a way that is not known");
   }
 }
 
@@ -110,14 +112,14 @@ void ReadEncodings(const EbmlMaster& entry, MatroskaTrack& track) {
     read.Encoding.IsOfBlocks = (scope & BlocksScope) != 0;
     read.Encoding.IsOfPrivateData = (scope & PrivateScope) != 0;
     if (NumberOf<libmatroska::KaxContentEncodingType>(*encoding, 0) != 0) {
-      track.Hindrance = "is encrypted";
+      track.Hindrance = Words::Tr("is encrypted");
     } else if (std::string hindrance = ReadCompression(*encoding, read.Encoding);
                !hindrance.empty() && track.Hindrance.empty()) {
       track.Hindrance = std::move(hindrance);
     }
   }
   if (ordered.size() > MostEncodings) {
-    track.Hindrance = "is packed more often than any program does";
+    track.Hindrance = Words::Tr("is packed more often than any program does");
     return;
   }
   std::ranges::stable_sort(ordered, std::greater(), &OrderedEncoding::Order);
@@ -144,7 +146,7 @@ struct Inflation {
 Result<void> Inflate(std::size_t mostBytes, std::vector<std::uint8_t>& bytes) {
   Inflation inflation;
   if (!inflation.IsOpen) {
-    return Failure{"zlib cannot be started"};
+    return Failure{Words::Tr("zlib cannot be started")};
   }
   z_stream& stream = inflation.Stream;
   stream.next_in = bytes.data();
@@ -154,7 +156,7 @@ Result<void> Inflate(std::size_t mostBytes, std::vector<std::uint8_t>& bytes) {
   while (state == Z_OK) {
     const std::size_t done = plain.size();
     if (done > mostBytes) {
-      return Failure{"more bytes come out than a unit has"};
+      return Failure{Words::Tr("more bytes come out than a unit has")};
     }
     plain.resize(done + std::min(std::max<std::size_t>(4096, done + 2 * bytes.size()), mostBytes + 1 - done));
     stream.next_out = plain.data() + done;
@@ -163,7 +165,7 @@ Result<void> Inflate(std::size_t mostBytes, std::vector<std::uint8_t>& bytes) {
     plain.resize(plain.size() - stream.avail_out);
   }
   if (state != Z_STREAM_END || plain.size() > mostBytes) {
-    return Failure{"they are no zlib data, or too many"};
+    return Failure{Words::Tr("they are no zlib data, or too many")};
   }
   bytes = std::move(plain);
   return {};
@@ -203,7 +205,7 @@ Result<void> UndoEncodings(const std::vector<ContentEncoding>& encodings, Encode
     }
     if (encoding.IsStripping) {
       if (bytes.size() + encoding.Stripped.size() > mostBytes) {
-        return Failure{"they are too many"};
+        return Failure{Words::Tr("they are too many")};
       }
       bytes.insert(bytes.begin(), encoding.Stripped.begin(), encoding.Stripped.end());
     } else if (auto inflated = Inflate(mostBytes, bytes); !inflated) {

@@ -10,6 +10,7 @@
 #include "base/AsciiCase.h"
 #include "base/Digit.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/ByteSource.h"
 #include "containers/FileInAnyCase.h"
 #include "containers/Ifo.h"
@@ -92,9 +93,9 @@ std::vector<std::filesystem::path> PartsAfter(const std::filesystem::path& first
 
 std::string PartsNote(const std::vector<std::filesystem::path>& parts) {
   const std::string first = Utf8FromPath(parts.front().filename());
-  return parts.size() == 1 ? first + " was read as well, the next part of the title"
-                           : first + " to " + Utf8FromPath(parts.back().filename()) +
-                                 " were read as well, the further parts of the title";
+  return parts.size() == 1 ? Words::Tr("%1 was read as well, the next part of the title", {first})
+                           : Words::Tr("%1 to %2 were read as well, the further parts of the title",
+                                       {first, Utf8FromPath(parts.back().filename())});
 }
 
 /// The information file of the title set, or its copy.
@@ -115,12 +116,12 @@ void AddFacts(const std::filesystem::path& path, Container& container) {
   const auto info = ReadIfoFile(path);
   const std::string name = Utf8FromPath(path.filename());
   if (!info) {
-    container.Notes.push_back(name + " has no palette for it: " + info.Reason());
+    container.Notes.push_back(Words::Tr("%1 has no palette for it: %2", {name, info.Reason()}));
     return;
   }
   const auto facts = FactsOfSubstreams(*info);
   if (!facts) {
-    container.Notes.push_back(name + " has no palette for it");
+    container.Notes.push_back(Words::Tr("%1 has no palette for it", {name}));
     return;
   }
   for (Track& track : container.Tracks) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/Words.h"
 #include "containers/PacketWalk.h"
 #include "containers/StreamClock.h"
 #include "sup/StreamLoader.h"
@@ -26,9 +27,9 @@ Track TrackOf(std::size_t number, GatheredSubstream substream, std::int64_t orig
 
 std::string RestartNote(const std::vector<std::int64_t>& restarts, std::int64_t origin) {
   const std::string first = FormatTimecode(restarts.front() - origin);
-  return restarts.size() == 1 ? "the clock restarts at " + first + "; times go on"
-                              : "the clock restarts " + std::to_string(restarts.size()) +
-                                    " times, first at " + first + "; times go on";
+  return restarts.size() == 1 ? Words::Tr("the clock restarts at %1; times go on", {first})
+                              : Words::Tr("the clock restarts %1 times, first at %2; times go on",
+                                          {std::to_string(restarts.size()), first});
 }
 
 }  // namespace
@@ -57,7 +58,7 @@ ReadContainerResult ReadProgramTracks(ByteSource& source, const Progress& progre
     if (const auto substream = SubtitleSubstreamOf(packet)) {
       gatherer.Add(packet, clock.TimeOf(packet, *substream));
       if (IsTooMuch(gatherer)) {
-        return Failure{TooMuchReason};
+        return Failure{Words::Tr(TooMuchReason)};
       }
     }
   }
@@ -68,7 +69,7 @@ ReadContainerResult ReadProgramTracks(ByteSource& source, const Progress& progre
     return reader.Status().Why();
   }
   if (!walk.FoundPack()) {
-    return Failure{NoPackReason};
+    return Failure{Words::Tr(NoPackReason)};
   }
   Container container;
   auto substreams = gatherer.Finish();
@@ -82,7 +83,7 @@ ReadContainerResult ReadProgramTracks(ByteSource& source, const Progress& progre
     }
   }
   if (container.Tracks.empty() && encrypted.Count > 0) {
-    container.Notes.insert(container.Notes.begin(), EncryptedNote);
+    container.Notes.insert(container.Notes.begin(), Words::Tr(EncryptedNote));
   }
   if (!clock.Restarts().empty()) {
     container.Notes.push_back(RestartNote(clock.Restarts(), clock.Origin()));

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/Progress.h"
+#include "base/Words.h"
 #include "containers/ByteSource.h"
 #include "containers/Container.h"
 #include "containers/UnitGatherer.h"
@@ -17,13 +18,13 @@ namespace quillmark {
 
 /// More than this program reads of one file is gathered.
 [[nodiscard]] bool IsTooMuch(const UnitGatherer& gatherer);
-inline constexpr const char* TooMuchReason = "its subtitles take more than 2 GiB";
+inline constexpr const char* TooMuchReason = Words::Mark("its subtitles take more than 2 GiB");
 
 /// Of a file in which no pack header was found.
-inline constexpr const char* NoPackReason = "no pack header of a program stream is in it";
+inline constexpr const char* NoPackReason = Words::Mark("no pack header of a program stream is in it");
 
 /// Of a file that has encrypted packets and gives no subtitle.
-inline constexpr const char* EncryptedNote = "the file is encrypted";
+inline constexpr const char* EncryptedNote = Words::Mark("the file is encrypted");
 
 /// "0x20", by the number from 0.
 [[nodiscard]] std::string SubstreamName(std::size_t substream);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/Words.h"
 #include "sup/ControlSequences.h"
 #include "sup/SupFormat.h"
 
@@ -29,36 +30,31 @@ bool StartsLikeUnit(std::span<const std::uint8_t> bytes) {
   return bytes.size() >= Header && NumberAt(bytes, 2) >= Header && NumberAt(bytes, 2) < NumberAt(bytes, 0);
 }
 
-std::string Counted(std::uint64_t count, const char* one, const char* many) {
-  return std::to_string(count) + (count == 1 ? one : many);
-}
-
-std::string FirstAt(const Tally& tally) {
-  return (tally.Count == 1 ? " (at byte " : " (the first at byte ") + std::to_string(tally.First) + ")";
-}
-
 }  // namespace
 
 std::vector<std::string> GatheredSubstream::Notes() const {
   std::vector<std::string> notes;
   if (Encrypted.Count > 0) {
-    notes.push_back(Counted(Encrypted.Count, " packet is encrypted", " packets are encrypted") +
-                    FirstAt(Encrypted) +
-                    (Encrypted.Count == 1 ? "; its subtitle is left out" : "; their subtitles are left out"));
+    notes.push_back(Words::Tr("%n packet is encrypted (at byte %1); its subtitle is left out",
+                              "%n packets are encrypted (the first at byte %1); their subtitles are left out",
+                              static_cast<std::int64_t>(Encrypted.Count), {std::to_string(Encrypted.First)}));
   }
   if (Cut.Count > 0) {
-    notes.push_back(
-        Counted(Cut.Count, " subtitle is cut short and left out", " subtitles are cut short and left out") +
-        FirstAt(Cut));
+    notes.push_back(Words::Tr("%n subtitle is cut short and left out (at byte %1)",
+                              "%n subtitles are cut short and left out (the first at byte %1)",
+                              static_cast<std::int64_t>(Cut.Count), {std::to_string(Cut.First)}));
   }
   if (Resized.Count > 0) {
-    notes.push_back(Counted(Resized.Count, " subtitle had a wrong size", " subtitles had a wrong size") +
-                    FirstAt(Resized) + ", which was mended");
+    notes.push_back(Words::Tr("%n subtitle had a wrong size (at byte %1), which was mended",
+                              "%n subtitles had a wrong size (the first at byte %1), which was mended",
+                              static_cast<std::int64_t>(Resized.Count), {std::to_string(Resized.First)}));
   }
   if (Untimed.Count > 0) {
-    notes.push_back(
-        Counted(Untimed.Count, " subtitle has no time of its own", " subtitles have no time of their own") +
-        FirstAt(Untimed) + "; the clock of the stream tells about when it starts");
+    notes.push_back(Words::Tr(
+        "%n subtitle has no time of its own (at byte %1); the clock of the stream tells about when it starts",
+        "%n subtitles have no time of their own (the first at byte %1); the clock of the stream tells about "
+        "when it starts",
+        static_cast<std::int64_t>(Untimed.Count), {std::to_string(Untimed.First)}));
   }
   return notes;
 }

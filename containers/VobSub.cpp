@@ -10,6 +10,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/FileInAnyCase.h"
 #include "containers/PacketAppender.h"
 #include "containers/PacketWalk.h"
@@ -58,7 +59,7 @@ void Append(std::vector<std::string>& notes, std::vector<std::string> more) {
 void PutInOrder(std::vector<TimedUnit>& units, std::vector<std::string>& notes) {
   if (!std::ranges::is_sorted(units, {}, &TimedUnit::Ticks)) {
     std::ranges::stable_sort(units, {}, &TimedUnit::Ticks);
-    notes.emplace_back("the lines are not in the order of time; they were sorted");
+    notes.emplace_back(Words::Tr("the lines are not in the order of time; they were sorted"));
   }
   const auto same = [](const TimedUnit& a, const TimedUnit& b) {
     return a.Ticks == b.Ticks && a.Place.Packet == b.Place.Packet;
@@ -66,8 +67,7 @@ void PutInOrder(std::vector<TimedUnit>& units, std::vector<std::string>& notes) 
   units.erase(std::unique(units.begin(), units.end(), same), units.end());
   const auto early = std::ranges::count_if(units, [](const TimedUnit& unit) { return unit.Ticks < 0; });
   if (early > 0) {
-    notes.push_back(std::to_string(early) + (early == 1 ? " subtitle starts" : " subtitles start") +
-                    " before 0");
+    notes.push_back(Words::Tr("%n subtitle starts before 0", "%n subtitles start before 0", early));
   }
 }
 
@@ -140,10 +140,11 @@ Result<void> CheckSize(const std::vector<NamedTrack>& tracks, const UnitTable& t
     size += PacketsSize(track.Units, table);
   }
   if (size > MostOfAll * length + Allowance) {
-    return Failure{"the index names the same subtitles over and over: " + std::to_string(size) +
-                   " bytes of them out of a .sub of " + std::to_string(length) + " bytes"};
+    return Failure{Words::Tr(
+        "the index names the same subtitles over and over: %1 bytes of them out of a .sub of %2 bytes",
+        {std::to_string(size), std::to_string(length)})};
   }
-  return size > MaxStreamLength ? Result<void>(Failure{TooMuchReason}) : Result<void>();
+  return size > MaxStreamLength ? Result<void>(Failure{Words::Tr(TooMuchReason)}) : Result<void>();
 }
 
 /// All positions at which a line may have a unit start, in ascending order. They ascend in nearly every
@@ -172,14 +173,14 @@ std::vector<std::uint64_t> PositionsIn(const VobSubIndex& index) {
 std::vector<std::string> NotesOn(const VobSubIndex& index) {
   std::vector<std::string> notes = index.Notes;
   if (index.Custom.IsOn) {
-    notes.emplace_back("the index has custom colours on; the subtitles keep their own");
+    notes.emplace_back(Words::Tr("the index has custom colours on; the subtitles keep their own"));
   }
   if (index.ShowsForcedAlone) {
-    notes.emplace_back("the index shows forced subtitles alone; all are read");
+    notes.emplace_back(Words::Tr("the index shows forced subtitles alone; all are read"));
   }
   if (index.TimeOffset != 0) {
-    notes.push_back("the index has a time offset of " + std::to_string(index.TimeOffset) +
-                    " ms, which is not applied");
+    notes.push_back(Words::Tr("the index has a time offset of %1 ms, which is not applied",
+                              {std::to_string(index.TimeOffset)}));
   }
   return notes;
 }
@@ -192,7 +193,7 @@ Result<std::string> ReadText(const std::filesystem::path& path) {
     return source.Why();
   }
   if ((*source)->Length() > MaxIndexLength) {
-    return Failure{"it is too long for an index"};
+    return Failure{Words::Tr("it is too long for an index")};
   }
   std::string text(static_cast<std::size_t>((*source)->Length()), '\0');
   const auto read = (*source)->ReadAt(0, {reinterpret_cast<std::uint8_t*>(text.data()), text.size()});
@@ -251,7 +252,7 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
     isEncrypted = isEncrypted || packet.IsEncrypted;
     gatherer.Add(packet, 0);
     if (IsTooMuch(gatherer)) {
-      return Failure{TooMuchReason};
+      return Failure{Words::Tr(TooMuchReason)};
     }
   }
   if (reader.IsCancelled()) {
@@ -262,7 +263,7 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
   }
   UnitTable table(gatherer.Finish());
   if (!walk.FoundPack() && !table.HasUnits()) {
-    return Failure{std::string("the .sub is none of a VobSub pair: ") + NoPackReason};
+    return Failure{Words::Tr("the .sub is none of a VobSub pair: %1", {Words::Tr(NoPackReason)})};
   }
   std::vector<FoundUnits> found;
   for (const VobSubLanguage& language : index.Languages) {
@@ -301,7 +302,7 @@ ReadContainerResult ReadVobSubPair(const VobSubIndex& index, ByteSource& packs, 
     container.Tracks.push_back(std::move(track));
   }
   if (container.Tracks.empty() && isEncrypted) {
-    container.Notes.insert(container.Notes.begin(), EncryptedNote);
+    container.Notes.insert(container.Notes.begin(), Words::Tr(EncryptedNote));
   }
   return std::optional(std::move(container));
 }
@@ -311,29 +312,32 @@ ReadContainerResult ReadVobSub(const std::filesystem::path& path, const Progress
   const auto indexPath = isPacks ? Beside(path, ".idx", ".IDX") : std::optional(path);
   const auto packsPath = isPacks ? std::optional(path) : Beside(path, ".sub", ".SUB");
   if (!indexPath) {
-    return ReadAlone(path, progress,
-                     "there is no .idx beside it: times are those of the .sub, languages are unknown");
+    return ReadAlone(
+        path, progress,
+        Words::Tr("there is no .idx beside it: times are those of the .sub, languages are unknown"));
   }
   const auto text = ReadText(*indexPath);
   if (!text) {
-    return isPacks ? Failure{"its .idx cannot be read: " + text.Reason()} : text.Why();
+    return isPacks ? Failure{Words::Tr("its .idx cannot be read: %1", {text.Reason()})} : text.Why();
   }
   const VobSubIndex index = ParseVobSubIndex(*text);
   if (!HasEntries(index) && !IsVobSubIndex(*text)) {
-    return Failure{isPacks ? "the .idx beside it is no VobSub index" : "it is no VobSub index"};
+    return Failure{isPacks ? Words::Tr("the .idx beside it is no VobSub index")
+                           : Words::Tr("it is no VobSub index")};
   }
   if (!packsPath) {
-    return Failure{"there is no " +
-                   Utf8FromPath(std::filesystem::path(path).replace_extension(".sub").filename()) +
-                   " beside it"};
+    return Failure{
+        Words::Tr("there is no %1 beside it",
+                  {Utf8FromPath(std::filesystem::path(path).replace_extension(".sub").filename())})};
   }
   if (!HasEntries(index)) {
-    auto read = ReadAlone(*packsPath, progress, "the .idx names no subtitle: the .sub is read by itself");
-    return read || isPacks ? std::move(read) : Failure{"its .sub: " + read.Reason()};
+    auto read =
+        ReadAlone(*packsPath, progress, Words::Tr("the .idx names no subtitle: the .sub is read by itself"));
+    return read || isPacks ? std::move(read) : Failure{Words::Tr("its .sub: %1", {read.Reason()})};
   }
   auto packs = OpenFileSource(*packsPath);
   if (!packs) {
-    return isPacks ? packs.Why() : Failure{"its .sub cannot be read: " + packs.Reason()};
+    return isPacks ? packs.Why() : Failure{Words::Tr("its .sub cannot be read: %1", {packs.Reason()})};
   }
   return ReadVobSubPair(index, **packs, progress);
 }

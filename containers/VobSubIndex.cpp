@@ -7,6 +7,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/Digit.h"
+#include "base/Words.h"
 
 namespace quillmark {
 namespace {
@@ -183,9 +184,9 @@ class IndexReader {
 
   [[nodiscard]] VobSubIndex Take() {
     if (passed_ > 0) {
-      index_.Notes.push_back(std::to_string(passed_) + (passed_ == 1 ? " line is" : " lines are") +
-                             " no time and position (the first is line " + std::to_string(firstPassed_) +
-                             ")");
+      index_.Notes.push_back(Words::Tr("%n line is no time and position (the first is line %1)",
+                                       "%n lines are no time and position (the first is line %1)",
+                                       static_cast<std::int64_t>(passed_), {std::to_string(firstPassed_)}));
     }
     return std::move(index_);
   }
@@ -198,10 +199,10 @@ class IndexReader {
     if (index_.Notes.size() < MaxNotes) {
       index_.Notes.push_back(std::move(note));
     } else if (index_.Notes.size() == MaxNotes) {
-      index_.Notes.emplace_back("there is more in the index that cannot be read");
+      index_.Notes.emplace_back(Words::Tr("there is more in the index that cannot be read"));
     }
   }
-  [[nodiscard]] std::string ThisLine() const { return "line " + std::to_string(line_); }
+  [[nodiscard]] std::string ThisLine() const { return std::to_string(line_); }
 
   void Size(std::string_view value) {
     const auto [width, height] = Split(value, 'x');
@@ -229,12 +230,12 @@ class IndexReader {
     DvdPalette palette = {};
     const std::size_t count = ReadColours(value, palette);
     if (count == 0) {
-      Note(ThisLine() + " has no palette that can be read");
+      Note(Words::Tr("line %1 has no palette that can be read", {ThisLine()}));
       return;
     }
     if (count < palette.size()) {
-      Note(ThisLine() + ": the palette has " + std::to_string(count) +
-           " of 16 colours; the others are black");
+      Note(Words::Tr("line %1: the palette has %2 of 16 colours; the others are black",
+                     {ThisLine(), std::to_string(count)}));
     }
     index_.Palette = palette;
   }
@@ -263,7 +264,8 @@ class IndexReader {
   void Language(std::string_view value) {
     if (index_.Languages.size() == MaxLanguages) {
       if (!std::exchange(isFull_, true)) {
-        Note(ThisLine() + ": more than " + std::to_string(MaxLanguages) + " languages are not read");
+        Note(Words::Tr("line %1: more than %2 languages are not read",
+                       {ThisLine(), std::to_string(MaxLanguages)}));
       }
       return;
     }
@@ -292,7 +294,7 @@ class IndexReader {
     if (const auto delay = ReadTime(value)) {
       delay_ = std::clamp(delay_ + *delay, -MaxDelay, MaxDelay);
     } else {
-      Note(ThisLine() + " is no delay");
+      Note(Words::Tr("line %1 is no delay", {ThisLine()}));
     }
   }
 

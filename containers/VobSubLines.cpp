@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/Words.h"
 #include "containers/ProgramTracks.h"
 #include "containers/VobSubTimes.h"
 #include "sup/Timecode.h"
@@ -27,13 +28,13 @@ class LineNotes {
   template <typename Fault>
   void Add(const VobSubEntry& entry, const Fault& fault) {
     if (count_++ == 0) {
-      first_ = "line " + std::to_string(entry.Line) + ": " + fault();
+      first_ = Words::Tr("line %1", {std::to_string(entry.Line)}) + ": " + fault();
     }
   }
   void TellTo(std::vector<std::string>& notes) const {
     if (count_ > 0) {
-      notes.push_back(first_ +
-                      (count_ > 1 ? "; the same of " + std::to_string(count_ - 1) + " more" : std::string()));
+      notes.push_back(count_ > 1 ? Words::Tr("%1; the same of %2 more", {first_, std::to_string(count_ - 1)})
+                                 : first_);
     }
   }
 
@@ -140,15 +141,18 @@ std::vector<std::string> NotesOnLines(const VobSubLanguage& language, const Foun
   const auto differ = DifferingTimes(TimesOf(language, found, table));
   for (std::size_t i = 0; i < found.size(); ++i) {
     const VobSubEntry& entry = language.Entries[i];
-    const auto position = [&entry] { return "position " + Hex(entry.Position); };
+    const auto position = [&entry] { return Hex(entry.Position); };
     const auto isOutside = [&position, length] {
-      return position() + " is outside the .sub, which has " + std::to_string(length) + " bytes";
+      return Words::Tr("position %1 is outside the .sub, which has %2 bytes",
+                       {position(), std::to_string(length)});
     };
     if (!found[i]) {
       if (entry.Position >= length) {
         outside.Add(entry, isOutside);
       } else {
-        missing.Add(entry, [&position] { return "no whole subtitle stands at " + position(); });
+        missing.Add(entry, [&position] {
+          return Words::Tr("no whole subtitle stands at position %1", {position()});
+        });
       }
       continue;
     }
@@ -157,41 +161,46 @@ std::vector<std::string> NotesOnLines(const VobSubLanguage& language, const Foun
         break;
       case FoundBy::DecimalPosition:
         decimal.Add(entry, [&position, &entry] {
-          return "no subtitle starts at " + position() + ", but at " +
-                 std::to_string(entry.DecimalPosition.value_or(0)) + " in decimal";
+          return Words::Tr("no subtitle starts at position %1, but at %2 in decimal",
+                           {position(), std::to_string(entry.DecimalPosition.value_or(0))});
         });
         break;
       case FoundBy::Time:
         if (entry.Position >= length) {
-          outsideOfTime.Add(entry,
-                            [&isOutside] { return isOutside() + "; the subtitle of its time was taken"; });
+          outsideOfTime.Add(entry, [&isOutside] {
+            return Words::Tr("%1; the subtitle of its time was taken", {isOutside()});
+          });
         } else {
           ofTime.Add(entry, [&position] {
-            return "no subtitle starts at " + position() + "; the one of its time was taken";
+            return Words::Tr("no subtitle starts at position %1; the one of its time was taken",
+                             {position()});
           });
         }
         break;
       case FoundBy::TimeBeforePosition:
         beforePosition.Add(entry, [&position] {
-          return "the subtitle at " + position() + " is of another time; the one of its time was taken";
+          return Words::Tr("the subtitle at position %1 is of another time; the one of its time was taken",
+                           {position()});
         });
         break;
       case FoundBy::NextPosition:
-        next.Add(entry,
-                 [&position] { return "no subtitle starts at " + position() + "; the next one was taken"; });
+        next.Add(entry, [&position] {
+          return Words::Tr("no subtitle starts at position %1; the next one was taken", {position()});
+        });
         break;
     }
     const UnitPlace& place = found[i]->Place;
     if (differ[i] && (found[i]->By == FoundBy::Position || found[i]->By == FoundBy::DecimalPosition)) {
       otherTime.Add(entry, [&table, &place] {
-        return "the subtitle has the time stamp " + FormatTimecode(table.Unit(place).TimeStamp.value_or(0)) +
-               ", which is not the line's; the line's time was taken";
+        return Words::Tr(
+            "the subtitle has the time stamp %1, which is not the line's; the line's time was taken",
+            {FormatTimecode(table.Unit(place).TimeStamp.value_or(0))});
       });
     }
     if (place.Substream != language.Substream) {
       otherSubstream.Add(entry, [&place, &language] {
-        return "the subtitle belongs to substream " + SubstreamName(place.Substream) + ", not " +
-               SubstreamName(language.Substream);
+        return Words::Tr("the subtitle belongs to substream %1, not %2",
+                         {SubstreamName(place.Substream), SubstreamName(language.Substream)});
       });
     }
   }

@@ -11,6 +11,7 @@
 
 #include "base/AsciiCase.h"
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/PacketWalk.h"
 #include "containers/VobSubPacks.h"
 #include "files/FileWriter.h"
@@ -30,8 +31,9 @@ struct Subtitle {
 
 /// "subtitle 3", and of which stream where there are several.
 std::string NameOf(std::size_t number, unsigned track, std::size_t tracks) {
-  return (tracks > 1 ? "stream " + std::to_string(track + 1) + ", " : std::string()) + "subtitle " +
-         std::to_string(number);
+  const std::string subtitle = std::to_string(number);
+  return tracks > 1 ? Words::Tr("stream %1, subtitle %2", {std::to_string(track + 1), subtitle})
+                    : Words::Tr("subtitle %1", {subtitle});
 }
 
 Result<void> AddSubtitles(std::span<const std::uint8_t> packets, unsigned track, std::size_t tracks,
@@ -42,16 +44,16 @@ Result<void> AddSubtitles(std::span<const std::uint8_t> packets, unsigned track,
     const auto header = ReadPacketHeader(packets.subspan(at));
     ++number;
     if (!header) {
-      return Failure{"no signature stands at " + NameOf(number, track, tracks)};
+      return Failure{Words::Tr("no signature stands at %1", {NameOf(number, track, tracks)})};
     }
     if (header->Time < 0 || header->Time >= EndOfTime) {
-      return Failure{NameOf(number, track, tracks) + (header->Time < 0
-                                                          ? " starts before 0, which no .sub can say"
-                                                          : " starts after 26:30:43, which no .sub can say")};
+      const std::string name = NameOf(number, track, tracks);
+      return Failure{header->Time < 0 ? Words::Tr("%1 starts before 0, which no .sub can say", {name})
+                                      : Words::Tr("%1 starts after 26:30:43, which no .sub can say", {name})};
     }
     if (header->UnitSize < UnitHeaderSize) {
-      return Failure{NameOf(number, track, tracks) + " has no unit: its size field is " +
-                     std::to_string(header->UnitSize)};
+      return Failure{Words::Tr("%1 has no unit: its size field is %2",
+                               {NameOf(number, track, tracks), std::to_string(header->UnitSize)})};
     }
     subtitles.push_back(
         {.Ticks = header->Time, .Track = track, .Start = at + UnitStart, .Size = header->UnitSize});
@@ -63,7 +65,7 @@ Result<void> AddSubtitles(std::span<const std::uint8_t> packets, unsigned track,
 /// All subtitles in the order of the .sub.
 Result<std::vector<Subtitle>> SubtitlesOf(const std::vector<VobSubTrack>& tracks) {
   if (tracks.empty() || tracks.size() > MaxVobSubTracks) {
-    return Failure{"a VobSub pair has 1 to " + std::to_string(MaxVobSubTracks) + " languages"};
+    return Failure{Words::Tr("a VobSub pair has 1 to %1 languages", {std::to_string(MaxVobSubTracks)})};
   }
   std::vector<Subtitle> subtitles;
   for (unsigned i = 0; i < tracks.size(); ++i) {
@@ -238,17 +240,17 @@ std::vector<std::string> ChangesInVobSub(const VobSubTrack& track) {
     const std::size_t length = UnitStart + std::max<std::size_t>(header->UnitSize, UnitHeaderSize);
     const std::size_t left = track.Packets.size() - at;
     if (left < length) {
-      changes.push_back("subtitle " + std::to_string(number) + " is cut short; " +
-                        std::to_string(length - left) + " bytes were filled with zeros");
+      changes.push_back(Words::Tr("subtitle %1 is cut short; %2 bytes were filled with zeros",
+                                  {std::to_string(number), std::to_string(length - left)}));
     }
     at += std::min(left, length);
   }
   if (!isSorted) {
-    changes.emplace_back("the subtitles are not in the order of time; they were sorted");
+    changes.emplace_back(Words::Tr("the subtitles are not in the order of time; they were sorted"));
   }
   if (at < track.Packets.size()) {
-    changes.push_back(std::to_string(track.Packets.size() - at) +
-                      " bytes after the last subtitle were left out");
+    changes.push_back(Words::Tr("%1 bytes after the last subtitle were left out",
+                                {std::to_string(track.Packets.size() - at)}));
   }
   return changes;
 }

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
@@ -68,13 +70,13 @@ QString AppendFile::Path() const {
 Result<std::vector<std::uint8_t>> AppendFile::ReadAll() {
   const qint64 length = file_->size();
   if (length > MaxLength) {
-    return Failure{"It is larger than 2 GiB"};
+    return Failure{Words::Tr("It is larger than 2 GiB")};
   }
   std::vector<std::uint8_t> bytes;
   try {
     bytes.resize(static_cast<std::size_t>(length));
   } catch (const std::bad_alloc&) {
-    return Failure{"It does not fit into memory"};
+    return Failure{Words::Tr("It does not fit into memory")};
   }
   std::size_t done = 0;
   if (!file_->seek(0)) {
@@ -99,7 +101,7 @@ Result<void> AppendFile::Append(std::span<const std::uint8_t> bytes) {
   const qint64 before = file_->size();
   const auto length = static_cast<qint64>(bytes.size());
   if (length > MaxLength - before) {
-    return Failure{"It would become larger than 2 GiB"};
+    return Failure{Words::Tr("It would become larger than 2 GiB")};
   }
   qint64 written = 0;
   while (written < length) {

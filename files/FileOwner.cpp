@@ -10,6 +10,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include "base/Words.h"
 #include "files/Descriptor.h"
 #endif
 
@@ -31,7 +32,7 @@ Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
   if (lock->error() == QLockFile::LockFailedError) {
     return std::optional<FileOwner>();
   }
-  return Failure{"It cannot be locked"};
+  return Failure{Words::Tr("It cannot be locked")};
 }
 
 #else

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "files/SystemCalls.h"
 
 namespace quillmark {
@@ -130,10 +131,10 @@ Failure FileInPlace::HalfWay(const Failure& failure) const {
   if (file_.Written() == 0) {
     return failure;
   }
-  return {failure.Reason +
-          ". The file could only be written in place and is now damaged: it holds the first " +
-          std::to_string(file_.Written()) + " of " + std::to_string(length_) +
-          " new bytes, and after them what was there before."};
+  return {
+      Words::Tr("%1. The file could only be written in place and is now damaged: it holds the first %2 of %3 "
+                "new bytes, and after them what was there before.",
+                {failure.Reason, std::to_string(file_.Written()), std::to_string(length_)})};
 }
 
 }  // namespace quillmark

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "files/Descriptor.h"
 #include "files/ReplaceFile.h"
 #include "files/SecondFile.h"
@@ -33,7 +34,7 @@ Result<void> Replace(const fs::path& from, const fs::path& to) {
   std::ifstream file(from, std::ios::binary);
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
   if (!file) {
-    return At(from, "it cannot be read");
+    return At(from, Words::Tr("it cannot be read"));
   }
   const auto written = ReplaceFile(QString::fromStdString(Utf8FromPath(to)),
                                    {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
@@ -84,13 +85,14 @@ class Mover {
       return {};
     }
     if (overwriting_ == Overwriting::Refused) {
-      return At(to, "it is there already");
+      return At(to, Words::Tr("it is there already"));
     }
     std::error_code ignored;
     if (!fs::is_directory(from, ignored)) {
       return Replace(from, to);
     }
-    return fs::is_directory(to, ignored) ? MoveAll(from, to) : Result<void>(At(to, "it is no folder"));
+    return fs::is_directory(to, ignored) ? MoveAll(from, to)
+                                         : Result<void>(At(to, Words::Tr("it is no folder")));
   }
 
   Overwriting overwriting_;
@@ -114,7 +116,7 @@ Result<void> RefuseExisting(const std::vector<QString>& paths) {
   for (const QString& path : ExistingPaths(paths)) {
     names += (names.empty() ? "" : ", ") + path.toStdString();
   }
-  return names.empty() ? Result<void>() : Result<void>(Failure{"already there: " + names});
+  return names.empty() ? Result<void>() : Result<void>(Failure{Words::Tr("already there: %1", {names})});
 }
 
 Result<StagedFiles> StagedFiles::In(const QString& folder) {
@@ -124,7 +126,7 @@ Result<StagedFiles> StagedFiles::In(const QString& folder) {
   const fs::path stage = PathFromUtf8(name) / hidden;
   std::error_code error;
   if (!fs::create_directory(stage, error)) {
-    return At(PathFromUtf8(name), error ? error.message() : "no folder can be made in it");
+    return At(PathFromUtf8(name), error ? error.message() : Words::Tr("no folder can be made in it"));
   }
   return StagedFiles(name, Utf8FromPath(stage));
 }

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "files/Descriptor.h"
 #include "files/SystemCalls.h"
 
@@ -31,11 +32,11 @@ std::optional<fs::path> BehindLinks(fs::path path) {
 const char* WhyNoFile(FileStatus::Kind kind) {
   switch (kind) {
     case FileStatus::Kind::Folder:
-      return "It is a folder";
+      return Words::Mark("It is a folder");
     case FileStatus::Kind::Pipe:
-      return "It is a pipe, not a file";
+      return Words::Mark("It is a pipe, not a file");
     case FileStatus::Kind::Socket:
-      return "It is a socket, not a file";
+      return Words::Mark("It is a socket, not a file");
     case FileStatus::Kind::File:
     case FileStatus::Kind::Device:
       break;
@@ -47,7 +48,7 @@ const char* WhyNoFile(FileStatus::Kind kind) {
 
 Result<Target> InspectTarget(const QString& path) {
   if (path.isEmpty()) {
-    return Failure{"The name is empty"};
+    return Failure{Words::Tr("The name is empty")};
   }
   const auto place = BehindLinks(PathFromUtf8(path.toStdString()));
   if (!place) {
@@ -63,10 +64,10 @@ Result<Target> InspectTarget(const QString& path) {
     return SystemFailure(error);
   }
   if (const char* reason = WhyNoFile(status.What)) {
-    return Failure{reason};
+    return Failure{Words::Tr(reason)};
   }
   if (const int error = WhyNotWritable(target.Path.c_str()); error != 0) {
-    return error == EACCES ? Failure{"The file is not writable"} : SystemFailure(error);
+    return error == EACCES ? Failure{Words::Tr("The file is not writable")} : SystemFailure(error);
   }
   target.What = status.What == FileStatus::Kind::File ? Target::Kind::File : Target::Kind::Device;
   target.Size = status.Size;

@@ -3,31 +3,33 @@
 #include <array>
 #include <cstddef>
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
 // Element i is the text of status i + 1.
 constexpr std::array<const char*, 20> StatusTexts = {
-    "Generic Error",
-    "Invalid Parameter",
-    "Out Of Memory",
-    "Object Busy",
-    "Insufficient Buffer",
-    "Not Implemented",
-    "Win32 Error",
-    "Wrong State",
-    "Aborted",
-    "File Not Found",
-    "Value Overflow",
-    "Access Denied",
-    "Unknown Image Format",
-    "FontFamily Not Found",
-    "FontStyle Not Found",
-    "Not TrueType Font",
-    "Unsupported Gdiplus Version",
-    "Gdiplus Not Initialized",
-    "Property Not Found",
-    "Property Not Supported",
+    Words::Mark("Generic Error"),
+    Words::Mark("Invalid Parameter"),
+    Words::Mark("Out Of Memory"),
+    Words::Mark("Object Busy"),
+    Words::Mark("Insufficient Buffer"),
+    Words::Mark("Not Implemented"),
+    Words::Mark("Win32 Error"),
+    Words::Mark("Wrong State"),
+    Words::Mark("Aborted"),
+    Words::Mark("File Not Found"),
+    Words::Mark("Value Overflow"),
+    Words::Mark("Access Denied"),
+    Words::Mark("Unknown Image Format"),
+    Words::Mark("FontFamily Not Found"),
+    Words::Mark("FontStyle Not Found"),
+    Words::Mark("Not TrueType Font"),
+    Words::Mark("Unsupported Gdiplus Version"),
+    Words::Mark("Gdiplus Not Initialized"),
+    Words::Mark("Property Not Found"),
+    Words::Mark("Property Not Supported"),
 };
 
 }  // namespace
@@ -40,8 +42,8 @@ void cGDIP::ReportError(int status, const QString& source) const {
 
 QString cGDIP::StatusText(int status) {
   const bool known = status >= 1 && static_cast<std::size_t>(status) <= StatusTexts.size();
-  return QString::fromLatin1(known ? StatusTexts.at(static_cast<std::size_t>(status) - 1)
-                                   : "Unknown GDI+ Error");
+  return QString::fromStdString(known ? Words::Tr(StatusTexts.at(static_cast<std::size_t>(status) - 1))
+                                      : Words::Tr("Unknown GDI+ Error"));
 }
 
 }  // namespace quillmark

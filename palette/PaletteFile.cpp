@@ -11,6 +11,7 @@
 #include "base/ByteReader.h"
 #include "base/FilePath.h"
 #include "base/InputFile.h"
+#include "base/Words.h"
 
 namespace quillmark {
 namespace {
@@ -179,27 +180,27 @@ std::optional<std::uint64_t> PalettePosition(ByteReader& reader) {
   return chain ? std::optional(table + *chain + PaletteAt) : std::nullopt;
 }
 
-constexpr const char* NoIfoPalette = "Illegal file: no title set's IFO file with a palette";
-constexpr const char* NoTextPalette = "Illegal file: not exactly 16 lines with a colour";
+constexpr const char* NoIfoPalette = Words::Mark("Illegal file: no title set's IFO file with a palette");
+constexpr const char* NoTextPalette = Words::Mark("Illegal file: not exactly 16 lines with a colour");
 
 Result<PackedPalette> LoadIfoFile(std::ifstream& file, std::uintmax_t length) {
   if (length > MaxIfoLength) {
-    return Failure{"Illegal file: an IFO file has at most 1,048,576 bytes"};
+    return Failure{Words::Tr("Illegal file: an IFO file has at most 1,048,576 bytes")};
   }
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(length));
   if (!file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(length))) {
-    return Failure{"it cannot be read"};
+    return Failure{Words::Tr("it cannot be read")};
   }
   const auto palette = ReadIfoPalette(bytes);
   if (!palette) {
-    return Failure{NoIfoPalette};
+    return Failure{Words::Tr(NoIfoPalette)};
   }
   return *palette;
 }
 
 Result<PackedPalette> LoadTextFile(std::ifstream& file, std::uintmax_t length, EntryReader read) {
   if (length > MaxTextLength) {
-    return Failure{NoTextPalette};
+    return Failure{Words::Tr(NoTextPalette)};
   }
   TextPaletteReader reader(read);
   std::array<char, BlockLength> block{};
@@ -207,11 +208,11 @@ Result<PackedPalette> LoadTextFile(std::ifstream& file, std::uintmax_t length, E
     file.read(block.data(), block.size());
   } while (reader.Take({block.data(), static_cast<std::size_t>(file.gcount())}) && file);
   if (file.bad()) {
-    return Failure{"it cannot be read"};
+    return Failure{Words::Tr("it cannot be read")};
   }
   const auto palette = reader.Finish();
   if (!palette) {
-    return Failure{NoTextPalette};
+    return Failure{Words::Tr(NoTextPalette)};
   }
   return *palette;
 }
@@ -268,7 +269,7 @@ std::optional<PackedPalette> ReadRgbPalette(std::string_view text) {
 Result<PackedPalette> LoadPaletteFile(std::string_view path) {
   const auto format = PaletteFormatOf(path);
   if (!format) {
-    return Failure{"not the name of a palette file: it must end in .ifo, .pal or .rgb"};
+    return Failure{Words::Tr("not the name of a palette file: it must end in .ifo, .pal or .rgb")};
   }
   std::ifstream file;
   const auto length = OpenInputFile(PathFromUtf8(path), file);

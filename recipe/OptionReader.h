@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Decimal.h"
+#include "base/Words.h"
 #include "recipe/OptionText.h"
 #include "recipe/Step.h"
 
@@ -47,7 +48,7 @@ class OptionReader {
     }
     auto value = parse(std::string_view(*text));
     if (!value) {
-      Refuse(Named(name) + ": '" + *text + "' is " + std::string(isNo));
+      Refuse(Words::Tr("%1: '%2' is %3", {Named(name), *text, isNo}));
     }
     return value;
   }
@@ -57,18 +58,19 @@ class OptionReader {
       const auto number = ParseDecimal(text);
       return number && *number >= first && *number <= last ? number : std::nullopt;
     };
-    return Read(name, parse, "no whole number from " + std::to_string(first) + " to " + std::to_string(last));
+    return Read(name, parse,
+                Words::Tr("no whole number from %1 to %2", {std::to_string(first), std::to_string(last)}));
   }
 
   std::optional<std::int64_t> Milliseconds(std::string_view name) {
-    return Read(name, ParseMilliseconds, "no number of milliseconds");
+    return Read(name, ParseMilliseconds, Words::Tr("no number of milliseconds"));
   }
   /// Of those that are not negative and at most `last` ticks.
   std::optional<std::int64_t> Duration(std::string_view name, std::int64_t last) {
     const auto ticks = Milliseconds(name);
     if (ticks && (*ticks < 0 || *ticks > last)) {
-      Refuse(Named(name) + ": '" + *Text(name) + "' is not from 0 to " + std::to_string(last / 90) +
-             " milliseconds");
+      Refuse(Words::Tr("%1: '%2' is not from 0 to %3 milliseconds",
+                       {Named(name), *Text(name), std::to_string(last / 90)}));
     }
     return ticks;
   }

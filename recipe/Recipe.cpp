@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
@@ -28,11 +30,11 @@ std::optional<std::string> AddField(const Tool& tool, const std::string& name, c
                                     StepText& step) {
   const auto option = std::ranges::find(tool.Options, std::string_view(name), &ToolOption::Name);
   if (option == tool.Options.end()) {
-    return "unknown field '" + name + "'";
+    return Words::Tr("unknown field '%1'", {name});
   }
   if (option->IsFlag()) {
     if (!value.is_boolean()) {
-      return "'" + name + "' is neither true nor false";
+      return Words::Tr("'%1' is neither true nor false", {name});
     }
     if (value.get<bool>()) {
       step.Options.emplace_back(name, "true");
@@ -41,7 +43,7 @@ std::optional<std::string> AddField(const Tool& tool, const std::string& name, c
   }
   const auto text = TextOf(value);
   if (!text) {
-    return "'" + name + "' is neither a text nor a number";
+    return Words::Tr("'%1' is neither a text nor a number", {name});
   }
   step.Options.emplace_back(name, *text);
   return std::nullopt;
@@ -49,12 +51,12 @@ std::optional<std::string> AddField(const Tool& tool, const std::string& name, c
 
 Result<StepText> ReadStepText(const Json& object, std::size_t index) {
   if (!object.is_object() || !object.contains("tool") || !object["tool"].is_string()) {
-    return InStep(index, "", "it is no object with the name of a 'tool'");
+    return InStep(index, "", Words::Tr("it is no object with the name of a 'tool'"));
   }
   StepText step{.Tool = object["tool"].get<std::string>(), .Options = {}};
   const Tool* const tool = FindTool(step.Tool);
   if (tool == nullptr) {
-    return InStep(index, "", "there is no tool '" + step.Tool + "'");
+    return InStep(index, "", Words::Tr("there is no tool '%1'", {step.Tool}));
   }
   for (const auto& [name, value] : object.items()) {
     const auto wrong = name == "tool" ? std::nullopt : AddField(*tool, name, value, step);
@@ -68,30 +70,30 @@ Result<StepText> ReadStepText(const Json& object, std::size_t index) {
 /// What is wrong with everything but the steps themselves.
 std::optional<std::string> WrongFrame(const Json& document) {
   if (!document.is_object()) {
-    return "it is no JSON object";
+    return Words::Tr("it is no JSON object");
   }
   for (const auto& [name, value] : document.items()) {
     if (name != "version" && name != "steps") {
-      return "unknown field '" + name + "'";
+      return Words::Tr("unknown field '%1'", {name});
     }
   }
   if (!document.contains("version") || !document["version"].is_number_integer()) {
-    return "it has no 'version', which is " + std::to_string(RecipeVersion);
+    return Words::Tr("it has no 'version', which is %1", {std::to_string(RecipeVersion)});
   }
   if (document["version"] != RecipeVersion) {
-    return "its version is " + document["version"].dump() + "; this program knows version " +
-           std::to_string(RecipeVersion) + " alone";
+    return Words::Tr("its version is %1; this program knows version %2 alone",
+                     {document["version"].dump(), std::to_string(RecipeVersion)});
   }
   return document.contains("steps") && document["steps"].is_array()
              ? std::nullopt
-             : std::optional<std::string>("it has no list of 'steps'");
+             : std::optional(Words::Tr("it has no list of 'steps'"));
 }
 
 Result<Json> ParseJson(std::string_view text) {
   try {
     return Json::parse(text);
   } catch (const Json::parse_error& error) {
-    return Failure{"it is no JSON: byte " + std::to_string(error.byte) + " does not fit"};
+    return Failure{Words::Tr("it is no JSON: byte %1 does not fit", {std::to_string(error.byte)})};
   }
 }
 
@@ -172,8 +174,8 @@ Result<std::vector<StepOutcome>> RunSteps(const std::vector<Step>& steps, SupStr
 }
 
 std::string StepName(std::size_t index, std::string_view tool) {
-  const std::string number = "step " + std::to_string(index + 1);
-  return tool.empty() ? number : number + " (" + std::string(tool) + ")";
+  const std::string number = std::to_string(index + 1);
+  return tool.empty() ? Words::Tr("step %1", {number}) : Words::Tr("step %1 (%2)", {number, tool});
 }
 
 }  // namespace quillmark

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "base/Words.h"
 #include "containers/Container.h"
 #include "sup/ChoosePackets.h"
 #include "sup/IndexedPacket.h"
@@ -35,7 +36,7 @@ Result<ToolResult> Join(const SupStream& stream, const JoinFile& join) {
     return Failure{join.Path + ": " + added.Reason()};
   }
   if (added->LostSignature) {
-    return Failure{join.Path + ": no \"SP\" stands where a packet should start"};
+    return Failure{join.Path + ": " + Words::Tr("no \"SP\" stands where a packet should start")};
   }
   return JoinStreams(stream, added->Stream, join.Options);
 }
@@ -108,8 +109,8 @@ bool TakesOut(const Step& step) {
 
 Result<void> FitsStream(const Step& step, const SupStream& stream) {
   if (const auto outside = step.Only.Outside(stream.Count)) {
-    return Failure{"there is no subtitle " + std::to_string(*outside) + ": it has " +
-                   std::to_string(stream.Count)};
+    return Failure{Words::Tr("there is no subtitle %1: it has %2",
+                             {std::to_string(*outside), std::to_string(stream.Count)})};
   }
   const auto* const retime = std::get_if<RetimeOptions>(&step.Options);
   return retime != nullptr ? HasTimeLine(stream, *retime) : Result<void>();

@@ -24,9 +24,9 @@ namespace quillmark {
 
 /// An option of a tool.
 struct ToolOption {
-  std::string_view Name;   ///< of the long option, without dashes, and of a recipe's field
-  std::string_view Value;  ///< what help has in place of the value, "MS"; empty for a flag
-  std::string_view Help;
+  std::string_view Name;      ///< of the long option, without dashes, and of a recipe's field
+  std::string_view Value;     ///< what help has in place of the value, "MS"; empty for a flag
+  const char* Help = "";      ///< in English, of the catalogue
   bool IsPositional = false;  ///< on the command line: it stands there without its name
 
   [[nodiscard]] bool IsFlag() const { return Value.empty(); }
@@ -34,8 +34,8 @@ struct ToolOption {
 
 struct Tool {
   std::string_view Name;
-  std::string_view Help;
-  std::string_view Done;  ///< what happened to the subtitles that it changed, "moved"
+  const char* Help = "";  ///< in English, of the catalogue, as Done is
+  const char* Done = "";  ///< what happened to the subtitles that it changed, "moved"
   std::span<const ToolOption> Options;
 };
 

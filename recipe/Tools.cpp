@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Words.h"
 #include "recipe/OptionReader.h"
 #include "recipe/Step.h"
 
@@ -13,73 +14,82 @@ using Options = decltype(Step::Options);
 
 constexpr ToolOption Only = {
     "only", "A-B,...",
-    "Subtitles A to B, counted from 1; also A alone, A- for all from A on, and lists of these"};
+    Words::Mark("Subtitles A to B, counted from 1; also A alone, A- for all from A on, and lists of these")};
 
 constexpr std::array RetimeTable = {
-    ToolOption{"shift", "MS", "Milliseconds, with or without decimals, that are added to start times"},
-    ToolOption{"scale", "NUM/DEN", "What start times and delays are multiplied by, before --shift is added"},
-    ToolOption{"from", "SPEED", "The speed that the times were made for: 23.976, 24, 25 or 29.97"},
-    ToolOption{"to", "SPEED", "The speed that they are to be for, in place of --scale"},
-    ToolOption{"points", "A=TIME,B=TIME",
-               "Subtitle A starts at TIME, [[h:]m:]s, and B at TIME; the straight line through both for all"},
+    ToolOption{"shift", "MS",
+               Words::Mark("Milliseconds, with or without decimals, that are added to start times")},
+    ToolOption{"scale", "NUM/DEN",
+               Words::Mark("What start times and delays are multiplied by, before --shift is added")},
+    ToolOption{"from", "SPEED",
+               Words::Mark("The speed that the times were made for: 23.976, 24, 25 or 29.97")},
+    ToolOption{"to", "SPEED", Words::Mark("The speed that they are to be for, in place of --scale")},
+    ToolOption{
+        "points", "A=TIME,B=TIME",
+        Words::Mark(
+            "Subtitle A starts at TIME, [[h:]m:]s, and B at TIME; the straight line through both for all")},
     Only};
 constexpr std::array MoveTable = {
-    ToolOption{"x", "PIXELS", "Move to the right; to the left where negative"},
-    ToolOption{"y", "LINES", "Move down; up where negative"},
-    ToolOption{"to-line", "LINE", "Move so that the bottom edge comes to this line of the frame, from 0"},
-    ToolOption{"frame", "480|576", "Lines of the frame; 576 where it is not given"},
-    ToolOption{"clamp", "", "Move what would leave the frame as far as it goes"},
+    ToolOption{"x", "PIXELS", Words::Mark("Move to the right; to the left where negative")},
+    ToolOption{"y", "LINES", Words::Mark("Move down; up where negative")},
+    ToolOption{"to-line", "LINE",
+               Words::Mark("Move so that the bottom edge comes to this line of the frame, from 0")},
+    ToolOption{"frame", "480|576", Words::Mark("Lines of the frame; 576 where it is not given")},
+    ToolOption{"clamp", "", Words::Mark("Move what would leave the frame as far as it goes")},
     Only};
 constexpr std::array ForceTable = {
-    ToolOption{"state", "on|off", "Whether subtitles are shown also while they are switched off", true},
+    ToolOption{"state", "on|off", Words::Mark("Whether subtitles are shown also while they are switched off"),
+               true},
     Only};
-constexpr std::array EndsTable = {ToolOption{"fill", "", "Give subtitles without an end one: the next start"},
-                                  ToolOption{"no-overlap", "", "Cut an end after the next start to it"},
-                                  ToolOption{"gap", "MS", "How long before the next start these ends are"},
-                                  ToolOption{"longest", "MS", "How long --fill shows a subtitle at most"},
-                                  ToolOption{"shortest", "MS", "Show a subtitle at least so long"},
-                                  Only};
+constexpr std::array EndsTable = {
+    ToolOption{"fill", "", Words::Mark("Give subtitles without an end one: the next start")},
+    ToolOption{"no-overlap", "", Words::Mark("Cut an end after the next start to it")},
+    ToolOption{"gap", "MS", Words::Mark("How long before the next start these ends are")},
+    ToolOption{"longest", "MS", Words::Mark("How long --fill shows a subtitle at most")},
+    ToolOption{"shortest", "MS", Words::Mark("Show a subtitle at least so long")},
+    Only};
 constexpr std::array ChoiceTable = {Only};
 constexpr std::array JoinTable = {
-    ToolOption{"with", "FILE", "Stream that is added"},
-    ToolOption{"track", "N|LANGUAGE", "Of a file that has several: number or language"},
-    ToolOption{"gap", "MS", "How long after the last end the added stream starts"},
-    ToolOption{"at", "TIME", "When it starts, [[h:]m:]s, in place of --gap"}};
+    ToolOption{"with", "FILE", Words::Mark("Stream that is added")},
+    ToolOption{"track", "N|LANGUAGE", Words::Mark("Of a file that has several: number or language")},
+    ToolOption{"gap", "MS", Words::Mark("How long after the last end the added stream starts")},
+    ToolOption{"at", "TIME", Words::Mark("When it starts, [[h:]m:]s, in place of --gap")}};
 constexpr std::array FixTable = {
-    ToolOption{"profile", "spec|player", "Rules for everybody, or those for players too"},
-    ToolOption{"frame", "480|576", "Lines of the frame; 576 where it is not given"}};
+    ToolOption{"profile", "spec|player", Words::Mark("Rules for everybody, or those for players too")},
+    ToolOption{"frame", "480|576", Words::Mark("Lines of the frame; 576 where it is not given")}};
 constexpr std::array AssignTable = {
     ToolOption{
         "colours", "HHHH",
-        "Palette entries, a hexadecimal digit for each pixel code: 0 background, 1 pattern, 2 emphasis "
-        "1, 3 emphasis 2; a dot leaves a code as it is"},
-    ToolOption{"opacities", "HHHH", "Opacities in the same way, 0 invisible to F opaque"}, Only};
+        Words::Mark(
+            "Palette entries, a hexadecimal digit for each pixel code: 0 background, 1 pattern, 2 emphasis "
+            "1, 3 emphasis 2; a dot leaves a code as it is")},
+    ToolOption{"opacities", "HHHH", Words::Mark("Opacities in the same way, 0 invisible to F opaque")}, Only};
 
 Options ReadRetime(OptionReader& reader) {
   RetimeOptions options;
   options.Shift = reader.Milliseconds("shift").value_or(0);
-  options.Scale = reader.Read("scale", ParseRatio, "no ratio such as 25/24").value_or(Ratio());
-  constexpr std::string_view NoSpeed =
-      "none of the speeds 24000/1001 (23.976), 24, 25 and 30000/1001 (29.97)";
-  const auto from = reader.Read("from", ParseSpeed, NoSpeed);
-  const auto to = reader.Read("to", ParseSpeed, NoSpeed);
-  options.Points = reader.Read("points", ParsePoints, "not of the form A=TIME,B=TIME");
+  options.Scale = reader.Read("scale", ParseRatio, Words::Tr("no ratio such as 25/24")).value_or(Ratio());
+  const std::string noSpeed =
+      Words::Tr("none of the speeds 24000/1001 (23.976), 24, 25 and 30000/1001 (29.97)");
+  const auto from = reader.Read("from", ParseSpeed, noSpeed);
+  const auto to = reader.Read("to", ParseSpeed, noSpeed);
+  options.Points = reader.Read("points", ParsePoints, Words::Tr("not of the form A=TIME,B=TIME"));
   if (reader.Has("from") != reader.Has("to")) {
-    reader.Refuse(reader.Named("from") + " and " + reader.Named("to") + " belong together");
+    reader.Refuse(Words::Tr("%1 and %2 belong together", {reader.Named("from"), reader.Named("to")}));
   }
   if (reader.Has("from") && reader.Has("scale")) {
-    reader.Refuse(reader.Named("from") + " and " + reader.Named("to") + " stand in place of " +
-                  reader.Named("scale"));
+    reader.Refuse(Words::Tr("%1 and %2 stand in place of %3",
+                            {reader.Named("from"), reader.Named("to"), reader.Named("scale")}));
   }
   if (from && to) {
     options.Scale = Divide(*from, *to).value_or(Ratio());
   }
   const bool hasFactors = reader.Has("shift") || reader.Has("scale") || reader.Has("from");
   if (hasFactors == reader.Has("points")) {
-    reader.Refuse(hasFactors ? reader.Named("points") + " stands alone"
-                             : "retime needs " + reader.Named("shift") + ", " + reader.Named("scale") + ", " +
-                                   reader.Named("from") + " and " + reader.Named("to") + ", or " +
-                                   reader.Named("points"));
+    reader.Refuse(hasFactors ? Words::Tr("%1 stands alone", {reader.Named("points")})
+                             : Words::Tr("retime needs %1, %2, %3 and %4, or %5",
+                                         {reader.Named("shift"), reader.Named("scale"), reader.Named("from"),
+                                          reader.Named("to"), reader.Named("points")}));
   }
   return options;
 }
@@ -88,7 +98,7 @@ Options ReadRetime(OptionReader& reader) {
 int ReadFrame(OptionReader& reader) {
   const std::string* const lines = reader.Text("frame");
   if (lines != nullptr && *lines != "480" && *lines != "576") {
-    reader.Refuse(reader.Named("frame") + ": '" + *lines + "' is neither 480 nor 576");
+    reader.Refuse(Words::Tr("%1: '%2' is neither 480 nor 576", {reader.Named("frame"), *lines}));
   }
   return lines != nullptr && *lines == "480" ? 480 : 576;
 }
@@ -104,11 +114,11 @@ Options ReadMove(OptionReader& reader) {
   }
   options.Clamp = reader.Has("clamp");
   if (reader.Has("y") && reader.Has("to-line")) {
-    reader.Refuse(reader.Named("to-line") + " stands in place of " + reader.Named("y"));
+    reader.Refuse(Words::Tr("%1 stands in place of %2", {reader.Named("to-line"), reader.Named("y")}));
   }
   if (!reader.Has("x") && !reader.Has("y") && !reader.Has("to-line")) {
-    reader.Refuse("move needs " + reader.Named("x") + ", " + reader.Named("y") + " or " +
-                  reader.Named("to-line"));
+    reader.Refuse(Words::Tr("move needs %1, %2 or %3",
+                            {reader.Named("x"), reader.Named("y"), reader.Named("to-line")}));
   }
   return options;
 }
@@ -116,8 +126,8 @@ Options ReadMove(OptionReader& reader) {
 Options ReadForce(OptionReader& reader) {
   const std::string* const state = reader.Text("state");
   if (state == nullptr || (*state != "on" && *state != "off")) {
-    reader.Refuse(state == nullptr ? "force needs 'on' or 'off'"
-                                   : "state: '" + *state + "' is neither 'on' nor 'off'");
+    reader.Refuse(state == nullptr ? Words::Tr("force needs 'on' or 'off'")
+                                   : Words::Tr("state: '%1' is neither 'on' nor 'off'", {*state}));
     return DisplayStart::Ordinary;
   }
   return *state == "on" ? DisplayStart::Forced : DisplayStart::Ordinary;
@@ -134,19 +144,19 @@ Options ReadEnds(OptionReader& reader) {
   options.Longest = reader.Duration("longest", MaxDisplay);
   options.Shortest = reader.Duration("shortest", MaxDisplay);
   if (options.Longest && *options.Longest < TicksPerDelayUnit) {
-    reader.Refuse(reader.Named("longest") + ": '" + *reader.Text("longest") +
-                  "' is shorter than a delay can say, which counts units of 1000 ticks");
+    reader.Refuse(Words::Tr("%1: '%2' is shorter than a delay can say, which counts units of 1000 ticks",
+                            {reader.Named("longest"), *reader.Text("longest")}));
   }
   if (reader.Has("longest") && !options.Fill) {
-    reader.Refuse(reader.Named("longest") + " belongs to " + reader.Named("fill"));
+    reader.Refuse(Words::Tr("%1 belongs to %2", {reader.Named("longest"), reader.Named("fill")}));
   }
   if (reader.Has("gap") && !options.Fill && !options.NoOverlap) {
-    reader.Refuse(reader.Named("gap") + " belongs to " + reader.Named("fill") + " and " +
-                  reader.Named("no-overlap"));
+    reader.Refuse(Words::Tr("%1 belongs to %2 and %3",
+                            {reader.Named("gap"), reader.Named("fill"), reader.Named("no-overlap")}));
   }
   if (!options.Fill && !options.NoOverlap && !options.Shortest) {
-    reader.Refuse("ends needs " + reader.Named("fill") + ", " + reader.Named("no-overlap") + " or " +
-                  reader.Named("shortest"));
+    reader.Refuse(Words::Tr("ends needs %1, %2 or %3",
+                            {reader.Named("fill"), reader.Named("no-overlap"), reader.Named("shortest")}));
   }
   return options;
 }
@@ -154,7 +164,7 @@ Options ReadEnds(OptionReader& reader) {
 /// A tool that takes packets away has to be told which.
 void NeedOnly(OptionReader& reader, const std::string& tool) {
   if (!reader.Has("only")) {
-    reader.Refuse(tool + " needs " + reader.Named("only"));
+    reader.Refuse(Words::Tr("%1 needs %2", {tool, reader.Named("only")}));
   }
 }
 
@@ -176,8 +186,8 @@ Options ReadJoin(OptionReader& reader) {
   JoinFile join;
   const std::string* const file = reader.Text("with");
   if (file == nullptr || file->empty()) {
-    reader.Refuse(file == nullptr ? "join needs " + reader.Named("with")
-                                  : reader.Named("with") + ": '' names no file");
+    reader.Refuse(file == nullptr ? Words::Tr("join needs %1", {reader.Named("with")})
+                                  : Words::Tr("%1: '' names no file", {reader.Named("with")}));
   } else {
     join.Path = *file;
   }
@@ -185,21 +195,22 @@ Options ReadJoin(OptionReader& reader) {
     join.Track = *track;
   }
   join.Options.Gap = reader.Duration("gap", LongestGap).value_or(0);
-  join.Options.At = reader.Read("at", ParseTime, "no time such as 1:02:03.5");
+  join.Options.At = reader.Read("at", ParseTime, Words::Tr("no time such as 1:02:03.5"));
   if (reader.Has("gap") && reader.Has("at")) {
-    reader.Refuse(reader.Named("at") + " stands in place of " + reader.Named("gap"));
+    reader.Refuse(Words::Tr("%1 stands in place of %2", {reader.Named("at"), reader.Named("gap")}));
   }
   return join;
 }
 
 Options ReadAssign(OptionReader& reader) {
-  constexpr std::string_view NoNibbles = "not four hexadecimal digits or dots";
+  const std::string noNibbles = Words::Tr("not four hexadecimal digits or dots");
   CodeAssignment codes;
-  codes.Colours = reader.Read("colours", ParseNibbles, NoNibbles).value_or(ChosenNibbles());
-  codes.Contrasts = reader.Read("opacities", ParseNibbles, NoNibbles).value_or(ChosenNibbles());
+  codes.Colours = reader.Read("colours", ParseNibbles, noNibbles).value_or(ChosenNibbles());
+  codes.Contrasts = reader.Read("opacities", ParseNibbles, noNibbles).value_or(ChosenNibbles());
   codes.NeedsCommands = true;
   if (!reader.Has("colours") && !reader.Has("opacities")) {
-    reader.Refuse("assign needs " + reader.Named("colours") + ", " + reader.Named("opacities") + " or both");
+    reader.Refuse(
+        Words::Tr("assign needs %1, %2 or both", {reader.Named("colours"), reader.Named("opacities")}));
   }
   return codes;
 }
@@ -208,7 +219,7 @@ Options ReadFix(OptionReader& reader) {
   FixStep fix;
   const std::string* const profile = reader.Text("profile");
   if (profile != nullptr && *profile != "spec" && *profile != "player") {
-    reader.Refuse(reader.Named("profile") + ": '" + *profile + "' is neither spec nor player");
+    reader.Refuse(Words::Tr("%1: '%2' is neither spec nor player", {reader.Named("profile"), *profile}));
   }
   fix.Rules.Profile = profile != nullptr && *profile == "player" ? CheckProfile::Player : CheckProfile::Spec;
   fix.Rules.FrameLines = ReadFrame(reader);
@@ -220,19 +231,24 @@ Options ReadSalvage(OptionReader& /*reader*/) {
 }
 
 constexpr std::array Tools = {
-    Tool{"assign", "Write other colours, opacities or both into the stream", "changed", AssignTable},
-    Tool{"retime", "Move or stretch start times, and delays with them", "retimed", RetimeTable},
-    Tool{"move", "Move subtitles within the frame", "moved", MoveTable},
-    Tool{"force", "Have subtitles shown also while they are switched off, or no longer", "changed",
-         ForceTable},
-    Tool{"ends", "Give subtitles ends, and mend those that overlap or come too early", "given another end",
-         EndsTable},
-    Tool{"cut", "Take subtitles out of the stream", "taken out", ChoiceTable},
-    Tool{"keep", "Take all other subtitles out of the stream", "taken out", ChoiceTable},
-    Tool{"sort", "Put subtitles in the order of their start times", "moved", ChoiceTable},
-    Tool{"join", "Add another stream behind the first", "added", JoinTable},
-    Tool{"fix", "Mend what can be mended without coding pictures again", "mended", FixTable},
-    Tool{"salvage", "Keep the good packets of a damaged stream", "taken out", {}}};
+    Tool{"assign", Words::Mark("Write other colours, opacities or both into the stream"),
+         Words::Mark("changed"), AssignTable},
+    Tool{"retime", Words::Mark("Move or stretch start times, and delays with them"), Words::Mark("retimed"),
+         RetimeTable},
+    Tool{"move", Words::Mark("Move subtitles within the frame"), Words::Mark("moved"), MoveTable},
+    Tool{"force", Words::Mark("Have subtitles shown also while they are switched off, or no longer"),
+         Words::Mark("changed"), ForceTable},
+    Tool{"ends", Words::Mark("Give subtitles ends, and mend those that overlap or come too early"),
+         Words::Mark("given another end"), EndsTable},
+    Tool{"cut", Words::Mark("Take subtitles out of the stream"), Words::Mark("taken out"), ChoiceTable},
+    Tool{"keep", Words::Mark("Take all other subtitles out of the stream"), Words::Mark("taken out"),
+         ChoiceTable},
+    Tool{"sort", Words::Mark("Put subtitles in the order of their start times"), Words::Mark("moved"),
+         ChoiceTable},
+    Tool{"join", Words::Mark("Add another stream behind the first"), Words::Mark("added"), JoinTable},
+    Tool{"fix", Words::Mark("Mend what can be mended without coding pictures again"), Words::Mark("mended"),
+         FixTable},
+    Tool{"salvage", Words::Mark("Keep the good packets of a damaged stream"), Words::Mark("taken out"), {}}};
 
 /// In the table's order.
 constexpr std::array<Options (*)(OptionReader&), Tools.size()> Readers = {
@@ -245,9 +261,9 @@ void CheckNames(const Tool& tool, const StepText& text, OptionReader& reader) {
     const auto option = std::ranges::find(tool.Options, std::string_view(name), &ToolOption::Name);
     const auto same = std::ranges::count(text.Options, name, &std::pair<std::string, std::string>::first);
     if (option == tool.Options.end()) {
-      reader.Refuse(text.Tool + " takes no '" + reader.Named(name) + "'");
+      reader.Refuse(Words::Tr("%1 takes no '%2'", {text.Tool, reader.Named(name)}));
     } else if (same > 1) {
-      reader.Refuse(reader.Named(name) + " is given twice");
+      reader.Refuse(Words::Tr("%1 is given twice", {reader.Named(name)}));
     }
   }
 }
@@ -261,13 +277,13 @@ std::span<const Tool> AllTools() {
 Result<Step> ReadStep(const StepText& text, std::string_view dashes) {
   const Tool* const tool = FindTool(text.Tool);
   if (tool == nullptr) {
-    return Failure{"there is no tool '" + text.Tool + "'"};
+    return Failure{Words::Tr("there is no tool '%1'", {text.Tool})};
   }
   OptionReader reader(text, dashes);
   CheckNames(*tool, text, reader);
   Step step;
   step.What = tool;
-  const auto only = reader.Read("only", SubtitleSet::Parse, "no range such as 3-7, 3 or 3-");
+  const auto only = reader.Read("only", SubtitleSet::Parse, Words::Tr("no range such as 3-7, 3 or 3-"));
   step.Only = only.value_or(SubtitleSet::All());
   step.Options = Readers[static_cast<std::size_t>(tool - Tools.data())](reader);
   return reader.Wrong() ? Result<Step>(*reader.Wrong()) : Result<Step>(std::move(step));

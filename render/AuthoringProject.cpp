@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/Words.h"
 #include "files/ReplaceFile.h"
 #include "palette/PaletteFile.h"
 #include "render/AuthoringPicture.h"
@@ -90,7 +91,7 @@ class ProjectWriter {
     const SubtitleUnit unit = UnitOf(stream_, index, buffer_);
     const auto description = DescribeSubtitle(unit);
     if (!description) {
-      return Note("cannot be converted and is left out");
+      return Note(Words::Tr("subtitle %1 cannot be converted and is left out", {std::to_string(number_)}));
     }
     AuthoringPicture picture =
         maker_.Make(unit.Bytes, description->Control, MakeCodeColours(options_.Palette, description->Control),
@@ -130,36 +131,42 @@ class ProjectWriter {
   }
 
  private:
-  void Note(const std::string& what) { notes_.push_back("subtitle " + std::to_string(number_) + " " + what); }
+  void Note(std::string note) { notes_.push_back(std::move(note)); }
 
-  [[nodiscard]] static std::optional<std::string> WhyLeftOut(std::int64_t start,
-                                                             const AuthoringPicture& picture) {
+  [[nodiscard]] std::optional<std::string> WhyLeftOut(std::int64_t start,
+                                                      const AuthoringPicture& picture) const {
+    const std::string number = std::to_string(number_);
     if (picture.Image.isNull()) {
-      return "has an area without pixels and is left out";
+      return Words::Tr("subtitle %1 has an area without pixels and is left out", {number});
     }
     if (picture.Image.width() > FrameWidth || picture.Image.height() > FrameHeight576) {
-      return "is larger than 720x576, which spumux does not take, and is left out";
+      return Words::Tr("subtitle %1 is larger than 720x576, which spumux does not take, and is left out",
+                       {number});
     }
     if (start < 0 || start >= EndOfToolTime) {
-      return "starts outside of the 13 hours that spumux can tell and is left out";
+      return Words::Tr("subtitle %1 starts outside of the 13 hours that spumux can tell and is left out",
+                       {number});
     }
     return std::nullopt;
   }
 
   /// What is in the list, and yet may not come out as it went in.
   void NoteDoubts(const SubtitleUnit& unit, const SpuControl& control, const AuthoringPicture& picture) {
+    const std::string number = std::to_string(number_);
     if (picture.Fits == AuthoringPicture::Fit::DoubledEdge) {
-      Note(
-          "has four visible colours and an odd size: a line or column at its edge stands twice, since "
-          "spumux has no fifth colour for a transparent one");
+      Note(Words::Tr(
+          "subtitle %1 has four visible colours and an odd size: a line or column at its edge stands "
+          "twice, since spumux has no fifth colour for a transparent one",
+          {number}));
     }
     const LineSurvey lines = SurveyLines(UnitView(unit.Bytes), control, unit.ControlOffset, MaxToolLineBits);
     if (lines.FirstLong) {
-      Note("has a line of " + std::to_string(lines.FirstLong->Bits) +
-           " bits, at which spumux may end its run");
+      Note(Words::Tr("subtitle %1 has a line of %2 bits, at which spumux may end its run",
+                     {number, std::to_string(lines.FirstLong->Bits)}));
     }
     if (lastStart_ && unit.StartTime - *lastStart_ <= ToolGap) {
-      Note("starts where subtitle " + std::to_string(lastNumber_) + " does, which spumux will leave out");
+      Note(Words::Tr("subtitle %1 starts where subtitle %2 does, which spumux will leave out",
+                     {number, std::to_string(lastNumber_)}));
     }
     lastStart_ = unit.StartTime;
     lastNumber_ = number_;

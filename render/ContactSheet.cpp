@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 
+#include "base/Words.h"
 #include "render/Composition.h"
 #include "render/PictureBatch.h"
 #include "render/SubtitleDescription.h"
@@ -125,7 +126,7 @@ class PagePainter {
                    const std::optional<SubtitleDescription>& description) const {
     std::string times = FormatTimecode(start);
     if (!description) {
-      times += "  cannot be converted";
+      times += "  " + Words::Tr("cannot be converted");
     } else if (description->EndTicks) {
       times += " - " + FormatTimecode(*description->EndTicks);
     }
@@ -160,7 +161,7 @@ std::vector<QString> ContactSheetPaths(const QString& basePath, const SupStream&
 Result<ContactSheetResult> WriteContactSheet(const SupStream& stream, const QString& basePath,
                                              const ContactSheetOptions& options, const Progress& progress) {
   if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
-    return Failure{"text cannot be drawn without a display"};
+    return Failure{Words::Tr("text cannot be drawn without a display")};
   }
   std::vector<std::size_t> indexes;
   options.Only.ForEachIndex(stream.PacketOffset.size(), [&](std::size_t index) { indexes.push_back(index); });

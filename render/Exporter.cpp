@@ -4,6 +4,7 @@
 #include <span>
 #include <utility>
 
+#include "base/Words.h"
 #include "files/ReplaceFile.h"
 #include "render/SubtitleExport.h"
 
@@ -15,7 +16,7 @@ void Exporter::Add(const SubtitleDescription& description, cBitmap picture) {
   // Where the folder is missing all the same, the picture has a reason not to be written.
   static_cast<void>(MakeFolder(paths_.Folder));
   if (picture.Width() < 1) {
-    pictures_.Refuse(names.PicturePath, NoPixelsText);
+    pictures_.Refuse(names.PicturePath, Words::Tr(NoPixelsText));
     return;
   }
   pictures_.Add(names.PicturePath, std::move(picture));

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "base/Result.h"
+#include "base/Words.h"
 #include "imaging/cBitmap.h"
 #include "render/PictureBatch.h"
 #include "render/PictureExport.h"
@@ -19,7 +20,8 @@ namespace quillmark {
   return control.Width() > 0 && control.Height() > 0;
 }
 /// Why there is none, in words for the user.
-inline constexpr const char* NoPixelsText = "the subtitle's area is reversed, so that it has no picture";
+inline constexpr const char* NoPixelsText =
+    Words::Mark("the subtitle's area is reversed, so that it has no picture");
 
 /// Exports many subtitles: their pictures, several at once on all of the processor's cores, and the lines
 /// that name them. Whatever fails, the others are tried.

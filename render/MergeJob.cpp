@@ -1,5 +1,7 @@
 #include "render/MergeJob.h"
 
+#include "base/Words.h"
+
 namespace quillmark {
 namespace {
 
@@ -72,15 +74,16 @@ std::string TooLongText(const std::vector<std::int64_t>& numbers) {
   if (numbers.empty()) {
     return {};
   }
-  std::string text = numbers.size() == 1 ? "subtitle " : "subtitles ";
+  std::string named;
   for (std::size_t i = 0; i < numbers.size() && i < MaxNamed; ++i) {
-    text += (i == 0 ? "" : ", ") + std::to_string(numbers[i]);
+    named += (i == 0 ? "" : ", ") + std::to_string(numbers[i]);
   }
   if (numbers.size() > MaxNamed) {
-    text += " and " + std::to_string(numbers.size() - MaxNamed) + " more";
+    named = Words::Tr("%1 and %2 more", {named, std::to_string(numbers.size() - MaxNamed)});
   }
-  return text + (numbers.size() == 1 ? " is" : " are") + " longer than " + std::to_string(MaxReadUnit) +
-         " bytes; programs, this one included, cannot read " + (numbers.size() == 1 ? "it" : "them");
+  return Words::Tr("subtitle %1 is longer than %2 bytes; programs, this one included, cannot read it",
+                   "subtitles %1 are longer than %2 bytes; programs, this one included, cannot read them",
+                   static_cast<std::int64_t>(numbers.size()), {named, std::to_string(MaxReadUnit)});
 }
 
 }  // namespace quillmark

@@ -3,6 +3,7 @@
 #include <bit>
 
 #include "base/AsciiCase.h"
+#include "base/Words.h"
 #include "sup/PlayerCheck.h"
 #include "sup/SupFormat.h"
 
@@ -16,7 +17,7 @@ constexpr std::int64_t MaxPlayerLineBytes = MaxPlayerLineBits / 8;
 /// What is fixed about a kind.
 struct KindWords {
   std::string_view Name;
-  std::string_view Phrase;
+  const char* Phrase = "";
   ProblemSeverity Severity = ProblemSeverity::Untidy;
 };
 
@@ -24,45 +25,37 @@ constexpr KindWords WordsOf(Kind kind) {
   using enum ProblemSeverity;
   switch (kind) {
     case Kind::PrimaryDamaged:
-      return {"primary_damaged", "first subtitle damaged", CannotBeShown};
+      return {"primary_damaged", Words::Mark("first subtitle damaged"), CannotBeShown};
     case Kind::SecondaryDamaged:
-      return {"secondary_damaged", "second subtitle damaged", CannotBeShown};
+      return {"secondary_damaged", Words::Mark("second subtitle damaged"), CannotBeShown};
     case Kind::UnitTooLarge:
-      return {"unit_too_large", "unit too large to be written", CannotBeShown};
+      return {"unit_too_large", Words::Mark("unit too large to be written"), CannotBeShown};
     case Kind::FieldCut:
-      return {"field_cut", "field cut short", ShownWrongly};
+      return {"field_cut", Words::Mark("field cut short"), ShownWrongly};
     case Kind::UnitUnreadable:
-      return {"unit_unreadable", "unit too long to be read", CannotBeShown};
+      return {"unit_unreadable", Words::Mark("unit too long to be read"), CannotBeShown};
     case Kind::PlayerUnitSize:
-      return {"player_unit_size", "unit too large for players", CannotBeShown};
+      return {"player_unit_size", Words::Mark("unit too large for players"), CannotBeShown};
     case Kind::LongLine:
-      return {"long_line", "line of too many bits", CannotBeShown};
+      return {"long_line", Words::Mark("line of too many bits"), CannotBeShown};
     case Kind::PrimaryCut:
-      return {"primary_cut", "first picture cut short", ShownWrongly};
+      return {"primary_cut", Words::Mark("first picture cut short"), ShownWrongly};
     case Kind::SecondaryCut:
-      return {"secondary_cut", "second picture cut short", ShownWrongly};
+      return {"secondary_cut", Words::Mark("second picture cut short"), ShownWrongly};
     case Kind::NoOverlap:
-      return {"no_overlap", "not shown together", ShownWrongly};
+      return {"no_overlap", Words::Mark("not shown together"), ShownWrongly};
     case Kind::UsedBefore:
-      return {"used_before", "second subtitle shown before", Untidy};
+      return {"used_before", Words::Mark("second subtitle shown before"), Untidy};
     case Kind::PrimaryClipped:
-      return {"primary_clipped", "first picture clipped", ShownWrongly};
+      return {"primary_clipped", Words::Mark("first picture clipped"), ShownWrongly};
     case Kind::SecondaryClipped:
-      return {"secondary_clipped", "second picture clipped", ShownWrongly};
+      return {"secondary_clipped", Words::Mark("second picture clipped"), ShownWrongly};
     case Kind::Covered:
-      return {"covered", "pictures over each other", ShownWrongly};
+      return {"covered", Words::Mark("pictures over each other"), ShownWrongly};
     case Kind::Recoloured:
-      return {"recoloured", "other colours", ShownWrongly};
+      return {"recoloured", Words::Mark("other colours"), ShownWrongly};
   }
   return {};
-}
-
-std::string Numbered(std::int64_t number, std::string_view one, std::string_view more) {
-  return std::to_string(number) + " " + std::string(number == 1 ? one : more);
-}
-
-std::string Pixels(std::int64_t number) {
-  return Numbered(number, "pixel", "pixels");
 }
 
 /// `find(kind, numbers...)` for each problem that the pair has.
@@ -120,21 +113,28 @@ void FindProblems(const MergedPair& pair, const Find& find) {
   }
 }
 
-std::string DamageMessage(std::string_view stream, const MergeProblem& problem) {
-  return "subtitle " + std::to_string(problem.Numbers[0]) + " of the " + std::string(stream) +
-         " stream is damaged: " +
-         std::string(ProblemPhrase(static_cast<StreamProblemCode>(problem.Numbers[1])));
+/// `text` names the subtitle and its damage.
+std::string DamageMessage(const char* text, const MergeProblem& problem) {
+  return Words::Tr(text, {std::to_string(problem.Numbers[0]),
+                          ProblemPhrase(static_cast<StreamProblemCode>(problem.Numbers[1]))});
 }
 
-std::string ClippedMessage(std::string_view picture, const MergeProblem& problem) {
+/// Where the pixels that a picture loses are.
+std::string LostPixels(const MergeProblem& problem) {
   const auto [outside, inEdgeRows, rows] = problem.Numbers;
-  std::string text = outside > 0 ? Pixels(outside) + " outside the frame" : "";
-  if (inEdgeRows > 0) {
-    text += (text.empty() ? "" : " and ") + Pixels(inEdgeRows) + " in " +
-            (outside > 0 ? "its" : "the frame's") + " rows 0, 1 or last, which merged units do not have";
+  const std::string outsideText =
+      Words::Tr("%n pixel outside the frame", "%n pixels outside the frame", outside);
+  if (inEdgeRows <= 0) {
+    return outside > 0 ? outsideText : std::string();
   }
-  return "the " + std::string(picture) + " picture loses " + text + ", in " + Numbered(rows, "row", "rows") +
-         " of it";
+  if (outside <= 0) {
+    return Words::Tr("%n pixel in the frame's rows 0, 1 or last, which merged units do not have",
+                     "%n pixels in the frame's rows 0, 1 or last, which merged units do not have",
+                     inEdgeRows);
+  }
+  return Words::Tr("%1 and %n pixel in its rows 0, 1 or last, which merged units do not have",
+                   "%1 and %n pixels in its rows 0, 1 or last, which merged units do not have", inEdgeRows,
+                   {outsideText});
 }
 
 }  // namespace
@@ -159,8 +159,8 @@ std::string_view MergeProblemName(MergeProblemKind kind) {
   return WordsOf(kind).Name;
 }
 
-std::string_view MergeProblemPhrase(MergeProblemKind kind) {
-  return WordsOf(kind).Phrase;
+std::string MergeProblemPhrase(MergeProblemKind kind) {
+  return Words::Tr(WordsOf(kind).Phrase);
 }
 
 ProblemSeverity SeverityOf(MergeProblemKind kind) {
@@ -171,42 +171,48 @@ std::string MergeProblemMessage(const MergeProblem& problem) {
   const auto& numbers = problem.Numbers;
   switch (problem.Kind) {
     case Kind::PrimaryDamaged:
-      return DamageMessage("first", problem);
+      return DamageMessage(Words::Mark("subtitle %1 of the first stream is damaged: %2"), problem);
     case Kind::SecondaryDamaged:
-      return DamageMessage("second", problem);
+      return DamageMessage(Words::Mark("subtitle %1 of the second stream is damaged: %2"), problem);
     case Kind::UnitTooLarge:
-      return "the unit would have " + std::to_string(numbers[0]) + " bytes; its size field holds 65535";
+      return Words::Tr("the unit would have %1 bytes; its size field holds 65535",
+                       {std::to_string(numbers[0])});
     case Kind::FieldCut:
-      return "a field of the unit ends before the picture does";
+      return Words::Tr("a field of the unit ends before the picture does");
     case Kind::UnitUnreadable:
-      return "the unit has " + std::to_string(numbers[0]) + " bytes; programs, this one included, read " +
-             std::to_string(MaxReadUnit);
+      return Words::Tr("the unit has %1 bytes; programs, this one included, read %2",
+                       {std::to_string(numbers[0]), std::to_string(MaxReadUnit)});
     case Kind::PlayerUnitSize:
-      return "the unit has " + std::to_string(numbers[0]) + " bytes; players take " +
-             std::to_string(MaxPlayerUnit) + ", and spumux writes no more";
+      return Words::Tr("the unit has %1 bytes; players take %2, and spumux writes no more",
+                       {std::to_string(numbers[0]), std::to_string(MaxPlayerUnit)});
     case Kind::LongLine:
-      return "a line of the unit has " + std::to_string(numbers[0]) + " bytes; players take " +
-             std::to_string(MaxPlayerLineBytes) + ", and spumux writes no more";
+      return Words::Tr("a line of the unit has %1 bytes; players take %2, and spumux writes no more",
+                       {std::to_string(numbers[0]), std::to_string(MaxPlayerLineBytes)});
     case Kind::PrimaryCut:
-      return "the fields of the first picture end before its last line";
+      return Words::Tr("the fields of the first picture end before its last line");
     case Kind::SecondaryCut:
-      return "the fields of the second picture end before its last line";
+      return Words::Tr("the fields of the second picture end before its last line");
     case Kind::NoOverlap:
       return numbers[0] == 1
-                 ? "no subtitle of the second stream is shown at its time: the first one is taken"
-                 : "the second stream's subtitle " + std::to_string(numbers[0]) + " is not shown at its time";
+                 ? Words::Tr("no subtitle of the second stream is shown at its time: the first one is taken")
+                 : Words::Tr("the second stream's subtitle %1 is not shown at its time",
+                             {std::to_string(numbers[0])});
     case Kind::UsedBefore:
-      return "an earlier packet shows subtitle " + std::to_string(numbers[0]) + " of the second stream, too";
+      return Words::Tr("an earlier packet shows subtitle %1 of the second stream, too",
+                       {std::to_string(numbers[0])});
     case Kind::PrimaryClipped:
-      return ClippedMessage("first", problem);
+      return Words::Tr("the first picture loses %1, in %n row of it",
+                       "the first picture loses %1, in %n rows of it", numbers[2], {LostPixels(problem)});
     case Kind::SecondaryClipped:
-      return ClippedMessage("second", problem);
+      return Words::Tr("the second picture loses %1, in %n row of it",
+                       "the second picture loses %1, in %n rows of it", numbers[2], {LostPixels(problem)});
     case Kind::Covered:
-      return Pixels(numbers[0]) + " of the second picture " + (numbers[0] == 1 ? "covers" : "cover") +
-             " the first one";
+      return Words::Tr("%n pixel of the second picture covers the first one",
+                       "%n pixels of the second picture cover the first one", numbers[0]);
     case Kind::Recoloured:
-      return Pixels(numbers[0]) + (numbers[0] == 1 ? " gets" : " get") + " another colour, at the most by " +
-             std::to_string(numbers[1]) + " of 255, that of code " + std::to_string(numbers[2]);
+      return Words::Tr("%n pixel gets another colour, at the most by %1 of 255, that of code %2",
+                       "%n pixels get another colour, at the most by %1 of 255, that of code %2", numbers[0],
+                       {std::to_string(numbers[1]), std::to_string(numbers[2])});
   }
   return "";
 }
@@ -216,10 +222,9 @@ std::uint32_t MergeProblemKindsWithWords(std::string_view words) {
   std::uint32_t kinds = 0;
   for (std::size_t i = 0; i < MergeProblemKinds; ++i) {
     const auto kind = static_cast<Kind>(i);
-    for (const std::string& text :
-         {std::string(MergeProblemName(kind)), std::string(MergeProblemPhrase(kind)),
-          MergeProblemMessage({.Kind = kind, .Numbers = {1, 1, 1}}),
-          MergeProblemMessage({.Kind = kind, .Numbers = {2, 2, 2}})}) {
+    for (const std::string& text : {std::string(MergeProblemName(kind)), MergeProblemPhrase(kind),
+                                    MergeProblemMessage({.Kind = kind, .Numbers = {1, 1, 1}}),
+                                    MergeProblemMessage({.Kind = kind, .Numbers = {2, 2, 2}})}) {
       if (LowerAscii(text).find(wanted) != std::string::npos) {
         kinds |= std::uint32_t{1} << i;
       }
@@ -241,14 +246,18 @@ void MergeReviewSummary::Add(const MergedPair& pair) {
 }
 
 std::string SummaryText(const MergeReviewSummary& summary) {
-  std::string text = Numbered(static_cast<std::int64_t>(summary.Packets), "packet", "packets") + ", " +
-                     (summary.WithProblems == 0 ? "none" : std::to_string(summary.WithProblems)) +
-                     " with problems";
+  // What stands before the first colon is shown alone where there is little room.
+  const auto packets = static_cast<std::int64_t>(summary.Packets);
+  std::string text =
+      summary.WithProblems == 0
+          ? Words::Tr("%n packet, none with problems", "%n packets, none with problems", packets)
+          : Words::Tr("%n packet, %1 with problems", "%n packets, %1 with problems", packets,
+                      {std::to_string(summary.WithProblems)});
   std::string_view separator = ": ";
   for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
     if (summary.Of[kind] > 0) {
       text += std::string(separator) + std::to_string(summary.Of[kind]) + " " +
-              std::string(MergeProblemPhrase(static_cast<Kind>(kind)));
+              MergeProblemPhrase(static_cast<Kind>(kind));
       separator = ", ";
     }
   }

@@ -48,7 +48,7 @@ struct MergeProblem {
 /// "primary_damaged", ...: for scripts, never changed.
 [[nodiscard]] std::string_view MergeProblemName(MergeProblemKind kind);
 /// A few words for the kind: "nothing shown at the same time".
-[[nodiscard]] std::string_view MergeProblemPhrase(MergeProblemKind kind);
+[[nodiscard]] std::string MergeProblemPhrase(MergeProblemKind kind);
 [[nodiscard]] ProblemSeverity SeverityOf(MergeProblemKind kind);
 /// As bits 1 << kind: those whose phrase or message has the words, in whatever case.
 [[nodiscard]] std::uint32_t MergeProblemKindsWithWords(std::string_view words);

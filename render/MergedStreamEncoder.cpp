@@ -1,5 +1,7 @@
 #include "render/MergedStreamEncoder.h"
 
+#include "base/Words.h"
+
 namespace quillmark {
 
 MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index, MergedCounts* counts) {
@@ -20,14 +22,14 @@ MergedStreamEncoder::Outcome MergedStreamEncoder::Encode(std::size_t index, Merg
   return Outcome::Encoded;
 }
 
-const char* ReasonOf(MergeOutcome outcome) {
+std::string ReasonOf(MergeOutcome outcome) {
   switch (outcome) {
     case MergeOutcome::InvalidPrimary:
-      return "its control data is not complete";
+      return Words::Tr("its control data is not complete");
     case MergeOutcome::InvalidSecondary:
-      return "the control data of the second stream's subtitle is not complete";
+      return Words::Tr("the control data of the second stream's subtitle is not complete");
     case MergeOutcome::TooLarge:
-      return "the merged picture does not fit a unit of 65535 bytes";
+      return Words::Tr("the merged picture does not fit a unit of 65535 bytes");
     case MergeOutcome::Encoded:
     case MergeOutcome::Skipped:
       break;

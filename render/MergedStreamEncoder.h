@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 #include <utility>
 
 #include "imaging/cBitmap.h"
@@ -58,6 +59,6 @@ class MergedStreamEncoder {
 };
 
 /// Why a subtitle was not encoded, in words for the user; empty for Encoded and Skipped.
-[[nodiscard]] const char* ReasonOf(MergeOutcome outcome);
+[[nodiscard]] std::string ReasonOf(MergeOutcome outcome);
 
 }  // namespace quillmark

@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "base/Words.h"
 #include "render/Composition.h"
 #include "render/PictureFile.h"
 
@@ -31,9 +32,11 @@ QString ExportFailures::Text() const {
     return {};
   }
   const QString first = FirstPath + QStringLiteral(": ") + QString::fromStdString(FirstReason);
-  return Count == 1 ? first
-                    : first + QStringLiteral("\r\n") + QString::number(Count) +
-                          QStringLiteral(" pictures could not be written; this is the first one");
+  return Count == 1
+             ? first
+             : first + QStringLiteral("\r\n") +
+                   QString::fromStdString(Words::Tr("%1 pictures could not be written; this is the first one",
+                                                    {std::to_string(Count)}));
 }
 
 void PictureBatch::Add(const QString& path, cBitmap picture) {

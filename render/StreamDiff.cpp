@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <span>
 
+#include "base/Words.h"
 #include "render/FieldDecoder.h"
 #include "sup/ControlSurvey.h"
 #include "sup/HeldUnit.h"
@@ -221,41 +222,41 @@ std::string_view DifferenceName(SubtitleDifference difference) {
   return "";
 }
 
-std::string_view DifferenceWords(SubtitleDifference difference) {
+std::string DifferenceWords(SubtitleDifference difference) {
   switch (difference) {
     case SubtitleDifference::Missing:
-      return "missing";
+      return Words::Tr("missing");
     case SubtitleDifference::Added:
-      return "added";
+      return Words::Tr("added");
     case SubtitleDifference::Validity:
-      return "only one of the two can be shown";
+      return Words::Tr("only one of the two can be shown");
     case SubtitleDifference::Start:
-      return "moved in time";
+      return Words::Tr("moved in time");
     case SubtitleDifference::Duration:
-      return "other duration";
+      return Words::Tr("other duration");
     case SubtitleDifference::Place:
-      return "moved in place";
+      return Words::Tr("moved in place");
     case SubtitleDifference::Size:
-      return "other size";
+      return Words::Tr("other size");
     case SubtitleDifference::Colours:
-      return "other colours";
+      return Words::Tr("other colours");
     case SubtitleDifference::Opacities:
-      return "other opacities";
+      return Words::Tr("other opacities");
     case SubtitleDifference::Forced:
-      return "other forced flag";
+      return Words::Tr("other forced flag");
     case SubtitleDifference::Pixels:
-      return "other pixels";
+      return Words::Tr("other pixels");
     case SubtitleDifference::Bytes:
-      return "the same, otherwise written";
+      return Words::Tr("the same, otherwise written");
   }
   return "";
 }
 
 std::string DifferencePhrase(SubtitleDifference difference, std::int64_t otherPixels) {
   if (difference == SubtitleDifference::Pixels) {
-    return std::to_string(otherPixels) + (otherPixels == 1 ? " other pixel" : " other pixels");
+    return Words::Tr("%n other pixel", "%n other pixels", otherPixels);
   }
-  return std::string(DifferenceWords(difference));
+  return DifferenceWords(difference);
 }
 
 void PairCounts::Add(const ComparedPair& pair) {

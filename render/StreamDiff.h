@@ -33,7 +33,7 @@ inline constexpr std::size_t SubtitleDifferences = 12;
 /// "moved_in_time", "other_pixels", ...: for scripts, never changed.
 [[nodiscard]] std::string_view DifferenceName(SubtitleDifference difference);
 /// "moved in time", "other pixels", ...: for people.
-[[nodiscard]] std::string_view DifferenceWords(SubtitleDifference difference);
+[[nodiscard]] std::string DifferenceWords(SubtitleDifference difference);
 /// The words with how many pixels are others: "12 other pixels".
 [[nodiscard]] std::string DifferencePhrase(SubtitleDifference difference, std::int64_t otherPixels);
 

@@ -4,6 +4,7 @@
 #include <bit>
 #include <limits>
 
+#include "base/Words.h"
 #include "sup/IndexedPacket.h"
 #include "sup/PacketCheck.h"
 #include "sup/Timecode.h"
@@ -184,21 +185,29 @@ class AnimationFinder {
 }  // namespace
 
 std::string DamageText(const DisplayDamage& damage) {
-  const std::string at = " at byte " + std::to_string(damage.Position) + " of the unit";
+  const std::string at = std::to_string(damage.Position);
   switch (damage.Ending) {
     case ControlEnding::PointsToItself:
-      return "changes of colours within the picture are damaged and cut off" + at;
+      return Words::Tr("changes of colours within the picture are damaged and cut off at byte %1 of the unit",
+                       {at});
     case ControlEnding::NoEndMark:
-      return "the control sequence" + at + " runs to the end of the unit without its end mark 0xFF";
+      return Words::Tr(
+          "the control sequence at byte %1 of the unit runs to the end of the unit without its end mark 0xFF",
+          {at});
     case ControlEnding::PointsNowhere:
-      return "the control sequence" + at + " points to 0 for the next one";
+      return Words::Tr("the control sequence at byte %1 of the unit points to 0 for the next one", {at});
     case ControlEnding::PointsBackwards:
-      return "the control sequence" + at + " points backwards for the next one, which is not followed";
+      return Words::Tr(
+          "the control sequence at byte %1 of the unit points backwards for the next one, which is not "
+          "followed",
+          {at});
     case ControlEnding::PointsOutside:
     case ControlEnding::TooLong:
       break;
   }
-  return "the control sequence" + at + " lies outside the unit, or points there for the next one";
+  return Words::Tr(
+      "the control sequence at byte %1 of the unit lies outside the unit, or points there for the next one",
+      {at});
 }
 
 const DisplayState* DisplayTimeline::At(std::int64_t ticks) const {

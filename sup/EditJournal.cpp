@@ -7,6 +7,7 @@
 
 #include "base/ByteReader.h"
 #include "base/ContentHash.h"
+#include "base/Words.h"
 
 namespace quillmark {
 namespace {
@@ -196,7 +197,9 @@ struct Record {
 Result<std::optional<Record>> ReadRecord(ByteReader& reader) {
   using Next = std::optional<Record>;
   const std::size_t start = reader.Position();
-  const auto damaged = [start] { return Failure{"it is damaged at byte " + std::to_string(start)}; };
+  const auto damaged = [start] {
+    return Failure{Words::Tr("it is damaged at byte %1", {std::to_string(start)})};
+  };
   const auto head = reader.Take(HeadSize);
   if (!head) {
     return Next();
@@ -314,7 +317,7 @@ Result<Journal> ReadJournal(BytesView bytes) {
     }
     const bool makesSense = start == 0 ? SetBase(journal, *record) : AddRecord(journal, *record);
     if (!makesSense) {
-      return Failure{"the record at byte " + std::to_string(start) + " makes no sense"};
+      return Failure{Words::Tr("the record at byte %1 makes no sense", {std::to_string(start)})};
     }
     journal.Length = reader.Position();
   }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/Ratio.h"
+#include "base/Words.h"
 #include "sup/StreamLoader.h"
 #include "sup/SupFormat.h"
 #include "sup/ToolRun.h"
@@ -63,12 +64,13 @@ Result<ToolResult> JoinStreams(const SupStream& first, const SupStream& second, 
   const WholePart tail = WholePartOf(second);
   if (HasMore(first, head) && HasMore(second, tail)) {
     return Failure{
-        "both streams end with bytes that are no whole packet, which nothing can follow; salvage drops them"};
+        Words::Tr("both streams end with bytes that are no whole packet, which nothing can follow; salvage "
+                  "drops them")};
   }
   const auto file = FileOf(second);
   if (file.size() > MaxStreamLength - std::min<std::size_t>(FileOf(first).size(), MaxStreamLength)) {
-    return Failure{"together they are too long: a stream may have " + std::to_string(MaxStreamLength) +
-                   " bytes"};
+    return Failure{Words::Tr("together they are too long: a stream may have %1 bytes",
+                             {std::to_string(MaxStreamLength)})};
   }
   const auto start = options.At ? options.At : Sum(LastEndOf(first, head), options.Gap);
   const std::int64_t earliest = FirstStartOf(second, tail).value_or(0);
@@ -86,8 +88,13 @@ Result<ToolResult> JoinStreams(const SupStream& first, const SupStream& second, 
     }
     const auto time = shift ? Sum(second.StartTime[index], *shift) : std::nullopt;
     if (!time || *time < 0) {
-      return Failure{"subtitle " + std::to_string(index + 1) + " of what is added would start " +
-                     (time ? "before 0" : "after the last time that there is") + "; nothing is written"};
+      const std::string subtitle = std::to_string(index + 1);
+      return Failure{
+          time
+              ? Words::Tr("subtitle %1 of what is added would start before 0; nothing is written", {subtitle})
+              : Words::Tr("subtitle %1 of what is added would start after the last time that there "
+                          "is; nothing is written",
+                          {subtitle})};
     }
     std::ranges::copy(PackTime(*time),
                       bytes.begin() + static_cast<std::ptrdiff_t>(packet.Offset) + TimeStart);

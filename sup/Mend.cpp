@@ -1,5 +1,7 @@
 #include "sup/Mend.h"
 
+#include "base/Words.h"
+
 namespace quillmark {
 
 std::string_view MendName(MendKind kind) {
@@ -31,24 +33,24 @@ std::string MendText(const Mend& mend) {
   const std::string second = std::to_string(mend.Numbers[1]);
   switch (mend.Kind) {
     case MendKind::DroppedBytes:
-      return second + " bytes at offset " + first + " are no packet and were left out";
+      return Words::Tr("%1 bytes at offset %2 are no packet and were left out", {second, first});
     case MendKind::CorrectedSize:
-      return "the unit's size is " + second + ", not " + first;
+      return Words::Tr("the unit's size is %1, not %2", {second, first});
     case MendKind::AddedEndMark:
-      return "a control sequence got its end mark 0xFF";
+      return Words::Tr("a control sequence got its end mark 0xFF");
     case MendKind::ClosedSequences:
-      return "the last control sequence points to itself now, not to " + first;
+      return Words::Tr("the last control sequence points to itself now, not to %1", {first});
     case MendKind::MadeEven:
-      return "the unit of " + first + " bytes got one more";
+      return Words::Tr("the unit of %1 bytes got one more", {first});
     case MendKind::PutInOrder:
-      return "it was put in the order of starts; it was packet " + first;
+      return Words::Tr("it was put in the order of starts; it was packet %1", {first});
     case MendKind::AddedEnd:
-      return "it got an end, a delay of " + second;
+      return Words::Tr("it got an end, a delay of %1", {second});
     case MendKind::CutEnd:
-      return "its end came after the next start; its delay is " + second + ", not " + first;
+      return Words::Tr("its end came after the next start; its delay is %1, not %2", {second, first});
     case MendKind::MovedArea:
-      return "its display area was moved into the frame, " + first + " pixels to the right and " + second +
-             " lines down";
+      return Words::Tr("its display area was moved into the frame, %1 pixels to the right and %2 lines down",
+                       {first, second});
   }
   return "";
 }

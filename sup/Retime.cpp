@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Words.h"
 #include "sup/SupFormat.h"
 #include "sup/ToolRun.h"
 
@@ -33,14 +34,11 @@ std::optional<std::int64_t> StartOf(const SupStream& stream, std::int64_t number
   return number > 0 && stream.Holds(index) ? std::optional(stream.StartTime[index]) : std::nullopt;
 }
 
-std::string Named(std::int64_t number) {
-  return "subtitle " + std::to_string(number);
-}
-
 Result<TimeMap> LineThrough(const SupStream& stream, const RetimeOptions::Line& line) {
   for (const TimePoint& point : {line.A, line.B}) {
     if (!StartOf(stream, point.Number)) {
-      return Failure{"there is no " + Named(point.Number) + ": it has " + std::to_string(stream.Count)};
+      return Failure{Words::Tr("there is no subtitle %1: it has %2",
+                               {std::to_string(point.Number), std::to_string(stream.Count)})};
     }
   }
   TimePoint a = line.A;
@@ -51,15 +49,19 @@ Result<TimeMap> LineThrough(const SupStream& stream, const RetimeOptions::Line& 
   const std::int64_t from = *StartOf(stream, a.Number);
   const auto oldDistance = Difference(*StartOf(stream, b.Number), from);
   const auto newDistance = Difference(b.Time, a.Time);
-  const std::string both = Named(a.Number) + " and " + Named(b.Number);
+  const std::string first = std::to_string(a.Number);
+  const std::string second = std::to_string(b.Number);
   if (oldDistance == 0) {
-    return Failure{both + " start at the same time, so that no line leads through both"};
+    return Failure{
+        Words::Tr("subtitle %1 and subtitle %2 start at the same time, so that no line leads through both",
+                  {first, second})};
   }
   if (!oldDistance || !newDistance) {
-    return Failure{both + " start too far from each other"};
+    return Failure{Words::Tr("subtitle %1 and subtitle %2 start too far from each other", {first, second})};
   }
   if (*newDistance <= 0) {
-    return Failure{Named(b.Number) + " starts after " + Named(a.Number) + ", and has to do so afterwards"};
+    return Failure{
+        Words::Tr("subtitle %1 starts after subtitle %2, and has to do so afterwards", {second, first})};
   }
   const Ratio scale{.Numerator = *newDistance, .Denominator = *oldDistance};
   return TimeMap{.From = from, .To = a.Time, .Scale = Scaler(scale), .KeepsDelays = scale.IsOne()};
@@ -111,9 +113,11 @@ void WriteDelays(const IndexEntry& unit, const DelayPlan& plan, const Scaler& sc
 }
 
 Failure Impossible(std::int64_t number, bool isBefore0) {
-  return {Named(number) +
-          (isBefore0 ? " would start before 0" : " would start after the last time that there is") +
-          "; nothing is written"};
+  const std::string subtitle = std::to_string(number);
+  return {isBefore0
+              ? Words::Tr("subtitle %1 would start before 0; nothing is written", {subtitle})
+              : Words::Tr("subtitle %1 would start after the last time that there is; nothing is written",
+                          {subtitle})};
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/Words.h"
 #include "sup/ControlSurvey.h"
 
 namespace quillmark {
@@ -87,26 +88,26 @@ class Salvager {
 
 }  // namespace
 
-std::string_view FaultText(PacketFault fault) {
+std::string FaultText(PacketFault fault) {
   switch (fault) {
     case PacketFault::None:
-      return "a whole packet";
+      return Words::Tr("a whole packet");
     case PacketFault::TooShort:
-      return "too short for a packet";
+      return Words::Tr("too short for a packet");
     case PacketFault::NoSignature:
-      return "no \"SP\" where a packet should start";
+      return Words::Tr("no \"SP\" where a packet should start");
     case PacketFault::UnitTooSmall:
-      return "the unit's size leaves no room for control sequences";
+      return Words::Tr("the unit's size leaves no room for control sequences");
     case PacketFault::UnitTooLarge:
-      return "the unit's size is 0x8000 or more";
+      return Words::Tr("the unit's size is 0x8000 or more");
     case PacketFault::PastEnd:
-      return "the packet runs past the end of the file";
+      return Words::Tr("the packet runs past the end of the file");
     case PacketFault::ControlOffsetOutside:
-      return "the control offset leads out of the unit";
+      return Words::Tr("the control offset leads out of the unit");
     case PacketFault::ControlUnfinished:
-      return "the control sequences do not come to an end in the unit";
+      return Words::Tr("the control sequences do not come to an end in the unit");
     case PacketFault::HoldsAnotherPacket:
-      return "another packet starts inside the packet, and none after it";
+      return Words::Tr("another packet starts inside the packet, and none after it");
   }
   return "";
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,7 +26,7 @@ enum class PacketFault {
 };
 
 /// In words for the user.
-[[nodiscard]] std::string_view FaultText(PacketFault fault);
+[[nodiscard]] std::string FaultText(PacketFault fault);
 
 /// The smallest unit: its header, a control sequence's, and an end mark.
 inline constexpr std::size_t SmallestSequence = SequenceHeaderSize + CommandSize(EndOfSequence);

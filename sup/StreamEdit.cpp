@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/Prefetch.h"
+#include "base/Words.h"
 #include "sup/StreamLoader.h"
 
 namespace quillmark {
@@ -228,11 +229,11 @@ void Splice(std::vector<std::uint8_t>& bytes, StreamEdit& edit, std::vector<std:
 }
 
 Failure DoesNotFit() {
-  return {"the change does not fit the stream"};
+  return {Words::Tr("the change does not fit the stream")};
 }
 
 Failure NoMemory() {
-  return {"there is not enough memory for the change"};
+  return {Words::Tr("there is not enough memory for the change")};
 }
 
 /// Whether there is memory for what Splice needs.

@@ -9,6 +9,7 @@
 
 #include "base/FilePath.h"
 #include "base/InputFile.h"
+#include "base/Words.h"
 #include "sup/SupFormat.h"
 #include "sup/Timecode.h"
 
@@ -175,7 +176,7 @@ auto WithinMemory(const Index& index) -> decltype(index()) {
   try {
     return index();
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory for its index"};
+    return Failure{Words::Tr("there is not enough memory for its index")};
   }
 }
 
@@ -190,7 +191,7 @@ LoadedStream IndexOwned(std::vector<std::uint8_t> bytes, InvalidFirst invalidFir
 }
 
 Failure TooLarge() {
-  return {"it is too large: a stream may have " + std::to_string(MaxStreamLength) + " bytes"};
+  return {Words::Tr("it is too large: a stream may have %1 bytes", {std::to_string(MaxStreamLength)})};
 }
 
 /// Opens the file and finds its length.
@@ -215,13 +216,13 @@ Result<std::vector<std::uint8_t>> ReadStreamFile(const std::filesystem::path& pa
     bytes.pop_back();
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(*length));
     if (file.bad()) {
-      return Failure{"it cannot be read"};
+      return Failure{Words::Tr("it cannot be read")};
     }
     // A file that shrank since its size was asked for is as long as what was read.
     bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;
   } catch (const std::bad_alloc&) {
-    return Failure{"there is not enough memory for it"};
+    return Failure{Words::Tr("there is not enough memory for it")};
   }
 }
 
@@ -236,7 +237,7 @@ Result<LoadedStream> IndexStreamFile(const std::filesystem::path& path, InvalidF
     BufferedSource file(opened, static_cast<std::int64_t>(*length));
     WalkPackets(file, invalidFirst, loaded);
     if (opened.bad()) {
-      return Failure{"it cannot be read"};
+      return Failure{Words::Tr("it cannot be read")};
     }
     RepairEndTimes(loaded.Stream);
     return loaded;
@@ -249,7 +250,7 @@ Result<SupStream> IndexStream(std::span<const std::uint8_t> file, InvalidFirst i
     MemorySource source(file);
     WalkPackets(source, invalidFirst, loaded);
     if (loaded.LostSignature) {
-      return Failure{"no \"SP\" stands where a packet should start"};
+      return Failure{Words::Tr("no \"SP\" stands where a packet should start")};
     }
     RepairEndTimes(loaded.Stream);
     return std::move(loaded.Stream);

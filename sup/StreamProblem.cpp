@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/AsciiCase.h"
+#include "base/Words.h"
 #include "sup/ControlSurvey.h"
 #include "sup/PlayerCheck.h"
 #include "sup/SpuCommand.h"
@@ -16,7 +17,7 @@ using Code = StreamProblemCode;
 /// What is fixed about a code.
 struct CodeWords {
   std::string_view Name;
-  std::string_view Phrase;
+  const char* Phrase = "";
   ProblemSeverity Severity = ProblemSeverity::Untidy;
 };
 
@@ -24,81 +25,81 @@ constexpr CodeWords WordsOf(Code code) {
   using enum ProblemSeverity;
   switch (code) {
     case Code::LostSignature:
-      return {"lost_signature", "lost signature", CannotBeShown};
+      return {"lost_signature", Words::Mark("lost signature"), CannotBeShown};
     case Code::TrailingBytes:
-      return {"trailing_bytes", "trailing bytes", Untidy};
+      return {"trailing_bytes", Words::Mark("trailing bytes"), Untidy};
     case Code::PastEnd:
-      return {"past_end", "cut off by the end of the file", CannotBeShown};
+      return {"past_end", Words::Mark("cut off by the end of the file"), CannotBeShown};
     case Code::UnitTooLarge:
-      return {"unit_too_large", "unit too large", CannotBeShown};
+      return {"unit_too_large", Words::Mark("unit too large"), CannotBeShown};
     case Code::UnitTooSmall:
-      return {"unit_too_small", "unit too small", CannotBeShown};
+      return {"unit_too_small", Words::Mark("unit too small"), CannotBeShown};
     case Code::ControlOffsetZero:
-      return {"control_offset_zero", "no control sequences", CannotBeShown};
+      return {"control_offset_zero", Words::Mark("no control sequences"), CannotBeShown};
     case Code::ControlOffsetOutside:
-      return {"control_offset_outside", "control sequences outside the unit", CannotBeShown};
+      return {"control_offset_outside", Words::Mark("control sequences outside the unit"), CannotBeShown};
     case Code::ControlUnfinished:
-      return {"control_unfinished", "control sequences without an end", CannotBeShown};
+      return {"control_unfinished", Words::Mark("control sequences without an end"), CannotBeShown};
     case Code::ControlGap:
-      return {"control_gap", "gap between control sequences", ShownWrongly};
+      return {"control_gap", Words::Mark("gap between control sequences"), ShownWrongly};
     case Code::ManySequences:
-      return {"many_sequences", "many control sequences", ShownWrongly};
+      return {"many_sequences", Words::Mark("many control sequences"), ShownWrongly};
     case Code::UnknownCommand:
-      return {"unknown_command", "unknown command", ShownWrongly};
+      return {"unknown_command", Words::Mark("unknown command"), ShownWrongly};
     case Code::MissingColour:
-      return {"missing_colour", "no colours", CannotBeShown};
+      return {"missing_colour", Words::Mark("no colours"), CannotBeShown};
     case Code::MissingContrast:
-      return {"missing_contrast", "no contrasts", CannotBeShown};
+      return {"missing_contrast", Words::Mark("no contrasts"), CannotBeShown};
     case Code::MissingArea:
-      return {"missing_area", "no display area", CannotBeShown};
+      return {"missing_area", Words::Mark("no display area"), CannotBeShown};
     case Code::MissingFields:
-      return {"missing_fields", "no fields", CannotBeShown};
+      return {"missing_fields", Words::Mark("no fields"), CannotBeShown};
     case Code::FieldOutside:
-      return {"field_outside", "field outside the unit", ShownWrongly};
+      return {"field_outside", Words::Mark("field outside the unit"), ShownWrongly};
     case Code::ReversedArea:
-      return {"reversed_area", "reversed area", CannotBeShown};
+      return {"reversed_area", Words::Mark("reversed area"), CannotBeShown};
     case Code::AreaOutsideFrame:
-      return {"area_outside_frame", "area outside the frame", ShownWrongly};
+      return {"area_outside_frame", Words::Mark("area outside the frame"), ShownWrongly};
     case Code::OddHeight:
-      return {"odd_height", "odd height", Untidy};
+      return {"odd_height", Words::Mark("odd height"), Untidy};
     case Code::NoEnd:
-      return {"no_end", "no end of its own", Untidy};
+      return {"no_end", Words::Mark("no end of its own"), Untidy};
     case Code::NegativeDelay:
-      return {"negative_delay", "ends before it starts", ShownWrongly};
+      return {"negative_delay", Words::Mark("ends before it starts"), ShownWrongly};
     case Code::NegativeTime:
-      return {"negative_time", "negative time", ShownWrongly};
+      return {"negative_time", Words::Mark("negative time"), ShownWrongly};
     case Code::TimeBackwards:
-      return {"time_backwards", "starts before the one before it", ShownWrongly};
+      return {"time_backwards", Words::Mark("starts before the one before it"), ShownWrongly};
     case Code::Overlap:
-      return {"overlap", "overlaps the next one", ShownWrongly};
+      return {"overlap", Words::Mark("overlaps the next one"), ShownWrongly};
     case Code::PlayerUnitSize:
-      return {"player_unit_size", "unit too large for players", CannotBeShown};
+      return {"player_unit_size", Words::Mark("unit too large for players"), CannotBeShown};
     case Code::PlayerControlSize:
-      return {"player_control_size", "too long control for players", CannotBeShown};
+      return {"player_control_size", Words::Mark("too long control for players"), CannotBeShown};
     case Code::OddUnitSize:
-      return {"odd_unit_size", "odd unit size", ShownWrongly};
+      return {"odd_unit_size", Words::Mark("odd unit size"), ShownWrongly};
     case Code::MissingStart:
-      return {"missing_start", "no start command", CannotBeShown};
+      return {"missing_start", Words::Mark("no start command"), CannotBeShown};
     case Code::MissingStop:
-      return {"missing_stop", "no stop command", ShownWrongly};
+      return {"missing_stop", Words::Mark("no stop command"), ShownWrongly};
     case Code::LateCommand:
-      return {"late_command", "command after the first sequence", ShownWrongly};
+      return {"late_command", Words::Mark("command after the first sequence"), ShownWrongly};
     case Code::EarlierDelay:
-      return {"earlier_delay", "delays out of order", ShownWrongly};
+      return {"earlier_delay", Words::Mark("delays out of order"), ShownWrongly};
     case Code::OutsideSafeFrame:
-      return {"outside_safe_frame", "outside the safe lines", ShownWrongly};
+      return {"outside_safe_frame", Words::Mark("outside the safe lines"), ShownWrongly};
     case Code::OddFirstLine:
-      return {"odd_first_line", "odd first line", Untidy};
+      return {"odd_first_line", Words::Mark("odd first line"), Untidy};
     case Code::LongLine:
-      return {"long_line", "line of too many bits", CannotBeShown};
+      return {"long_line", Words::Mark("line of too many bits"), CannotBeShown};
     case Code::RunPastLine:
-      return {"run_past_line", "run past the line's end", CannotBeShown};
+      return {"run_past_line", Words::Mark("run past the line's end"), CannotBeShown};
     case Code::OtherEntries:
-      return {"other_entries", "other palette entries", Untidy};
+      return {"other_entries", Words::Mark("other palette entries"), Untidy};
     case Code::TooLongForDelay:
-      return {"too_long_for_delay", "longer than a delay can say", ShownWrongly};
+      return {"too_long_for_delay", Words::Mark("longer than a delay can say"), ShownWrongly};
     case Code::ShortGap:
-      return {"short_gap", "too close to the next for players", ShownWrongly};
+      return {"short_gap", Words::Mark("too close to the next for players"), ShownWrongly};
   }
   return {};
 }
@@ -118,40 +119,51 @@ std::string EndingMessage(ControlSurvey::Ending ending) {
     case ControlSurvey::Ending::PointsToItself:
       break;
     case ControlSurvey::Ending::NoEndMark:
-      return "the control sequence runs to the end of the unit without its end mark 0xFF";
+      return Words::Tr("the control sequence runs to the end of the unit without its end mark 0xFF");
     case ControlSurvey::Ending::PointsNowhere:
-      return "the control sequence points to 0 for the next one; the last one points to itself";
+      return Words::Tr("the control sequence points to 0 for the next one; the last one points to itself");
     case ControlSurvey::Ending::PointsBackwards:
-      return "the control sequence points backwards for the next one";
+      return Words::Tr("the control sequence points backwards for the next one");
     case ControlSurvey::Ending::PointsOutside:
-      return "the control sequence lies outside the unit, or points there for the next one";
+      return Words::Tr("the control sequence lies outside the unit, or points there for the next one");
     case ControlSurvey::Ending::TooLong:
-      return "the control sequences do not come to an end within " + Number(MaxControlCommands) + " commands";
+      return Words::Tr("the control sequences do not come to an end within %1 commands",
+                       {Number(MaxControlCommands)});
   }
-  return "the control sequences do not come to an end";
+  return Words::Tr("the control sequences do not come to an end");
 }
 
 std::string UnknownCommandMessage(std::int64_t command, std::int64_t count) {
-  return "unknown command " + Hex(command) +
-         (count > 1 ? ", and " + Number(count - 1) + " more in the unit" : "") +
-         "; its arguments, if it has any, are read as commands";
+  return count > 1
+             ? Words::Tr(
+                   "unknown command %1, and %2 more in the unit; its arguments, if it has any, are read "
+                   "as commands",
+                   {Hex(command), Number(count - 1)})
+             : Words::Tr("unknown command %1; its arguments, if it has any, are read as commands",
+                         {Hex(command)});
 }
 
 /// The four ends of the area come first among the numbers, the frame's height after them.
 std::string AreaMessage(const StreamProblem& problem) {
   const auto& [x1, x2, y1, y2, frameLines] = problem.Numbers;
-  return "the display area, x " + Number(x1) + " to " + Number(x2) + " and y " + Number(y1) + " to " +
-         Number(y2) + ", " +
-         (problem.Code == Code::ReversedArea ? std::string("ends before it starts")
-                                             : "leaves the frame of 720x" + Number(frameLines));
+  return problem.Code == Code::ReversedArea
+             ? Words::Tr("the display area, x %1 to %2 and y %3 to %4, ends before it starts",
+                         {Number(x1), Number(x2), Number(y1), Number(y2)})
+             : Words::Tr("the display area, x %1 to %2 and y %3 to %4, leaves the frame of 720x%5",
+                         {Number(x1), Number(x2), Number(y1), Number(y2), Number(frameLines)});
 }
 
 /// `ticks` of the next subtitle that players show this one for; 0 or negative where there is a gap.
 std::string ShortGapMessage(std::int64_t ticks) {
-  return "players, who count a delay in 1024 ticks, " +
-         (ticks > 0 ? "show it " + Number(ticks) + " ticks of 90 kHz into the next subtitle"
-                    : "end it " + Number(-ticks) + " ticks of 90 kHz before the next subtitle; " +
-                          Number(MinPlayerGap) + ", a millisecond, are the least");
+  return ticks > 0
+             ? Words::Tr(
+                   "players, who count a delay in 1024 ticks, show it %1 ticks of 90 kHz into the next "
+                   "subtitle",
+                   {Number(ticks)})
+             : Words::Tr(
+                   "players, who count a delay in 1024 ticks, end it %1 ticks of 90 kHz before the next "
+                   "subtitle; %2, a millisecond, are the least",
+                   {Number(-ticks), Number(MinPlayerGap)});
 }
 
 /// The palette entries of pixel codes 0 to 3 out of a colour command's arguments.
@@ -187,102 +199,111 @@ std::string_view SeverityName(ProblemSeverity severity) {
   return "";
 }
 
-std::string_view ProblemPhrase(StreamProblemCode code) {
-  return WordsOf(code).Phrase;
+std::string ProblemPhrase(StreamProblemCode code) {
+  return Words::Tr(WordsOf(code).Phrase);
 }
 
 std::string ProblemMessage(const StreamProblem& problem) {
   const auto& numbers = problem.Numbers;
   switch (problem.Code) {
     case Code::LostSignature:
-      return "no \"SP\" where a packet should start; " +
-             (numbers[0] > 0 ? "the next packet was found at offset " + Number(numbers[0])
-                             : std::string("no further packet was found"));
+      return numbers[0] > 0
+                 ? Words::Tr("no \"SP\" where a packet should start; the next packet was found at offset %1",
+                             {Number(numbers[0])})
+                 : Words::Tr("no \"SP\" where a packet should start; no further packet was found");
     case Code::TrailingBytes:
-      return Number(numbers[0]) + " bytes at the end of the file are too few for a packet";
+      return Words::Tr("%1 bytes at the end of the file are too few for a packet", {Number(numbers[0])});
     case Code::PastEnd:
-      return "the packet runs " + Number(numbers[0]) + " bytes past the end of the file";
+      return Words::Tr("the packet runs %1 bytes past the end of the file", {Number(numbers[0])});
     case Code::UnitTooLarge:
-      return "the unit's size is " + Number(numbers[0]) + ", and 32768 or more reads as negative";
+      return Words::Tr("the unit's size is %1, and 32768 or more reads as negative", {Number(numbers[0])});
     case Code::UnitTooSmall:
-      return "the unit's size is " + Number(numbers[0]) + ", less than its header";
+      return Words::Tr("the unit's size is %1, less than its header", {Number(numbers[0])});
     case Code::ControlOffsetZero:
-      return "the control offset is 0, so no control sequence is read";
+      return Words::Tr("the control offset is 0, so no control sequence is read");
     case Code::ControlOffsetOutside:
-      return "the control offset " + Number(numbers[0]) + " leads out of the unit of " + Number(numbers[1]) +
-             " bytes";
+      return Words::Tr("the control offset %1 leads out of the unit of %2 bytes",
+                       {Number(numbers[0]), Number(numbers[1])});
     case Code::ControlUnfinished:
       return EndingMessage(static_cast<ControlSurvey::Ending>(numbers[0]));
     case Code::ControlGap:
-      return "this control sequence does not stand right after the one before it";
+      return Words::Tr("this control sequence does not stand right after the one before it");
     case Code::ManySequences:
-      return "the unit has " + Number(numbers[0]) +
-             " control sequences; the last one's delay counts as the end";
+      return Words::Tr("the unit has %1 control sequences; the last one's delay counts as the end",
+                       {Number(numbers[0])});
     case Code::UnknownCommand:
       return UnknownCommandMessage(numbers[0], numbers[1]);
     case Code::MissingColour:
-      return "the unit has no command for its colours (0x03)";
+      return Words::Tr("the unit has no command for its colours (0x03)");
     case Code::MissingContrast:
-      return "the unit has no command for its contrasts (0x04)";
+      return Words::Tr("the unit has no command for its contrasts (0x04)");
     case Code::MissingArea:
-      return "the unit has no command for its display area (0x05)";
+      return Words::Tr("the unit has no command for its display area (0x05)");
     case Code::MissingFields:
-      return "the unit has no command for its fields' places (0x06)";
+      return Words::Tr("the unit has no command for its fields' places (0x06)");
     case Code::FieldOutside:
-      return std::string("the ") + (numbers[0] == 0 ? "top" : "bottom") + " field's offset " +
-             Number(numbers[1]) + " leads out of the unit of " + Number(numbers[2]) + " bytes";
+      return numbers[0] == 0 ? Words::Tr("the top field's offset %1 leads out of the unit of %2 bytes",
+                                         {Number(numbers[1]), Number(numbers[2])})
+                             : Words::Tr("the bottom field's offset %1 leads out of the unit of %2 bytes",
+                                         {Number(numbers[1]), Number(numbers[2])});
     case Code::ReversedArea:
     case Code::AreaOutsideFrame:
       return AreaMessage(problem);
     case Code::OddHeight:
-      return "the height " + Number(numbers[0]) + " is odd, so the last line is not shown";
+      return Words::Tr("the height %1 is odd, so the last line is not shown", {Number(numbers[0])});
     case Code::NoEnd:
-      return "the subtitle has no end of its own";
+      return Words::Tr("the subtitle has no end of its own");
     case Code::NegativeDelay:
-      return "the delay 0x8000 or more reads as negative: the subtitle ends before it starts";
+      return Words::Tr("the delay 0x8000 or more reads as negative: the subtitle ends before it starts");
     case Code::NegativeTime:
-      return "the start time is negative";
+      return Words::Tr("the start time is negative");
     case Code::TimeBackwards:
-      return "it starts at " + FormatTimecode(numbers[0]) + ", before the subtitle before it at " +
-             FormatTimecode(numbers[1]);
+      return Words::Tr("it starts at %1, before the subtitle before it at %2",
+                       {FormatTimecode(numbers[0]), FormatTimecode(numbers[1])});
     case Code::Overlap:
-      return "it is shown until " + FormatTimecode(numbers[0]) + ", but the next subtitle starts at " +
-             FormatTimecode(numbers[1]);
+      return Words::Tr("it is shown until %1, but the next subtitle starts at %2",
+                       {FormatTimecode(numbers[0]), FormatTimecode(numbers[1])});
     case Code::PlayerUnitSize:
-      return "the unit's size is " + Number(numbers[0]) + "; players take up to " + Number(MaxPlayerUnit);
+      return Words::Tr("the unit's size is %1; players take up to %2",
+                       {Number(numbers[0]), Number(MaxPlayerUnit)});
     case Code::PlayerControlSize:
-      return "the control sequences take " + Number(numbers[0]) + " bytes; players take up to " +
-             Number(MaxPlayerControl);
+      return Words::Tr("the control sequences take %1 bytes; players take up to %2",
+                       {Number(numbers[0]), Number(MaxPlayerControl)});
     case Code::OddUnitSize:
-      return "the unit's size " + Number(numbers[0]) + " is odd; players expect whole pairs of bytes";
+      return Words::Tr("the unit's size %1 is odd; players expect whole pairs of bytes",
+                       {Number(numbers[0])});
     case Code::MissingStart:
-      return "no command starts the display, so players show nothing";
+      return Words::Tr("no command starts the display, so players show nothing");
     case Code::MissingStop:
-      return "no command stops the display, so players show it until the next subtitle";
+      return Words::Tr("no command stops the display, so players show it until the next subtitle");
     case Code::LateCommand:
-      return "command " + Hex(numbers[0]) +
-             " stands in a later control sequence alone; players expect it in the first";
+      return Words::Tr("command %1 stands in a later control sequence alone; players expect it in the first",
+                       {Hex(numbers[0])});
     case Code::EarlierDelay:
-      return "the delay " + Number(numbers[0]) + " is less than that of the sequence before it, " +
-             Number(numbers[1]) + "; delays count from the subtitle's start";
+      return Words::Tr(
+          "the delay %1 is less than that of the sequence before it, %2; delays count from the subtitle's "
+          "start",
+          {Number(numbers[0]), Number(numbers[1])});
     case Code::OutsideSafeFrame:
-      return "it covers lines " + Number(numbers[0]) + " to " + Number(numbers[1]) +
-             " of the frame; players show lines " + Number(numbers[2]) + " to " + Number(numbers[3]);
+      return Words::Tr("it covers lines %1 to %2 of the frame; players show lines %3 to %4",
+                       {Number(numbers[0]), Number(numbers[1]), Number(numbers[2]), Number(numbers[3])});
     case Code::OddFirstLine:
-      return "it starts on the odd line " + Number(numbers[0]) +
-             " of the frame, so its fields change places on an interlaced screen";
+      return Words::Tr(
+          "it starts on the odd line %1 of the frame, so its fields change places on an interlaced screen",
+          {Number(numbers[0])});
     case Code::LongLine:
-      return "line " + Number(numbers[0]) + " of the picture takes " + Number(numbers[1]) +
-             " bits; players take up to " + Number(MaxPlayerLineBits);
+      return Words::Tr("line %1 of the picture takes %2 bits; players take up to %3",
+                       {Number(numbers[0]), Number(numbers[1]), Number(MaxPlayerLineBits)});
     case Code::RunPastLine:
-      return "a run passes the end of line " + Number(numbers[0]) +
-             " of the picture; this program cuts it, players refuse the picture";
+      return Words::Tr(
+          "a run passes the end of line %1 of the picture; this program cuts it, players refuse the picture",
+          {Number(numbers[0])});
     case Code::OtherEntries:
-      return "its codes 0 to 3 are the palette entries " + EntriesText(numbers[1]) +
-             ", those of the subtitle before it " + EntriesText(numbers[0]);
+      return Words::Tr("its codes 0 to 3 are the palette entries %1, those of the subtitle before it %2",
+                       {EntriesText(numbers[1]), EntriesText(numbers[0])});
     case Code::TooLongForDelay:
-      return "it has no end, and the next subtitle starts " + Number(numbers[0]) +
-             " s later; a player's delay can say 745";
+      return Words::Tr("it has no end, and the next subtitle starts %1 s later; a player's delay can say 745",
+                       {Number(numbers[0])});
     case Code::ShortGap:
       return ShortGapMessage(numbers[0]);
   }
@@ -290,7 +311,7 @@ std::string ProblemMessage(const StreamProblem& problem) {
 }
 
 std::string ProblemLine(const StreamProblem& problem) {
-  return "Offset " + Number(problem.Offset) + ": " + ProblemMessage(problem);
+  return Words::Tr("Offset %1: %2", {Number(problem.Offset), ProblemMessage(problem)});
 }
 
 std::uint64_t CodesWithWords(std::string_view words) {
@@ -302,7 +323,7 @@ std::uint64_t CodesWithWords(std::string_view words) {
     std::string spaced = name;
     std::ranges::replace(spaced, '_', ' ');
     for (const std::string& text :
-         {name, spaced, std::string(ProblemPhrase(code)),
+         {name, spaced, ProblemPhrase(code),
           ProblemMessage({.Offset = 0, .Packet = {}, .Code = code, .Numbers = {}})}) {
       if (LowerAscii(text).find(wanted) != std::string::npos) {
         codes |= std::uint64_t{1} << static_cast<unsigned>(i);

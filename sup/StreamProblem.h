@@ -78,7 +78,7 @@ struct StreamProblem {
 [[nodiscard]] std::string_view SeverityName(ProblemSeverity severity);
 
 /// A few words for the code: "no end of its own".
-[[nodiscard]] std::string_view ProblemPhrase(StreamProblemCode code);
+[[nodiscard]] std::string ProblemPhrase(StreamProblemCode code);
 /// All that is to say: "the control offset 40 leads out of the unit of 38 bytes".
 [[nodiscard]] std::string ProblemMessage(const StreamProblem& problem);
 /// The message behind the byte offset: "Offset 12: the control offset ...".

@@ -1,30 +1,36 @@
 #include "sup/StreamReport.h"
 
+#include "base/Words.h"
 #include "sup/Timecode.h"
 
 namespace quillmark {
 namespace {
 
-std::string ExtentText(std::int32_t largest, std::int32_t smallestStart) {
-  return std::to_string(largest) + " (" + std::to_string(smallestStart) + " to " +
-         std::to_string(smallestStart + largest - 1) + ")";
+std::string ExtentText(const char* text, std::int32_t largest, std::int32_t smallestStart) {
+  return Words::Tr(text, {std::to_string(largest), std::to_string(smallestStart),
+                          std::to_string(smallestStart + largest - 1)});
 }
 
 std::string Lines(const std::string& heading, const SupStream& stream) {
   const std::string lineEnd = "\r\n";
   const SupStreamStats& stats = stream.Stats;
-  std::string report = heading + std::to_string(stream.Count) + lineEnd;
-  report += "Parse errors: " + std::to_string(stats.ParseErrors) + lineEnd;
-  report += "Max subtitle width: " + ExtentText(stats.MaxWidth, stats.MinX) + lineEnd;
-  report += "Max subtitle height: " + ExtentText(stats.MaxHeight, stats.MinY) + lineEnd;
-  report += "Max size (kb): " + std::to_string(stats.MaxSpuSize / 1000) + lineEnd;
-  report += "First timecode: " + stats.FirstTimecode() + lineEnd;
-  report += "Last timecode: " + stats.LastTimecode() + lineEnd;
-  report += "Max duration (seconds): " + FormatSeconds(stats.MaxDurationMs) + lineEnd;
-  report += std::string("Subtitles without duration : ") + (stats.HasUntimed ? "Yes" : "No") + lineEnd;
+  std::string report = heading + lineEnd;
+  report += Words::Tr("Parse errors: %1", {std::to_string(stats.ParseErrors)}) + lineEnd;
+  report +=
+      ExtentText(Words::Mark("Max subtitle width: %1 (%2 to %3)"), stats.MaxWidth, stats.MinX) + lineEnd;
+  report +=
+      ExtentText(Words::Mark("Max subtitle height: %1 (%2 to %3)"), stats.MaxHeight, stats.MinY) + lineEnd;
+  report += Words::Tr("Max size (kb): %1", {std::to_string(stats.MaxSpuSize / 1000)}) + lineEnd;
+  report += Words::Tr("First timecode: %1", {stats.FirstTimecode()}) + lineEnd;
+  report += Words::Tr("Last timecode: %1", {stats.LastTimecode()}) + lineEnd;
+  report += Words::Tr("Max duration (seconds): %1", {FormatSeconds(stats.MaxDurationMs)}) + lineEnd;
+  report += (stats.HasUntimed ? Words::Tr("Subtitles without duration : Yes")
+                              : Words::Tr("Subtitles without duration : No")) +
+            lineEnd;
   for (std::size_t code = 0; code < 4; ++code) {
-    report += "Color " + std::to_string(code + 1) + " uses palette color: " + UsageList(stats, code) +
-              "  and opacity: " + UsageList(stats, code + 4) + lineEnd;
+    report += Words::Tr("Color %1 uses palette color: %2  and opacity: %3",
+                        {std::to_string(code + 1), UsageList(stats, code), UsageList(stats, code + 4)}) +
+              lineEnd;
   }
   return report;
 }
@@ -43,15 +49,16 @@ std::string UsageList(const SupStreamStats& stats, std::size_t column) {
 }
 
 std::string PrimaryReport(const SupStream& stream) {
-  return Lines("Found Subtitles: ", stream);
+  return Lines(Words::Tr("Found Subtitles: %1", {std::to_string(stream.Count)}), stream);
 }
 
 std::string SecondaryReport(const SupStream& stream) {
-  std::string report = Lines("Found secondary Subtitles: ", stream);
+  std::string report =
+      Lines(Words::Tr("Found secondary Subtitles: %1", {std::to_string(stream.Count)}), stream);
   if (stream.Stats.MultipleColours || stream.Stats.MultipleOpacities) {
-    report +=
-        "\r\nWarning: Secondary subtitles have multiple colors or multiple transparancies"
-        "\r\nOverlaying may not work properly";
+    report += "\r\n" + Words::Tr(
+                           "Warning: Secondary subtitles have multiple colors or multiple transparancies\r\n"
+                           "Overlaying may not work properly");
   }
   return report;
 }

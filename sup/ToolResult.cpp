@@ -1,5 +1,7 @@
 #include "sup/ToolResult.h"
 
+#include "base/Words.h"
+
 namespace quillmark {
 
 std::string_view LeftName(LeftReason reason) {
@@ -39,38 +41,38 @@ std::string_view LeftName(LeftReason reason) {
 }
 
 std::string LeftText(const LeftSubtitle& left) {
-  const auto asItIs = [](std::string_view what) { return std::string(what) + "; it is left as it is"; };
   switch (left.Why) {
     case LeftReason::Damaged:
-      return asItIs("is damaged (" + std::string(FaultText(left.Fault)) + ")");
+      return Words::Tr("is damaged (%1); it is left as it is", {FaultText(left.Fault)});
     case LeftReason::NoColour:
-      return asItIs("has no colour command");
+      return Words::Tr("has no colour command; it is left as it is");
     case LeftReason::NoContrast:
-      return asItIs("has no contrast command");
+      return Words::Tr("has no contrast command; it is left as it is");
     case LeftReason::NoColourNoContrast:
-      return asItIs("has neither a colour nor a contrast command");
+      return Words::Tr("has neither a colour nor a contrast command; it is left as it is");
     case LeftReason::NoStart:
-      return asItIs("has no start command");
+      return Words::Tr("has no start command; it is left as it is");
     case LeftReason::NoArea:
-      return asItIs("has no display area");
+      return Words::Tr("has no display area; it is left as it is");
     case LeftReason::LeavesFrame:
-      return asItIs("would leave the frame");
+      return Words::Tr("would leave the frame; it is left as it is");
     case LeftReason::BadColourChange:
-      return asItIs("has a damaged change of colours within the picture");
+      return Words::Tr("has a damaged change of colours within the picture; it is left as it is");
     case LeftReason::NoNext:
-      return asItIs("is the last one, so that no next start says when it ends");
+      return Words::Tr("is the last one, so that no next start says when it ends; it is left as it is");
     case LeftReason::NoRoom:
-      return asItIs("cannot end before the next one starts");
+      return Words::Tr("cannot end before the next one starts; it is left as it is");
     case LeftReason::NotAsLong:
-      return "is shown as long as the next one's start allows, which is shorter than asked for";
+      return Words::Tr("is shown as long as the next one's start allows, which is shorter than asked for");
     case LeftReason::EndElsewhere:
-      return asItIs("has an end that is not read from its stop command");
+      return Words::Tr("has an end that is not read from its stop command; it is left as it is");
     case LeftReason::UnitFull:
-      return asItIs("has no room for a stop command within " + std::to_string(MaxReadUnit) + " bytes");
+      return Words::Tr("has no room for a stop command within %1 bytes; it is left as it is",
+                       {std::to_string(MaxReadUnit)});
     case LeftReason::NotMended:
-      return "has a problem that cannot be mended";
+      return Words::Tr("has a problem that cannot be mended");
     case LeftReason::DataAfterControl:
-      return asItIs("has picture data behind its control sequences");
+      return Words::Tr("has picture data behind its control sequences; it is left as it is");
   }
   return "";
 }
