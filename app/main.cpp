@@ -6,9 +6,13 @@
 
 #include "app/CommandLine.h"
 #include "app/DesktopEntry.h"
+#include "app/Ui.h"
 #include "app/frmTest.h"
+#include "translations/UsersLanguage.h"
 
 namespace {
+
+using quillmark::Ui;
 
 constexpr int NoDisplay = 2;
 
@@ -16,8 +20,11 @@ constexpr int NoDisplay = 2;
 /// situation (a server, a remote shell), so it gets one line and an exit status of its own.
 void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   if (type == QtFatalMsg) {
-    std::fputs("quillmark: no display to open a window on; start it in a desktop session, or set DISPLAY\n",
-               stderr);
+    std::fputs(
+        qPrintable(QStringLiteral("quillmark: ") +
+                   Ui::Tr("no display to open a window on; start it in a desktop session, or set DISPLAY") +
+                   u'\n'),
+        stderr);
     std::_Exit(NoDisplay);
   }
   Q_UNUSED(context)
@@ -33,11 +40,10 @@ bool AnswerAboutProgram(int argc, char** argv) {
       return true;
     }
     if (argument == "-h" || argument == "--help") {
-      std::puts(
-          "Usage: quillmark [FILE]\n"
-          "Opens a window to view and edit the DVD subtitles of FILE: a SUP stream, a VobSub pair, a "
-          "Matroska "
-          "file,\na program stream or an authoring list. See also quillmark-cli --help.");
+      std::puts(qPrintable(
+          Ui::Tr("Usage: quillmark [FILE]\n"
+                 "Opens a window to view and edit the DVD subtitles of FILE: a SUP stream, a VobSub pair, a "
+                 "Matroska file,\na program stream or an authoring list. See also quillmark-cli --help.")));
       return true;
     }
   }
@@ -47,12 +53,14 @@ bool AnswerAboutProgram(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  quillmark::SpeakUsersLanguage();
   if (AnswerAboutProgram(argc, argv)) {
     return EXIT_SUCCESS;
   }
   const QtMessageHandler usual = qInstallMessageHandler(EndWithoutDisplay);
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
+  quillmark::TranslateToolkit();
   QApplication::setApplicationVersion(QStringLiteral(QUILLMARK_VERSION));
   quillmark::TellDesktop();
   const quillmark::CommandLine line = quillmark::ReadCommandLine(QApplication::arguments().mid(1));

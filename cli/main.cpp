@@ -5,6 +5,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Interruption.h"
+#include "translations/UsersLanguage.h"
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -40,6 +41,8 @@ void KeepFreedMemory() {
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   KeepFreedMemory();
+  quillmark::SpeakUsersLanguage();
+
   const quillmark::cli::Console console{.Out = std::cout,
                                         .Err = std::cerr,
                                         .ErrIsTerminal = ErrorOutputIsTerminal(),

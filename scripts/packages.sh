@@ -1,6 +1,7 @@
 # The Debian packages that Quillmark needs, by name: the one place for them.
 
-# To build and start the program. qt6-base-dev brings the X11 platform plugin, qt6-wayland the Wayland one.
+# To build and start the program. qt6-base-dev brings the X11 platform plugin, qt6-wayland the Wayland one;
+# qt6-l10n-tools compiles the catalogues of translated texts, qt6-translations-l10n has those of Qt's own dialogs.
 runPackages=(
   cmake
   fonts-dejavu-core
@@ -12,6 +13,8 @@ runPackages=(
   ninja-build
   nlohmann-json3-dev
   qt6-base-dev
+  qt6-l10n-tools
+  qt6-translations-l10n
   qt6-wayland
   zlib1g-dev
 )

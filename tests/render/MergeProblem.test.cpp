@@ -27,7 +27,7 @@ std::string MessageOf(const MergedPair& pair) {
 
 TEST(MergeProblem, EveryKindHasANameAndAPhraseOfItsOwn) {
   std::set<std::string_view> names;
-  std::set<std::string_view> phrases;
+  std::set<std::string> phrases;
   for (std::size_t kind = 0; kind < MergeProblemKinds; ++kind) {
     names.insert(MergeProblemName(static_cast<Kind>(kind)));
     phrases.insert(MergeProblemPhrase(static_cast<Kind>(kind)));

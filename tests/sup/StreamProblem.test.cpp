@@ -54,7 +54,7 @@ TEST(SeverityName, IsSnakeCase) {
 }
 
 TEST(ProblemPhrase, IsShortAndDistinct) {
-  std::set<std::string_view> phrases;
+  std::set<std::string> phrases;
   for (const Code code : AllCodes()) {
     EXPECT_TRUE(phrases.insert(ProblemPhrase(code)).second) << ProblemName(code);
     EXPECT_GE(ProblemPhrase(code).size(), 5U) << ProblemName(code);
