@@ -1,0 +1,92 @@
+"""Prints every small change of C++ sources that tests should notice, one a line: file, line (from 1), column and length
+in bytes (from 0) of what is changed, what takes its place, tabs between them.
+
+Changed are operators, numbers, true and false, conditions (made their opposite) and statements (left out). Comments,
+literals of text, directives, declarations of templates and static_assert stay as they are; what does not compile is for
+the compiler to find.
+"""
+
+import re
+import sys
+
+SKIPPED = re.compile(
+    r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#(?:[^\n\\]|\\.|\\\n)*'
+    r'|\bstatic_assert\b[^;]*;|\btemplate <[^\n]*|\bnamespace\b[^\n]*|\busing\b[^\n]*|\boperator\S+|\bcase [^\n:]*:',
+    re.DOTALL | re.MULTILINE)
+
+# A value that something has before it gets its own; most never show.
+INITIAL = re.compile(r' = 0[uUlL]*;')
+
+# Operators stand between blanks here, as clang-format has them; the brackets of templates do not.
+OPERATORS = {
+    '<': ['<='], '<=': ['<'], '>': ['>='], '>=': ['>'], '==': ['!='], '!=': ['=='], '&&': ['||'], '||': ['&&'],
+    '+': ['-'], '-': ['+'], '*': ['+'], '/': ['*'], '%': ['/'], '<<': ['>>'], '>>': ['<<'], '|': ['&'], '&': ['|'],
+    '^': ['|'], '+=': ['-='], '-=': ['+='], '|=': ['&='], '&=': ['|=']}
+OPERATOR = re.compile(r'(?<= )(?:<<|>>|[<>=!]=|&&|\|\||[-+|&]=|[-+*/%<>|&^])(?= )')
+STEP = re.compile(r'\+\+|--')
+NUMBER = re.compile(r"(?<![\w.'])(?:0[xX][0-9A-Fa-f']+|\d[\d']*)(?=[uUlL]*(?![\w.']))")
+TRUTH = re.compile(r'\b(?:true|false)\b')
+CONDITION = re.compile(r'\b(?:if|while) \((?!constexpr)')
+STATEMENT = re.compile(r'^[ \t]+(?!return\b|break\b|continue\b|case\b|default\b|const\b|constexpr\b|static\b|auto\b|throw\b'
+                       r'|friend\b|else\b|if\b|for\b|while\b|do\b|[}\]):?.&|])[^\n{}]*[^\s{}();,][^\n{}]*;[ \t]*$', re.MULTILINE)
+# What declares is left: a name after a type.
+DECLARATION = re.compile(r'^[ \t]+(?:\[\[[^\]]*\]\] )?(?:explicit )?[\w:]+(?:<[^;=]*>)?[ &*]+\w+(?:\[[^\]]*\])?(?:\([^;]*\) const'
+                         r'|\([^;]*\)(?: = default| = delete)?| = [^;]*|\{\})?;[ \t]*$')
+
+
+def blanked(source):
+    """The source with all that stays made blank, each byte in its place."""
+    def blank(found):
+        return re.sub(r'[^\n]', ' ', found.group())
+    return INITIAL.sub(blank, SKIPPED.sub(blank, source))
+
+
+def closing(source, opening):
+    depth = 0
+    for at in range(opening, len(source)):
+        depth += {'(': 1, ')': -1}.get(source[at], 0)
+        if depth == 0:
+            return at
+    return None
+
+
+def changes(source):
+    """Start, end and what takes the place of it."""
+    code = blanked(source)
+    for found in OPERATOR.finditer(code):
+        for other in OPERATORS.get(found.group(), []):
+            yield found.start(), found.end(), other
+    for found in STEP.finditer(code):
+        yield found.start(), found.end(), '--' if found.group() == '++' else '++'
+    for found in NUMBER.finditer(code):
+        digits = found.group().replace("'", '')
+        isOctal = digits.startswith('0') and digits.isdigit()
+        yield found.start(), found.end(), str((int(digits, 8) if isOctal else int(digits, 0)) + 1)
+    for found in TRUTH.finditer(code):
+        yield found.start(), found.end(), 'false' if found.group() == 'true' else 'true'
+    for found in CONDITION.finditer(code):
+        opening = found.end() - 1
+        end = closing(code, opening)
+        if end is not None and ';' not in code[opening:end]:
+            yield opening, end + 1, '(!(' + source[opening + 1:end] + '))'
+    for found in STATEMENT.finditer(code):
+        text = found.group()
+        if not DECLARATION.match(text):
+            start = found.start() + len(text) - len(text.lstrip())
+            yield start, found.end(), ';'
+
+
+def main():
+    for path in sys.argv[1:]:
+        with open(path, encoding='utf-8') as file:
+            source = file.read()
+        for start, end, other in sorted(changes(source)):
+            if '\n' in other or '\n' in source[start:end]:
+                continue
+            line = source.count('\n', 0, start) + 1
+            column = start - (source.rfind('\n', 0, start) + 1)
+            prefix = source[start - column:start]
+            print(path, line, len(prefix.encode()), len(source[start:end].encode()), other, sep='\t')
+
+
+main()
