@@ -124,7 +124,7 @@ std::vector<SlowSubtitle> OursOf(const Bytes& file) {
 }
 
 /// "" where both say the same.
-std::string Difference(const std::vector<SlowSubtitle>& ours, const std::vector<SlowSubtitle>& slow) {
+std::string DifferenceBetween(const std::vector<SlowSubtitle>& ours, const std::vector<SlowSubtitle>& slow) {
   if (ours.size() != slow.size()) {
     return "count";
   }
@@ -166,7 +166,7 @@ class ThreeDecoders : public testing::Test {
   SlowSubtitle Decode(const Packet& packet) {
     const Bytes file = StreamOf(packet);
     const auto ours = OursOf(file);
-    EXPECT_EQ(Difference(ours, test::SlowDecoder(file).All()), "") << "stream " << Number;
+    EXPECT_EQ(DifferenceBetween(ours, test::SlowDecoder(file).All()), "") << "stream " << Number;
     EXPECT_EQ(ours.size(), 1U);
     return ours.empty() ? SlowSubtitle() : ours.front();
   }
@@ -373,7 +373,7 @@ TEST_F(ThreeDecoders, TwoAgreeOnDamagedStreams) {
     if (std::ranges::all_of(ours, [](const SlowSubtitle& subtitle) {
           return std::int64_t{subtitle.Width} * subtitle.Height <= Small;
         })) {
-      ASSERT_EQ(Difference(ours, test::SlowDecoder(file).All()), "") << "stream " << Number;
+      ASSERT_EQ(DifferenceBetween(ours, test::SlowDecoder(file).All()), "") << "stream " << Number;
     }
   }
 }

@@ -62,7 +62,7 @@ TEST(SequenceHeader, CutOneIsNoneToAReaderAndHasZerosInAView) {
 TEST(Commands, AreWrittenWithTheirArguments) {
   Bytes bytes;
   PacketWriter writer(bytes);
-  WriteCodes(writer, SetContrast, {0xFF, 0xF0});
+  WriteCodes(writer, quillmark::SetContrast, {0xFF, 0xF0});
   WriteArea(writer, PackRange(0, 719), PackRange(2, 574));
   WriteFieldOffsets(writer, 4, 0x1234);
 
