@@ -99,6 +99,24 @@ TEST(CompareStreams, PicturesOfOneSizeAreComparedWhereverTheyStand) {
   EXPECT_EQ(pair.OtherPixels, 1);
 }
 
+TEST(DifferencePhrase, SaysWhatIsOther) {
+  const auto phrase = [](SubtitleDifference difference) { return DifferencePhrase(difference, 2); };
+  EXPECT_EQ(phrase(SubtitleDifference::Missing), "missing");
+  EXPECT_EQ(phrase(SubtitleDifference::Added), "added");
+  EXPECT_EQ(phrase(SubtitleDifference::Validity), "only one of the two can be shown");
+  EXPECT_EQ(phrase(SubtitleDifference::Start), "moved in time");
+  EXPECT_EQ(phrase(SubtitleDifference::Duration), "other duration");
+  EXPECT_EQ(phrase(SubtitleDifference::Place), "moved in place");
+  EXPECT_EQ(phrase(SubtitleDifference::Size), "other size");
+  EXPECT_EQ(phrase(SubtitleDifference::Colours), "other colours");
+  EXPECT_EQ(phrase(SubtitleDifference::Opacities), "other opacities");
+  EXPECT_EQ(phrase(SubtitleDifference::Forced), "other forced flag");
+  EXPECT_EQ(phrase(SubtitleDifference::Pixels), "2 other pixels");
+  EXPECT_EQ(DifferencePhrase(SubtitleDifference::Pixels, 1), "1 other pixel");
+  EXPECT_EQ(DifferenceWords(SubtitleDifference::Pixels), "other pixels");
+  EXPECT_EQ(phrase(SubtitleDifference::Bytes), "the same, otherwise written");
+}
+
 TEST(CompareStreams, PicturesOfOtherSizesAreComparedAtTheirPlaces) {
   // The frame's columns 98 to 103: 001111 and 002222 in the one. In the other, 6 pixels wide, the runs of 4
   // are followed by 0012, 4 of code 2, and by 0000, code 0 to the line's end: 111122 and 222200.

@@ -21,6 +21,19 @@ TEST(EditBuilder, PlacesThatFollowOneAnotherBecomeOneOfAnyLength) {
   EXPECT_EQ(edit.Bytes.size(), 265U);
 }
 
+TEST(EditBuilder, KeepsAnyNumberOfPlacesInTheirOrder) {
+  EditBuilder builder;
+  for (std::uint32_t i = 0; i < 1200; ++i) {
+    builder.Write(10 * i, std::array{static_cast<std::uint8_t>(i % 251)});
+  }
+  const StreamEdit edit = builder.Finish();
+  ASSERT_EQ(edit.Places.size(), 1200U);
+  for (std::uint32_t i = 0; i < 1200; ++i) {
+    ASSERT_EQ(edit.Places[i], (EditPlace{.Offset = 10 * i, .Removed = 1, .Inserted = 1}));
+    ASSERT_EQ(edit.Bytes[i], i % 251);
+  }
+}
+
 TEST(EditBuilder, OfBytesThatAreTheSameNamesNone) {
   EditBuilder builder;
   EXPECT_FALSE(builder.WriteDifferences(10, Five, Five));

@@ -84,6 +84,24 @@ void ExpectDamaged(const Bytes& bytes) {
   EXPECT_FALSE(ReadJournal(bytes).IsOk());
 }
 
+TEST(WriteJournalEdit, OfThousandsOfPlacesHasEachOneInItsRecord) {
+  StreamEdit edit;
+  for (std::uint32_t i = 0; i < 2500; ++i) {
+    edit.Replace(std::size_t{i} * 4, 1, Bytes{7});
+  }
+  Bytes record;
+  WriteJournalEdit("x", edit, record);
+  // A head of 28 bytes, a name of one, a flag and the number of places; 12 bytes for each and its one byte.
+  ASSERT_EQ(record.size(), 28U + 3 + 1 + 4 + 2500 * 12 + 2500);
+  for (std::uint32_t i = 0; i < 2500; ++i) {
+    const auto at = record.begin() + 36 + 12 * i;
+    const std::uint32_t offset = 4 * i;
+    ASSERT_EQ(Bytes(at, at + 12),
+              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0, 1, 0,
+                     0, 0, 1, 0, 0, 0}));
+  }
+}
+
 TEST(WriteJournal, BaseRecord) {
   Bytes bytes;
   WriteJournalBase(Base, bytes);

@@ -14,9 +14,35 @@ using test::Bytes;
 using test::Changes;
 using test::Index;
 using test::Join;
+using test::PacketBuilder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+
+/// Three sequences of 44 bytes: the picture at unit byte 8, `third` at 44, where it stands in for the stop.
+Bytes LongUnit(unsigned delay, std::uint8_t third) {
+  return Join(
+      {Bytes{0x11, 0x00, 0x12, 0x00},
+       test::Sequence(0, 32,
+                      {test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
+                       test::SetArea(0, 3, 0, 1), test::SetFields(4, 6), test::EndOfSequence}),
+       test::Sequence(10, 41, {test::SetColour(1, 2, 1, 0), test::EndOfSequence, {0}}),
+       test::Sequence(delay, 41, {{third}, test::EndOfSequence})});
+}
+
+TEST(ForceDisplay, UnitsThatAreAlikeUpToTheirLastSequenceAreToldApart) {
+  const auto packet = [](std::int64_t time, const Bytes& unit) {
+    return PacketBuilder().Time(time).Unit(unit).Build();
+  };
+  // 4 + 4 bytes of header and fields, 24 and 9 of sequences, and 6: 47 bytes, in a packet 57.
+  const Bytes file =
+      Join({packet(1, LongUnit(20, 0x01)), packet(2, LongUnit(30, 0x01)), packet(3, LongUnit(20, 0x02))});
+  const SupStream stream = Index(file);
+  const ToolResult result = ForceDisplay(stream, SubtitleSet::All(), DisplayStart::Forced);
+  EXPECT_THAT(Changes(file, Applied(stream, result.Edit)),
+              ElementsAre(Pair(22, 0), Pair(55, 0), Pair(79, 0), Pair(112, 0), Pair(136, 0)));
+  EXPECT_THAT(result.Left, IsEmpty());
+}
 
 TEST(ForceDisplay, StartCommandBecomesTheForcedOneAndBack) {
   const Bytes file = Join({test::Sound(0).Build(), test::Sound(1).Build()});

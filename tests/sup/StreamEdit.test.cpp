@@ -213,6 +213,19 @@ INSTANTIATE_TEST_SUITE_P(
                     Refusal{"BytesWithoutPlaces", {}, {1}}),
     [](const auto& test) { return test.param.What; });
 
+TEST(ApplyEdit, SwapsPlacesOfAnyLengthThatStaysTheSame) {
+  Bytes bytes(600, 1);
+  StreamEdit edit;
+  edit.Replace(100, 300, Bytes(300, 2));
+  edit.Replace(500, 1, Bytes{3});
+
+  ASSERT_TRUE(ApplyEdit(bytes, edit));
+
+  EXPECT_EQ(bytes, Join({Bytes(100, 1), Bytes(300, 2), Bytes(100, 1), {3}, Bytes(99, 1)}));
+  EXPECT_EQ(edit.Places, (Places{{100, 300, 300}, {500, 1, 1}}));
+  EXPECT_EQ(edit.Bytes, Bytes(301, 1));
+}
+
 TEST(ApplyEditToStream, BytesThatKeepTheirPlaceLeaveTheIndexAlone) {
   SupStream stream = Load(PacketBuilder().Time(90000).Build());
   StreamEdit edit;
