@@ -8,7 +8,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-export layers='(base|palette|sup|recipe|imaging|render|files|containers|app|cli)'
+export layers='(base|palette|sup|recipe|imaging|render|files|containers|translations|app|cli)'
 
 # OwnFiles: the sources that ship and their headers, as git names them, but for those of another system, which are not
 # compiled here.

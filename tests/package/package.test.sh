@@ -31,13 +31,16 @@ for file in bin/quillmark bin/quillmark-cli share/man/man1/quillmark.1.gz share/
   Check "the package has $file" [ -s "$work/deb/usr/$file" ]
 done
 Check "it depends on Qt's widgets" grep -q 'libqt6widgets6' <(dpkg-deb --field "$deb" Depends)
-Check "a Wayland session gets its plugin" [ "$(dpkg-deb --field "$deb" Recommends)" = qt6-wayland ]
+Check "a Wayland session gets its plugin, and Qt's dialogs their translations" \
+  [ "$(dpkg-deb --field "$deb" Recommends)" = "qt6-wayland, qt6-translations-l10n" ]
 
 mkdir "$work/some where"
 tar -xzf "$tar" -C "$work/some where"
 folder=$(echo "$work/some where"/*)
 Check "the folder is named for its version and system" [ "$(basename "$folder")" = "$(basename "$tar" .tar.gz)" ]
 Check "its command line runs from anywhere" Silent "$folder/bin/quillmark-cli" report "$root/samples/demo.sup"
+Check "it speaks the user's language there" \
+  grep -q 'Gefundene Untertitel: 20' <(LANGUAGE=de "$folder/bin/quillmark-cli" report "$root/samples/demo.sup")
 Check "its window does" Silent "$folder/bin/quillmark" --version
 Check "it has its licence" [ -s "$folder/share/doc/quillmark/LICENSE" ]
 
