@@ -273,6 +273,14 @@ void ExpectToFit(const QWidget& widget) {
   }
 }
 
+/// What has a text and stands where another one's room ends, as in a column that scrolls, is seen in part.
+void ExpectToBeWhole(const QWidget& widget) {
+  if (qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+      qobject_cast<const QLabel*>(&widget) != nullptr || qobject_cast<const QComboBox*>(&widget) != nullptr) {
+    EXPECT_EQ(widget.visibleRegion().boundingRect(), widget.rect()) << NameOf(widget).toStdString();
+  }
+}
+
 void ExpectMenusToFit(const QWidget& window) {
   QList<const QWidget*> menus;
   for (const QMenu* menu : window.findChildren<QMenu*>()) {
@@ -303,6 +311,7 @@ void ExpectWindowToFit(const QWidget& window) {
     // Another window in it is looked at by itself.
     if (widget->isVisible() && widget->window() == &window && !widget->size().isEmpty()) {
       ExpectToFit(*widget);
+      ExpectToBeWhole(*widget);
       const bool scrolls = widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
       EXPECT_TRUE(scrolls || widget->parentWidget()->rect().contains(widget->geometry()))
           << NameOf(*widget).toStdString();
