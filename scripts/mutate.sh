@@ -58,7 +58,7 @@ export -f Tests
 Judge() {
   set -u
   local copy=$work/$1 file line column length other folder test state
-  export QT_QPA_PLATFORM=offscreen TMPDIR=$work/$1/tmp
+  export QT_QPA_PLATFORM=offscreen LANGUAGE=en TMPDIR=$work/$1/tmp
   export TEST_TMPDIR=$TMPDIR/
   ulimit -v 16000000
   while IFS=$'\t' read -r file line column length other; do

@@ -55,5 +55,6 @@ testPackages=(
   mkvtoolnix
   pkg-config
   pngcheck
+  python3
   shared-mime-info
 )

@@ -84,7 +84,7 @@ RunAgain() {
     {
       printf '0: Test command: %s\n' "$program"
       if "${otherUser[@]}" env HOME="$home" TMPDIR="$home" TEST_TMPDIR="$home/" XDG_CACHE_HOME="$home" \
-        QT_QPA_PLATFORM=offscreen ASAN_OPTIONS="${ASAN_OPTIONS:-}" LSAN_OPTIONS="$LSAN_OPTIONS" \
+        QT_QPA_PLATFORM=offscreen LANGUAGE=en ASAN_OPTIONS="${ASAN_OPTIONS:-}" LSAN_OPTIONS="$LSAN_OPTIONS" \
         UBSAN_OPTIONS="$UBSAN_OPTIONS" "$program" --gtest_filter="$names" 2>&1; then
         printf 'Test #0: Passed \n'
       else
