@@ -271,7 +271,7 @@ class CommandTable {
 
     CLI::App* apply =
         Add("apply", Words::Tr("Run the steps of a recipe on any number of streams"), apply_, Apply, true);
-    AddFile(apply, apply_.Recipe, "RECIPE", "Recipe (JSON)");
+    AddFile(apply, apply_.Recipe, "RECIPE", Words::Tr("Recipe (JSON)"));
     apply->add_option("FILES", apply_.Files, Words::Tr(FileKinds))
         ->required()
         ->expected(1, std::numeric_limits<int>::max())

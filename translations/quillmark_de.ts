@@ -6223,5 +6223,9 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <source>Of a file that has several: number or language</source>
         <translation>Von einer Datei, die mehrere hat: Nummer oder Sprache</translation>
     </message>
+    <message>
+        <source>Recipe (JSON)</source>
+        <translation>Rezept (JSON)</translation>
+    </message>
 </context>
 </TS>

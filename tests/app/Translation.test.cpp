@@ -145,7 +145,9 @@ bool NeedsTranslation(const QString& text) {
       "(/[\\w./"
       "-]+|\\w+\\.(sup|ifo)|Quillmark|<[^>]*>|&\\w+;|0x[0-9A-F]+|\\b[0-9A-F.]+\\b|\\d+x\\d+|#[0-9A-F]{6}|"
       "\\bkB\\b|\\bms\\b|\\([a-z]{2}\\))");
-  return QString(Unmarked(text)).replace(names, " ").contains(QRegularExpression("[A-Za-z]{2}"));
+  static const QRegularExpression word("[A-Za-z]{2}");
+  QString unmarked = Unmarked(text);
+  return unmarked.contains(word) && unmarked.replace(names, " ").contains(word);
 }
 
 class MarkedTexts : public SpokenWindow {
