@@ -3,11 +3,11 @@
 #include <utility>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 #include "base/Words.h"
+#include "files/ReplaceFile.h"
 
 namespace quillmark {
 namespace {
@@ -23,18 +23,6 @@ QString NameStart(std::uint64_t length, std::uint64_t hash) {
 
 // The ending carries the number of the form that sup/EditJournal writes.
 const QLatin1String Ending(".journal1");
-
-/// As the standard has it, a folder of the user's alone.
-Result<void> MakePrivateFolder(const QString& path) {
-  if (QFileInfo(path).isDir()) {
-    return {};
-  }
-  if (!QDir().mkpath(path)) {
-    return Failure{Words::Tr("The folder %1 cannot be made", {path.toStdString()})};
-  }
-  QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  return {};
-}
 
 /// What an opened journal says, if that is anything to keep: one without unsaved edits is removed, a damaged
 /// one put aside.
@@ -73,8 +61,9 @@ QString JournalFolder::UsualPath() {
 }
 
 Result<AppendFile> JournalFolder::Create(const JournalBase& base) const {
+  // As the standard has it, a folder of the user's alone.
   if (const auto made = MakePrivateFolder(path_); !made) {
-    return made.Why();
+    return Failure{Words::Tr("The folder %1 cannot be made", {path_.toStdString()})};
   }
   const QString start = QDir(path_).filePath(NameStart(base.Length, base.Hash));
   for (int number = 1;; ++number) {

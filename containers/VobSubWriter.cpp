@@ -16,6 +16,7 @@
 #include "containers/VobSubPacks.h"
 #include "files/FileWriter.h"
 #include "files/KeptFile.h"
+#include "files/ReplaceFile.h"
 #include "sup/SupFormat.h"
 
 namespace quillmark {
@@ -120,15 +121,16 @@ class PairFile {
       old_.reset();
     }
   }
-  /// What stood there before is there again.
-  void Revoke() {
+  /// What stood there before is there again; else the reason names the file.
+  Result<void> Revoke() {
+    Result<void> revoked;
     if (old_) {
-      old_->PutBack();
+      revoked = old_->PutBack();
       old_.reset();
     } else if (!wasThere_) {
-      std::error_code ignored;
-      std::filesystem::remove(path_, ignored);
+      revoked = RemoveFile(QString::fromStdString(Utf8FromPath(path_)));
     }
+    return Told(revoked);
   }
 
  private:
@@ -292,10 +294,11 @@ Result<Completion> WriteVobSub(const std::filesystem::path& path, const std::vec
   }
   // The index comes last: what stands there names packs that are there.
   if (auto committed = index->Commit(); !committed) {
-    packs->Revoke();
-    return committed.Why();
+    const auto revoked = packs->Revoke();
+    return revoked ? committed.Why() : Failure{committed.Reason() + "; " + revoked.Reason()};
   }
   packs->Settle();
+  index->Settle();
   return Completion::Done;
 }
 

@@ -1,74 +1,70 @@
 #include "files/AppendFile.h"
 
+#include <cerrno>
+#include <fcntl.h>
 #include <new>
 #include <utility>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "base/Words.h"
+#include "files/SystemCalls.h"
 
 namespace quillmark {
 namespace {
 
-constexpr QIODevice::OpenMode Mode = QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered;
-
-Failure WhyOf(const QFile& file) {
-  return {file.errorString().toStdString()};
-}
+constexpr int Flags = O_RDWR | O_APPEND;
+constexpr unsigned Mode = 0600;
 
 /// What removes or renames a file must close it first where the system does not let an open one go. Elsewhere
 /// it must not: the file would be free while it still has its name.
-void LetGo(QFile& file) {
+void LetGo(Descriptor& file) {
   if constexpr (FileOwner::OutlivesHandle) {
-    file.close();
+    static_cast<void>(file.Close());
   }
 }
 
 }  // namespace
 
-AppendFile::AppendFile(FileOwner owner, std::unique_ptr<QFile> file)
-    : owner_(std::move(owner)), file_(std::move(file)) {}
+AppendFile::AppendFile(FileOwner owner, QString path, Descriptor file)
+    : owner_(std::move(owner)), path_(std::move(path)), file_(std::move(file)) {}
 AppendFile::AppendFile(AppendFile&&) noexcept = default;
 AppendFile& AppendFile::operator=(AppendFile&&) noexcept = default;
 AppendFile::~AppendFile() = default;
 
-Result<std::optional<AppendFile>> AppendFile::Owned(std::unique_ptr<QFile> file) {
-  auto owner = FileOwner::Of(*file);
+Result<std::optional<AppendFile>> AppendFile::Owned(const QString& path, Descriptor file) {
+  auto owner = FileOwner::Of(file.Number(), path);
   if (!owner) {
     return owner.Why();
   }
-  return *owner ? std::optional(AppendFile(std::move(**owner), std::move(file))) : std::nullopt;
+  return *owner ? std::optional(AppendFile(std::move(**owner), path, std::move(file))) : std::nullopt;
 }
 
 Result<std::optional<AppendFile>> AppendFile::Create(const QString& path) {
-  auto file = std::make_unique<QFile>(path);
-  if (!file->open(Mode | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner)) {
-    if (QFileInfo::exists(path)) {
-      return std::optional<AppendFile>();
-    }
-    return WhyOf(*file);
+  auto file = Descriptor::Open(path.toStdString(), Flags | O_CREAT | O_EXCL, Mode);
+  if (!file) {
+    return errno == EEXIST ? Result<std::optional<AppendFile>>(std::nullopt) : file.Why();
   }
-  return Owned(std::move(file));
+  return Owned(path, std::move(*file));
 }
 
 Result<std::optional<AppendFile>> AppendFile::Open(const QString& path) {
-  auto file = std::make_unique<QFile>(path);
-  if (!file->open(Mode | QIODevice::ExistingOnly)) {
-    if (!QFileInfo::exists(path)) {
-      return std::optional<AppendFile>();
-    }
-    return WhyOf(*file);
+  auto file = Descriptor::Open(path.toStdString(), Flags);
+  if (!file) {
+    return errno == ENOENT ? Result<std::optional<AppendFile>>(std::nullopt) : file.Why();
   }
-  return Owned(std::move(file));
+  return Owned(path, std::move(*file));
 }
 
 QString AppendFile::Path() const {
-  return file_->fileName();
+  return path_;
 }
 
 Result<std::vector<std::uint8_t>> AppendFile::ReadAll() {
-  const qint64 length = file_->size();
+  const std::int64_t length = LengthOf(file_.Number());
+  if (length < 0) {
+    return SystemFailure(errno);
+  }
   if (length > MaxLength) {
     return Failure{Words::Tr("It is larger than 2 GiB")};
   }
@@ -79,63 +75,58 @@ Result<std::vector<std::uint8_t>> AppendFile::ReadAll() {
     return Failure{Words::Tr("It does not fit into memory")};
   }
   std::size_t done = 0;
-  if (!file_->seek(0)) {
-    return WhyOf(*file_);
-  }
   while (done < bytes.size()) {
-    const qint64 got =
-        file_->read(reinterpret_cast<char*>(bytes.data()) + done, static_cast<qint64>(bytes.size() - done));
-    if (got < 0) {
-      return WhyOf(*file_);
+    const auto got = file_.ReadAt(done, std::span(bytes).subspan(done));
+    if (!got) {
+      return got.Why();
     }
-    if (got == 0) {
+    if (*got == 0) {
       break;
     }
-    done += static_cast<std::size_t>(got);
+    done += *got;
   }
   bytes.resize(done);
   return bytes;
 }
 
 Result<void> AppendFile::Append(std::span<const std::uint8_t> bytes) {
-  const qint64 before = file_->size();
-  const auto length = static_cast<qint64>(bytes.size());
-  if (length > MaxLength - before) {
+  const std::int64_t before = LengthOf(file_.Number());
+  if (before < 0) {
+    return SystemFailure(errno);
+  }
+  if (static_cast<std::int64_t>(bytes.size()) > MaxLength - before) {
     return Failure{Words::Tr("It would become larger than 2 GiB")};
   }
-  qint64 written = 0;
-  while (written < length) {
-    // A full disk takes part of the bytes first and says why only when asked again.
-    const qint64 taken =
-        file_->write(reinterpret_cast<const char*>(bytes.data()) + written, length - written);
-    if (taken <= 0) {
-      const Failure why = WhyOf(*file_);
-      (void)CutTo(before);
-      return why;
-    }
-    written += taken;
+  auto written = file_.Write(bytes);
+  if (!written) {
+    (void)CutTo(before);
   }
-  return {};
+  return written;
 }
 
 Result<void> AppendFile::CutTo(std::int64_t length) {
-  return file_->resize(length) ? Result<void>() : WhyOf(*file_);
+  return System().Truncate(file_.Number(), length) == 0 ? Result<void>() : SystemFailure(errno);
 }
 
 Result<void> AppendFile::Remove() {
-  LetGo(*file_);
-  return QFile::remove(Path()) ? Result<void>() : CutTo(0);
+  if constexpr (!FileOwner::OutlivesHandle) {
+    return System().Remove(path_.toStdString().c_str()) == 0 ? Result<void>() : CutTo(0);
+  }
+  // Where an open file cannot be removed it is emptied before, so that nothing of it comes back.
+  const auto emptied = CutTo(0);
+  LetGo(file_);
+  return System().Remove(path_.toStdString().c_str()) == 0 ? Result<void>() : emptied;
 }
 
 Result<QString> AppendFile::PutAside(const QString& suffix) {
-  const QString path = Path();
-  QString aside = path + suffix;
+  QString aside = path_ + suffix;
   for (int number = 2; QFileInfo::exists(aside); ++number) {
-    aside = path + suffix + QString::number(number);
+    aside = path_ + suffix + QString::number(number);
   }
-  LetGo(*file_);
-  QFile other(path);
-  return other.rename(aside) ? Result<QString>(aside) : WhyOf(other);
+  LetGo(file_);
+  return System().Rename(path_.toStdString().c_str(), aside.toStdString().c_str()) == 0
+             ? Result<QString>(aside)
+             : SystemFailure(errno);
 }
 
 }  // namespace quillmark

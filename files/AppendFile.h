@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -9,9 +8,8 @@
 #include <QString>
 
 #include "base/Result.h"
+#include "files/Descriptor.h"
 #include "files/FileOwner.h"
-
-class QFile;
 
 namespace quillmark {
 
@@ -51,11 +49,12 @@ class AppendFile {
   Result<QString> PutAside(const QString& suffix);
 
  private:
-  AppendFile(FileOwner owner, std::unique_ptr<QFile> file);
-  [[nodiscard]] static Result<std::optional<AppendFile>> Owned(std::unique_ptr<QFile> file);
+  AppendFile(FileOwner owner, QString path, Descriptor file);
+  [[nodiscard]] static Result<std::optional<AppendFile>> Owned(const QString& path, Descriptor file);
 
   FileOwner owner_;  // goes after the file
-  std::unique_ptr<QFile> file_;
+  QString path_;
+  Descriptor file_;
 };
 
 }  // namespace quillmark

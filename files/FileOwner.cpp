@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include <QFile>
 #include <QLockFile>
 
 #ifndef _WIN32
@@ -23,8 +22,8 @@ FileOwner::~FileOwner() = default;
 
 #ifdef _WIN32
 
-Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
-  auto lock = std::make_unique<QLockFile>(file.fileName() + QStringLiteral(".lock"));
+Result<std::optional<FileOwner>> FileOwner::Of(int /*file*/, const QString& path) {
+  auto lock = std::make_unique<QLockFile>(path + QStringLiteral(".lock"));
   lock->setStaleLockTime(0);  // only one whose program has ended
   if (lock->tryLock(0)) {
     return std::optional(FileOwner(std::move(lock)));
@@ -37,10 +36,10 @@ Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
 
 #else
 
-Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
+Result<std::optional<FileOwner>> FileOwner::Of(int file, const QString& /*path*/) {
   // The system lets go of this lock with the last handle, so that a program that was killed leaves none
   // behind.
-  while (::flock(file.handle(), LOCK_EX | LOCK_NB) != 0) {
+  while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
     if (errno == EWOULDBLOCK) {
       return std::optional<FileOwner>();
     }
@@ -50,7 +49,7 @@ Result<std::optional<FileOwner>> FileOwner::Of(const QFile& file) {
   }
   // An owner before may have removed the file between opening and locking it.
   struct stat status {};
-  const bool hasName = ::fstat(file.handle(), &status) == 0 && status.st_nlink > 0;
+  const bool hasName = ::fstat(file, &status) == 0 && status.st_nlink > 0;
   return hasName ? std::optional(FileOwner(nullptr)) : std::nullopt;
 }
 

@@ -3,9 +3,10 @@
 #include <memory>
 #include <optional>
 
+#include <QString>
+
 #include "base/Result.h"
 
-class QFile;
 class QLockFile;
 
 namespace quillmark {
@@ -16,7 +17,7 @@ class FileOwner {
  public:
   /// Of an open file; nullopt while another has it, and when the file is gone. Where the system can, it is
   /// held by the file's own handle, else by a second file of that name with ".lock" after it.
-  [[nodiscard]] static Result<std::optional<FileOwner>> Of(const QFile& file);
+  [[nodiscard]] static Result<std::optional<FileOwner>> Of(int file, const QString& path);
 
   /// Whether it stays while the file is closed, as it must be to be removed or renamed.
 #ifdef _WIN32

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "files/SystemCalls.h"
 
 namespace quillmark {
 
@@ -42,7 +43,7 @@ Result<FileWriter> FileWriter::DeletingFirst(const QString& path) {
   std::error_code ignored;
   const auto type = std::filesystem::symlink_status(place, ignored).type();
   if (type == std::filesystem::file_type::regular || type == std::filesystem::file_type::symlink) {
-    std::filesystem::remove(place, ignored);
+    static_cast<void>(System().Remove(Utf8FromPath(place).c_str()));
   }
   auto target = InspectTarget(path);
   if (!target) {

@@ -4,6 +4,10 @@
 #include <system_error>
 #include <utility>
 
+#include "base/FilePath.h"
+#include "base/Words.h"
+#include "files/SystemCalls.h"
+
 namespace quillmark {
 
 KeptFile::KeptFile(std::filesystem::path file, std::filesystem::path name)
@@ -22,22 +26,22 @@ std::optional<KeptFile> KeptFile::Of(const std::filesystem::path& path) {
     name += '.';
     name += std::to_string(number);
     name += ".old";
-    std::filesystem::create_hard_link(file, name, failed);
-    if (!failed) {
+    if (System().Link(Utf8FromPath(file).c_str(), Utf8FromPath(name).c_str()) == 0) {
       return KeptFile(file, name);
     }
   }
   return std::nullopt;
 }
 
-void KeptFile::PutBack() const {
-  std::error_code ignored;
-  std::filesystem::rename(name_, file_, ignored);
+Result<void> KeptFile::PutBack() const {
+  if (System().Rename(Utf8FromPath(name_).c_str(), Utf8FromPath(file_).c_str()) == 0) {
+    return {};
+  }
+  return Failure{Words::Tr("The file from before now has the name %1", {Utf8FromPath(name_.filename())})};
 }
 
 void KeptFile::Forget() const {
-  std::error_code ignored;
-  std::filesystem::remove(name_, ignored);
+  static_cast<void>(System().Remove(Utf8FromPath(name_).c_str()));
 }
 
 }  // namespace quillmark

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "base/Result.h"
+
 namespace quillmark {
 
 /// A second name of a file, "movie.sub.1.old" beside "movie.sub", so that it is still there when another one
@@ -13,8 +15,8 @@ class KeptFile {
   /// disk knows no second names.
   [[nodiscard]] static std::optional<KeptFile> Of(const std::filesystem::path& path);
 
-  /// The file stands in its place again.
-  void PutBack() const;
+  /// The file stands in its place again; else the reason names where it stands.
+  Result<void> PutBack() const;
   /// The second name goes.
   void Forget() const;
 

@@ -1,7 +1,9 @@
 #include "files/ReplaceFile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -49,6 +51,16 @@ Result<void> CopyTail(const Target& target, std::uint64_t start, Descriptor& to)
   }
 }
 
+Result<void> MakeOneFolder(const std::string& path, unsigned mode) {
+  if (System().MakeFolder(path.c_str(), mode) == 0) {
+    return {};
+  }
+  const int error = errno;
+  std::error_code ignored;
+  const bool isThere = error == EEXIST && std::filesystem::is_directory(PathFromUtf8(path), ignored);
+  return isThere ? Result<void>() : Result<void>(SystemFailure(error));
+}
+
 }  // namespace
 
 Result<void> ReplaceFile(const QString& path, std::span<const std::uint8_t> bytes,
@@ -93,16 +105,37 @@ Result<void> AppendToFile(const QString& path, std::span<const std::uint8_t> byt
     return file->Close();
   }
   // On a full disk part of it may be there; what comes next must not be glued to it.
-  if (file->Written() > 0 && target->What != Target::Kind::Device) {
+  if (target->What == Target::Kind::New) {
+    static_cast<void>(file->Close());
+    static_cast<void>(System().Remove(target->Path.c_str()));
+  } else if (file->Written() > 0 && target->What != Target::Kind::Device) {
     static_cast<void>(System().Truncate(file->Number(), static_cast<std::int64_t>(target->Size)));
   }
   return written;
 }
 
 Result<void> MakeFolder(const QString& path) {
-  std::error_code error;
-  std::filesystem::create_directory(PathFromUtf8(path.toStdString()), error);
-  return error ? Result<void>(Failure{error.message()}) : Result<void>();
+  return MakeOneFolder(path.toStdString(), 0777);
+}
+
+Result<void> MakePrivateFolder(const QString& path) {
+  const std::string name = path.toStdString();
+  std::error_code ignored;
+  // From the top down: whatever is missing. What is there already answers so.
+  for (std::size_t end = name.find('/', 1); end != std::string::npos; end = name.find('/', end + 1)) {
+    const std::string above = name.substr(0, end);
+    if (!std::filesystem::is_directory(PathFromUtf8(above), ignored)) {
+      if (auto made = MakeOneFolder(above, 0777); !made) {
+        return made;
+      }
+    }
+  }
+  return MakeOneFolder(name, 0700);
+}
+
+Result<void> RemoveFile(const QString& path) {
+  const bool isGone = System().Remove(path.toStdString().c_str()) == 0 || errno == ENOENT;
+  return isGone ? Result<void>() : Result<void>(SystemFailure(errno));
 }
 
 }  // namespace quillmark

@@ -41,4 +41,10 @@ Result<void> AppendToFile(const QString& path, std::span<const std::uint8_t> byt
 /// Done as well where the folder is there.
 Result<void> MakeFolder(const QString& path);
 
+/// Makes a folder that only the user gets into, and those that it stands in; done as well where it is there.
+Result<void> MakePrivateFolder(const QString& path);
+
+/// A name that is not there is no failure.
+Result<void> RemoveFile(const QString& path);
+
 }  // namespace quillmark

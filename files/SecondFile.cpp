@@ -63,8 +63,7 @@ SecondFile& SecondFile::operator=(SecondFile&& other) noexcept {
 SecondFile::~SecondFile() {
   if (!path_.empty()) {
     static_cast<void>(file_.Close());  // not every system removes a file that is open
-    std::error_code ignored;
-    std::filesystem::remove(PathFromUtf8(path_), ignored);
+    static_cast<void>(System().Remove(path_.c_str()));
   }
 }
 

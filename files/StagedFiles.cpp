@@ -42,6 +42,21 @@ Result<void> Replace(const fs::path& from, const fs::path& to) {
   return written ? written : At(to, written.Reason());
 }
 
+/// What stands in a folder goes before it does.
+void RemoveAll(const fs::path& path) {
+  std::error_code ignored;
+  std::vector<fs::path> found{path};
+  if (fs::is_directory(fs::symlink_status(path, ignored))) {
+    for (auto entry = fs::recursive_directory_iterator(path, ignored);
+         !ignored && entry != fs::recursive_directory_iterator(); entry.increment(ignored)) {
+      found.push_back(entry->path());
+    }
+  }
+  for (auto name = found.rbegin(); name != found.rend(); ++name) {
+    static_cast<void>(System().Remove(Utf8FromPath(*name).c_str()));
+  }
+}
+
 /// Moves what was staged to where it is meant for, and takes that back unless it is kept.
 class Mover {
  public:
@@ -49,9 +64,8 @@ class Mover {
   Mover(const Mover&) = delete;
   Mover& operator=(const Mover&) = delete;
   ~Mover() {
-    std::error_code ignored;
     for (const fs::path& path : placed_) {
-      fs::remove_all(path, ignored);
+      RemoveAll(path);
     }
   }
 
@@ -124,9 +138,8 @@ Result<StagedFiles> StagedFiles::In(const QString& folder) {
   std::string hidden = ".";
   hidden += TemporaryName();
   const fs::path stage = PathFromUtf8(name) / hidden;
-  std::error_code error;
-  if (!fs::create_directory(stage, error)) {
-    return At(PathFromUtf8(name), error ? error.message() : Words::Tr("no folder can be made in it"));
+  if (System().MakeFolder(Utf8FromPath(stage).c_str(), 0777) != 0) {
+    return At(PathFromUtf8(name), SystemFailure(errno).Reason);
   }
   return StagedFiles(name, Utf8FromPath(stage));
 }
@@ -142,8 +155,7 @@ StagedFiles& StagedFiles::operator=(StagedFiles&& other) noexcept {
 
 StagedFiles::~StagedFiles() {
   if (!stage_.empty()) {
-    std::error_code ignored;
-    fs::remove_all(PathFromUtf8(stage_), ignored);
+    RemoveAll(PathFromUtf8(stage_));
   }
 }
 

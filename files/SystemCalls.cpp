@@ -34,6 +34,10 @@ int TruncateFile(int file, std::int64_t length) {
   return ::ftruncate(file, static_cast<off_t>(length));
 }
 
+int CreateFolder(const char* path, unsigned mode) {
+  return ::mkdir(path, static_cast<mode_t>(mode));
+}
+
 FileStatus::Kind KindOf(mode_t mode) {
   using Kind = FileStatus::Kind;
   if (S_ISREG(mode)) {
@@ -57,12 +61,20 @@ SystemCalls& System() {
                            .Truncate = TruncateFile,
                            .Sync = ::fsync,
                            .Close = ::close,
-                           .Rename = std::rename};
+                           .Rename = std::rename,
+                           .MakeFolder = CreateFolder,
+                           .Link = ::link,
+                           .Remove = std::remove};
   return calls;
 }
 
 std::ptrdiff_t ReadAt(int file, void* bytes, std::size_t length, std::uint64_t start) {
   return ::pread(file, bytes, length, static_cast<off_t>(start));
+}
+
+std::int64_t LengthOf(int file) {
+  struct stat read {};
+  return ::fstat(file, &read) == 0 ? std::int64_t{read.st_size} : -1;
 }
 
 int ReadStatus(const char* path, FileStatus& status) {

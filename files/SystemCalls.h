@@ -17,9 +17,13 @@ struct SystemCalls {
   int (*Sync)(int file);
   int (*Close)(int file);
   int (*Rename)(const char* from, const char* to);
+  int (*MakeFolder)(const char* path, unsigned mode);
+  int (*Link)(const char* path, const char* name);  ///< `name` becomes one more name of the file
+  int (*Remove)(const char* path);                  ///< a name of a file, or an empty folder
 };
 
-/// The calls in use. They may be exchanged while no file is being written.
+/// The calls in use; nothing outside this folder writes but through what it offers. They may be exchanged
+/// while no file is being written.
 [[nodiscard]] SystemCalls& System();
 
 // What else no other library has. Each system has its own source: SystemCalls.cpp for POSIX,
@@ -39,6 +43,9 @@ struct FileStatus {
   unsigned Owner = 0;
   unsigned Group = 0;
 };
+/// In bytes; -1, and errno, where it cannot be told.
+[[nodiscard]] std::int64_t LengthOf(int file);
+
 /// 0 or the error number.
 [[nodiscard]] int ReadStatus(const char* path, FileStatus& status);
 

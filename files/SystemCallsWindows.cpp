@@ -40,11 +40,39 @@ int TruncateFile(int file, std::int64_t length) {
   return error == 0 ? 0 : (errno = error, -1);
 }
 
+int Answer(const std::error_code& error) {
+  return error ? (errno = error.default_error_condition().value(), -1) : 0;
+}
+
 /// The C runtime's own refuses a name that is taken.
 int RenameFile(const char* from, const char* to) {
   std::error_code error;
   fs::rename(PathFromUtf8(from), PathFromUtf8(to), error);
-  return error ? (errno = error.default_error_condition().value(), -1) : 0;
+  return Answer(error);
+}
+
+int CreateFolder(const char* path, unsigned /*mode*/) {
+  std::error_code error;
+  if (!fs::create_directory(PathFromUtf8(path), error) && !error) {
+    errno = EEXIST;
+    return -1;
+  }
+  return Answer(error);
+}
+
+int LinkFile(const char* path, const char* name) {
+  std::error_code error;
+  fs::create_hard_link(PathFromUtf8(path), PathFromUtf8(name), error);
+  return Answer(error);
+}
+
+int RemoveName(const char* path) {
+  std::error_code error;
+  if (!fs::remove(PathFromUtf8(path), error) && !error) {
+    errno = ENOENT;
+    return -1;
+  }
+  return Answer(error);
 }
 
 }  // namespace
@@ -56,7 +84,10 @@ SystemCalls& System() {
                            .Truncate = TruncateFile,
                            .Sync = ::_commit,
                            .Close = ::_close,
-                           .Rename = RenameFile};
+                           .Rename = RenameFile,
+                           .MakeFolder = CreateFolder,
+                           .Link = LinkFile,
+                           .Remove = RemoveName};
   return calls;
 }
 
@@ -64,6 +95,10 @@ std::ptrdiff_t ReadAt(int file, void* bytes, std::size_t length, std::uint64_t s
   return ::_lseeki64(file, static_cast<std::int64_t>(start), SEEK_SET) < 0
              ? -1
              : ::_read(file, bytes, OneCall(length));
+}
+
+std::int64_t LengthOf(int file) {
+  return ::_filelengthi64(file);
 }
 
 int ReadStatus(const char* path, FileStatus& status) {

@@ -4734,8 +4734,8 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <translation>schon vorhanden: %1</translation>
     </message>
     <message>
-        <source>no folder can be made in it</source>
-        <translation>darin kann kein Ordner angelegt werden</translation>
+        <source>The file from before now has the name %1</source>
+        <translation>Die Datei von vorher heißt jetzt %1</translation>
     </message>
     <message>
         <source>It is a folder</source>

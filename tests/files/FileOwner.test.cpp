@@ -19,13 +19,13 @@ TEST_F(FileOwnerTest, OneHasItUntilItCloses) {
   QFile second(Path("a"));
   ASSERT_TRUE(Open(first) && Open(second));
   {
-    const auto owner = FileOwner::Of(first);
+    const auto owner = FileOwner::Of(first.handle(), first.fileName());
     ASSERT_TRUE(owner && *owner);
-    const auto other = FileOwner::Of(second);
+    const auto other = FileOwner::Of(second.handle(), second.fileName());
     EXPECT_TRUE(other && !*other) << other.Reason();
     first.close();
   }
-  const auto next = FileOwner::Of(second);
+  const auto next = FileOwner::Of(second.handle(), second.fileName());
   EXPECT_TRUE(next && *next) << next.Reason();
 }
 
@@ -34,7 +34,7 @@ TEST_F(FileOwnerTest, FileThatIsGoneHasNone) {
   QFile file(Put("a", "old"));
   ASSERT_TRUE(Open(file));
   ASSERT_TRUE(QFile::remove(Path("a")));
-  const auto owner = FileOwner::Of(file);
+  const auto owner = FileOwner::Of(file.handle(), file.fileName());
   EXPECT_TRUE(owner && !*owner) << owner.Reason();
 }
 

@@ -57,7 +57,7 @@ Packet GeneratePacket(test::Random& random) {
   return GeneratePacket(random, 2 + 2 * Below(random, 5));
 }
 
-Bytes UnitOf(const Packet& packet) {
+Bytes StoredUnit(const Packet& packet) {
   const test::GeneratedPicture& picture = packet.Picture;
   const Bytes top = picture.Fields[0].Stored();
   const Bytes bottom = packet.FieldsAreOne ? Bytes() : picture.Fields[1].Stored();
@@ -86,12 +86,12 @@ Bytes UnitOf(const Packet& packet) {
   return Join({test::U16be(static_cast<unsigned>(body.size()) + 4), test::U16be(control), body});
 }
 
-Bytes StreamOf(const Packet& packet) {
+Bytes StoredStream(const Packet& packet) {
   Bytes stream = {'S', 'P'};
   for (int i = 0; i < 8; ++i) {
     stream.push_back(static_cast<std::uint8_t>(packet.Start >> 8 * i));
   }
-  return Join({stream, UnitOf(packet)});
+  return Join({stream, StoredUnit(packet)});
 }
 
 /// The program's answers in the slow decoder's words.
@@ -100,7 +100,7 @@ std::vector<SlowSubtitle> OursOf(const Bytes& file) {
   const auto loaded = IndexPrimaryStream(file, InvalidFirst::IsPassed);
   std::vector<std::uint8_t> buffer;
   for (std::size_t i = 0; loaded && loaded->Stream.Holds(i); ++i) {
-    const SubtitleUnit unit = quillmark::UnitOf(loaded->Stream, i, buffer);
+    const SubtitleUnit unit = UnitOf(loaded->Stream, i, buffer);
     const SpuControl control = DecodeControl(unit.Bytes, unit.ControlOffset);
     SlowSubtitle& found = all.emplace_back();
     found.Start = loaded->Stream.StartTime[i];
@@ -150,7 +150,7 @@ std::string DifferenceBetween(const std::vector<SlowSubtitle>& ours, const std::
 #ifdef QUILLMARK_HAS_LIBAVCODEC
 std::optional<test::CodePicture> PeerOf(const Packet& packet) {
   static test::LibavcodecDecoder decoder;
-  const Bytes unit = UnitOf(packet);
+  const Bytes unit = StoredUnit(packet);
   const SpuControl control = DecodeControl(unit, static_cast<std::int16_t>(unit[2] * 256 + unit[3]));
   return decoder.Decode(unit, static_cast<std::size_t>(control.ContrastPos));
 }
@@ -164,7 +164,7 @@ class ThreeDecoders : public testing::Test {
  protected:
   /// A packet decoded by the program and by the slow decoder, which say the same, whatever it is.
   SlowSubtitle Decode(const Packet& packet) {
-    const Bytes file = StreamOf(packet);
+    const Bytes file = StoredStream(packet);
     const auto ours = OursOf(file);
     EXPECT_EQ(DifferenceBetween(ours, test::SlowDecoder(file).All()), "") << "stream " << Number;
     EXPECT_EQ(ours.size(), 1U);
@@ -250,7 +250,7 @@ TEST_F(ThreeDecoders, ThisOneDoesNotSeekToTheNextSequence) {
   for (Number = 0; Number < OfOneRule && !HasFailure(); ++Number) {
     Packet packet = GeneratePacket(Random);
     packet.BetweenSequences = {0x01, 0x23, 0, 0, 0xFF};
-    const Bytes unit = UnitOf(packet);
+    const Bytes unit = StoredUnit(packet);
     // The same pointer as in the first sequence.
     const auto first = static_cast<std::size_t>(unit[2] * 256 + unit[3]);
     packet.BetweenSequences = {0x01, 0x23, unit[first + 2], unit[first + 3], 0xFF};
@@ -355,7 +355,7 @@ TEST_F(ThreeDecoders, TwoAgreeOnDamagedStreams) {
   constexpr int Streams = 3000;
   constexpr std::int64_t Small = 1 << 14;  // cells
   for (Number = 0; Number < Streams && !HasFailure(); ++Number) {
-    Bytes file = Join({StreamOf(GeneratePacket(Random)), StreamOf(GeneratePacket(Random, 3))});
+    Bytes file = Join({StoredStream(GeneratePacket(Random)), StoredStream(GeneratePacket(Random, 3))});
     for (unsigned left = 1 + Below(Random, 6); left > 0; --left) {
       const unsigned at = 12 + Below(Random, static_cast<unsigned>(file.size()) - 12);
       file[at] = static_cast<std::uint8_t>(Below(Random, 2) == 0 ? Below(Random, 8) : Below(Random, 256));
