@@ -167,7 +167,7 @@ void AppendHeader(QByteArray& png, const QImage& image, const Layout& layout) {
 
 /// The colours, and how opaque those are that come before the last one that is not wholly.
 void AppendPalette(QByteArray& png, const QImage& image) {
-  std::array<std::uint8_t, 3 * 256> colours;
+  std::array<std::uint8_t, std::size_t{3} * 256> colours;
   std::array<std::uint8_t, 256> alpha;
   std::size_t count = 0;
   std::size_t translucent = 0;
