@@ -63,8 +63,8 @@ StreamEdit RandomEdit(std::mt19937& random, std::size_t length) {
     if (removed > 0 || !inserted.empty()) {
       // Neighbours that the edit keeps apart are fine too.
       edit.Places.Add({.Offset = static_cast<std::uint32_t>(at),
-                             .Removed = static_cast<std::uint32_t>(removed),
-                             .Inserted = static_cast<std::uint32_t>(inserted.size())});
+                       .Removed = static_cast<std::uint32_t>(removed),
+                       .Inserted = static_cast<std::uint32_t>(inserted.size())});
       edit.Bytes.insert(edit.Bytes.end(), inserted.begin(), inserted.end());
     }
     at += removed;

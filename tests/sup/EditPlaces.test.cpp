@@ -1,7 +1,6 @@
 #include "sup/EditPlaces.h"
 
 #include <array>
-
 #include <gmock/gmock.h>
 
 namespace quillmark {
