@@ -9,19 +9,20 @@ namespace quillmark {
 /// walk: what a value has like them stays as it is. For texts of bytes and of 16-bit units alike.
 template <typename Text, typename Value>
 [[nodiscard]] Text FillIn(const Text& text, std::initializer_list<Value> values, const Text& count) {
+  const auto unit = [](char16_t ascii) { return static_cast<typename Text::value_type>(ascii); };
   Text filled;
   for (auto at = text.begin(); at != text.end(); ++at) {
     const Value* value = nullptr;
-    const bool isMark = *at == u'%' && at + 1 != text.end();
+    const bool isMark = *at == unit(u'%') && at + 1 != text.end();
     for (std::size_t i = 0; isMark && i < values.size() && i < 9; ++i) {
-      if (*(at + 1) == static_cast<char16_t>(u'1' + i)) {
+      if (*(at + 1) == unit(static_cast<char16_t>(u'1' + i))) {
         value = values.begin() + i;
       }
     }
     if (value != nullptr) {
       filled += *value;
       ++at;
-    } else if (isMark && *(at + 1) == u'n' && !(count == Text())) {
+    } else if (isMark && *(at + 1) == unit(u'n') && !(count == Text())) {
       filled += count;
       ++at;
     } else {

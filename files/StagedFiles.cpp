@@ -1,5 +1,6 @@
 #include "files/StagedFiles.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
@@ -52,8 +53,9 @@ void RemoveAll(const fs::path& path) {
       found.push_back(entry->path());
     }
   }
-  for (auto name = found.rbegin(); name != found.rend(); ++name) {
-    static_cast<void>(System().Remove(Utf8FromPath(*name).c_str()));
+  std::ranges::reverse(found);
+  for (const fs::path& name : found) {
+    static_cast<void>(System().Remove(Utf8FromPath(name).c_str()));
   }
 }
 

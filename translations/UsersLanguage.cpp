@@ -55,7 +55,7 @@ QStringList Languages() {
 QString LanguageFor(const QStringList& wanted) {
   const QStringList spoken = Languages();
   for (const QString& tag : wanted) {
-    const QString language = QString(tag).replace(u'_', u'-').section(u'-', 0, 0).toLower();
+    QString language = QString(tag).replace(u'_', u'-').section(u'-', 0, 0).toLower();
     if (language == u"en" || language == u"c") {
       return {};
     }

@@ -61,9 +61,11 @@ class SlowDecoder {
 
   [[nodiscard]] SlowSubtitle Subtitle(std::int64_t packet) const {
     SlowSubtitle found;
+    std::uint64_t start = 0;
     for (int i = 7; i >= 0; --i) {
-      found.Start = found.Start * 256 + FileByte(packet + 2 + i);
+      start = start * 256 + static_cast<std::uint64_t>(FileByte(packet + 2 + i));
     }
+    found.Start = static_cast<std::int64_t>(start);
     const int last = Size(packet) - 5;  // element
     int top = -1;
     int bottom = -1;
