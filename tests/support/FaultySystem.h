@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -98,6 +100,10 @@ class FaultySystem {
 
  private:
   static bool Fails(Call kind, int error) {
+    const std::lock_guard lock(current->mutex_);
+    return FailsAlone(kind, error);
+  }
+  static bool FailsAlone(Call kind, int error) {
     int& count = current->counts_[static_cast<std::size_t>(kind)];
     ++count;
     if (!current->fault_ || current->fault_->Kind != kind || current->fault_->Number != count) {
@@ -108,21 +114,29 @@ class FaultySystem {
     return true;
   }
   static std::ptrdiff_t Write(int file, const void* bytes, std::size_t length) {
-    current->writes_.push_back(length);
-    if (file == current->fullFile_) {
-      errno = ENOSPC;
-      return -1;
+    std::size_t taken = length;
+    {
+      const std::lock_guard lock(current->mutex_);
+      current->writes_.push_back(length);
+      if (file == current->fullFile_) {
+        errno = ENOSPC;
+        return -1;
+      }
+      if (FailsAlone(Call::Write, ENOSPC)) {
+        // Pictures are written side by side, so that it may be another one than that which was counted.
+        taken = std::min(current->fault_->Taken, length - std::min<std::size_t>(length, 1));
+        current->fullFile_ = file;
+        if (taken == 0) {
+          return -1;
+        }
+      }
     }
-    if (!Fails(Call::Write, ENOSPC)) {
-      return current->calls_.Write(file, bytes, length);
-    }
-    const std::size_t taken = current->fault_->Taken;
-    current->fullFile_ = file;
-    return taken == 0 ? -1 : current->calls_.Write(file, bytes, taken);
+    return current->calls_.Write(file, bytes, taken);
   }
 
   inline static FaultySystem* current = nullptr;
 
+  std::mutex mutex_;  // of all that follows but the calls
   std::optional<Fault> fault_;
   SystemCalls calls_;
   std::array<int, CallKinds> counts_ = {};
