@@ -164,8 +164,7 @@ class EndWriter {
         return LeftReason::EndElsewhere;
       }
     }
-    const std::size_t place = unit.FileOffset(position);
-    run_.Write(place, NumberBytes(NumberAt(run_.File(), place)), NumberBytes(delay));
+    run_.WriteNumber(unit.FileOffset(position), delay);
     return std::nullopt;
   }
 

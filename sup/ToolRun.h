@@ -84,6 +84,14 @@ class ToolRun {
              const std::array<std::uint8_t, Size>& fresh) {
     changed_ |= edit_.WriteDifferences(offset, old, fresh);
   }
+  /// A number of two bytes, named whole where it becomes another: places of one length are written sooner
+  /// than places that lack the bytes which happen to stay.
+  void WriteNumber(std::size_t offset, std::uint16_t fresh) {
+    if (NumberAt(file_, offset) != fresh) {
+      changed_ = true;
+      edit_.Write(offset, NumberBytes(fresh));
+    }
+  }
   void Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted) {
     changed_ = true;
     edit_.Replace(offset, removed, inserted);

@@ -42,7 +42,7 @@ TEST(DisplayEnds, FillGivesTheNextStart) {
   // 180000 ticks are 180 units.
   const ToolResult result = SetDisplayEnds(stream, SubtitleSet::All(), {.Fill = true});
   EXPECT_THAT(Changes(file, Applied(stream, result.Edit)), ElementsAre(Pair(43, 180)));
-  EXPECT_THAT(result.Edit.Places, ElementsAre(StreamEdit::Place{.Offset = 43, .Removed = 1, .Inserted = 1}));
+  EXPECT_THAT(result.Edit.Places, ElementsAre(StreamEdit::Place{.Offset = 42, .Removed = 2, .Inserted = 2}));
   EXPECT_EQ(result.Changed.Text(), "1");
   EXPECT_THAT(result.Left, IsEmpty());
 }
