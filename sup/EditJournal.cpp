@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "base/ByteReader.h"
@@ -24,9 +26,10 @@ constexpr std::size_t HeadSize = 28;         // tag, payload length, payload has
 constexpr std::size_t CheckedHeadSize = 20;  // these three
 constexpr std::size_t MaxNameLength = 0xFFFF;
 constexpr std::size_t PlaceSize = 12;
+static_assert(sizeof(EditPlace) == PlaceSize && std::is_trivially_copyable_v<EditPlace>);
 constexpr std::uint8_t ReindexesFlag = 1;
 
-/// A number in little-endian order.
+/// A number in little-endian order, in which most machines hold it and places are copied as they are.
 template <typename Integer>
 std::array<std::uint8_t, sizeof(Integer)> LittleEndian(Integer number) {
   std::array<std::uint8_t, sizeof(Integer)> bytes{};
@@ -78,23 +81,39 @@ class RecordWriter {
     Text(name);
   }
   void Places(const EditPlaces& places) {
-    std::array<std::uint8_t, PlaceSize* PlacesAtATime> part = {};
-    auto at = part.begin();
-    for (const EditPlace& place : places) {
-      for (const std::uint32_t number : {place.Offset, place.Removed, place.Inserted}) {
-        at = std::ranges::copy(LittleEndian(number), at).out;
+    std::array<EditPlace, PlacesAtATime> part;
+    for (std::size_t start = 0; start < places.size(); start += part.size()) {
+      const std::size_t count = std::min(part.size(), places.size() - start);
+      if (places.AreShort()) {
+        const auto offsets = places.Offsets().subspan(start, count);
+        const auto counts = places.Counts().subspan(start, count);
+        for (std::size_t i = 0; i < count; ++i) {
+          part[i] = {.Offset = offsets[i], .Removed = counts[i], .Inserted = counts[i]};
+        }
+      } else {
+        for (std::size_t i = 0; i < count; ++i) {
+          part[i] = places[start + i];
+        }
       }
-      if (at == part.end()) {
-        Add(part);
-        at = part.begin();
-      }
+      AddAsStored(std::span(part).first(count));
     }
-    Add(std::span(part.begin(), at));
   }
 
  private:
   static constexpr std::size_t CopiedAtATime = 16384;
   static constexpr std::size_t PlacesAtATime = 1024;
+
+  void AddAsStored(std::span<const EditPlace> places) {
+    if constexpr (std::endian::native == std::endian::little) {
+      Add({reinterpret_cast<const std::uint8_t*>(places.data()), places.size_bytes()});
+    } else {
+      for (const EditPlace& place : places) {
+        Number(place.Offset);
+        Number(place.Removed);
+        Number(place.Inserted);
+      }
+    }
+  }
 
   Kind kind_;
   Bytes& out_;
