@@ -5,11 +5,12 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <functional>
 #include <initializer_list>
 #include <libdeflate.h>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <span>
 
 namespace quillmark {
@@ -206,9 +207,9 @@ QByteArray EncodePng(const QImage& image) {
     return {};
   }
   const std::size_t length = libdeflate_zlib_compress(compressor, rows.get(), size, packed.get(), bound);
+  constexpr qsizetype MostAround = 1200;  // with the largest palette, too
   QByteArray png;
-  png.reserve(static_cast<qsizetype>(length) +
-              1200);  // what stands around it is less, with a palette as well
+  png.reserve(static_cast<qsizetype>(length) + MostAround);
   png.append("\x89PNG\r\n\x1a\n", 8);
   AppendHeader(png, image, layout);
   if (layout.Colours == ColourType::Palette) {
