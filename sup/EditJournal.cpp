@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -26,8 +27,10 @@ constexpr std::size_t HeadSize = 28;         // tag, payload length, payload has
 constexpr std::size_t CheckedHeadSize = 20;  // these three
 constexpr std::size_t MaxNameLength = 0xFFFF;
 constexpr std::size_t PlaceSize = 12;
+constexpr std::size_t ShortPlaceSize = 5;
 static_assert(sizeof(EditPlace) == PlaceSize && std::is_trivially_copyable_v<EditPlace>);
 constexpr std::uint8_t ReindexesFlag = 1;
+constexpr std::uint8_t ShortPlacesFlag = 2;
 
 /// A number in little-endian order, in which most machines hold it and places are copied as they are.
 template <typename Integer>
@@ -80,22 +83,20 @@ class RecordWriter {
     Number(static_cast<std::uint16_t>(name.size()));
     Text(name);
   }
+  /// Short places as they stand in memory, others place by place.
   void Places(const EditPlaces& places) {
+    if (places.AreShort()) {
+      AddAsStored(places.Offsets());
+      Add(places.Counts());
+      return;
+    }
     std::array<EditPlace, PlacesAtATime> part;
     for (std::size_t start = 0; start < places.size(); start += part.size()) {
       const std::size_t count = std::min(part.size(), places.size() - start);
-      if (places.AreShort()) {
-        const auto offsets = places.Offsets().subspan(start, count);
-        const auto counts = places.Counts().subspan(start, count);
-        for (std::size_t i = 0; i < count; ++i) {
-          part[i] = {.Offset = offsets[i], .Removed = counts[i], .Inserted = counts[i]};
-        }
-      } else {
-        for (std::size_t i = 0; i < count; ++i) {
-          part[i] = places[start + i];
-        }
+      for (std::size_t i = 0; i < count; ++i) {
+        part[i] = places[start + i];
       }
-      AddAsStored(std::span(part).first(count));
+      AddAsStored(std::span(std::as_const(part)).first(count));
     }
   }
 
@@ -103,14 +104,18 @@ class RecordWriter {
   static constexpr std::size_t CopiedAtATime = 16384;
   static constexpr std::size_t PlacesAtATime = 1024;
 
-  void AddAsStored(std::span<const EditPlace> places) {
+  /// Offsets, or whole places.
+  template <typename Stored>
+  void AddAsStored(std::span<const Stored> numbers) {
+    const auto bytes = std::as_bytes(numbers);
+    const BytesView stored(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     if constexpr (std::endian::native == std::endian::little) {
-      Add({reinterpret_cast<const std::uint8_t*>(places.data()), places.size_bytes()});
+      Add(stored);
     } else {
-      for (const EditPlace& place : places) {
-        Number(place.Offset);
-        Number(place.Removed);
-        Number(place.Inserted);
+      for (std::size_t at = 0; at < stored.size(); at += sizeof(std::uint32_t)) {
+        std::uint32_t number = 0;
+        std::memcpy(&number, &stored[at], sizeof number);
+        Number(number);
       }
     }
   }
@@ -160,6 +165,21 @@ std::optional<JournalBase> ReadBase(BytesView payload) {
   return JournalBase{.Length = *length, .Hash = *hash, .Path = TextOf(*path)};
 }
 
+std::optional<EditPlaces> ReadShortPlaces(ByteReader& reader, std::uint32_t count) {
+  const auto bytes = reader.Take(ShortPlaceSize * count);
+  if (!bytes) {
+    return std::nullopt;
+  }
+  ByteReader numbers(*bytes);
+  std::vector<std::uint32_t> offsets(count);
+  for (std::uint32_t& offset : offsets) {
+    offset = *Number<std::uint32_t>(numbers);
+  }
+  EditPlaces places;
+  places.Add(offsets, *numbers.Take(count));
+  return places;
+}
+
 std::optional<EditPlaces> ReadPlaces(ByteReader& reader, std::uint32_t count) {
   const auto bytes = reader.Take(PlaceSize * count);
   if (!bytes) {
@@ -180,12 +200,16 @@ std::optional<JournalChange> ReadEdit(BytesView payload) {
   auto name = ReadName(reader);
   const auto flags = reader.U8();
   const auto count = Number<std::uint32_t>(reader);
-  auto places = count ? ReadPlaces(reader, *count) : std::nullopt;
-  if (!name || !flags || *flags > ReindexesFlag || !places) {
+  if (!name || !flags || *flags > (ReindexesFlag | ShortPlacesFlag) || !count) {
+    return std::nullopt;
+  }
+  auto places =
+      (*flags & ShortPlacesFlag) != 0 ? ReadShortPlaces(reader, *count) : ReadPlaces(reader, *count);
+  if (!places) {
     return std::nullopt;
   }
   StreamEdit edit;
-  edit.Reindexes = *flags == ReindexesFlag;
+  edit.Reindexes = (*flags & ReindexesFlag) != 0;
   edit.Places = std::move(*places);
   const auto bytes = reader.Take(reader.Remaining());
   edit.Bytes.assign(bytes->begin(), bytes->end());
@@ -295,10 +319,13 @@ void WriteJournalBase(const JournalBase& base, Bytes& out) {
 
 void WriteJournalEdit(std::string_view name, const StreamEdit& edit, Bytes& out) {
   name = Cut(name);
+  const bool areShort = edit.Places.AreShort();
+  const std::size_t placeSize = areShort ? ShortPlaceSize : PlaceSize;
   RecordWriter record(Kind::Edit,
-                      2 + name.size() + 1 + 4 + PlaceSize * edit.Places.size() + edit.Bytes.size(), out);
+                      2 + name.size() + 1 + 4 + placeSize * edit.Places.size() + edit.Bytes.size(), out);
   record.Name(name);
-  record.Number(edit.Reindexes ? ReindexesFlag : std::uint8_t{0});
+  record.Number(
+      static_cast<std::uint8_t>((edit.Reindexes ? ReindexesFlag : 0U) | (areShort ? ShortPlacesFlag : 0U)));
   record.Number(static_cast<std::uint32_t>(edit.Places.size()));
   record.Places(edit.Places);
   record.Add(edit.Bytes);

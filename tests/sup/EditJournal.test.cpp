@@ -25,16 +25,27 @@ const Bytes BaseRecord = {'Q',  'J',  '1',  'B',                           //
 const StreamEdit SetCodes = {
     .Places = {{.Offset = 1, .Removed = 2, .Inserted = 2}}, .Bytes = {0x11, 0x22}, .Reindexes = false};
 const Bytes SetCodesRecord = {'Q',  'J',  '1',  'E',                           //
-                              0x18, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // payload length
-                              0xDA, 0x93, 0x2D, 0x85, 0x08, 0x44, 0x94, 0x3C,  // its hash
-                              0xC5, 0x6C, 0xDB, 0xA9, 0x8D, 0x7D, 0x50, 0x06,  // the hash of all before
+                              0x11, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // payload length
+                              0x9F, 0xE2, 0x09, 0x09, 0x9C, 0xC4, 0xA2, 0xC3,  // its hash
+                              0xF9, 0x90, 0x98, 0x82, 0xDC, 0x29, 0x43, 0xE7,  // the hash of all before
                               0x03, 0x00, 'S',  'e',  't',                     // name
-                              0x00,                                            // the index stays
-                              0x01, 0x00, 0x00, 0x00,                          // one place
-                              0x01, 0x00, 0x00, 0x00,                          // at byte 1
-                              0x02, 0x00, 0x00, 0x00,                          // 2 bytes out
-                              0x02, 0x00, 0x00, 0x00,                          // 2 bytes in
+                              0x02,                    // the index stays, places are short
+                              0x01, 0x00, 0x00, 0x00,  // one place
+                              0x01, 0x00, 0x00, 0x00,  // at byte 1
+                              0x02,                    // 2 bytes for 2
                               0x11, 0x22};
+/// The same edit with a place in the long form, which older programs wrote.
+const Bytes SetCodesLongRecord = {'Q',  'J',  '1',  'E',                           //
+                                  0x18, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  // payload length
+                                  0xDA, 0x93, 0x2D, 0x85, 0x08, 0x44, 0x94, 0x3C,  // its hash
+                                  0xC5, 0x6C, 0xDB, 0xA9, 0x8D, 0x7D, 0x50, 0x06,  // the hash of all before
+                                  0x03, 0x00, 'S',  'e',  't',                     // name
+                                  0x00,                                            // the index stays
+                                  0x01, 0x00, 0x00, 0x00,                          // one place
+                                  0x01, 0x00, 0x00, 0x00,                          // at byte 1
+                                  0x02, 0x00, 0x00, 0x00,                          // 2 bytes out
+                                  0x02, 0x00, 0x00, 0x00,                          // 2 bytes in
+                                  0x11, 0x22};
 
 /// Byte 0 goes, three bytes come in before byte 4.
 const StreamEdit MoveBytes = {
@@ -84,20 +95,40 @@ void ExpectDamaged(const Bytes& bytes) {
   EXPECT_FALSE(ReadJournal(bytes).IsOk());
 }
 
-TEST(WriteJournalEdit, OfThousandsOfPlacesHasEachOneInItsRecord) {
+TEST(WriteJournalEdit, OfThousandsOfShortPlacesHasTheirOffsetsAndThenTheirLengths) {
   StreamEdit edit;
   for (std::uint32_t i = 0; i < 2500; ++i) {
     edit.Replace(std::size_t{i} * 4, 1, Bytes{7});
   }
   Bytes record;
   WriteJournalEdit("x", edit, record);
-  // A head of 28 bytes, a name of one, a flag and the number of places; 12 bytes for each and its one byte.
+  // A head of 28 bytes, a name of one, a flag and the number of places; 5 bytes for each and its one byte.
+  ASSERT_EQ(record.size(), 28U + 3 + 1 + 4 + 2500 * 5 + 2500);
+  EXPECT_EQ(record[31], 2);
+  for (std::uint32_t i = 0; i < 2500; ++i) {
+    const auto at = record.begin() + 36 + 4 * i;
+    const std::uint32_t offset = 4 * i;
+    ASSERT_EQ(Bytes(at, at + 4),
+              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0}));
+  }
+  EXPECT_EQ(Bytes(record.begin() + 36 + 2500 * 4, record.begin() + 36 + 2500 * 5), Bytes(2500, 1));
+}
+
+TEST(WriteJournalEdit, OfThousandsOfOtherPlacesHasEachOneInItsRecord) {
+  StreamEdit edit;
+  for (std::uint32_t i = 0; i < 2500; ++i) {
+    edit.Replace(std::size_t{i} * 4, 2, Bytes{7});
+  }
+  Bytes record;
+  WriteJournalEdit("x", edit, record);
+  // As above, with 12 bytes for each place.
   ASSERT_EQ(record.size(), 28U + 3 + 1 + 4 + 2500 * 12 + 2500);
+  EXPECT_EQ(record[31], 0);
   for (std::uint32_t i = 0; i < 2500; ++i) {
     const auto at = record.begin() + 36 + 12 * i;
     const std::uint32_t offset = 4 * i;
     ASSERT_EQ(Bytes(at, at + 12),
-              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0, 1, 0,
+              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0, 2, 0,
                      0, 0, 1, 0, 0, 0}));
   }
 }
@@ -147,6 +178,25 @@ TEST(ReadJournal, ChangesStandInTheirOrder) {
   EXPECT_EQ(journal->Done, 3U);
   EXPECT_EQ(journal->Length, 49U + 52U + 81U + 62U);
   EXPECT_TRUE(journal->HasUnsavedEdits());
+}
+
+TEST(ReadJournal, ShortPlacesOfAnEditThatReindexes) {
+  // Its length, the two hashes, no name, both flags, one place at byte 9 of 3 bytes for 3.
+  const Bytes record = {'Q',  'J',  '1',  'E',  0x0F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                        0x00, 0x4E, 0x46, 0xF7, 0xD8, 0x97, 0x67, 0xC9, 0x8E, 0x74, 0x61,
+                        0xD7, 0xE3, 0x89, 0x9B, 0xA1, 0x27, 0x00, 0x00, 0x03, 0x01, 0x00,
+                        0x00, 0x00, 0x09, 0x00, 0x00, 0x00, 0x03, 'a',  'b',  'c'};
+  const auto journal = ReadJournal(Join({BaseRecord, record}));
+  ASSERT_TRUE(journal.IsOk());
+  const StreamEdit expected = {
+      .Places = {{.Offset = 9, .Removed = 3, .Inserted = 3}}, .Bytes = {'a', 'b', 'c'}, .Reindexes = true};
+  EXPECT_EQ(journal->Changes, (JournalChanges{{.Name = "", .What = expected}}));
+}
+
+TEST(ReadJournal, PlacesInTheLongFormOfOlderPrograms) {
+  const auto journal = ReadJournal(Join({BaseRecord, SetCodesLongRecord}));
+  ASSERT_TRUE(journal.IsOk());
+  EXPECT_EQ(journal->Changes, JournalChanges{SetCodesChange});
 }
 
 TEST(ReadJournal, UndoneChangeIsKeptButNotInForce) {
@@ -243,13 +293,17 @@ const Bytes UnknownKind = {'Q',  'J',  '1',  'X',                           //
 const Bytes TooManyPlaces = {0x51, 0x4A, 0x31, 0x45, 0x07, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
                              0x68, 0x20, 0x51, 0x94, 0x50, 0x46, 0x29, 0xFE, 0x4E, 0x1C, 0x7D, 0x37,
                              0x2B, 0xD0, 0x41, 0x97, 0x00, 0x00, 0x00, 0xFF, 0xFF, 0xFF, 0xFF};
+// The same, of short places.
+const Bytes TooManyShortPlaces = {0x51, 0x4A, 0x31, 0x45, 0x07, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                                  0xD7, 0xE3, 0x6A, 0xD2, 0xA9, 0x30, 0x9A, 0x1F, 0xBF, 0x7C, 0x44, 0xC5,
+                                  0x26, 0xB4, 0x19, 0xF9, 0x00, 0x00, 0x02, 0xFF, 0xFF, 0xFF, 0xFF};
 // A name of 9 bytes in a record of 7.
 const Bytes NameBehindTheEnd = {0x51, 0x4A, 0x31, 0x45, 0x07, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
                                 0x18, 0x7A, 0xA8, 0x57, 0x82, 0xA0, 0x07, 0x8F, 0x34, 0xE7, 0x76, 0x95,
                                 0xBD, 0xAF, 0x6F, 0xE0, 0x09, 0x00, 0x53, 0x65, 0x74, 0x00, 0x00};
 const Bytes UnknownFlag = {0x51, 0x4A, 0x31, 0x45, 0x07, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
-                           0x63, 0x9E, 0xDC, 0x31, 0x99, 0x83, 0x52, 0xF9, 0xA1, 0x92, 0xA7, 0xD4,
-                           0xF9, 0xB0, 0xCB, 0xEC, 0x00, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00};
+                           0xCF, 0xF9, 0x51, 0xA2, 0xC4, 0x6A, 0xEF, 0x81, 0x4D, 0x7F, 0xA5, 0xBF,
+                           0xAA, 0xDE, 0xFF, 0x0A, 0x00, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00};
 const Bytes PaletteOfFifteen = {0x51, 0x4A, 0x31, 0x50, 0x2F, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xE8,
                                 0x88, 0x04, 0x54, 0x61, 0xBB, 0xBE, 0xDE, 0x6E, 0xFA, 0x10, 0xB9, 0x3C, 0xB8,
                                 0x9A, 0x35, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
@@ -269,6 +323,7 @@ const Bytes UndoWithPayload = {0x51, 0x4A, 0x31, 0x55, 0x01, 0x00, 0x00, 0x00, 0
 TEST(ReadJournal, RecordsThatMakeNoSenseAreRefused) {
   ExpectDamaged(Join({BaseRecord, malformed::UnknownKind}));
   ExpectDamaged(Join({BaseRecord, malformed::TooManyPlaces}));
+  ExpectDamaged(Join({BaseRecord, malformed::TooManyShortPlaces}));
   ExpectDamaged(Join({BaseRecord, malformed::NameBehindTheEnd}));
   ExpectDamaged(Join({BaseRecord, malformed::UnknownFlag}));
   ExpectDamaged(Join({BaseRecord, malformed::PaletteOfFifteen}));
