@@ -176,7 +176,7 @@ TEST(ReadJournal, ChangesStandInTheirOrder) {
   EXPECT_EQ(journal->Base, Base);
   EXPECT_EQ(journal->Changes, (JournalChanges{SetCodesChange, PaletteChange, MoveBytesChange}));
   EXPECT_EQ(journal->Done, 3U);
-  EXPECT_EQ(journal->Length, 49U + 52U + 81U + 62U);
+  EXPECT_EQ(journal->Length, 49U + 45U + 81U + 62U);
   EXPECT_TRUE(journal->HasUnsavedEdits());
 }
 
