@@ -35,6 +35,42 @@ function(quillmark_precompile target)
   endif()
 endfunction()
 
+# quillmark_optimise_when_shipped(<target>): under sanitizers it is not optimised and compiles in half the time. A release
+# and the fuzz targets of long runs are as ever.
+function(quillmark_optimise_when_shipped target)
+  if(QUILLMARK_SANITIZE)
+    target_compile_options(${target} PRIVATE -O0)
+  endif()
+endfunction()
+
+# The headers that most sources of the layers below the programs include, parsed once for all of them: for those that use no
+# Qt; for those that do, which Qt asks to be position-independent; and for those that are optimised when shipped only, as
+# precompiled headers must have been.
+if(QUILLMARK_PRECOMPILE)
+  foreach(kind core qt qt_when_shipped)
+    add_library(quillmark_precompiled_${kind} OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_SOURCE_DIR}/cmake/Precompiled.cpp)
+    target_link_libraries(quillmark_precompiled_${kind} PRIVATE quillmark_rules)
+    set(headers <algorithm> <array> <bit> <cstddef> <cstdint> <functional> <limits> <optional> <span> <string>
+                <string_view> <utility> <vector>)
+    if(kind MATCHES qt)
+      target_link_libraries(quillmark_precompiled_${kind} PRIVATE Qt6::Core)
+      list(APPEND headers <filesystem> <memory> <QByteArray> <QFileInfo> <QString>)
+    endif()
+    quillmark_precompile(quillmark_precompiled_${kind} ${headers})
+  endforeach()
+  quillmark_optimise_when_shipped(quillmark_precompiled_qt_when_shipped)
+endif()
+
+# quillmark_share_precompiled(<target> <core|qt|qt_when_shipped>): the target is compiled with those headers.
+function(quillmark_share_precompiled target kind)
+  if(QUILLMARK_PRECOMPILE)
+    if(NOT QUILLMARK_SANITIZE)
+      string(REPLACE _when_shipped "" kind ${kind})
+    endif()
+    target_precompile_headers(${target} REUSE_FROM quillmark_precompiled_${kind})
+  endif()
+endfunction()
+
 # quillmark_library(<folder> SOURCES <files>... LINK <targets>...): the library of one layer.
 function(quillmark_library folder)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
@@ -47,10 +83,11 @@ endfunction()
 # under sanitizers they are not optimised, and of the checks for undefined behaviour those are left out that stand at every
 # access through a pointer: AddressSanitizer sees the null and the wild ones all the same. They compile in half the time.
 function(quillmark_compile_lightly target)
+  quillmark_optimise_when_shipped(${target})
   if(QUILLMARK_SANITIZE)
-    target_compile_options(${target} PRIVATE -O0 -fno-sanitize=null,alignment,object-size,vptr)
+    target_compile_options(${target} PRIVATE -fno-sanitize=null,alignment,object-size,vptr)
   elseif(CMAKE_BUILD_TYPE STREQUAL Release AND NOT MSVC)
-    target_compile_options(${target} PRIVATE -O2)
+    target_compile_options(${target} PRIVATE -O1)
   endif()
 endfunction()
 

@@ -1,1 +1,0 @@
-// A target that holds precompiled headers needs a source.
