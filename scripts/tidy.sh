@@ -3,7 +3,7 @@
 # of build/dev, which must be built. Sources that are compiled as one are checked as one: parsing what they include is
 # most of the time. clang-tidy still takes about as long as the compiler, so what passed is left alone until one of its
 # sources, a header of ours that they include, or .clang-tidy changes: build/tidy holds an empty file for each state
-# that passed.
+# that passed. `scripts/tidy.sh prepare` makes what it runs with, before build/dev is there.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
@@ -48,9 +48,11 @@ CompiledSources() {
 
 # The check quillmark-own-code keeps clang-tidy from walking through the headers of the system.
 BuildOwnCode() {
+  local made=build/tidy/OwnCode.$$.so
+  mkdir -p build/tidy
   if [ scripts/OwnCode.cpp -nt build/tidy/OwnCode.so ]; then
-    clang++-14 -std=c++17 -O1 -shared -fPIC -fno-rtti -isystem /usr/lib/llvm-14/include scripts/OwnCode.cpp \
-      -o build/tidy/OwnCode.so
+    clang++-14 -std=c++17 -O1 -shared -fPIC -fno-rtti -isystem /usr/lib/llvm-14/include scripts/OwnCode.cpp -o "$made"
+    mv "$made" build/tidy/OwnCode.so
   fi
 }
 
@@ -65,7 +67,10 @@ CheckOne() {
 }
 export -f CheckOne
 
-mkdir -p build/tidy
+BuildOwnCode
+if [ "${1:-}" = prepare ]; then
+  exit
+fi
 compiled=$(CompiledSources)
 if ! missed=$(diff <(OwnFiles | grep '[.]cpp$' | sort) <(cut -f2 <<<"$compiled" | sort -u)); then
   Say "not the sources that build/dev was made of:"
@@ -95,6 +100,5 @@ for unit in "${!units[@]}"; do
 done
 Say "${#state[@]} sources compiled as ${#units[@]}, of which $((${#todo[@]} / 2)) to check"
 if [ ${#todo[@]} -gt 0 ]; then
-  BuildOwnCode
   printf '%s\n' "${todo[@]}" | xargs -d '\n' -n 2 -P "$(nproc)" bash -c 'CheckOne "$@"' CheckOne
 fi
