@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 #include "imaging/Blend.h"
@@ -35,6 +36,12 @@ void CountLine(std::span<const std::uint8_t> cells, CellCounts& counts) {
     before = cell;
   }
   ++counts.AtEdge[before];
+}
+
+/// All cells are 0: the first one is, and each of the others is as the one before it.
+bool IsClear(std::span<const std::uint8_t> cells) {
+  return cells.empty() ||
+         (cells[0] == 0 && std::memcmp(cells.data(), cells.data() + 1, cells.size() - 1) == 0);
 }
 
 int Luminance(QRgb colour) {
@@ -133,11 +140,7 @@ ThumbnailPainter::Columns ThumbnailPainter::FindVisible(const Part& part) {
   for (int line = 0; line < part.Lines; ++line) {
     const auto cells = std::span(cells_).subspan(
         static_cast<std::size_t>(line) * static_cast<std::size_t>(part.Stride), columnInUse_.size());
-    std::uint8_t any = 0;
-    for (const std::uint8_t cell : cells) {
-      any |= cell;
-    }
-    if (any == 0) {
+    if (IsClear(cells)) {
       ++empty;
       continue;
     }
