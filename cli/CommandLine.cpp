@@ -71,11 +71,7 @@ class CommandTable {
 
   /// What to do after all was understood; throws CLI::ParseError otherwise.
   CommandResult ParseAndRun(std::vector<std::string> arguments, const Console& console) {
-    if (HasFlag(arguments, "--dry-run")) {
-      for (CLI::Option* const out : outs_) {
-        out->required(false);
-      }
-    }
+    needsOut_ = !HasFlag(arguments, "--dry-run");
     std::ranges::reverse(arguments);  // the order that the parser takes them in
     app_.parse(arguments);
     const auto chosen = app_.get_subcommands();
@@ -120,50 +116,60 @@ class CommandTable {
     const CLI::App* App = nullptr;
     std::function<CommandResult(const Console&)> Run;
     bool Writes = false;  ///< to files, so that an interruption is waited for
+    std::function<void()> AddOptions;
   };
 
   CLI::App* AddCommand(const std::string& name, const std::string& description) {
     return app_.add_subcommand(name, description)->group(Words::Tr("Commands"));
   }
 
+  /// Its options are added when it is the command asked for: those of all commands take longer than many a
+  /// command itself.
   template <typename Options>
-  CLI::App* Add(const std::string& name, const std::string& description, Options& options,
-                CommandResult (*run)(const Options&, const Console&), bool writes) {
+  void Add(const std::string& name, const std::string& description, Options& options,
+           CommandResult (*run)(const Options&, const Console&), bool writes,
+           const std::function<void(CLI::App*)>& addOptions) {
     CLI::App* const command = AddCommand(name, description);
+    command->preparse_callback([command, addOptions](std::size_t) { addOptions(command); });
     commands_.push_back({.App = command,
                          .Run = [&options, run](const Console& console) { return run(options, console); },
-                         .Writes = writes});
-    return command;
+                         .Writes = writes,
+                         .AddOptions = [command, addOptions] { addOptions(command); }});
   }
 
   void AddReadingCommands() {
-    CLI::App* report =
-        Add("report", Words::Tr("Report on a stream, as the window does"), report_, Report, false);
-    AddStream(report, report_.File, report_.Track);
-    report->add_flag("--json", report_.Json, Words::Tr("Write one JSON object"));
+    Add("report", Words::Tr("Report on a stream, as the window does"), report_, Report, false,
+        [this](CLI::App* report) {
+          AddStream(report, report_.File, report_.Track);
+          report->add_flag("--json", report_.Json, Words::Tr("Write one JSON object"));
+        });
 
-    CLI::App* list = Add("list", Words::Tr("List the subtitles, one a line"), list_, List, false);
-    AddStream(list, list_.File, list_.Track);
-    list->add_flag("--json", list_.Json, Words::Tr("Write a JSON array of objects"));
+    Add("list", Words::Tr("List the subtitles, one a line"), list_, List, false, [this](CLI::App* list) {
+      AddStream(list, list_.File, list_.Track);
+      list->add_flag("--json", list_.Json, Words::Tr("Write a JSON array of objects"));
+    });
 
-    CLI::App* check = Add("check", Words::Tr("Tell every problem of a stream; exit code 1 if there is one"),
-                          check_, Check, false);
-    AddStream(check, check_.File, check_.Track);
-    AddRules(check, check_.Profile, check_.Frame);
-    check->add_flag("--json", check_.Json, Words::Tr("Write a JSON array of objects"));
+    Add("check", Words::Tr("Tell every problem of a stream; exit code 1 if there is one"), check_, Check,
+        false, [this](CLI::App* check) {
+          AddStream(check, check_.File, check_.Track);
+          AddRules(check, check_.Profile, check_.Frame);
+          check->add_flag("--json", check_.Json, Words::Tr("Write a JSON array of objects"));
+        });
 
-    CLI::App* diff =
-        Add("diff", Words::Tr("Tell what two streams differ in; exit code 1 if they do"), diff_, Diff, false);
-    AddFile(diff, diff_.First, "A");
-    AddFile(diff, diff_.Second, "B", Words::Tr("Stream to compare it with"));
-    AddTrack(diff, diff_.Track, Words::Tr("A's track, by its number or its language"));
-    AddTrack(diff, diff_.SecondTrack, Words::Tr("The same of B"), "--second-track");
-    diff->add_flag("--json", diff_.Json, Words::Tr("Write a JSON array of objects"));
+    Add("diff", Words::Tr("Tell what two streams differ in; exit code 1 if they do"), diff_, Diff, false,
+        [this](CLI::App* diff) {
+          AddFile(diff, diff_.First, "A");
+          AddFile(diff, diff_.Second, "B", Words::Tr("Stream to compare it with"));
+          AddTrack(diff, diff_.Track, Words::Tr("A's track, by its number or its language"));
+          AddTrack(diff, diff_.SecondTrack, Words::Tr("The same of B"), "--second-track");
+          diff->add_flag("--json", diff_.Json, Words::Tr("Write a JSON array of objects"));
+        });
 
-    CLI::App* tracks = Add("tracks", Words::Tr("List the subtitle streams that a file of any kind holds"),
-                           tracks_, Tracks, false);
-    AddFile(tracks, tracks_.File, "FILE", Words::Tr(FileKinds));
-    tracks->add_flag("--json", tracks_.Json, Words::Tr("Write a JSON array of objects"));
+    Add("tracks", Words::Tr("List the subtitle streams that a file of any kind holds"), tracks_, Tracks,
+        false, [this](CLI::App* tracks) {
+          AddFile(tracks, tracks_.File, "FILE", Words::Tr(FileKinds));
+          tracks->add_flag("--json", tracks_.Json, Words::Tr("Write a JSON array of objects"));
+        });
   }
 
   /// What a stream is held against.
@@ -180,11 +186,11 @@ class CommandTable {
   }
 
   void AddDiscCommands() {
-    CLI::App* palettes =
-        Add("palettes", Words::Tr("List the program chains of an IFO file with their palettes"), palettes_,
-            Palettes, false);
-    AddFile(palettes, palettes_.File, "FILE", Words::Tr("Information file of a disc (.ifo)"));
-    palettes->add_flag("--json", palettes_.Json, Words::Tr("Write a JSON array of objects"));
+    Add("palettes", Words::Tr("List the program chains of an IFO file with their palettes"), palettes_,
+        Palettes, false, [this](CLI::App* palettes) {
+          AddFile(palettes, palettes_.File, "FILE", Words::Tr("Information file of a disc (.ifo)"));
+          palettes->add_flag("--json", palettes_.Json, Words::Tr("Write a JSON array of objects"));
+        });
   }
 
   static CLI::Option* AddMoment(CLI::App* command, std::int64_t& ticks) {
@@ -199,44 +205,48 @@ class CommandTable {
   }
 
   void AddPictureCommands() {
-    CLI::App* picture =
-        Add("picture", Words::Tr("Save one subtitle's picture as PNG"), picture_, Picture, true);
-    AddStream(picture, picture_.File, picture_.Track);
-    AddNumber(picture, "N", picture_.Number, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
-              Words::Tr("Number of the subtitle, from 1"))
-        ->required()
-        ->type_name("");
-    AddOut(picture, picture_.Out, "FILE.png",
-           Accepting([](const std::string& name) { return NameEndsIn(name, ".png"); },
-                     Words::Tr("does not end in .png")));
-    AddPalette(picture, picture_.Palette);
-    picture
-        ->add_option("--frame", picture_.Frame,
-                     Words::Tr("Show the whole frame of 720x480 or 720x576 pixels"))
-        ->type_name("480|576")
-        ->check(FrameLines());
-    picture
-        ->add_option(
-            "--background", picture_.Background,
-            Words::Tr("What the frame is filled with; none without --frame: the subtitle's own picture"))
-        ->type_name("checker|none|#RRGGBB|FILE")
-        ->check(NamesAFile());
-    CLI::Option* const player =
-        picture->add_flag("--player", picture_.Player,
-                          Words::Tr("As a player shows it, with all control sequences at their times"));
-    AddMoment(picture, picture_.At)->needs(player);
+    Add("picture", Words::Tr("Save one subtitle's picture as PNG"), picture_, Picture, true,
+        [this](CLI::App* picture) {
+          AddStream(picture, picture_.File, picture_.Track);
+          AddNumber(picture, "N", picture_.Number, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
+                    Words::Tr("Number of the subtitle, from 1"))
+              ->required()
+              ->type_name("");
+          AddOut(picture, picture_.Out, "FILE.png",
+                 Accepting([](const std::string& name) { return NameEndsIn(name, ".png"); },
+                           Words::Tr("does not end in .png")));
+          AddPalette(picture, picture_.Palette);
+          picture
+              ->add_option("--frame", picture_.Frame,
+                           Words::Tr("Show the whole frame of 720x480 or 720x576 pixels"))
+              ->type_name("480|576")
+              ->check(FrameLines());
+          picture
+              ->add_option(
+                  "--background", picture_.Background,
+                  Words::Tr(
+                      "What the frame is filled with; none without --frame: the subtitle's own picture"))
+              ->type_name("checker|none|#RRGGBB|FILE")
+              ->check(NamesAFile());
+          CLI::Option* const player =
+              picture->add_flag("--player", picture_.Player,
+                                Words::Tr("As a player shows it, with all control sequences at their times"));
+          AddMoment(picture, picture_.At)->needs(player);
+        });
 
-    CLI::App* exporting =
-        Add("export", Words::Tr("Save all pictures and their list for authoring"), export_, Export, true);
-    AddStream(exporting, export_.File, export_.Track);
-    AddPalette(exporting, export_.Palette);
-    AddOnly(exporting, export_.Only);
-    exporting
-        ->add_option(
-            OutNames, export_.Base,
-            Words::Tr("Write BASE_SubPng/ and BASE_spu.xml; else FILE without its last four characters"))
-        ->type_name("BASE")
-        ->check(NamesAFile());
+    Add("export", Words::Tr("Save all pictures and their list for authoring"), export_, Export, true,
+        [this](CLI::App* exporting) {
+          AddStream(exporting, export_.File, export_.Track);
+          AddPalette(exporting, export_.Palette);
+          AddOnly(exporting, export_.Only);
+          exporting
+              ->add_option(
+                  OutNames, export_.Base,
+                  Words::Tr(
+                      "Write BASE_SubPng/ and BASE_spu.xml; else FILE without its last four characters"))
+              ->type_name("BASE")
+              ->check(NamesAFile());
+        });
   }
 
   /// The commands that run one tool on one stream.
@@ -247,46 +257,50 @@ class CommandTable {
         AddTool(tool);
       }
     }
-    CLI::App* join = Add("join", Words::Tr("Put streams one behind another"), join_, Join, true);
-    join->add_option("FILES", join_.Files, Words::Tr("Streams, at least two"))
-        ->required()
-        ->expected(2, std::numeric_limits<int>::max())
-        ->type_name("")
-        ->check(NamesAFile());
-    join->add_option("--gap", join_.Gap, Words::Tr("How long after a stream's last end the next one starts"))
-        ->type_name("MS");
-    join->add_option("--at", join_.At,
-                     Words::Tr("When each stream but the first starts, [[h:]m:]s, in place of --gap"))
-        ->type_name("TIME")
-        ->delimiter(',')
-        ->expected(1, std::numeric_limits<int>::max());
-    AddTrack(join, join_.Track, Words::Tr("Of each file that has several: number or language"));
-    AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
+    Add("join", Words::Tr("Put streams one behind another"), join_, Join, true, [this](CLI::App* join) {
+      join->add_option("FILES", join_.Files, Words::Tr("Streams, at least two"))
+          ->required()
+          ->expected(2, std::numeric_limits<int>::max())
+          ->type_name("")
+          ->check(NamesAFile());
+      join->add_option("--gap", join_.Gap,
+                       Words::Tr("How long after a stream's last end the next one starts"))
+          ->type_name("MS");
+      join->add_option("--at", join_.At,
+                       Words::Tr("When each stream but the first starts, [[h:]m:]s, in place of --gap"))
+          ->type_name("TIME")
+          ->delimiter(',')
+          ->expected(1, std::numeric_limits<int>::max());
+      AddTrack(join, join_.Track, Words::Tr("Of each file that has several: number or language"));
+      AddToolOutput(join, join_.Out, join_.DryRun, join_.Json);
+    });
 
-    CLI::App* fix =
-        Add("fix", Words::Tr("Mend what can be mended without coding pictures again"), fix_, Fix, true);
-    AddStream(fix, fix_.File, fix_.Track);
-    AddRules(fix, fix_.Profile, fix_.Frame);
-    AddToolOutput(fix, fix_.Out, fix_.DryRun, fix_.Json);
+    Add("fix", Words::Tr("Mend what can be mended without coding pictures again"), fix_, Fix, true,
+        [this](CLI::App* fix) {
+          AddStream(fix, fix_.File, fix_.Track);
+          AddRules(fix, fix_.Profile, fix_.Frame);
+          AddToolOutput(fix, fix_.Out, fix_.DryRun, fix_.Json);
+        });
 
-    CLI::App* apply =
-        Add("apply", Words::Tr("Run the steps of a recipe on any number of streams"), apply_, Apply, true);
-    AddFile(apply, apply_.Recipe, "RECIPE", Words::Tr("Recipe (JSON)"));
-    apply->add_option("FILES", apply_.Files, Words::Tr(FileKinds))
-        ->required()
-        ->expected(1, std::numeric_limits<int>::max())
-        ->type_name("")
-        ->check(NamesAFile());
-    AddTrack(apply, apply_.Track, Words::Tr("Of each file that has several: number or language"));
-    apply
-        ->add_option("--out-dir", apply_.OutFolder,
-                     Words::Tr("Folder for the new files, made where it is missing"))
-        ->required()
-        ->type_name("DIR")
-        ->check(NamesAFile());
-    apply->add_flag("--force", apply_.Force, Words::Tr("Write over files that exist"));
-    apply->add_flag("--dry-run", apply_.DryRun, Words::Tr("Say what would change and write nothing"));
-    apply->add_flag("--json", apply_.Json, Words::Tr("Write a JSON array of objects, one a file"));
+    Add("apply", Words::Tr("Run the steps of a recipe on any number of streams"), apply_, Apply, true,
+        [this](CLI::App* apply) {
+          AddFile(apply, apply_.Recipe, "RECIPE", Words::Tr("Recipe (JSON)"));
+          apply->add_option("FILES", apply_.Files, Words::Tr(FileKinds))
+              ->required()
+              ->expected(1, std::numeric_limits<int>::max())
+              ->type_name("")
+              ->check(NamesAFile());
+          AddTrack(apply, apply_.Track, Words::Tr("Of each file that has several: number or language"));
+          apply
+              ->add_option("--out-dir", apply_.OutFolder,
+                           Words::Tr("Folder for the new files, made where it is missing"))
+              ->required()
+              ->type_name("DIR")
+              ->check(NamesAFile());
+          apply->add_flag("--force", apply_.Force, Words::Tr("Write over files that exist"));
+          apply->add_flag("--dry-run", apply_.DryRun, Words::Tr("Say what would change and write nothing"));
+          apply->add_flag("--json", apply_.Json, Words::Tr("Write a JSON array of objects, one a file"));
+        });
   }
 
   void AddTool(const Tool& tool) {
@@ -294,12 +308,14 @@ class CommandTable {
     options.Step.Tool = tool.Name;
     // As ever, it says nothing when all was done.
     options.IsQuiet = tool.Name == "assign";
-    CLI::App* const command = Add(std::string(tool.Name), Words::Tr(tool.Help), options, RunTool, true);
-    for (const ToolOption& option : tool.Options) {
-      AddToolOption(command, option, options.Step);
-    }
-    AddStream(command, options.File, options.Track);
-    AddToolOutput(command, options.Out, options.DryRun, options.Json);
+    Add(std::string(tool.Name), Words::Tr(tool.Help), options, RunTool, true,
+        [this, &tool, &options](CLI::App* command) {
+          for (const ToolOption& option : tool.Options) {
+            AddToolOption(command, option, options.Step);
+          }
+          AddStream(command, options.File, options.Track);
+          AddToolOutput(command, options.Out, options.DryRun, options.Json);
+        });
   }
 
   static void AddToolOption(CLI::App* command, const ToolOption& option, StepText& step) {
@@ -321,70 +337,79 @@ class CommandTable {
 
   /// Where it goes, or that it goes nowhere.
   void AddToolOutput(CLI::App* command, std::string& out, bool& dryRun, bool& json) {
-    outs_.push_back(AddOut(command, out, "FILE.sup"));
+    AddOut(command, out, "FILE.sup")->required(needsOut_);
     command->add_flag("--dry-run", dryRun, Words::Tr("Say what would change and write nothing; needs no -o"));
     command->add_flag("--json", json, Words::Tr("Write one JSON object"));
   }
 
   void AddWritingCommands() {
-    CLI::App* palette = Add("palette", Words::Tr("Convert a palette file"), palette_, ConvertPalette, true);
-    AddFile(palette, palette_.In, "IN", Words::Tr("Palette file: .ifo, .pal or .rgb"));
-    AddOut(palette, palette_.Out, "FILE.pal|FILE.RGB",
-           Accepting(
-               [](const std::string& name) { return NameEndsIn(name, ".pal") || NameEndsIn(name, ".rgb"); },
-               Words::Tr("does not end in .pal or .rgb")));
-    AddNumber(palette, "--chain", palette_.Chain, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
-              Words::Tr("Program chain of an IFO file, as 'palettes' numbers it"))
-        ->type_name("N");
+    Add("palette", Words::Tr("Convert a palette file"), palette_, ConvertPalette, true,
+        [this](CLI::App* palette) {
+          AddFile(palette, palette_.In, "IN", Words::Tr("Palette file: .ifo, .pal or .rgb"));
+          AddOut(palette, palette_.Out, "FILE.pal|FILE.RGB",
+                 Accepting(
+                     [](const std::string& name) {
+                       return NameEndsIn(name, ".pal") || NameEndsIn(name, ".rgb");
+                     },
+                     Words::Tr("does not end in .pal or .rgb")));
+          AddNumber(palette, "--chain", palette_.Chain, std::int64_t{1}, std::int64_t{0x7FFFFFFF},
+                    Words::Tr("Program chain of an IFO file, as 'palettes' numbers it"))
+              ->type_name("N");
+        });
 
     AddConvert();
 
     AddMerge();
 
-    CLI::App* salvage =
-        Add("salvage", Words::Tr("Save the good packets of a damaged stream"), salvage_, Salvage, true);
-    AddStream(salvage, salvage_.File, salvage_.Track);
-    AddOut(salvage, salvage_.Out, "FILE.sup");
+    Add("salvage", Words::Tr("Save the good packets of a damaged stream"), salvage_, Salvage, true,
+        [this](CLI::App* salvage) {
+          AddStream(salvage, salvage_.File, salvage_.Track);
+          AddOut(salvage, salvage_.Out, "FILE.sup");
+        });
   }
 
   void AddMerge() {
-    CLI::App* merge = Add("merge", Words::Tr("Lay a second stream over the first"), merge_, Merge, true);
-    AddFile(merge, merge_.Primary, "PRIMARY");
-    AddFile(merge, merge_.Secondary, "SECONDARY", Words::Tr("Stream to lay over it"));
-    AddTrack(merge, merge_.Track, Words::Tr("PRIMARY's track, by its number or its language"));
-    AddTrack(merge, merge_.SecondTrack, Words::Tr("The same of SECONDARY"), "--second-track");
-    outs_.push_back(AddOut(merge, merge_.Out, "FILE.sup"));
-    AddYOffset(merge);
-    merge->add_option("--frame", merge_.Frame, Words::Tr("Lines of the frame"))
-        ->type_name("480|576")
-        ->check(FrameLines())
-        ->capture_default_str();
-    AddPalette(merge, merge_.Palette);
-    merge
-        ->add_option(
-            "--secondary-codes", merge_.SecondaryCodes,
-            Words::Tr("Which code, 0 to 3, each pixel code of SECONDARY becomes: a digit for each, code 0 "
+    Add("merge", Words::Tr("Lay a second stream over the first"), merge_, Merge, true,
+        [this](CLI::App* merge) {
+          AddFile(merge, merge_.Primary, "PRIMARY");
+          AddFile(merge, merge_.Secondary, "SECONDARY", Words::Tr("Stream to lay over it"));
+          AddTrack(merge, merge_.Track, Words::Tr("PRIMARY's track, by its number or its language"));
+          AddTrack(merge, merge_.SecondTrack, Words::Tr("The same of SECONDARY"), "--second-track");
+          AddOut(merge, merge_.Out, "FILE.sup")->required(needsOut_);
+          AddYOffset(merge);
+          merge->add_option("--frame", merge_.Frame, Words::Tr("Lines of the frame"))
+              ->type_name("480|576")
+              ->check(FrameLines())
+              ->capture_default_str();
+          AddPalette(merge, merge_.Palette);
+          merge
+              ->add_option(
+                  "--secondary-codes", merge_.SecondaryCodes,
+                  Words::Tr(
+                      "Which code, 0 to 3, each pixel code of SECONDARY becomes: a digit for each, code 0 "
                       "first; a dot leaves a code as it is"))
-        ->type_name("HHHH")
-        ->check(DigitForEachCode(3, Words::Tr("digits 0 to 3")));
-    merge
-        ->add_option(
-            "--colours", merge_.Colours,
-            Words::Tr(
-                "Palette entries of the new stream's codes in the same way, in hexadecimal digits; else "
-                "PRIMARY's"))
-        ->type_name("HHHH")
-        ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
-    merge
-        ->add_option("--opacities", merge_.Opacities,
-                     Words::Tr("Opacities in the same way, 0 invisible to F opaque"))
-        ->type_name("HHHH")
-        ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
-    AddMergeMode(merge);
-    CLI::Option* const dryRun = merge->add_flag(
-        "--dry-run", merge_.DryRun,
-        Words::Tr("Tell what each packet would lose or show otherwise, and write nothing; needs no -o"));
-    merge->add_flag("--json", merge_.Json, Words::Tr("Write one JSON object, with --dry-run"))->needs(dryRun);
+              ->type_name("HHHH")
+              ->check(DigitForEachCode(3, Words::Tr("digits 0 to 3")));
+          merge
+              ->add_option("--colours", merge_.Colours,
+                           Words::Tr("Palette entries of the new stream's codes in the same way, in "
+                                     "hexadecimal digits; else "
+                                     "PRIMARY's"))
+              ->type_name("HHHH")
+              ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
+          merge
+              ->add_option("--opacities", merge_.Opacities,
+                           Words::Tr("Opacities in the same way, 0 invisible to F opaque"))
+              ->type_name("HHHH")
+              ->check(DigitForEachCode(15, Words::Tr("hexadecimal digits")));
+          AddMergeMode(merge);
+          CLI::Option* const dryRun = merge->add_flag(
+              "--dry-run", merge_.DryRun,
+              Words::Tr(
+                  "Tell what each packet would lose or show otherwise, and write nothing; needs no -o"));
+          merge->add_flag("--json", merge_.Json, Words::Tr("Write one JSON object, with --dry-run"))
+              ->needs(dryRun);
+        });
   }
 
   void AddMergeMode(CLI::App* merge) {
@@ -432,45 +457,51 @@ class CommandTable {
   }
 
   void AddConvert() {
-    CLI::App* convert =
-        Add("convert", Words::Tr("Write streams as another kind of file"), convert_, Convert, true);
-    convert->add_option("FILES", convert_.Files, Words::Tr(FileKinds))
-        ->required()
-        ->expected(1, std::numeric_limits<int>::max())
-        ->type_name("")
-        ->check(NamesAFile());
-    AddOut(convert, convert_.Out, "FILE.sup|.idx|.xml",
-           Accepting(
-               [](const std::string& name) {
-                 const bool isEndingAlone = name.size() <= 4 || name[name.size() - 5] == '/';
-                 return !isEndingAlone &&
-                        (NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") || NameEndsIn(name, ".xml"));
-               },
-               Words::Tr("is no name that ends in .sup, .idx or .xml")));
-    AddTrack(convert, convert_.Track, Words::Tr("One of a file's tracks, by its number or its language"));
-    convert
-        ->add_option(
-            "--language", convert_.Languages,
-            Words::Tr("Languages of the tracks, of two letters, in their order; else those that they have"))
-        ->type_name("L,...")
-        ->delimiter(',')
-        ->check(Accepting([](const std::string& tag) { return !LanguageCode(tag).empty(); },
-                          Words::Tr("is no language such as de, ger or pt-BR")));
-    AddPalette(convert, convert_.Palette);
-    AddOnly(convert, convert_.Only);
-    convert->add_flag("--reduce", convert_.Reduces,
-                      Words::Tr("Take colours of a list's pictures together where there are too many"));
-    convert
-        ->add_option("--frame", convert_.Frame,
-                     Words::Tr("Lines of the frame; else those that FILES name, or 576"))
-        ->type_name("480|576")
-        ->check(FrameLines());
+    Add("convert", Words::Tr("Write streams as another kind of file"), convert_, Convert, true,
+        [this](CLI::App* convert) {
+          convert->add_option("FILES", convert_.Files, Words::Tr(FileKinds))
+              ->required()
+              ->expected(1, std::numeric_limits<int>::max())
+              ->type_name("")
+              ->check(NamesAFile());
+          AddOut(convert, convert_.Out, "FILE.sup|.idx|.xml",
+                 Accepting(
+                     [](const std::string& name) {
+                       const bool isEndingAlone = name.size() <= 4 || name[name.size() - 5] == '/';
+                       return !isEndingAlone && (NameEndsIn(name, ".sup") || NameEndsIn(name, ".idx") ||
+                                                 NameEndsIn(name, ".xml"));
+                     },
+                     Words::Tr("is no name that ends in .sup, .idx or .xml")));
+          AddTrack(convert, convert_.Track,
+                   Words::Tr("One of a file's tracks, by its number or its language"));
+          convert
+              ->add_option(
+                  "--language", convert_.Languages,
+                  Words::Tr(
+                      "Languages of the tracks, of two letters, in their order; else those that they have"))
+              ->type_name("L,...")
+              ->delimiter(',')
+              ->check(Accepting([](const std::string& tag) { return !LanguageCode(tag).empty(); },
+                                Words::Tr("is no language such as de, ger or pt-BR")));
+          AddPalette(convert, convert_.Palette);
+          AddOnly(convert, convert_.Only);
+          convert->add_flag("--reduce", convert_.Reduces,
+                            Words::Tr("Take colours of a list's pictures together where there are too many"));
+          convert
+              ->add_option("--frame", convert_.Frame,
+                           Words::Tr("Lines of the frame; else those that FILES name, or 576"))
+              ->type_name("480|576")
+              ->check(FrameLines());
+        });
   }
 
   void AddHelp() {
     CLI::App* help = AddCommand("help", Words::Tr("Print this help, or the help of a command"));
     help->add_option("COMMAND", helpTopic_, Words::Tr("Command to tell of"))->type_name("");
-    commands_.push_back({.App = help, .Run = [this](const Console& console) { return Help(console); }});
+    commands_.push_back({.App = help,
+                         .Run = [this](const Console& console) { return Help(console); },
+                         .Writes = false,
+                         .AddOptions = {}});
   }
 
   CommandResult Help(const Console& console) const {
@@ -483,6 +514,9 @@ class CommandTable {
                                   Words::Tr("Try '%1'.", {Program + std::string(" help")}));
       }
       topic = command->App;
+      if (command->AddOptions) {
+        command->AddOptions();
+      }
     }
     const std::string name = topic == &app_ ? Program : Program + (" " + topic->get_name());
     console.Out << app_.get_formatter()->make_help(topic, name, CLI::AppFormatMode::Normal);
@@ -504,7 +538,7 @@ class CommandTable {
   ConvertOptions convert_;
   SalvageOptions salvage_;
   std::deque<ToolCommandOptions> tools_;  // that stay where they are when more are added
-  std::vector<CLI::Option*> outs_;        // what --dry-run makes needless
+  bool needsOut_ = true;                  // but for --dry-run
   JoinCommandOptions join_;
   FixOptions fix_;
   ApplyOptions apply_;
