@@ -22,6 +22,7 @@
 
 #include "base/Words.h"
 #include "tests/app/MergeTest.h"
+#include "tests/containers/PackBuilder.h"
 #include "tests/support/IfoBuilder.h"
 #include "translations/UsersLanguage.h"
 
@@ -92,10 +93,14 @@ class SpokenWindow : public SpokenLanguage, public MergeTest {
     LookAt("stream", look);
     Choose("Combo1_1", "7");
     LookAt("preview", look);
-    for (const char* tool : {"Retime", "Ends", "Move", "Force", "Cut", "Keep", "Sort", "Fix", "Salvage"}) {
+    for (const char* tool :
+         {"Retime", "Ends", "Move", "Force", "Cut", "Keep", "Join", "Sort", "Fix", "Salvage"}) {
       LookAtDialog(tool, look);
     }
     LookAtDialog("Export", look);
+    Dialogs.ExpectOpen(WriteTwoLanguages());
+    LookAtDialog("Import", look);
+    LookAtStrips(look);
     Dialogs.ExpectOpen(
         Write("vts_01_0.ifo", TitleSetFile({{.Category = 0x81, .Palette = {{0x10, 0x80, 0x80}}},
                                             {.Category = 0x82, .Palette = {{0x52, 0xF0, 0x5A}}}})));
@@ -115,6 +120,32 @@ class SpokenWindow : public SpokenLanguage, public MergeTest {
     for (const char* asks : {"Keys", "About", "Report"}) {
       Trigger(asks);
     }
+  }
+  /// The strips above the frame: edits were left unsaved, and no stream is open.
+  void LookAtStrips(const LookAtWindow& look) {
+    Choose("Combo1_1", "7");
+    Click("Command_SetAll");
+    Open(InvalidSecond());
+    Open(ThreeSubtitles());
+    ASSERT_TRUE(Control<QWidget>("Strip_Recover").isVisible());
+    LookAt("unsaved", look);
+    Dialogs.ExpectCancelled(DialogKind::OpenFile);
+    Click("Command_LoadSup");
+    ASSERT_TRUE(Control<QWidget>("Strip_Closed").isVisible());
+    LookAt("closed", look);
+    Click("Command_Reopen");
+    Click("Command_Forget");
+  }
+  /// A file of two tracks, with a remark on it.
+  [[nodiscard]] QString WriteTwoLanguages() const {
+    const auto pack = [](int second, int y, std::uint8_t track) {
+      const Bytes packet = FourCodes(PacketBuilder().Time(second * Second).Delay(100), 100, y);
+      return Pack(SubtitlePacket(Bytes(packet.begin() + 10, packet.end()), second * Second, track));
+    };
+    Write("movie.sub", Join({pack(1, 100, 0x20), pack(2, 200, 0x21)}));
+    return Write("movie.idx", QByteArray("# VobSub index file, v7 (do not modify this line!)\n"
+                                         "id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 000000000\n"
+                                         "id: de, index: 1\ntimestamp: 00:00:02:000, filepos: 000000800\n"));
   }
   void LookAt(const char* what, const LookAtWindow& look) {
     SCOPED_TRACE(what);
