@@ -56,29 +56,40 @@ class DisplayScale : public WindowTest, public testing::WithParamInterface<int> 
     ASSERT_DOUBLE_EQ(Window.devicePixelRatioF(), ScreenScales[screen]);
   }
 
-  [[nodiscard]] static QImage ScreenOf(const QWidget& window) {
-    QImage grabbed =
-        window.screen()->grabWindow(window.winId(), 0, 0, window.width(), window.height()).toImage();
+  [[nodiscard]] static QImage ScreenOf(const QWidget& window) { return ScreenOf(window, window.rect()); }
+
+  /// From a place of the window's on, in its own pixels.
+  [[nodiscard]] static QImage ScreenOf(const QWidget& window, const QRect& part) {
+    QImage grabbed = window.screen()
+                         ->grabWindow(window.winId(), part.x(), part.y(), part.width(), part.height())
+                         .toImage();
     grabbed.setDevicePixelRatio(1);
     return grabbed.convertToFormat(QImage::Format_RGB32);
   }
 
   /// The frame's part of the screen: `side` screen pixels to a frame pixel.
   [[nodiscard]] static QImage FrameOn(const QWidget& window, const QWidget& display, int side, int lines) {
-    const QPoint corner = display.mapTo(&window, QPoint());
-    const double ratio = window.devicePixelRatioF();
-    return ScreenOf(window).copy(qRound(corner.x() * ratio), qRound(corner.y() * ratio), 720 * side,
-                                 lines * side);
+    const QSize onScreen(720 * side, lines * side);
+    const QSize size = (QSizeF(onScreen) / window.devicePixelRatioF()).toSize() + QSize(1, 1);
+    const QImage screen = ScreenOf(window, QRect(display.mapTo(&window, QPoint()), size));
+    return screen.size() == onScreen ? screen : screen.copy(QRect(QPoint(), onScreen));
   }
   [[nodiscard]] QImage FrameOnScreen(int side, int lines = 576) const {
     return FrameOn(Window, Control<QWidget>("Picture1"), side, lines);
   }
 
-  /// The checker with one filled rectangle on it.
-  [[nodiscard]] static QImage Expected(const QRect& filled, int side, int lines = 576) {
-    QImage frame = Checker(side, lines);
-    QPainter(&frame).fillRect(filled.x() * side, filled.y() * side, filled.width() * side,
-                              filled.height() * side, QColor(Entry2Rgb));
+  /// The checker with one filled rectangle on it, until another one is asked for.
+  [[nodiscard]] static const QImage& Expected(const QRect& filled, int side, int lines = 576) {
+    static QImage frame;
+    static QRect last;
+    const QImage checker = Checker(side, lines);
+    if (frame.size() != checker.size()) {
+      frame = checker.copy();
+    } else {
+      QPainter(&frame).drawImage(last, checker, last);
+    }
+    last = QRect(filled.topLeft() * side, filled.size() * side);
+    QPainter(&frame).fillRect(last, QColor(Entry2Rgb));
     return frame;
   }
 
