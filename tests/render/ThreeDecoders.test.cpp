@@ -39,8 +39,8 @@ struct Packet {
   std::int64_t Start = 0;
   unsigned Delay = 0;  ///< of the second sequence
   bool HasStop = true;
-  Bytes BeforeArea;  ///< commands
-  Bytes BetweenSequences;
+  Bytes BeforeArea = {};  ///< commands
+  Bytes BetweenSequences = {};
   bool FieldsAreOne = false;     ///< both start where the top field does
   bool FieldsStandLast = false;  ///< behind the control sequences
   bool FieldsInSecond = false;   ///< the second sequence names them
