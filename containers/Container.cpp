@@ -39,9 +39,7 @@ ReadContainerResult ReadSupAsItIs(const std::filesystem::path& path) {
     return file.Why();
   }
   Container container;
-  Track& track = container.Tracks.emplace_back();
-  track.Id = "1";
-  track.Packets = std::move(*file);
+  container.Tracks.push_back({.Id = "1", .Packets = std::move(*file)});
   return std::optional(std::move(container));
 }
 

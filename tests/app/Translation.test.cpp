@@ -138,7 +138,7 @@ class SpokenWindow : public SpokenLanguage, public MergeTest {
   }
   /// A file of two tracks, with a remark on it.
   [[nodiscard]] QString WriteTwoLanguages() const {
-    const auto pack = [](int second, int y, std::uint8_t track) {
+    const auto pack = [](int second, unsigned y, std::uint8_t track) {
       const Bytes packet = FourCodes(PacketBuilder().Time(second * Second).Delay(100), 100, y);
       return Pack(SubtitlePacket(Bytes(packet.begin() + 10, packet.end()), second * Second, track));
     };
