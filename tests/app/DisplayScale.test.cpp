@@ -78,27 +78,34 @@ class DisplayScale : public WindowTest, public testing::WithParamInterface<int> 
     return FrameOn(Window, Control<QWidget>("Picture1"), side, lines);
   }
 
-  /// The checker with one filled rectangle on it, until another one is asked for.
-  [[nodiscard]] static const QImage& Expected(const QRect& filled, int side, int lines = 576) {
+  /// A part, in screen pixels, of the checker with one filled rectangle on it, until another is asked for.
+  [[nodiscard]] static const QImage& Expected(const QRect& filled, int side, const QRect& part) {
     static QImage frame;
-    static QRect last;
-    const QImage checker = Checker(side, lines);
+    const QImage checker = Checker(side, part);
     if (frame.size() != checker.size()) {
       frame = checker.copy();
-    } else {
-      QPainter(&frame).drawImage(last, checker, last);
     }
-    last = QRect(filled.topLeft() * side, filled.size() * side);
-    QPainter(&frame).fillRect(last, QColor(Entry2Rgb));
+    QPainter painter(&frame);
+    painter.drawImage(QPoint(), checker);
+    painter.fillRect(QRect(filled.topLeft() * side, filled.size() * side).translated(-part.topLeft()),
+                     QColor(Entry2Rgb));
     return frame;
+  }
+  [[nodiscard]] static const QImage& Expected(const QRect& filled, int side, int lines = 576) {
+    return Expected(filled, side, QRect(0, 0, 720 * side, lines * side));
   }
 
   /// The last one is kept: painting it takes longer than a test does.
-  [[nodiscard]] static QImage Checker(int side, int lines) {
+  [[nodiscard]] static QImage Checker(int side, const QRect& part) {
     static QImage frame;
-    if (const QSize size(720 * side, lines * side); frame.size() != size) {
-      frame = QImage(size, QImage::Format_RGB32);
+    static int lastSide = 0;
+    static QRect lastPart;
+    if (side != lastSide || part != lastPart) {
+      lastSide = side;
+      lastPart = part;
+      frame = QImage(part.size(), QImage::Format_RGB32);
       QPainter painter(&frame);
+      painter.translate(-part.topLeft());
       for (int row = 0; row < 36; ++row) {
         for (int column = 0; column < 45; ++column) {
           painter.fillRect(column * 16 * side, row * 16 * side, 16 * side, 16 * side,
@@ -223,7 +230,7 @@ TEST_P(DisplayScale, ScrollingLeavesNothingBehind) {
     const QImage screen = ScreenOf(Window);
     const QRect compared = seen & screen.rect() & QRect(corner, QSize(720 * side, 576 * side));
     EXPECT_TRUE(
-        Same(screen.copy(compared), Expected(QRect(301, 403, 9, 2), side).copy(compared.translated(-corner))))
+        Same(screen.copy(compared), Expected(QRect(301, 403, 9, 2), side, compared.translated(-corner))))
         << value;
   }
 }
@@ -282,7 +289,7 @@ TEST_P(ZoomedDisplay, WholeStepsAreSharpAndLeaveNothing) {
     for (const QRect& area : areas) {
       ASSERT_TRUE(
           seen.contains(QRect(seen.topLeft() - inPicture + area.topLeft() * side, area.size() * side)));
-      EXPECT_TRUE(Same(ScreenOf(Window).copy(seen), Expected(area, side).copy(QRect(inPicture, seen.size()))))
+      EXPECT_TRUE(Same(ScreenOf(Window).copy(seen), Expected(area, side, QRect(inPicture, seen.size()))))
           << percent << ' ' << area.x();
       if (&area != &areas.back()) {
         Click("Command_Next");
