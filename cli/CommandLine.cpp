@@ -1,7 +1,10 @@
 #include "cli/CommandLine.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <deque>
+#include <exception>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -24,12 +27,15 @@ namespace quillmark::cli {
 namespace {
 
 constexpr const char* Program = "quillmark-cli";
-/// Whether the value of a flag turns it on, by the parser's own words for it.
+/// Whether the value of a flag turns it on, by the parser's own words for it. No such word is wrong usage,
+/// which is told in the form asked for; versions of the parser differ in how they say so.
 bool IsOn(const std::string& value) {
   try {
-    return CLI::detail::to_flag_value(value) > 0;
+    errno = 0;
+    const std::int64_t number = CLI::detail::to_flag_value(value);
+    return errno == EINVAL || number > 0;
   } catch (const std::exception&) {
-    return true;  // no such word: wrong usage, which is told in the form asked for
+    return true;
   }
 }
 
