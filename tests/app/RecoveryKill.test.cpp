@@ -27,7 +27,7 @@ struct Shown {
   bool operator==(const Shown&) const = default;
 };
 
-/// Long enough for a journal record that the system writes page by page.
+/// Long enough for journal records that reach over an end of the pages in which the system writes.
 Bytes LongStream() {
   Bytes stream;
   for (int i = 0; i < 250; ++i) {
