@@ -35,7 +35,9 @@ RunTests() {
   rm -rf "$logs"
   mkdir -p "$logs"
   folder=$(TestFolder)
-  TMPDIR=$folder TEST_TMPDIR=$folder/ ctest --preset "$preset" --parallel "$jobs" --no-tests=error --verbose "$@" >"$logs/all.log" 2>&1 || status=1
+  # One more than there are cores, since some wait for programs that they have started.
+  TMPDIR=$folder TEST_TMPDIR=$folder/ ctest --preset "$preset" --parallel $((jobs + 1)) --no-tests=error --verbose "$@" \
+    >"$logs/all.log" 2>&1 || status=1
   rm -rf "$folder"
   awk -v counts="$logs/all" -f scripts/test-log.awk "$logs/all.log"
   if [ "$(id -u)" -eq 0 ]; then
