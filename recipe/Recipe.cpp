@@ -94,6 +94,8 @@ Result<Json> ParseJson(std::string_view text) {
     return Json::parse(text);
   } catch (const Json::parse_error& error) {
     return Failure{Words::Tr("it is no JSON: byte %1 does not fit", {std::to_string(error.byte)})};
+  } catch (const Json::out_of_range&) {
+    return Failure{Words::Tr("it has a number that is too large")};
   }
 }
 

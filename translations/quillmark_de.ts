@@ -4506,6 +4506,10 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <translation>es ist kein JSON: Byte %1 passt nicht</translation>
     </message>
     <message>
+        <source>it has a number that is too large</source>
+        <translation>eine Zahl darin ist zu groß</translation>
+    </message>
+    <message>
         <source>step %1</source>
         <translation>Schritt %1</translation>
     </message>

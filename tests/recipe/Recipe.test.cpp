@@ -66,6 +66,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         WrongRecipe{"Empty", "", "it is no JSON: byte 1 does not fit"},
         WrongRecipe{"Cut", R"({"version": 1)", "it is no JSON: byte 14 does not fit"},
+        WrongRecipe{"NumberNoMachineHolds", R"({"version": 1e999, "steps": []})",
+                    "it has a number that is too large"},
         WrongRecipe{"NoObject", "[]", "it is no JSON object"},
         WrongRecipe{"NoVersion", R"({"steps": []})", "it has no 'version', which is 1"},
         WrongRecipe{"TextVersion", R"({"version": "1", "steps": []})", "it has no 'version', which is 1"},
