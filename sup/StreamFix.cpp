@@ -301,12 +301,33 @@ class Fixer {
           const MoveOptions step = StepIntoFrame(ControlOf(index));
           const ToolResult moved =
               MoveArea(stream_, SubtitleSet::Of(static_cast<std::int64_t>(index) + 1), step);
-          if (!moved.Edit.IsEmpty()) {
+          if (!moved.Edit.IsEmpty() && Moves(index, moved.Edit, step)) {
             Note(MendKind::MovedArea, index, step.X, step.Y);
             Append(moved, all);
           }
         });
     return Apply(std::move(all.Edit));
+  }
+
+  /// Whether the edit, of this packet alone, takes its area where it is to go. In damaged units another
+  /// command may name the area that counts.
+  [[nodiscard]] bool Moves(std::size_t index, const StreamEdit& edit, const MoveOptions& step) const {
+    std::vector<std::uint8_t> unit;
+    CopyUnit(stream_, index, unit);
+    const SpuControl before = DecodeControl(unit, stream_.ControlOffset[index]);
+    const std::size_t start = static_cast<std::size_t>(stream_.PacketOffset[index]) + UnitStart;
+    auto bytes = edit.Bytes.begin();
+    for (const EditPlace& place : edit.Places) {
+      if (place.Removed != place.Inserted || place.Offset < start ||
+          place.Offset - start + place.Inserted > unit.size()) {
+        return false;
+      }
+      std::copy_n(bytes, place.Inserted, unit.begin() + static_cast<std::ptrdiff_t>(place.Offset - start));
+      bytes += place.Inserted;
+    }
+    const SpuControl after = DecodeControl(unit, stream_.ControlOffset[index]);
+    return after.X1 == before.X1 + step.X && after.X2 == before.X2 + step.X &&
+           after.Y1 == before.Y1 + step.Y && after.Y2 == before.Y2 + step.Y;
   }
 
   /// No step where the area does not fit.
