@@ -27,6 +27,7 @@ namespace quillmark::cli {
 namespace {
 
 constexpr const char* Program = "quillmark-cli";
+
 /// Whether the value of a flag turns it on, by the parser's own words for it. No such word is wrong usage,
 /// which is told in the form asked for; versions of the parser differ in how they say so.
 bool IsOn(const std::string& value) {

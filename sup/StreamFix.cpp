@@ -298,10 +298,11 @@ class Fixer {
     ToolResult all;
     With(survey, {Code::AreaOutsideFrame, Code::OutsideSafeFrame})
         .ForEachIndex(stream_.PacketOffset.size(), [&](std::size_t index) {
-          const MoveOptions step = StepIntoFrame(ControlOf(index));
+          const SpuControl control = ControlOf(index);
+          const MoveOptions step = StepIntoFrame(control);
           const ToolResult moved =
               MoveArea(stream_, SubtitleSet::Of(static_cast<std::int64_t>(index) + 1), step);
-          if (!moved.Edit.IsEmpty() && Moves(index, moved.Edit, step)) {
+          if (!moved.Edit.IsEmpty() && Moves(index, control, moved.Edit, step)) {
             Note(MendKind::MovedArea, index, step.X, step.Y);
             Append(moved, all);
           }
@@ -311,23 +312,21 @@ class Fixer {
 
   /// Whether the edit, of this packet alone, takes its area where it is to go. In damaged units another
   /// command may name the area that counts.
-  [[nodiscard]] bool Moves(std::size_t index, const StreamEdit& edit, const MoveOptions& step) const {
+  [[nodiscard]] bool Moves(std::size_t index, const SpuControl& control, const StreamEdit& edit,
+                           const MoveOptions& step) const {
+    StreamEdit inUnit{.Places = {}, .Bytes = edit.Bytes, .Reindexes = false};
+    for (EditPlace place : edit.Places) {
+      place.Offset -= static_cast<std::uint32_t>(stream_.PacketOffset[index]) + UnitStart;
+      inUnit.Places.Add(place);
+    }
     std::vector<std::uint8_t> unit;
     CopyUnit(stream_, index, unit);
-    const SpuControl before = DecodeControl(unit, stream_.ControlOffset[index]);
-    const std::size_t start = static_cast<std::size_t>(stream_.PacketOffset[index]) + UnitStart;
-    auto bytes = edit.Bytes.begin();
-    for (const EditPlace& place : edit.Places) {
-      if (place.Removed != place.Inserted || place.Offset < start ||
-          place.Offset - start + place.Inserted > unit.size()) {
-        return false;
-      }
-      std::copy_n(bytes, place.Inserted, unit.begin() + static_cast<std::ptrdiff_t>(place.Offset - start));
-      bytes += place.Inserted;
+    if (!ApplyEdit(unit, inUnit)) {
+      return false;
     }
-    const SpuControl after = DecodeControl(unit, stream_.ControlOffset[index]);
-    return after.X1 == before.X1 + step.X && after.X2 == before.X2 + step.X &&
-           after.Y1 == before.Y1 + step.Y && after.Y2 == before.Y2 + step.Y;
+    const SpuControl moved = DecodeControl(unit, stream_.ControlOffset[index]);
+    return moved.X1 == control.X1 + step.X && moved.X2 == control.X2 + step.X &&
+           moved.Y1 == control.Y1 + step.Y && moved.Y2 == control.Y2 + step.Y;
   }
 
   /// No step where the area does not fit.

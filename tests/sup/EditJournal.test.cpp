@@ -95,41 +95,42 @@ void ExpectDamaged(const Bytes& bytes) {
   EXPECT_FALSE(ReadJournal(bytes).IsOk());
 }
 
-TEST(WriteJournalEdit, OfThousandsOfShortPlacesHasTheirOffsetsAndThenTheirLengths) {
+/// 2,500 places, every 4 bytes one: so many bytes out, and a 7 in.
+Bytes RecordOfThousands(std::size_t removed) {
   StreamEdit edit;
-  for (std::uint32_t i = 0; i < 2500; ++i) {
-    edit.Replace(std::size_t{i} * 4, 1, Bytes{7});
+  for (std::size_t i = 0; i < 2500; ++i) {
+    edit.Replace(i * 4, removed, Bytes{7});
   }
   Bytes record;
   WriteJournalEdit("x", edit, record);
+  return record;
+}
+
+/// `4 * i`, below 65,536, as a record has it.
+Bytes OffsetOf(unsigned i) {
+  return {static_cast<std::uint8_t>(4 * i), static_cast<std::uint8_t>(4 * i >> 8U), 0, 0};
+}
+
+TEST(WriteJournalEdit, OfThousandsOfShortPlacesHasTheirOffsetsAndThenTheirLengths) {
+  const Bytes record = RecordOfThousands(1);
   // A head of 28 bytes, a name of one, a flag and the number of places; 5 bytes for each and its one byte.
   ASSERT_EQ(record.size(), 28U + 3 + 1 + 4 + 2500 * 5 + 2500);
   EXPECT_EQ(record[31], 2);
-  for (std::uint32_t i = 0; i < 2500; ++i) {
+  for (unsigned i = 0; i < 2500; ++i) {
     const auto at = record.begin() + 36 + 4 * i;
-    const std::uint32_t offset = 4 * i;
-    ASSERT_EQ(Bytes(at, at + 4),
-              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0}));
+    ASSERT_EQ(Bytes(at, at + 4), OffsetOf(i));
   }
   EXPECT_EQ(Bytes(record.begin() + 36 + 2500 * 4, record.begin() + 36 + 2500 * 5), Bytes(2500, 1));
 }
 
 TEST(WriteJournalEdit, OfThousandsOfOtherPlacesHasEachOneInItsRecord) {
-  StreamEdit edit;
-  for (std::uint32_t i = 0; i < 2500; ++i) {
-    edit.Replace(std::size_t{i} * 4, 2, Bytes{7});
-  }
-  Bytes record;
-  WriteJournalEdit("x", edit, record);
+  const Bytes record = RecordOfThousands(2);
   // As above, with 12 bytes for each place.
   ASSERT_EQ(record.size(), 28U + 3 + 1 + 4 + 2500 * 12 + 2500);
   EXPECT_EQ(record[31], 0);
-  for (std::uint32_t i = 0; i < 2500; ++i) {
+  for (unsigned i = 0; i < 2500; ++i) {
     const auto at = record.begin() + 36 + 12 * i;
-    const std::uint32_t offset = 4 * i;
-    ASSERT_EQ(Bytes(at, at + 12),
-              (Bytes{static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(offset >> 8U), 0, 0, 2, 0,
-                     0, 0, 1, 0, 0, 0}));
+    ASSERT_EQ(Bytes(at, at + 12), Join({OffsetOf(i), {2, 0, 0, 0, 1, 0, 0, 0}}));
   }
 }
 

@@ -375,8 +375,8 @@ INSTANTIATE_TEST_SUITE_P(Profiles, FixAnything, testing::Values(CheckProfile::Sp
                                                                    : std::string("Player");
                          });
 
-/// Damage that a fuzzer made: the second sequence, of unknown commands, names an area too, and that one
-/// counts.
+/// Damage that a fuzzer made: the unit's size takes in what was another packet (byte 82), whose area command,
+/// lines 0 to 10, is read as well and counts as the last one.
 TEST(FixStream, AreaThatAnotherCommandNamesIsLeftAndNotMovedForNothing) {
   const Bytes file = {
       0x53, 0x50, 0x00, 0x37, 0x82, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x00, 0xBB, 0x00, 0x12, 0x00, 0x14, 0x00,
