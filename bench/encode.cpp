@@ -1,6 +1,6 @@
-// Encoding a composed frame, and making a whole merged subtitle, beside libavcodec. The frame is 720x576 with
-// two blocks of two text lines each, the primary's at the bottom and the secondary's at the top. Items are
-// subtitles.
+// Encoding a film's picture, a composed frame, and making a whole merged subtitle, beside libavcodec. The
+// frame is 720x576 with two blocks of two text lines each, the primary's at the bottom and the secondary's at
+// the top. Items are subtitles.
 
 #include <algorithm>
 #include <array>
@@ -14,8 +14,10 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/Film.h"
+#include "render/FieldDecoder.h"
 #include "render/MergedPicture.h"
 #include "sup/MergedPacket.h"
+#include "sup/PictureUnit.h"
 #include "sup/StreamLoader.h"
 #include "sup/SupFormat.h"
 #ifdef QUILLMARK_HAS_LIBAVCODEC
@@ -130,6 +132,46 @@ const std::vector<Bytes>& Frames() {
   return frames;
 }
 
+/// A film's picture, the area of its unit and no more.
+struct Picture {
+  Bytes Codes;
+  int Width = 0;
+  int Height = 0;
+};
+
+std::vector<Picture> MakePictures() {
+  std::vector<Picture> pictures;
+  for (const Pair& pair : Pairs()) {
+    const auto unit = pair.Primary.Unpadded();
+    const SpuControl control = DecodeControl(unit, pair.Primary.ControlOffset);
+    Picture picture = {.Codes = {}, .Width = control.Width(), .Height = control.Height()};
+    picture.Codes.resize(static_cast<std::size_t>(picture.Width) * static_cast<std::size_t>(picture.Height));
+    DecodeFields<std::uint8_t>(unit, picture.Codes, picture.Width, picture.Height, control.TopFieldOffset,
+                               control.BottomFieldOffset, {0, 1, 2, 3});
+    pictures.push_back(std::move(picture));
+  }
+  return pictures;
+}
+
+const std::vector<Picture>& Pictures() {
+  static const std::vector<Picture> pictures = MakePictures();
+  return pictures;
+}
+
+std::span<const std::uint8_t> Encode(PictureUnitEncoder& encoder, const Picture& picture) {
+  const auto packet = encoder.Encode({.Codes = picture.Codes,
+                                      .Width = picture.Width,
+                                      .Height = picture.Height,
+                                      .Colour = {0, 1, 2, 3},
+                                      .Contrast = {0, 15, 15, 15},
+                                      .Delay = 200},
+                                     Time);
+  if (!packet) {
+    Fail("a picture does not fit a unit");
+  }
+  return *packet;
+}
+
 void CountPairs(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(Pairs().size()));
 }
@@ -154,6 +196,19 @@ void EncodeFrame(benchmark::State& state) {
 }
 BENCHMARK(EncodeFrame)->Unit(benchmark::kMillisecond);
 
+void EncodePicture(benchmark::State& state) {
+  PictureUnitEncoder encoder;
+  const auto& pictures = Pictures();
+  for ([[maybe_unused]] auto _ : state) {
+    for (const Picture& picture : pictures) {
+      benchmark::DoNotOptimize(Encode(encoder, picture).data());
+      benchmark::ClobberMemory();
+    }
+  }
+  CountPairs(state);
+}
+BENCHMARK(EncodePicture)->Unit(benchmark::kMillisecond);
+
 void MakeMergedSubtitle(benchmark::State& state) {
   MergedPicture picture;
   MergedPacketEncoder encoder;
@@ -169,10 +224,11 @@ void MakeMergedSubtitle(benchmark::State& state) {
 BENCHMARK(MakeMergedSubtitle)->Unit(benchmark::kMillisecond);
 
 #ifdef QUILLMARK_HAS_LIBAVCODEC
-std::span<const std::uint8_t> Encode(LavcEncoder& encoder, const Bytes& codes) {
-  const auto unit = encoder.Encode(codes, Width, Height, Colours);
+std::span<const std::uint8_t> Encode(LavcEncoder& encoder, const Bytes& codes, int width = Width,
+                                     int height = Height) {
+  const auto unit = encoder.Encode(codes, width, height, Colours);
   if (!unit) {
-    Fail("libavcodec does not encode the frame");
+    Fail("libavcodec does not encode the picture");
   }
   return *unit;
 }
@@ -218,6 +274,27 @@ void CheckFrames() {
     }
   }
 }
+
+void EncodePictureWithLibavcodec(benchmark::State& state) {
+  LavcDecoder decoder;
+  LavcEncoder encoder;
+  PictureUnitEncoder ours;
+  const auto& pictures = Pictures();
+  for (const Picture& picture : pictures) {
+    const auto unit = Encode(encoder, picture.Codes, picture.Width, picture.Height);
+    if (Decode(decoder, Encode(ours, picture).subspan(UnitStart)) != Decode(decoder, unit)) {
+      Fail("libavcodec encodes another picture");
+    }
+  }
+  for ([[maybe_unused]] auto _ : state) {
+    for (const Picture& picture : pictures) {
+      benchmark::DoNotOptimize(Encode(encoder, picture.Codes, picture.Width, picture.Height).data());
+      benchmark::ClobberMemory();
+    }
+  }
+  CountPairs(state);
+}
+BENCHMARK(EncodePictureWithLibavcodec)->Unit(benchmark::kMillisecond);
 
 void EncodeFrameWithLibavcodec(benchmark::State& state) {
   CheckFrames();

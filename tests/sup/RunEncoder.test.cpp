@@ -1,7 +1,9 @@
 #include "sup/RunEncoder.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -213,6 +215,41 @@ TEST(ForEachRunStart, FindsARunWhereverItStartsAndEnds) {
       ASSERT_EQ(RunStarts(bytes), expected) << length;
       ASSERT_EQ(RunStarts(words), expected) << length;
     }
+  }
+}
+
+TEST(ForEachRunStart, TellsEachCellOnceWhereAllDiffer) {
+  for (std::size_t length = 1; length <= 140; ++length) {
+    std::vector<std::uint8_t> line(length);
+    std::vector<std::size_t> expected;
+    for (std::size_t i = 0; i < length; ++i) {
+      line[i] = static_cast<std::uint8_t>(i % 2);
+      if (i > 0) {
+        expected.push_back(i);
+      }
+    }
+    ASSERT_EQ(RunStarts(line), expected) << length;
+  }
+}
+
+TEST(RunStartsInBlock, HasABitForEachCellThatDiffersFromTheOneBefore) {
+  std::vector<std::uint8_t> cells(65, 2);
+  cells[1] = 0;   // differs from cell 0, as the next one does from it
+  cells[40] = 3;  // the 39th of the block, from 0
+  cells[64] = 1;
+  constexpr std::uint64_t Expected = 1U << 0U | 1U << 1U | std::uint64_t{3} << 39U | std::uint64_t{1} << 63U;
+  EXPECT_EQ(RunStartsInBlock(cells.data() + 1), Expected);
+  EXPECT_EQ(RunStartsInBlock<std::uint8_t>(cells.data() + 1), Expected) << "as without vector instructions";
+  const std::vector<std::uint32_t> words(cells.begin(), cells.end());
+  EXPECT_EQ(RunStartsInBlock(words.data() + 1), Expected);
+}
+
+TEST(RunStartsInBlock, IsTheSameWithAndWithoutVectorInstructions) {
+  std::mt19937 random(1);
+  std::vector<std::uint8_t> cells(BlockSize + 1);
+  for (int block = 0; block < 1000; ++block) {
+    std::ranges::generate(cells, [&] { return static_cast<std::uint8_t>(random() % 4); });
+    ASSERT_EQ(RunStartsInBlock(cells.data() + 1), RunStartsInBlock<std::uint8_t>(cells.data() + 1)) << block;
   }
 }
 
