@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 namespace quillmark {
 namespace {
@@ -15,17 +14,11 @@ constexpr std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word) {
   return std::rotl((hash ^ word) * Multiplier, Turn);
 }
 
+/// Compilers make one load of it.
 std::uint64_t LittleEndian(const std::uint8_t* bytes) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  if constexpr (std::endian::native == std::endian::big) {
-    std::uint64_t reversed = 0;
-    for (int i = 0; i < 8; ++i, word >>= 8U) {
-      reversed = reversed << 8U | (word & 0xFFU);
-    }
-    return reversed;
-  }
-  return word;
+  return std::uint64_t{bytes[0]} | std::uint64_t{bytes[1]} << 8U | std::uint64_t{bytes[2]} << 16U |
+         std::uint64_t{bytes[3]} << 24U | std::uint64_t{bytes[4]} << 32U | std::uint64_t{bytes[5]} << 40U |
+         std::uint64_t{bytes[6]} << 48U | std::uint64_t{bytes[7]} << 56U;
 }
 
 using Lanes = std::array<std::uint64_t, 4>;

@@ -20,10 +20,9 @@ Result<std::uintmax_t> OpenInputFile(const std::filesystem::path& path, std::ifs
   if (error) {
     return Failure{error.message()};
   }
-  errno = 0;
   file.open(path, std::ios::binary);
   if (!file) {
-    return Failure{errno != 0 ? std::generic_category().message(errno) : Words::Tr("it cannot be opened")};
+    return Failure{std::generic_category().message(errno)};
   }
   return length;
 }

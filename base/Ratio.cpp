@@ -81,7 +81,7 @@ std::optional<Scaler::Product> Scaler::Multiply(std::int64_t value) const {
     quotient = Over(product, divisor);
   }
   constexpr auto Max = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-  if (quotient.Value > Max || (value < 0 && quotient.Value == Max && quotient.Rest > 0)) {
+  if (quotient.Value > Max) {
     return std::nullopt;
   }
   const auto whole = static_cast<std::int64_t>(quotient.Value);

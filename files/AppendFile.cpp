@@ -19,9 +19,7 @@ constexpr unsigned Mode = 0600;
 /// What removes or renames a file must close it first where the system does not let an open one go. Elsewhere
 /// it must not: the file would be free while it still has its name.
 void LetGo(Descriptor& file) {
-  if constexpr (FileOwner::OutlivesHandle) {
-    static_cast<void>(file.Close());
-  }
+  static_cast<void>(FileOwner::OutlivesHandle ? file.Close() : Result<void>());
 }
 
 }  // namespace
@@ -75,15 +73,13 @@ Result<std::vector<std::uint8_t>> AppendFile::ReadAll() {
     return Failure{Words::Tr("It does not fit into memory")};
   }
   std::size_t done = 0;
-  while (done < bytes.size()) {
+  // Nothing is taken where the file has become shorter since it was asked for its length.
+  for (std::size_t taken = 1; taken > 0 && done < bytes.size(); done += taken) {
     const auto got = file_.ReadAt(done, std::span(bytes).subspan(done));
     if (!got) {
       return got.Why();
     }
-    if (*got == 0) {
-      break;
-    }
-    done += *got;
+    taken = *got;
   }
   bytes.resize(done);
   return bytes;
@@ -109,10 +105,7 @@ Result<void> AppendFile::CutTo(std::int64_t length) {
 }
 
 Result<void> AppendFile::Remove() {
-  if constexpr (!FileOwner::OutlivesHandle) {
-    return System().Remove(path_.toStdString().c_str()) == 0 ? Result<void>() : CutTo(0);
-  }
-  // Where an open file cannot be removed it is emptied before, so that nothing of it comes back.
+  // It is emptied before, so that nothing of it comes back where it cannot be removed.
   const auto emptied = CutTo(0);
   LetGo(file_);
   return System().Remove(path_.toStdString().c_str()) == 0 ? Result<void>() : emptied;

@@ -39,18 +39,13 @@ Result<std::optional<FileOwner>> FileOwner::Of(int /*file*/, const QString& path
 Result<std::optional<FileOwner>> FileOwner::Of(int file, const QString& /*path*/) {
   // The system lets go of this lock with the last handle, so that a program that was killed leaves none
   // behind.
-  while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EWOULDBLOCK) {
-      return std::optional<FileOwner>();
-    }
-    if (errno != EINTR) {
-      return SystemFailure(errno);
-    }
+  if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+    return errno == EWOULDBLOCK ? Result<std::optional<FileOwner>>(std::nullopt) : SystemFailure(errno);
   }
   // An owner before may have removed the file between opening and locking it.
   struct stat status {};
-  const bool hasName = ::fstat(file, &status) == 0 && status.st_nlink > 0;
-  return hasName ? std::optional(FileOwner(nullptr)) : std::nullopt;
+  static_cast<void>(::fstat(file, &status));
+  return status.st_nlink > 0 ? std::optional(FileOwner(nullptr)) : std::nullopt;
 }
 
 #endif

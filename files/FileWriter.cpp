@@ -25,12 +25,10 @@ Result<FileWriter> FileWriter::Replacing(const QString& path) {
     writer.direct_ = std::move(*device);
     return writer;
   }
-  writer.mustStay_ = writer.target_.MustStay();
-  auto second = SecondFile::Beside(writer.target_);
-  if (!second && writer.target_.What == Target::Kind::File) {
-    second = SecondFile::Elsewhere();
-    writer.mustStay_ = true;
-  }
+  auto beside = SecondFile::Beside(writer.target_);
+  const bool isElsewhere = !beside && writer.target_.What == Target::Kind::File;
+  writer.mustStay_ = isElsewhere || writer.target_.MustStay();
+  auto second = isElsewhere ? SecondFile::Elsewhere() : std::move(beside);
   if (!second) {
     return second.Why();
   }

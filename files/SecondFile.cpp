@@ -54,12 +54,6 @@ Result<SecondFile> SecondFile::Elsewhere() {
 SecondFile::SecondFile(SecondFile&& other) noexcept
     : path_(std::exchange(other.path_, {})), file_(std::move(other.file_)) {}
 
-SecondFile& SecondFile::operator=(SecondFile&& other) noexcept {
-  std::swap(path_, other.path_);
-  std::swap(file_, other.file_);
-  return *this;
-}
-
 SecondFile::~SecondFile() {
   if (!path_.empty()) {
     static_cast<void>(file_.Close());  // not every system removes a file that is open

@@ -25,7 +25,6 @@ class SecondFile {
   [[nodiscard]] static Result<SecondFile> Elsewhere();
 
   SecondFile(SecondFile&& other) noexcept;
-  SecondFile& operator=(SecondFile&& other) noexcept;
   SecondFile(const SecondFile&) = delete;
   SecondFile& operator=(const SecondFile&) = delete;
   ~SecondFile();

@@ -149,12 +149,6 @@ Result<StagedFiles> StagedFiles::In(const QString& folder) {
 StagedFiles::StagedFiles(StagedFiles&& other) noexcept
     : folder_(std::move(other.folder_)), stage_(std::exchange(other.stage_, {})) {}
 
-StagedFiles& StagedFiles::operator=(StagedFiles&& other) noexcept {
-  std::swap(folder_, other.folder_);
-  std::swap(stage_, other.stage_);
-  return *this;
-}
-
 StagedFiles::~StagedFiles() {
   if (!stage_.empty()) {
     RemoveAll(PathFromUtf8(stage_));

@@ -29,7 +29,6 @@ class StagedFiles {
   [[nodiscard]] static Result<StagedFiles> In(const QString& folder);
 
   StagedFiles(StagedFiles&& other) noexcept;
-  StagedFiles& operator=(StagedFiles&& other) noexcept;
   StagedFiles(const StagedFiles&) = delete;
   StagedFiles& operator=(const StagedFiles&) = delete;
   ~StagedFiles();

@@ -79,11 +79,13 @@ Layout LayoutOf(const QImage& image) {
 
 /// The bytes red, green, blue and alpha, in this order in memory.
 std::uint32_t Rgba(std::uint32_t argb) {
-  if constexpr (std::endian::native == std::endian::little) {
-    return (argb & 0xFF00FF00U) | (argb >> 16U & 0xFFU) | (argb & 0xFFU) << 16U;
-  } else {
-    return std::rotl(argb, 8);
-  }
+  constexpr bool IsLittle = std::endian::native == std::endian::little;
+  constexpr unsigned RedAt = IsLittle ? 0 : 24;
+  constexpr unsigned GreenAt = IsLittle ? 8 : 16;
+  constexpr unsigned BlueAt = IsLittle ? 16 : 8;
+  constexpr unsigned AlphaAt = IsLittle ? 24 : 0;
+  return (argb >> 16U & 0xFFU) << RedAt | (argb >> 8U & 0xFFU) << GreenAt | (argb & 0xFFU) << BlueAt |
+         argb >> 24U << AlphaAt;
 }
 
 /// Filtered by Sub: runs become zeros, whatever their colour. In an empty row the filter is a zero as well,

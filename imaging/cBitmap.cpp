@@ -42,18 +42,6 @@ ImagingStatus WhyUnreadable(const QFileInfo& file) {
   return file.exists() || hidden ? ImagingStatus::AccessDenied : ImagingStatus::FileNotFound;
 }
 
-ImagingStatus WhyUndecodable(QImageReader::ImageReaderError error) {
-  switch (error) {
-    case QImageReader::FileNotFoundError:
-      return ImagingStatus::FileNotFound;
-    case QImageReader::UnsupportedFormatError:
-    case QImageReader::InvalidDataError:
-      return ImagingStatus::UnknownImageFormat;
-    default:
-      return ImagingStatus::GenericError;
-  }
-}
-
 /// Of a decoded picture, in MiB: what is read as it is, and what is read at all.
 constexpr int MaxWhole = 128;
 constexpr int MaxDecoded = 1024;
@@ -87,7 +75,7 @@ ImagingStatus Load(const QString& path, QSize shown, QImage& image) {
   if (DecodedSize(size, format) > MaxDecoded) {
     return ImagingStatus::OutOfMemory;
   }
-  return reader.read(&image) ? ImagingStatus::Ok : WhyUndecodable(reader.error());
+  return reader.read(&image) ? ImagingStatus::Ok : ImagingStatus::UnknownImageFormat;
 }
 
 ImagingStatus EncodeAs(const QByteArray& format, const QImage& image, QByteArray& encoded) {
@@ -136,7 +124,7 @@ std::span<std::uint32_t> cBitmap::LockPixels() {
   SetStatus(pixels == nullptr ? ImagingStatus::OutOfMemory : ImagingStatus::Ok);
   const std::size_t size =
       static_cast<std::size_t>(image_.width()) * static_cast<std::size_t>(image_.height());
-  return {pixels, pixels == nullptr ? 0 : size};
+  return {pixels, size};
 }
 
 int cBitmap::EncoderIndex(const QString& pattern) {

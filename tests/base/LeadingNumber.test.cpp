@@ -44,9 +44,10 @@ INSTANTIATE_TEST_SUITE_P(RestIsIgnored, LeadingNumbers,
 INSTANTIATE_TEST_SUITE_P(NoNumber, LeadingNumbers,
                          testing::Values(NumberCase{"", 0}, NumberCase{"   ", 0}, NumberCase{"abc", 0},
                                          NumberCase{"-", 0}, NumberCase{"+", 0}, NumberCase{".", 0},
-                                         NumberCase{"-.", 0}, NumberCase{"--5", 0}, NumberCase{"+-5", 0},
-                                         NumberCase{"- 5", 0}, NumberCase{"e5", 0}, NumberCase{"inf", 0},
-                                         NumberCase{"-infinity", 0}, NumberCase{"nan", 0}));
+                                         NumberCase{"-.", 0}, NumberCase{".e5", 0}, NumberCase{"--5", 0},
+                                         NumberCase{"+-5", 0}, NumberCase{"- 5", 0}, NumberCase{"e5", 0},
+                                         NumberCase{"inf", 0}, NumberCase{"-infinity", 0},
+                                         NumberCase{"nan", 0}));
 
 INSTANTIATE_TEST_SUITE_P(OutOfRange, LeadingNumbers,
                          testing::Values(NumberCase{"1e999", Infinity}, NumberCase{"-1e999", -Infinity},

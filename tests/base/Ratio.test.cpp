@@ -52,6 +52,25 @@ TEST(Scaler, AnswersNothingWhere64BitsDoNotHoldIt) {
   EXPECT_EQ(Scaler({.Numerator = 1, .Denominator = 2}).RoundedSum(Max, 1), std::nullopt);
 }
 
+/// 6148914691236517205 x 3 / 2 = 9223372036854775807.5
+TEST(Scaler, HalfBelowTheLeastThatItsSizeHoldsIsTheLeast) {
+  const Scaler scaler({.Numerator = 3, .Denominator = 2});
+  EXPECT_EQ(scaler.Rounded(-6148914691236517205), Min);
+  EXPECT_EQ(scaler.Rounded(6148914691236517205), std::nullopt);
+}
+
+TEST(Divide, AnswersNothingWhere64BitsDoNotHoldEitherPart) {
+  constexpr Ratio Large = {.Numerator = Max, .Denominator = 1};
+  constexpr Ratio Small = {.Numerator = 1, .Denominator = Max};
+  EXPECT_EQ(Divide(Large, Small), std::nullopt);
+  EXPECT_EQ(Divide(Small, Large), std::nullopt);
+  // 2^32 x 2^31 = 2^63, one more than there is room for
+  EXPECT_EQ(Divide({.Numerator = 4294967296, .Denominator = 1}, {.Numerator = 1, .Denominator = 2147483648}),
+            std::nullopt);
+  EXPECT_EQ(Divide({.Numerator = 1, .Denominator = 4294967296}, {.Numerator = 2147483648, .Denominator = 1}),
+            std::nullopt);
+}
+
 TEST(Divide, CancelsWhatItCan) {
   EXPECT_EQ(Divide({.Numerator = 24000, .Denominator = 1001}, {.Numerator = 25, .Denominator = 1}),
             (Ratio{.Numerator = 960, .Denominator = 1001}));

@@ -1,6 +1,8 @@
 #include "files/AppendFile.h"
 
+#include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -9,6 +11,8 @@
 
 #include <QFile>
 
+#include "files/SystemCalls.h"
+#include "tests/support/FaultySystem.h"
 #include "tests/support/FileSizeLimit.h"
 #include "tests/support/FolderTest.h"
 
@@ -16,6 +20,9 @@ namespace quillmark {
 namespace {
 
 using test::BytesOf;
+using test::Call;
+using test::Fault;
+using test::FaultySystem;
 using test::FileSizeLimit;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -158,6 +165,90 @@ TEST_F(AppendFileTest, NothingLongerThanTwoGibibytesIsReadOrWritten) {
   EXPECT_EQ(file.Append(BytesOf("x")).Reason(), "It would become larger than 2 GiB");
   ASSERT_TRUE(file.CutTo(AppendFile::MaxLength + 1));
   EXPECT_EQ(file.ReadAll().Reason(), "It is larger than 2 GiB");
+}
+
+TEST_F(AppendFileTest, OwnershipIsHandedOver) {
+  AppendFile first = Created("a");
+  AppendFile second = Created("b");
+  EXPECT_EQ(second.Path(), Path("b"));
+  second = std::move(first);
+  EXPECT_EQ(second.Path(), Path("a"));
+  EXPECT_FALSE(CanOpen("a"));
+  ASSERT_TRUE(second.Append(BytesOf("one")));
+  EXPECT_EQ(Read("a"), "one");
+  EXPECT_EQ(Read("b"), "");
+}
+
+TEST_F(AppendFileTest, FileThatCannotBeRemovedIsEmpty) {
+  AppendFile file = Created("a");
+  ASSERT_TRUE(file.Append(BytesOf("one")));
+  const FaultySystem system(Fault{.Kind = Call::Remove});
+  EXPECT_TRUE(file.Remove());
+  EXPECT_EQ(Read("a"), "");
+}
+
+TEST_F(AppendFileTest, FileThatCanNeitherBeRemovedNorEmptiedGivesTheReason) {
+  AppendFile file = Created("a");
+  ASSERT_TRUE(file.Append(BytesOf("one")));
+  const SystemCalls calls = System();
+  System().Remove = [](const char*) { return -1; };
+  System().Truncate = [](int, std::int64_t) {
+    errno = EIO;
+    return -1;
+  };
+  const auto removed = file.Remove();
+  System() = calls;
+  EXPECT_EQ(removed.Reason(), "Input/output error");
+  EXPECT_EQ(Read("a"), "one");
+}
+
+TEST_F(AppendFileTest, FileThatCannotBePutAsideGivesTheReason) {
+  AppendFile file = Created("a");
+  const FaultySystem system(Fault{.Kind = Call::Rename});
+  EXPECT_EQ(file.PutAside(".damaged").Reason(), "Permission denied");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+/// What the system answers once a file is open, with a file that is open in another way than was asked for.
+class AppendFileFaults : public AppendFileTest {
+ protected:
+  AppendFileFaults() : calls_(System()) {}
+  ~AppendFileFaults() override { System() = calls_; }
+
+  inline static int opened = -1;
+
+ private:
+  SystemCalls calls_;
+};
+
+TEST_F(AppendFileFaults, FileThatNobodyCanOwnGivesTheReason) {
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    const int file = ::open(path, flags, mode);
+    ::close(file);
+    return ::open(path, O_PATH);
+  };
+  EXPECT_EQ(AppendFile::Create(Path("a")).Reason(), "Bad file descriptor");
+}
+
+TEST_F(AppendFileFaults, FileThatCannotBeReadGivesTheReason) {
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    return ::open(path, (flags & ~O_RDWR) | O_WRONLY, mode);
+  };
+  AppendFile file = Created("a");
+  ASSERT_TRUE(file.Append(BytesOf("one")));
+  EXPECT_EQ(file.ReadAll().Reason(), "Bad file descriptor");
+}
+
+TEST_F(AppendFileFaults, FileWhoseLengthIsNotToldIsNeitherReadNorWritten) {
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    opened = ::open(path, flags, mode);
+    return opened;
+  };
+  AppendFile file = Created("a");
+  ::close(opened);
+  EXPECT_EQ(file.ReadAll().Reason(), "Bad file descriptor");
+  EXPECT_EQ(file.Append(BytesOf("one")).Reason(), "Bad file descriptor");
+  EXPECT_EQ(Read("a"), "");
 }
 
 }  // namespace

@@ -119,6 +119,15 @@ TEST_F(Devices, WriterWritesToItAsItIs) {
   ExpectDevices();
 }
 
+TEST_F(Devices, OneThatCannotBeOpenedGivesTheReason) {
+  System().Open = [](const char*, int, unsigned) {
+    errno = EBUSY;
+    return -1;
+  };
+  EXPECT_EQ(FileWriter::Replacing(Null()).Reason(), "Device or resource busy");
+  ExpectDevices();
+}
+
 TEST_F(Devices, DeletingFirstDeletesNoDevice) {
   auto writer = FileWriter::DeletingFirst(Full());
   ASSERT_TRUE(writer);

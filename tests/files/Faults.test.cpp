@@ -166,6 +166,22 @@ INSTANTIATE_TEST_SUITE_P(
 
 class KeptFileFaults : public test::FolderTest {};
 
+TEST_F(KeptFileFaults, FileOfTwoNamesIsNotKept) {
+  Put("a", OldText);
+  ASSERT_EQ(System().Link(Path("a").toLocal8Bit().constData(), Path("b").toLocal8Bit().constData()), 0);
+  EXPECT_FALSE(KeptFile::Of(Path("a").toStdString()).has_value());
+}
+
+TEST_F(KeptFileFaults, FileThatGetsNoOtherNameIsNotKept) {
+  Put("a", OldText);
+  const SystemCalls calls = System();
+  System().Link = [](const char*, const char*) { return -1; };
+  const bool isKept = KeptFile::Of(Path("a").toStdString()).has_value();
+  System() = calls;
+  EXPECT_FALSE(isKept);
+  EXPECT_EQ(Names(), std::vector<std::string>{"a"});
+}
+
 /// What it would have taken the place of stands where the reason says.
 TEST_F(KeptFileFaults, FileThatCannotBePutBackIsNamed) {
   Put("a", OldText);

@@ -29,6 +29,10 @@ TEST_F(FileOwnerTest, OneHasItUntilItCloses) {
   EXPECT_TRUE(next && *next) << next.Reason();
 }
 
+TEST_F(FileOwnerTest, NoFileHasNoneAndAReason) {
+  EXPECT_EQ(FileOwner::Of(-1, Path("a")).Reason(), "Bad file descriptor");
+}
+
 /// The one before had it until after this one opened it, and removed it.
 TEST_F(FileOwnerTest, FileThatIsGoneHasNone) {
   QFile file(Put("a", "old"));

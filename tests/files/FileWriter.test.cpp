@@ -1,6 +1,7 @@
 #include "files/FileWriter.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <string>
@@ -215,6 +216,108 @@ TEST_F(FileWriterTest, DeletingFirstRefusesWhatIsNoFile) {
   EXPECT_EQ(FileWriter::DeletingFirst(Path("pipe")).Reason(), "It is a pipe, not a file");
   EXPECT_EQ(FileWriter::DeletingFirst(Path("")).Reason(), "It is a folder");
   EXPECT_EQ(FileWriter::DeletingFirst(Path("missing/a")).Reason(), "No such file or directory");
+}
+
+/// A file of two names, which is therefore copied over where it stands.
+class FileWriterInPlace : public FileWriterTest {
+ protected:
+  void SetUp() override {
+    FileWriterTest::SetUp();
+    const QByteArray path = Put("a", "an older and longer file").toLocal8Bit();
+    ASSERT_EQ(::link(path.constData(), Path("b").toLocal8Bit().constData()), 0);
+    writer_.emplace(FileWriter::Replacing(Path("a")));
+    EXPECT_EQ(Write(*writer_, "new"), "");
+  }
+  [[nodiscard]] std::string Commit() { return (*writer_)->Commit().Reason(); }
+
+ private:
+  std::optional<Result<FileWriter>> writer_;
+};
+
+TEST_F(FileWriterInPlace, SecondFileThatCannotBeOpenedAgainLeavesTheOldOne) {
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    errno = EMFILE;
+    return flags == O_RDONLY ? -1 : ::open(path, flags, mode);
+  };
+  EXPECT_EQ(Commit(), "Too many open files");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+}
+
+TEST_F(FileWriterInPlace, SecondFileThatCannotBeReadLeavesTheOldOne) {
+  // A folder can be opened, and not be read from.
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    return flags == O_RDONLY ? ::open("/", flags) : ::open(path, flags, mode);
+  };
+  EXPECT_EQ(Commit(), "Is a directory");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+}
+
+TEST_F(FileWriterInPlace, FileThatCannotBeOpenedStays) {
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    errno = EROFS;
+    return flags == O_WRONLY ? -1 : ::open(path, flags, mode);
+  };
+  EXPECT_EQ(Commit(), "Read-only file system");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+}
+
+TEST_F(FileWriterInPlace, FailureAtTheFirstByteLeavesTheOldOne) {
+  FillDisk();
+  EXPECT_EQ(Commit(), "No space left on device");
+  EXPECT_EQ(Read("a"), "an older and longer file");
+}
+
+TEST_F(FileWriterInPlace, EndThatCannotBeCutOffIsTold) {
+  System().Truncate = [](int, std::int64_t) {
+    errno = EIO;
+    return -1;
+  };
+  EXPECT_EQ(Commit(), "Input/output error");
+}
+
+TEST_F(FileWriterTest, WriteThatTakesNothingIsAFullDisk) {
+  auto writer = FileWriter::Replacing(Path("a"));
+  System().Write = [](int, const void*, std::size_t) -> ssize_t { return 0; };
+  EXPECT_EQ(Write(writer, "new"), "No space left on device");
+}
+
+TEST_F(FileWriterTest, WhatHasNoDiskBehindItNeedsNone) {
+  static int error = 0;
+  System().Sync = [](int) {
+    errno = error;
+    return -1;
+  };
+  for (const int reason : {EINVAL, EROFS, ENOTSUP}) {
+    error = reason;
+    auto writer = FileWriter::Replacing(Path("a"));
+    EXPECT_EQ(Write(writer, "new"), "");
+    EXPECT_EQ(writer->Commit().Reason(), "") << reason;
+  }
+}
+
+/// Where the place for temporary files is none, they go where every system of this kind has one.
+TEST_F(FileWriterTest, TemporaryFilesHaveAPlaceInAnyCase) {
+  static std::string second;
+  Put("a", "old");
+  System().Open = [](const char* path, int flags, unsigned mode) {
+    errno = EACCES;
+    second = path;
+    return second.starts_with("/tmp/quillmark-") ? ::open("/dev/null", O_RDONLY)
+           : (flags & O_EXCL) != 0               ? -1
+                                                 : ::open(path, flags, mode);
+  };
+  System().Remove = [](const char*) { return 0; };
+  const char* const before = std::getenv("TMPDIR");
+  const std::optional<std::string> kept =
+      before == nullptr ? std::nullopt : std::optional<std::string>(before);
+  ::setenv("TMPDIR", Path("nowhere").toLocal8Bit().constData(), 1);
+  EXPECT_TRUE(FileWriter::Replacing(Path("a")));
+  if (kept) {
+    ::setenv("TMPDIR", kept->c_str(), 1);
+  } else {
+    ::unsetenv("TMPDIR");
+  }
+  EXPECT_TRUE(second.starts_with("/tmp/quillmark-")) << second;
 }
 
 }  // namespace

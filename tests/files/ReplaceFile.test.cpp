@@ -435,6 +435,58 @@ TEST_F(ReplaceFileTest, FolderIsMadeOnceAndAFileInItsPlaceIsTheReason) {
   EXPECT_EQ(ReasonText(MakeFolder(Put("a", "old"))), "File exists");
 }
 
+TEST_F(ReplaceFileFaults, FileInPlaceThatCannotBeOpenedStays) {
+  const QString path = WriteWithSecondName("a", "old");
+  System().Open = [](const char*, int, mode_t) {
+    errno = EROFS;
+    return -1;
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"))), "Read-only file system");
+  EXPECT_EQ(Read("a"), "old");
+}
+
+TEST_F(ReplaceFileFaults, OldTailThatCannotBeOpenedLeavesTheOldFile) {
+  const QString path = Put("a", "0123456789");
+  System().Open = [](const char* name, int flags, mode_t mode) {
+    errno = EMFILE;
+    return flags == O_RDONLY ? -1 : ::open(name, flags, mode);
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "Too many open files");
+  EXPECT_EQ(Read("a"), "0123456789");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(ReplaceFileFaults, OldTailThatCannotBeReadLeavesTheOldFile) {
+  const QString path = Put("a", "0123456789");
+  // A folder can be opened, and not be read from.
+  System().Open = [](const char* name, int flags, mode_t mode) {
+    return flags == O_RDONLY ? ::open("/", flags) : ::open(name, flags, mode);
+  };
+  EXPECT_EQ(ReasonText(ReplaceFile(path, BytesOf("new"), Keep)), "Is a directory");
+  EXPECT_EQ(Read("a"), "0123456789");
+  EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(ReplaceFileTest, PrivateFolderIsTheUsersAlone) {
+  EXPECT_EQ(ReasonText(MakePrivateFolder(Path("data/program/journals"))), "done");
+  EXPECT_EQ(ModeOf(Path("data/program/journals")), 0700U);
+  EXPECT_NE(ModeOf(Path("data")), 0700U);
+  EXPECT_EQ(ReasonText(MakePrivateFolder(Path("data/program/journals"))), "done");
+}
+
+TEST_F(ReplaceFileTest, PrivateFolderBelowAFileGivesTheReason) {
+  Put("a", "old");
+  EXPECT_EQ(ReasonText(MakePrivateFolder(Path("a/journals"))), "File exists");
+}
+
+TEST_F(ReplaceFileTest, WhatIsNotThereNeedsNoRemoving) {
+  EXPECT_EQ(ReasonText(RemoveFile(Put("a", "old"))), "done");
+  EXPECT_THAT(Names(), ElementsAre());
+  EXPECT_EQ(ReasonText(RemoveFile(Path("a"))), "done");
+  Put("b", "old");
+  EXPECT_EQ(ReasonText(RemoveFile(Path("b/c"))), "Not a directory");
+}
+
 TEST_F(ReplaceFileFaults, DiskThatTakesTheBytesAndLosesThemLeavesTheOldFile) {
   const QString path = Put("a", "old");
   System().Sync = [](int) {

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <QDir>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 #include "files/SystemCalls.h"
@@ -114,6 +115,35 @@ TEST_F(StagedFilesTest, AMoveThatFailsHasItsReason) {
   const auto placed = Staged->TakePlaces(Overwriting::Refused);
   System() = before;
   EXPECT_THAT(placed.Reason(), HasSubstr("list.xml: No space left on device"));
+}
+
+TEST_F(StagedFilesTest, AStagedFileThatCannotBeReadIsNamed) {
+  Put("list.xml", "old");
+  ASSERT_TRUE(QFile::link(Path("nowhere"), Staged->PathOf("list.xml")));
+  const auto placed = Staged->TakePlaces(Overwriting::Allowed);
+  EXPECT_EQ(placed.Reason(), Staged->PathOf("list.xml").toStdString() + ": it cannot be read");
+  EXPECT_EQ(Read("list.xml"), "old");
+}
+
+TEST_F(StagedFilesTest, AStageThatIsGoneIsNamed) {
+  const QString stage = Staged->PathOf("");
+  ASSERT_TRUE(QDir(stage).removeRecursively());
+  EXPECT_THAT(Staged->TakePlaces(Overwriting::Refused).Reason(), HasSubstr(": No such file or directory"));
+}
+
+TEST_F(StagedFilesTest, AllThatIsThereIsNamed) {
+  Put("a", "");
+  Put("b", "");
+  const std::string folder = Folder().toStdString();
+  EXPECT_EQ(RefuseExisting({Path("a"), Path("other"), Path("b")}).Reason(),
+            "already there: " + folder + "/a, " + folder + "/b");
+}
+
+TEST(StagedFilesFolder, NoNameIsTheCurrentFolder) {
+  const auto staged = StagedFiles::In("");
+  ASSERT_TRUE(staged) << staged.Reason();
+  EXPECT_TRUE(staged->PathOf("a").startsWith("./."));
+  EXPECT_TRUE(QFileInfo(staged->PathOf("")).isDir());
 }
 
 TEST(StagedFilesFolder, AMissingFolderIsNamed) {

@@ -157,6 +157,15 @@ TEST(EncodePng, QtReadsIndexesWithTheirColours) {
   EXPECT_EQ(read.convertToFormat(QImage::Format_ARGB32), picture.convertToFormat(QImage::Format_ARGB32));
 }
 
+TEST(IsForEncodePng, NeitherIsOneOfMoreThanAGibibyte) {
+  // Nothing is written to its pixels, so that it takes no memory.
+  const QImage image(16385, 16384, QImage::Format_ARGB32);
+  if (image.isNull()) {
+    GTEST_SKIP() << "needs room for a large picture";
+  }
+  EXPECT_FALSE(IsForEncodePng(image));
+}
+
 TEST(IsForEncodePng, OtherFormatsAreNot) {
   EXPECT_TRUE(IsForEncodePng(QImage(1, 1, QImage::Format_ARGB32)));
   EXPECT_FALSE(IsForEncodePng(QImage(1, 1, QImage::Format_RGB32)));

@@ -329,6 +329,13 @@ TEST_F(Encode, TheEncoderDecidesTheFormat) {
   EXPECT_EQ(Bitmap.Encode(cBitmap::EncoderIndex("*.bmp")).first(2), QByteArray("BM"));
 }
 
+/// JPEG has 16 bits for a size, of which its library leaves a few unused.
+TEST_F(Encode, PictureTooWideForTheFormatIsAGenericError) {
+  Bitmap.Create(65536, 1);
+  EXPECT_EQ(Bitmap.Encode(cBitmap::EncoderIndex("*.jpg")), QByteArray());
+  ExpectError(1, "Generic Error");
+}
+
 TEST_F(Encode, EncoderMinusOneIsAnInvalidParameter) {
   Bitmap.Create(1, 1);
   EXPECT_EQ(Bitmap.Encode(-1), QByteArray());
