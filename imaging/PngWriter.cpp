@@ -18,11 +18,12 @@ namespace {
 
 constexpr qsizetype MaxBytes = qsizetype{1} << 30U;
 
-/// The levels of libdeflate at which pictures of this kind become about as small as others' PNG files; a
-/// small one gains little at the higher level, which takes it half as long again (docs/benchmarks.md).
-constexpr int SmallLevel = 5;
+/// The levels of libdeflate at which pictures of this kind become about as small as others' PNG files; the
+/// higher one takes nearly twice as long for a seventh of the size, which is worth it where there is much to
+/// save (docs/benchmarks.md).
+constexpr int SmallLevel = 4;
 constexpr int LargeLevel = 6;
-constexpr std::size_t MaxSmall = std::size_t{128} << 10U;
+constexpr std::size_t MaxSmall = std::size_t{104} << 10U;
 
 enum class ColourType : std::uint8_t { Palette = 3, Rgba = 6 };
 /// What a row's bytes are told as: themselves, or their differences from the pixel on the left.
