@@ -53,9 +53,9 @@ constexpr KindWords WordsOf(Kind kind) {
     case Kind::Covered:
       return {"covered", Words::Mark("pictures over each other"), ShownWrongly};
     case Kind::Recoloured:
-      return {"recoloured", Words::Mark("other colours"), ShownWrongly};
+      break;
   }
-  return {};
+  return {"recoloured", Words::Mark("other colours"), ShownWrongly};
 }
 
 /// `find(kind, numbers...)` for each problem that the pair has.
@@ -210,11 +210,11 @@ std::string MergeProblemMessage(const MergeProblem& problem) {
       return Words::Tr("%n pixel of the second picture covers the first one",
                        "%n pixels of the second picture cover the first one", numbers[0]);
     case Kind::Recoloured:
-      return Words::Tr("%n pixel gets another colour, at the most by %1 of 255, that of code %2",
-                       "%n pixels get another colour, at the most by %1 of 255, that of code %2", numbers[0],
-                       {std::to_string(numbers[1]), std::to_string(numbers[2])});
+      break;
   }
-  return "";
+  return Words::Tr("%n pixel gets another colour, at the most by %1 of 255, that of code %2",
+                   "%n pixels get another colour, at the most by %1 of 255, that of code %2", numbers[0],
+                   {std::to_string(numbers[1]), std::to_string(numbers[2])});
 }
 
 std::uint32_t MergeProblemKindsWithWords(std::string_view words) {

@@ -217,9 +217,9 @@ std::string_view DifferenceName(SubtitleDifference difference) {
     case SubtitleDifference::Pixels:
       return "other_pixels";
     case SubtitleDifference::Bytes:
-      return "other_bytes";
+      break;
   }
-  return "";
+  return "other_bytes";
 }
 
 std::string DifferenceWords(SubtitleDifference difference) {
@@ -247,9 +247,9 @@ std::string DifferenceWords(SubtitleDifference difference) {
     case SubtitleDifference::Pixels:
       return Words::Tr("other pixels");
     case SubtitleDifference::Bytes:
-      return Words::Tr("the same, otherwise written");
+      break;
   }
-  return "";
+  return Words::Tr("the same, otherwise written");
 }
 
 std::string DifferencePhrase(SubtitleDifference difference, std::int64_t otherPixels) {

@@ -63,16 +63,13 @@ std::optional<std::size_t> Before(std::size_t index) {
   return index > 0 ? std::optional(index - 1) : std::nullopt;
 }
 
-/// The last test that holds decides, so equal overlaps go to the next one, then to the previous one.
+/// Equal overlaps go to the next one, then to the previous one.
 std::optional<std::size_t> LongestOverlap(std::size_t candidate, std::int64_t previous, std::int64_t current,
                                           std::int64_t next) {
   if (next >= current && next >= previous) {
     return candidate + 1;
   }
-  if (previous >= current && previous >= next) {
-    return Before(candidate);
-  }
-  return candidate;
+  return previous >= current ? Before(candidate) : candidate;
 }
 
 }  // namespace
@@ -80,7 +77,7 @@ std::optional<std::size_t> LongestOverlap(std::size_t candidate, std::int64_t pr
 std::optional<std::size_t> ChooseSecondary(const SupStream& primary, std::size_t index,
                                            const SupStream& secondary) {
   const TimeTable others(secondary);
-  if (index >= primary.StartTime.size() || index >= primary.EndTime.size() || others.Size() == 0) {
+  if (index >= primary.EndTime.size() || others.Size() == 0) {
     return std::nullopt;
   }
   const Interval shown = {.Start = primary.StartTime[index], .End = primary.EndTime[index]};
@@ -96,11 +93,10 @@ std::optional<std::size_t> ChooseSecondary(const SupStream& primary, std::size_t
 
 std::int64_t TicksTogether(const SupStream& primary, std::size_t index, const SupStream& secondary,
                            std::size_t over) {
-  if (index >= primary.StartTime.size() || index >= primary.EndTime.size()) {
-    return 0;
-  }
-  return TimeTable(secondary).OverlapWith({.Start = primary.StartTime[index], .End = primary.EndTime[index]},
-                                          over);
+  const TimeTable others(secondary);
+  return index < primary.EndTime.size()
+             ? others.OverlapWith({.Start = primary.StartTime[index], .End = primary.EndTime[index]}, over)
+             : 0;
 }
 
 }  // namespace quillmark

@@ -159,7 +159,7 @@ std::optional<JournalBase> ReadBase(BytesView payload) {
   const auto length = Number<std::uint64_t>(reader);
   const auto hash = Number<std::uint64_t>(reader);
   const auto path = reader.Take(reader.Remaining());
-  if (!length || !hash || !path) {
+  if (!length || !hash) {
     return std::nullopt;
   }
   return JournalBase{.Length = *length, .Hash = *hash, .Path = TextOf(*path)};

@@ -23,9 +23,9 @@ std::string_view MendName(MendKind kind) {
     case MendKind::CutEnd:
       return "cut_end";
     case MendKind::MovedArea:
-      return "moved_area";
+      break;
   }
-  return "";
+  return "moved_area";
 }
 
 std::string MendText(const Mend& mend) {
@@ -49,10 +49,10 @@ std::string MendText(const Mend& mend) {
     case MendKind::CutEnd:
       return Words::Tr("its end came after the next start; its delay is %1, not %2", {second, first});
     case MendKind::MovedArea:
-      return Words::Tr("its display area was moved into the frame, %1 pixels to the right and %2 lines down",
-                       {first, second});
+      break;
   }
-  return "";
+  return Words::Tr("its display area was moved into the frame, %1 pixels to the right and %2 lines down",
+                   {first, second});
 }
 
 }  // namespace quillmark

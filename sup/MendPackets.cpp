@@ -84,9 +84,7 @@ class UnitMender {
         break;
       }
     }
-    if (!Walk(unit_).IsSound()) {
-      fails_ = true;
-    }
+    fails_ = !Walk(unit_).IsSound();
   }
 
   void MakeEven() {
@@ -153,8 +151,7 @@ class UnitMender {
   bool CloseSequences(const Walked& walked) {
     const auto after = static_cast<std::size_t>(walked.Walk.After);
     const ControlSequence& last = walked.Found.Last();
-    if (after == 0 || after <= static_cast<std::size_t>(last.Position) ||
-        walked.Walk.End == ControlEnding::TooLong) {
+    if (after <= static_cast<std::size_t>(last.Position) || walked.Walk.End == ControlEnding::TooLong) {
       return false;
     }
     const auto rest = std::span(unit_).subspan(std::min(after, unit_.size()));

@@ -70,7 +70,7 @@ std::uint16_t MergedDelay(const SpuControl& primary, std::int64_t start, std::in
 
 MergedControl MakeMergedControl(const SpuControl& primary, const SupStream& stream, std::size_t index) {
   const bool isLast = static_cast<std::int64_t>(index) == std::int64_t{stream.Count} - 1;
-  const bool timed = index < stream.StartTime.size() && index < stream.EndTime.size();
+  const bool timed = index < stream.EndTime.size();
   return MakeMergedControl(primary, MergedDelay(primary, timed ? stream.StartTime[index] : 0,
                                                 timed ? stream.EndTime[index] : 0, isLast));
 }

@@ -24,13 +24,9 @@ std::size_t FindByte(std::span<const std::uint8_t> file, std::uint8_t byte, std:
                           : static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - file.data());
 }
 
-bool HasSignature(std::span<const std::uint8_t> file, std::size_t offset) {
-  return offset <= file.size() && StartsWithSignature(file.subspan(offset));
-}
-
 /// What stands after a whole packet: the next one, or no more than a scrap.
 bool StreamGoesOnAt(std::span<const std::uint8_t> file, std::size_t offset) {
-  return file.size() - offset < PacketHeaderSize || HasSignature(file, offset);
+  return file.size() - offset < PacketHeaderSize || StartsWithSignature(file.subspan(offset));
 }
 
 class Salvager {
@@ -107,9 +103,9 @@ std::string FaultText(PacketFault fault) {
     case PacketFault::ControlUnfinished:
       return Words::Tr("the control sequences do not come to an end in the unit");
     case PacketFault::HoldsAnotherPacket:
-      return Words::Tr("another packet starts inside the packet, and none after it");
+      break;
   }
-  return "";
+  return Words::Tr("another packet starts inside the packet, and none after it");
 }
 
 PacketFault InspectPacket(std::span<const std::uint8_t> file, std::size_t offset) {
@@ -139,7 +135,7 @@ bool PacketSearch::Step() {
     if (offset_ == end) {
       return end < file_.size();
     }
-    if (HasSignature(file_, offset_) && InspectPacket(file_, offset_) == PacketFault::None) {
+    if (InspectPacket(file_, offset_) == PacketFault::None) {
       return false;
     }
     ++offset_;

@@ -232,19 +232,15 @@ Failure DoesNotFit() {
   return {Words::Tr("the change does not fit the stream")};
 }
 
-Failure NoMemory() {
-  return {Words::Tr("there is not enough memory for the change")};
-}
-
-/// Whether there is memory for what Splice needs.
-bool MakeRoom(std::vector<std::uint8_t>& bytes, std::size_t length, std::vector<std::uint8_t>& removed,
-              std::size_t removedLength) {
+/// Has memory for what Splice needs.
+Result<void> MakeRoom(std::vector<std::uint8_t>& bytes, std::size_t length,
+                      std::vector<std::uint8_t>& removed, std::size_t removedLength) {
   try {
     removed.resize(removedLength);
     bytes.reserve(length);
-    return true;
+    return {};
   } catch (const std::bad_alloc&) {
-    return false;
+    return Failure{Words::Tr("there is not enough memory for the change")};
   }
 }
 
@@ -290,11 +286,11 @@ Result<void> ApplyEdit(std::vector<std::uint8_t>& bytes, StreamEdit& edit) {
     return {};
   }
   std::vector<std::uint8_t> removed;
-  if (!MakeRoom(bytes, fit.NewLength, removed, fit.Removed)) {
-    return NoMemory();
+  Result<void> room = MakeRoom(bytes, fit.NewLength, removed, fit.Removed);
+  if (room) {
+    Splice(bytes, edit, removed);
   }
-  Splice(bytes, edit, removed);
-  return {};
+  return room;
 }
 
 Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit) {
@@ -317,8 +313,8 @@ Result<void> ApplyEdit(SupStream& stream, StreamEdit& edit) {
     return indexed;
   }
   std::vector<std::uint8_t> removed;
-  if (!MakeRoom(stream.RawBytes, fit.NewLength + 1, removed, fit.Removed)) {
-    return NoMemory();
+  if (Result<void> room = MakeRoom(stream.RawBytes, fit.NewLength + 1, removed, fit.Removed); !room) {
+    return room;
   }
   Splice(stream.RawBytes, edit, removed);
   Result<void> indexed = Reindex(stream);

@@ -72,11 +72,10 @@ class StopDelay {
 
 /// How far the next start is away; nullopt for the last subtitle and for one that the next one precedes.
 std::optional<std::uint64_t> TicksToNext(const SupStream& stream, std::size_t index) {
-  if (index + 1 >= stream.StartTime.size() || stream.StartTime[index + 1] < stream.StartTime[index]) {
-    return std::nullopt;
-  }
-  return static_cast<std::uint64_t>(stream.StartTime[index + 1]) -
-         static_cast<std::uint64_t>(stream.StartTime[index]);
+  const std::int64_t start = stream.StartTime[index];
+  const std::int64_t next = index + 1 < stream.StartTime.size() ? stream.StartTime[index + 1] : start - 1;
+  return next < start ? std::nullopt
+                      : std::optional(static_cast<std::uint64_t>(next) - static_cast<std::uint64_t>(start));
 }
 
 /// The stream as it becomes, and all that was done to it.
@@ -85,19 +84,17 @@ class Fixer {
   explicit Fixer(const CheckOptions& options) : options_(options) {}
 
   Result<void> Run(std::span<const std::uint8_t> file) {
-    if (Result<void> loaded = Load(file); !loaded) {
-      return loaded;
-    }
+    Result<void> done = Load(file);
     // Ends that were added may be too late for players, and areas that were moved may not be where they
     // should; each round leaves less to do.
-    for (int round = 0; round < MaxRounds; ++round) {
+    for (int round = 0; done && round < MaxRounds; ++round) {
       const std::size_t before = fix_.Mends.size();
-      Result<void> done = RunOnce();
-      if (!done || fix_.Mends.size() == before) {
-        return done;
+      done = RunOnce();
+      if (fix_.Mends.size() == before) {
+        break;
       }
     }
-    return {};
+    return done;
   }
 
   StreamFix Finish() {
@@ -127,18 +124,13 @@ class Fixer {
   }
 
   Result<void> RunOnce() {
-    if (Result<void> sorted = Sort(); !sorted) {
-      return sorted;
-    }
+    Result<void> done = Sort();
     const StreamSurvey survey = Survey();
-    const std::vector<Result<void> (Fixer::*)(const StreamSurvey&)> steps = {
-        &Fixer::CutEnds, &Fixer::CutPlayerEnds, &Fixer::MoveAreas, &Fixer::AddEnds, &Fixer::AddStops};
-    for (const auto step : steps) {
-      if (Result<void> done = (this->*step)(survey); !done) {
-        return done;
-      }
+    for (const auto step :
+         {&Fixer::CutEnds, &Fixer::CutPlayerEnds, &Fixer::MoveAreas, &Fixer::AddEnds, &Fixer::AddStops}) {
+      done = done ? (this->*step)(survey) : done;
     }
-    return {};
+    return done;
   }
 
   /// What is known of each packet as it stands now. The ends that are added at last, and nothing before,
@@ -226,14 +218,12 @@ class Fixer {
     result.Changed.ForEachIndex(stream_.PacketOffset.size(), [&](std::size_t index) {
       before.emplace_back(index, ControlOf(index).Delay);
     });
-    if (Result<void> applied = Apply(std::move(result.Edit)); !applied) {
-      return applied;
-    }
+    Result<void> applied = Apply(std::move(result.Edit));
     for (const auto& [index, delay] : before) {
       Note(kind, index, std::bit_cast<std::uint16_t>(delay),
            std::bit_cast<std::uint16_t>(ControlOf(index).Delay));
     }
-    return {};
+    return applied;
   }
 
   Result<void> CutEnds(const StreamSurvey& survey) {
@@ -321,11 +311,9 @@ class Fixer {
     }
     std::vector<std::uint8_t> unit;
     CopyUnit(stream_, index, unit);
-    if (!ApplyEdit(unit, inUnit)) {
-      return false;
-    }
+    const bool isApplied = ApplyEdit(unit, inUnit).IsOk();
     const SpuControl moved = DecodeControl(unit, stream_.ControlOffset[index]);
-    return moved.X1 == control.X1 + step.X && moved.X2 == control.X2 + step.X &&
+    return isApplied && moved.X1 == control.X1 + step.X && moved.X2 == control.X2 + step.X &&
            moved.Y1 == control.Y1 + step.Y && moved.Y2 == control.Y2 + step.Y;
   }
 
@@ -353,10 +341,8 @@ class Fixer {
 
 Result<StreamFix> FixStream(std::span<const std::uint8_t> file, const CheckOptions& options) {
   Fixer fixer(options);
-  if (const Result<void> done = fixer.Run(file); !done) {
-    return done.Why();
-  }
-  return fixer.Finish();
+  const Result<void> done = fixer.Run(file);
+  return done ? Result<StreamFix>(fixer.Finish()) : done.Why();
 }
 
 }  // namespace quillmark

@@ -99,9 +99,9 @@ constexpr CodeWords WordsOf(Code code) {
     case Code::TooLongForDelay:
       return {"too_long_for_delay", Words::Mark("longer than a delay can say"), ShownWrongly};
     case Code::ShortGap:
-      return {"short_gap", Words::Mark("too close to the next for players"), ShownWrongly};
+      break;
   }
-  return {};
+  return {"short_gap", Words::Mark("too close to the next for players"), ShownWrongly};
 }
 
 std::string Number(std::int64_t value) {
@@ -194,9 +194,9 @@ std::string_view SeverityName(ProblemSeverity severity) {
     case ProblemSeverity::ShownWrongly:
       return "shown_wrongly";
     case ProblemSeverity::CannotBeShown:
-      return "cannot_be_shown";
+      break;
   }
-  return "";
+  return "cannot_be_shown";
 }
 
 std::string ProblemPhrase(StreamProblemCode code) {
@@ -305,9 +305,9 @@ std::string ProblemMessage(const StreamProblem& problem) {
       return Words::Tr("it has no end, and the next subtitle starts %1 s later; a player's delay can say 745",
                        {Number(numbers[0])});
     case Code::ShortGap:
-      return ShortGapMessage(numbers[0]);
+      break;
   }
-  return "";
+  return ShortGapMessage(numbers[0]);
 }
 
 std::string ProblemLine(const StreamProblem& problem) {

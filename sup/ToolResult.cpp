@@ -35,9 +35,9 @@ std::string_view LeftName(LeftReason reason) {
     case LeftReason::NotMended:
       return "not_mended";
     case LeftReason::DataAfterControl:
-      return "data_after_control";
+      break;
   }
-  return "";
+  return "data_after_control";
 }
 
 std::string LeftText(const LeftSubtitle& left) {
@@ -72,9 +72,9 @@ std::string LeftText(const LeftSubtitle& left) {
     case LeftReason::NotMended:
       return Words::Tr("has a problem that cannot be mended");
     case LeftReason::DataAfterControl:
-      return Words::Tr("has picture data behind its control sequences; it is left as it is");
+      break;
   }
-  return "";
+  return Words::Tr("has picture data behind its control sequences; it is left as it is");
 }
 
 }  // namespace quillmark

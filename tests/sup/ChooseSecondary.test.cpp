@@ -164,5 +164,10 @@ TEST(ChooseSecondary, SearchAgreesWithAWalkFromTheStart) {
   }
 }
 
+TEST(TicksTogether, OfASubtitleThatThereIsNotAreNone) {
+  EXPECT_EQ(TicksTogether(Stream({{110, 190}}), 0, Stream(ThreeInARow), 1), 80);
+  EXPECT_EQ(TicksTogether(Stream({{110, 190}}), 1, Stream(ThreeInARow), 1), 0);
+}
+
 }  // namespace
 }  // namespace quillmark

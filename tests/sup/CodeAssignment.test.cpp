@@ -379,5 +379,36 @@ TEST(HasCommandsFor, AsksOnlyForTheCommandsThatAreWritten) {
   EXPECT_TRUE(HasCommandsFor(stream, 1, {}));
 }
 
+TEST(AssignCodes, CommandsWithOthersBetweenThemAreWrittenInEitherOrder) {
+  const Bytes contrastFirst = {0x00, 0x00, 0x00, 0x04, 0x04, 0x11, 0x11,
+                               0x01, 0x03, 0x22, 0x22, 0xFF, 0x00, 0x00};
+  const Bytes colourFirst = {0x00, 0x00, 0x00, 0x04, 0x03, 0x22, 0x22,
+                             0x01, 0x04, 0x11, 0x11, 0xFF, 0x00, 0x00};
+  const Bytes file = Join({PacketBuilder().Unit(contrastFirst).ControlOffset(4).Build(),
+                           PacketBuilder().Unit(colourFirst).ControlOffset(4).Build()});
+  SupStream stream = Index(file);
+
+  Assign(stream, 0, 2, Both);
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{19, 0xFF},
+                                            {20, 0x80},
+                                            {23, 0xA2},
+                                            {24, 0x10},
+                                            {28 + 19, 0xA2},
+                                            {28 + 20, 0x10},
+                                            {28 + 23, 0xFF},
+                                            {28 + 24, 0x80}}));
+}
+
+TEST(AssignCodes, AllColoursAndSomeContrasts) {
+  const Bytes file = PacketBuilder().Colour(3, 2, 1, 0).Contrast(15, 14, 13, 12).Build();
+  SupStream stream = Index(file);
+
+  Assign(stream, 0, 1,
+         {.Colours = AllFour(Colours), .Contrasts = {std::nullopt, std::nullopt, 5, std::nullopt}});
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2}, {25, 0x10}, {27, 0xF5}}));
+}
+
 }  // namespace
 }  // namespace quillmark

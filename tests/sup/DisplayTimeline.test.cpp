@@ -466,5 +466,9 @@ TEST(PlayedUnitOf, SubtitleThatIsNotThereHasNoBytes) {
   EXPECT_TRUE(PlayedUnitOf(SupStream(), 0).Bytes.empty());
 }
 
+TEST(IsAnimated, SequencesInTheHeaderAreNone) {
+  EXPECT_FALSE(IsAnimated(OnlyControl(Chain(AfterHeader, {{.Delay = 0, .Commands = Picture()}})), 3));
+}
+
 }  // namespace
 }  // namespace quillmark

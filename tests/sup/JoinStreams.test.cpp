@@ -91,5 +91,33 @@ TEST(JoinStreams, StartThatCannotBeIsNamed) {
             "subtitle 2 of what is added would start after the last time that there is; nothing is written");
 }
 
+TEST(JoinStreams, NothingGetsWhatIsAdded) {
+  const SupStream second = Index(Join({ShownAt(500), ShownAt(700)}));
+  EXPECT_EQ(JoinStreams(SupStream(), second, {.At = 500})->Edit.Bytes, Join({ShownAt(500), ShownAt(700)}));
+}
+
+TEST(JoinStreams, GapBehindTheLastTimeIsRefused) {
+  constexpr std::int64_t Max = 9223372036854775807;
+  const SupStream first = Index(ShownAt(1000));
+  const SupStream second = Index(ShownAt(500));
+  EXPECT_EQ(JoinStreams(first, second, {.Gap = Max}).Reason(),
+            "subtitle 1 of what is added would start after the last time that there is; nothing is written");
+}
+
+TEST(JoinStreams, StartFarBehindTheFirstIsRefused) {
+  constexpr std::int64_t Max = 9223372036854775807;
+  const SupStream first = Index(ShownAt(1000));
+  const SupStream second = Index(Join({ShownAt(0), ShownAt(10)}));
+  EXPECT_EQ(JoinStreams(first, second, {.At = Max - 5}).Reason(),
+            "subtitle 2 of what is added would start after the last time that there is; nothing is written");
+}
+
+TEST(JoinStreams, StartBefore0IsRefused) {
+  const SupStream first = Index(ShownAt(1000));
+  const SupStream second = Index(Join({ShownAt(500), ShownAt(400)}));
+  EXPECT_EQ(JoinStreams(first, second, {.At = -1}).Reason(),
+            "subtitle 2 of what is added would start before 0; nothing is written");
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -109,6 +109,17 @@ TEST(MoveArea, AreasOfAllSequencesAndColourChangesMove) {
   EXPECT_EQ(after, expected);
 }
 
+TEST(MoveArea, ColourChangeBeforeTheAreaMovesWithIt) {
+  const auto file = [](const Bytes& change, const Bytes& area) {
+    const Bytes sequence = test::Sequence(0, 8, {test::StartDisplay, change, area, test::EndOfSequence});
+    return PacketBuilder().Unit(Join({Bytes(4, 0), sequence})).Build();
+  };
+  const Bytes moved = {0x07, 0x00, 0x18, 0x00, 0x69, 0x20, 0x72, 0x00, 0xCB, 0x12, 0x34, 0xFF, 0xFF,
+                       0x01, 0x03, 0x12, 0x34, 0xFF, 0x00, 0x0F, 0xFF, 0xFF, 0xFF, 0x00, 0x00};
+  EXPECT_EQ(Moved(file(colourChange, test::SetArea(10, 19, 20, 29)), {.X = 3, .Y = 5}),
+            file(moved, test::SetArea(13, 22, 25, 34)));
+}
+
 TEST(MoveArea, LowestAreaComesToTheLine) {
   const Bytes after = Moved(TwoAreas({}), {.ToLine = 201});
   const Bytes first = test::SetArea(10, 19, 22, 31);

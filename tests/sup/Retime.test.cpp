@@ -206,5 +206,40 @@ TEST(Retime, EmptyStreamStaysEmpty) {
   EXPECT_TRUE(Retimed(SupStream(), {.Shift = 1}).Edit.IsEmpty());
 }
 
+/// Starts that no two times of 64 bits are as far from each other as.
+TEST(Retime, PointsTooFarFromEachOtherAreRefused) {
+  const SupStream far = Index(Join({test::Sound(-Max).Build(), test::Sound(Max).Build()}));
+  constexpr const char* Reason = "subtitle 1 and subtitle 2 start too far from each other";
+  EXPECT_EQ(HasTimeLine(far, Through({.Number = 1, .Time = 1}, {.Number = 2, .Time = 2})).Reason(), Reason);
+  const SupStream near = Index(Join({test::Sound(0).Build(), test::Sound(1).Build()}));
+  EXPECT_EQ(HasTimeLine(near, Through({.Number = 1, .Time = -Max}, {.Number = 2, .Time = Max})).Reason(),
+            Reason);
+}
+
+TEST(Retime, NumbersThatTheStreamDoesNotHaveAreRefused) {
+  const SupStream stream = Index(ThreeSubtitles());
+  for (const std::int64_t number : {std::int64_t{0}, std::int64_t{4}, std::int64_t{-1}}) {
+    const auto result =
+        Retime(stream, SubtitleSet::All(), Through({.Number = 1, .Time = 0}, {.Number = number, .Time = 9}));
+    EXPECT_EQ(result.Reason(), "there is no subtitle " + std::to_string(number) + ": it has 3");
+  }
+}
+
+TEST(Retime, LineThatMovesAllByTheSameKeepsDelays) {
+  const SupStream stream = Index(ThreeSubtitles());
+  const Bytes after =
+      Applied(stream, Retimed(stream, Through({.Number = 1, .Time = 0}, {.Number = 2, .Time = Second})).Edit);
+  EXPECT_THAT(StartsOf(after), ElementsAre(0, Second, 2 * Second));
+  EXPECT_EQ(DelayOf(after, 0), 90);
+}
+
+TEST(Retime, StartFarBeforeTheFirstPointIsBefore0) {
+  const SupStream stream =
+      Index(Join({test::Sound(-Max).Build(), test::Sound(10).Build(), test::Sound(20).Build()}));
+  const auto result =
+      Retime(stream, SubtitleSet::All(), Through({.Number = 2, .Time = 10}, {.Number = 3, .Time = 30}));
+  EXPECT_EQ(result.Reason(), "subtitle 1 would start before 0; nothing is written");
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -226,5 +226,27 @@ TEST(FindPacket, StartsAtTheGivenOffset) {
   EXPECT_EQ(FindPacket(file, 49), 96U);
 }
 
+/// The first place is garbage up to a packet that turns out to be one of too large a size: what is left out
+/// for two reasons in a row is one range, with the first of them.
+TEST(SalvageStream, WhatIsLeftOutInARowIsOneRange) {
+  const Bytes lying = PacketBuilder().Size(38 + 48).Build();
+  const Bytes file = Join({Bytes(5, 0xAA), lying, Packet(2), Bytes(30, 0xAA)});
+  const SalvagedStream salvaged = SalvageStream(file);
+  EXPECT_EQ(Kept(salvaged), Packet(2));
+  EXPECT_THAT(salvaged.LeftOut, ElementsAre(LeftOutRange{0, 5 + 48, PacketFault::NoSignature},
+                                            LeftOutRange{5 + 96, 30, PacketFault::NoSignature}));
+}
+
+TEST(InspectPacket, NothingIsTooShort) {
+  EXPECT_EQ(InspectPacket(Packet(), 48), PacketFault::TooShort);
+  EXPECT_EQ(InspectPacket(Packet(), 49), PacketFault::TooShort);
+}
+
+TEST(PacketEnd, OfWhatIsNoPacketIsThatOfTheFile) {
+  EXPECT_EQ(PacketEnd(Packet(), 0), 48U);
+  EXPECT_EQ(PacketEnd(Packet(), 1), 48U);
+  EXPECT_EQ(PacketEnd(Packet(), 100), 48U);
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -353,5 +353,24 @@ TEST(SpuControl, NibbleOfSixteenCountsAsSeen) {
   EXPECT_FALSE(control.IsValid());
 }
 
+TEST(SpuControl, IsInvalidWithoutAnyOfItsParts) {
+  const SpuControl whole = DecodeControl(PacketBuilder().WholeUnit(), 8);
+  ASSERT_TRUE(whole.IsValid());
+  const auto isValidWithout = [&](auto part) {
+    SpuControl control = whole;
+    control.*part = -1;
+    return control.IsValid();
+  };
+  EXPECT_FALSE(isValidWithout(&SpuControl::X1));
+  EXPECT_FALSE(isValidWithout(&SpuControl::X2));
+  EXPECT_FALSE(isValidWithout(&SpuControl::Y1));
+  EXPECT_FALSE(isValidWithout(&SpuControl::Y2));
+  EXPECT_FALSE(isValidWithout(&SpuControl::TopFieldOffset));
+  EXPECT_FALSE(isValidWithout(&SpuControl::BottomFieldOffset));
+  SpuControl endless = whole;
+  endless.NextSequence = 0;
+  EXPECT_FALSE(endless.IsValid());
+}
+
 }  // namespace
 }  // namespace quillmark

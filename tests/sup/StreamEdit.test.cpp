@@ -430,5 +430,20 @@ TEST(ApplyEdit, IndexIsThatOfTheSameBytesLoadedFromScratch) {
   }
 }
 
+TEST(ApplyEdit, PlacesThatDoNotAscendFitNone) {
+  Bytes bytes = {1, 2, 3, 4};
+  StreamEdit edit{.Places = {{.Offset = 2, .Removed = 1, .Inserted = 2}, {.Offset = 1, .Removed = 1}},
+                  .Bytes = {7, 8}};
+  EXPECT_EQ(ApplyEdit(bytes, edit).Reason(), "the change does not fit the stream");
+  EXPECT_EQ(bytes, (Bytes{1, 2, 3, 4}));
+}
+
+TEST(ApplyEdit, BytesThatNoPlaceTakesFitNone) {
+  Bytes bytes = {1, 2, 3, 4};
+  StreamEdit edit{.Places = {{.Offset = 1, .Removed = 1, .Inserted = 1}}, .Bytes = {7, 8}};
+  EXPECT_EQ(ApplyEdit(bytes, edit).Reason(), "the change does not fit the stream");
+  EXPECT_EQ(bytes, (Bytes{1, 2, 3, 4}));
+}
+
 }  // namespace
 }  // namespace quillmark

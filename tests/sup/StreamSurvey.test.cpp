@@ -263,5 +263,29 @@ TEST(StreamSurvey, HasWhatTheCheckReportsOfDamagedStreamsOfAnotherMake) {
   }
 }
 
+TEST(StreamSurvey, RoomForItsPacketsChangesNothing) {
+  const Bytes file = Join({Sound().Build(), Bytes(20, 0xAA), Sound(2 * Second).Build()});
+  StreamSurvey survey(file);
+  survey.Reserve(2);
+  while (survey.Step()) {
+  }
+  EXPECT_EQ(survey.Marks().size(), 2U);
+  EXPECT_EQ(survey.DamageCount(), 1U);
+}
+
+TEST(StreamSurvey, DamageStandsBeforeOnePacketAlone) {
+  const StreamSurvey survey = Survey(Join({Sound().Build(), Bytes(20, 0xAA), Sound(2 * Second).Build()}));
+  EXPECT_EQ(survey.DamageBefore(0), std::nullopt);
+  EXPECT_TRUE(survey.DamageBefore(1).has_value());
+  EXPECT_EQ(survey.DamageBefore(2), std::nullopt);
+}
+
+TEST(ReadPacket, BehindTheFileThereIsNone) {
+  const Bytes file = Sound().Build();
+  EXPECT_TRUE(ReadPacket(file, 0, 1).has_value());
+  EXPECT_FALSE(ReadPacket(file, file.size(), 1).has_value());
+  EXPECT_FALSE(ReadPacket(file, file.size() + 1, 1).has_value());
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -64,6 +64,7 @@ TEST(SubtitleFilter, NothingFindsAll) {
   EXPECT_THAT(Numbers("  ", StreamOf(3)), ElementsAre(1, 2, 3));
   EXPECT_TRUE(SubtitleFilter(" ").WantsAll());
   EXPECT_FALSE(SubtitleFilter("1").WantsAll());
+  EXPECT_FALSE(SubtitleFilter("0:01").WantsAll());
   EXPECT_FALSE(SubtitleFilter("", FilterKind::Forced).WantsAll());
 }
 
@@ -184,6 +185,22 @@ TEST(SubtitleFilter, DamageHasNoNumberTimeOrSelection) {
   EXPECT_FALSE(SubtitleFilter("0:00").WantsDamage(Code::LostSignature));
   EXPECT_FALSE(SubtitleFilter("", FilterKind::Selected).WantsDamage(Code::LostSignature));
   EXPECT_FALSE(SubtitleFilter("", FilterKind::Forced).WantsDamage(Code::LostSignature));
+}
+
+/// A tick is a 90,000th of a second, which the fifth digit divides no more.
+TEST(SubtitleFilter, DigitsBehindATickDoNotCount) {
+  const SubtitleFilter filter("0:01.00010009");
+  ASSERT_TRUE(filter.AsksForTime());
+  // 0.0001 s are 9 ticks.
+  EXPECT_TRUE(filter.WantsTime(90009, 90010));
+  EXPECT_FALSE(filter.WantsTime(90000, 90009));
+  EXPECT_TRUE(filter.WantsTime(90017, 90018));
+  EXPECT_FALSE(filter.WantsTime(90018, 90020));
+}
+
+TEST(SubtitleFilter, TimeWithALetterInItsFractionIsWords) {
+  EXPECT_FALSE(SubtitleFilter("0:01.5x").AsksForTime());
+  EXPECT_FALSE(SubtitleFilter("0:01.5-").AsksForTime());
 }
 
 }  // namespace
