@@ -1,10 +1,14 @@
+#include <map>
+
 #include <QComboBox>
 #include <QDir>
+#include <QDirIterator>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
 
 #include "tests/app/ListTest.h"
+#include "tests/support/FaultySystem.h"
 
 namespace quillmark::test {
 namespace {
@@ -284,6 +288,91 @@ TEST_F(ExportCommand, FailureNamesTheFileAndTheReason) {
   });
   Dialogs.ExpectMessageWith({"Cannot export " + path + ": "});
   Start();
+}
+
+/// What is in the folder of the files that are exported, by name.
+using FilesOf = std::map<QString, QByteArray>;
+
+class FaultsOfExport : public ExportCommand {
+ protected:
+  void SetUp() override {
+    LoadStream(PrimaryStream({{1000, 100}}));
+    Dialogs.AllowMessages();
+  }
+
+  [[nodiscard]] FilesOf Written() const {
+    FilesOf files;
+    QDirIterator file(Path("out"), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (file.hasNext()) {
+      const QString path = file.next();
+      files[path.mid(Path("out").size() + 1)] = ReadText(path);
+    }
+    return files;
+  }
+  void ExportAnew(const QString& what, const QString& name) {
+    QDir(Path("out")).removeRecursively();
+    QDir().mkdir(Path("out"));
+    In([&](const OpenExport& dialog) {
+      dialog.Choose("Combo_What", what);
+      dialog.Control<QLineEdit>("Text_Path").setText(Path("out/" + name));
+      dialog.Export();
+    });
+    Action("Export").trigger();
+    QCoreApplication::processEvents();
+  }
+
+  /// Each of the files is whole or not there when a call has failed, no other is left behind, and where not
+  /// all are there the message names one.
+  void RequireWholeOrNone(const QString& what, const QString& name) {
+    std::vector<Fault> faults;
+    {
+      const FaultySystem system;
+      ExportAnew(what, name);
+      faults = system.Faults();
+    }
+    const FilesOf complete = Written();
+    ASSERT_FALSE(complete.empty());
+    ASSERT_FALSE(faults.empty());
+    for (const Fault& fault : faults) {
+      const auto told = Dialogs.MessageTexts().size();
+      {
+        const FaultySystem system(fault);
+        ExportAnew(what, name);
+        ASSERT_TRUE(system.HasFailed());
+      }
+      const std::string where = std::string(CallNames[static_cast<std::size_t>(fault.Kind)]) + " " +
+                                std::to_string(fault.Number) + " after " + std::to_string(fault.Taken);
+      const FilesOf files = Written();
+      for (const auto& [file, bytes] : files) {
+        const auto whole = complete.find(file);
+        // What cannot be removed stays.
+        EXPECT_TRUE((whole != complete.end() && whole->second == bytes) || fault.Kind == Call::Remove)
+            << file.toStdString() << " after " << where;
+      }
+      if (files != complete) {
+        ASSERT_EQ(Dialogs.MessageTexts().size(), told + 1) << where;
+        EXPECT_TRUE(Dialogs.MessageTexts().back().contains(Path("out/new"))) << where;
+      }
+    }
+  }
+};
+
+TEST_F(FaultsOfExport, OfAStream) {
+  RequireWholeOrNone("SUP stream", "new.sup");
+}
+
+#ifdef QUILLMARK_HAS_VOBSUB
+TEST_F(FaultsOfExport, OfAPair) {
+  RequireWholeOrNone("VobSub pair", "new.idx");
+}
+#endif
+
+TEST_F(FaultsOfExport, OfAnAuthoringProject) {
+  RequireWholeOrNone("Authoring project", "new.xml");
+}
+
+TEST_F(FaultsOfExport, OfAContactSheet) {
+  RequireWholeOrNone("Contact sheet", "new.png");
 }
 
 TEST_F(ExportCommand, IsForAnOpenStreamThatIsNotMerged) {
