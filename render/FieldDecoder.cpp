@@ -71,7 +71,7 @@ struct alignas(8) ShortCodes {
 constexpr std::ptrdiff_t MaxShortCodes = 63;
 
 /// Bits of the code that starts in the highest of `count` bits; 0 when it has not ended among them.
-constexpr unsigned CodeBits(unsigned bits, unsigned count) {
+consteval unsigned CodeBits(unsigned bits, unsigned count) {
   for (unsigned size = 4; size <= std::min(count, 12U); size += 4) {
     if (bits >> (count - size) >= 1U << (size / 2)) {
       return size;
@@ -80,7 +80,7 @@ constexpr unsigned CodeBits(unsigned bits, unsigned count) {
   return 0;
 }
 
-constexpr ShortCodes SplitShortCodes(unsigned bits) {
+consteval ShortCodes SplitShortCodes(unsigned bits) {
   ShortCodes codes;
   unsigned left = 12;
   for (std::size_t i = 0; i < 3; ++i) {
@@ -105,13 +105,15 @@ constexpr ShortCodes SplitShortCodes(unsigned bits) {
   return codes;
 }
 
-constexpr std::array<ShortCodes, 4096> shortCodes = [] {
+consteval std::array<ShortCodes, 4096> AllShortCodes() {
   std::array<ShortCodes, 4096> table;
   for (unsigned bits = 0; bits < table.size(); ++bits) {
     table[bits] = SplitShortCodes(bits);
   }
   return table;
-}();
+}
+
+constexpr std::array<ShortCodes, 4096> shortCodes = AllShortCodes();
 
 /// The next bits of some bytes, at the top of a register.
 class BitWindow {

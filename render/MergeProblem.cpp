@@ -125,7 +125,7 @@ std::string LostPixels(const MergeProblem& problem) {
   const std::string outsideText =
       Words::Tr("%n pixel outside the frame", "%n pixels outside the frame", outside);
   if (inEdgeRows <= 0) {
-    return outside > 0 ? outsideText : std::string();
+    return outsideText;
   }
   if (outside <= 0) {
     return Words::Tr("%n pixel in the frame's rows 0, 1 or last, which merged units do not have",

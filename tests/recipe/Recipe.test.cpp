@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include "sup/StreamLoader.h"
 #include "tests/support/AppliedEdit.h"
 #include "tests/support/LoadedStream.h"
@@ -78,6 +81,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRecipe{"UnknownTopField", R"({"version": 1, "steps": [], "name": "x"})", "unknown field 'name'"},
         WrongRecipe{"StepIsNoObject", R"({"version": 1, "steps": ["sort"]})",
                     "step 1: it is no object with the name of a 'tool'"},
+        WrongRecipe{"ToolIsMissing", R"({"version": 1, "steps": [{"only": "1"}]})",
+                    "step 1: it is no object with the name of a 'tool'"},
         WrongRecipe{"ToolIsNoText", R"({"version": 1, "steps": [{"tool": 1}]})",
                     "step 1: it is no object with the name of a 'tool'"},
         WrongRecipe{"UnknownTool", R"({"version": 1, "steps": [{"tool": "sort"}, {"tool": "sorty"}]})",
@@ -134,6 +139,8 @@ TEST(ReadStep, RefusesOptionsThatDoNotGoTogether) {
         {{"sort", {{"only", "1"}, {"only", "2"}}}, "--only is given twice"},
         {{"sort", {{"gap", "1"}}}, "sort takes no '--gap'"},
         {{"join", {}}, "join needs --with"},
+        {{"join", {{"with", ""}}}, "--with: '' names no file"},
+        {{"fix", {{"profile", "other"}}}, "--profile: 'other' is neither spec nor player"},
         {{"join", {{"with", "a"}, {"gap", "1"}, {"at", "2"}}}, "--at stands in place of --gap"},
         {{"assign", {}}, "assign needs --colours, --opacities or both"},
         {{"nothing", {}}, "there is no tool 'nothing'"}}) {
@@ -220,6 +227,44 @@ TEST(RunStep, JoinOfAFileOfSeveralTracksNeedsOneOfThem) {
     ASSERT_TRUE(step);
     EXPECT_EQ(RunStep(*step, Index({})).Reason(), file + ": " + reason);
   }
+}
+
+TEST(RunStep, JoinOfAFileThatLosesItsSignatureIsRefused) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("damaged.sup");
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  const Bytes bytes = test::Join({test::Sound(Second).Build(), Bytes(48, 0xAA)});
+  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+  file.close();
+  const auto step = ReadStep({"join", {{"with", path.toStdString()}}});
+  ASSERT_TRUE(step);
+  EXPECT_EQ(RunStep(*step, Index({})).Reason(),
+            path.toStdString() + ": no \"SP\" stands where a packet should start");
+}
+
+TEST(ReadStep, GapGoesWithEitherOfItsOptions) {
+  EXPECT_TRUE(ReadStep({"ends", {{"fill", "true"}, {"gap", "1"}}}));
+  EXPECT_TRUE(ReadStep({"ends", {{"no-overlap", "true"}, {"gap", "1"}}}));
+}
+
+TEST(ReadStep, FixKnowsTwoProfiles) {
+  for (const char* profile : {"spec", "player"}) {
+    EXPECT_TRUE(ReadStep({"fix", {{"profile", profile}}})) << profile;
+  }
+}
+
+TEST(RecipeText, ToolThatThereIsNotHasNoFlags) {
+  const Recipe recipe{.Steps = {{.Tool = "nothing", .Options = {{"fill", "true"}}}}};
+  EXPECT_THAT(RecipeText(recipe), testing::HasSubstr("\"fill\": \"true\""));
+}
+
+TEST(TakesOut, CutKeepAndSalvageDo) {
+  const auto takesOut = [](const StepText& text) { return TakesOut(*ReadStep(text)); };
+  EXPECT_TRUE(takesOut({"cut", {{"only", "1"}}}));
+  EXPECT_TRUE(takesOut({"keep", {{"only", "1"}}}));
+  EXPECT_TRUE(takesOut({"salvage", {}}));
+  EXPECT_FALSE(takesOut({"sort", {}}));
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 namespace quillmark {
 namespace {
 
+using test::Bytes;
 using test::Join;
 using test::PacketBuilder;
 using test::Sound;
@@ -188,6 +189,46 @@ TEST(AuthoringNames, AnEndingInCapitalsGoesToo) {
 TEST(AuthoringNames, AnotherEndingStays) {
   EXPECT_EQ(AuthoringNamesFor("film.pal").Palette, "film.pal.pal");
   EXPECT_EQ(AuthoringNamesFor(".xml").Pictures, ".xml_pictures");
+}
+
+/// 720 pixels of codes 1 and 2 by turns, one nibble each: 2,880 bits a line.
+TEST_F(AuthoringProject, ALineLongerThanTheToolTakesIsNoted) {
+  const Bytes lines(std::size_t{2} * 360, 0x56);
+  const auto stream = test::Index(
+      PacketBuilder()
+          .ControlOffset(724)
+          .Unit(Join({lines, test::Sequence(0, 724,
+                                            {test::StartDisplay, test::SetColour(3, 2, 1, 0),
+                                             test::SetContrast(15, 15, 15, 0), test::SetArea(0, 719, 0, 1),
+                                             test::SetFields(4, 364), test::EndOfSequence})}))
+          .Build());
+  const auto written = Write(stream);
+  ASSERT_TRUE(written) << written.Reason();
+  EXPECT_THAT(written->Notes,
+              testing::Contains("subtitle 1 has a line of 2880 bits, at which spumux may end its run"));
+}
+
+TEST_F(AuthoringProject, CancelledAtAnyStepNothingIsThere) {
+  for (const std::uint64_t last : {0U, 1U, 2U}) {
+    const auto cancelled =
+        Write(TwoSubtitles(), {}, [&](std::uint64_t done, std::uint64_t) { return done < last; });
+    ASSERT_TRUE(cancelled);
+    EXPECT_EQ(cancelled->How, Completion::Cancelled);
+    EXPECT_THAT(Names(), ElementsAre());
+  }
+}
+
+TEST_F(AuthoringProject, APictureTallerThanAFrameIsLeftOut) {
+  const auto written = Write(test::Index(Sound(90000).Area(0, 3, 0, 576).Build()));
+  ASSERT_TRUE(written);
+  EXPECT_EQ(written->Subtitles, 0);
+}
+
+TEST_F(AuthoringProject, ALanguageHasTwoLetters) {
+  for (const char* none : {"d", "deu", "1e", "d-", "{e", "@e", "[e", "`e"}) {
+    ASSERT_TRUE(Write(TwoSubtitles(), {.Language = none, .Existing = Overwriting::Allowed}));
+    EXPECT_THAT(Read("film_dvdauthor.xml"), testing::Not(HasSubstr("lang=\"" + std::string(none)))) << none;
+  }
 }
 
 }  // namespace

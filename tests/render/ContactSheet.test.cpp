@@ -1,5 +1,6 @@
 #include "render/ContactSheet.h"
 
+#include <cerrno>
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
@@ -7,6 +8,7 @@
 #include <QImage>
 #include <gtest/gtest.h>
 
+#include "files/SystemCalls.h"
 #include "tests/support/FolderTest.h"
 #include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
@@ -176,6 +178,47 @@ TEST_F(ContactSheet, CancelledNothingIsThere) {
 
 TEST_F(ContactSheet, AFolderThatIsMissingIsNamed) {
   EXPECT_THAT(WriteContactSheet(StreamOf(1), Path("none/film")).Reason(), HasSubstr("none: No such file"));
+}
+
+TEST_F(ContactSheet, CancelledAtTheEndNothingIsThere) {
+  const auto cancelled =
+      Write(StreamOf(2), {}, [](std::uint64_t done, std::uint64_t of) { return done < of; });
+  ASSERT_TRUE(cancelled);
+  EXPECT_EQ(cancelled->How, Completion::Cancelled);
+  EXPECT_THAT(Names(), ElementsAre());
+}
+
+TEST_F(ContactSheet, AskedToGoOnItDoes) {
+  const auto written = Write(StreamOf(2), {}, [](std::uint64_t, std::uint64_t) { return true; });
+  ASSERT_TRUE(written);
+  EXPECT_EQ(written->How, Completion::Done);
+}
+
+TEST_F(ContactSheet, AFolderInAPagesPlaceIsNamed) {
+  ASSERT_TRUE(QDir(Folder()).mkdir("film_001.png"));
+  EXPECT_THAT(Write(StreamOf(1), {.Existing = Overwriting::Allowed}).Reason(),
+              HasSubstr("film_001.png: It is a folder"));
+  EXPECT_THAT(Names(), ElementsAre("film_001.png"));
+}
+
+TEST_F(ContactSheet, APageThatDoesNotFitTheDiskIsNamed) {
+  const SystemCalls calls = System();
+  System().Write = [](int, const void*, std::size_t) -> std::ptrdiff_t {
+    errno = ENOSPC;
+    return -1;
+  };
+  const auto written = Write(StreamOf(1));
+  System() = calls;
+  EXPECT_EQ(written.Reason(), "film_001.png: No space left on device");
+  EXPECT_THAT(Names(), ElementsAre());
+}
+
+/// Suites of this ending are run before all others, which make what draws text.
+TEST(ContactSheetDeathTest, WithoutADisplayThereIsNoText) {
+  if (QCoreApplication::instance() != nullptr) {
+    GTEST_SKIP() << "needs to be the first test of its program";
+  }
+  EXPECT_EQ(WriteContactSheet(StreamOf(1), "film").Reason(), "text cannot be drawn without a display");
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <set>
 
+#include "render/MergedStreamEncoder.h"
+
 namespace quillmark {
 namespace {
 
@@ -148,6 +150,45 @@ TEST(MergeReviewSummary, CountsPacketsByWhatTheyHave) {
       SummaryText(summary),
       "2 packets, 2 with problems: 1 second subtitle damaged, 1 second picture clipped, 1 pictures over "
       "each other");
+}
+
+TEST(MergeProblem, FieldsThatEndTooEarlyAreTold) {
+  MergedPair pair = SoundPair();
+  pair.Unit.IsFieldCut = true;
+  EXPECT_EQ(MessageOf(pair), "a field of the unit ends before the picture does");
+  pair.Unit.IsFieldCut = false;
+  pair.Counts.PrimaryIsCut = true;
+  EXPECT_EQ(MessageOf(pair), "the fields of the first picture end before its last line");
+  pair.Counts.PrimaryIsCut = false;
+  pair.Counts.SecondaryIsCut = true;
+  EXPECT_EQ(MessageOf(pair), "the fields of the second picture end before its last line");
+}
+
+std::uint32_t MaskOf(std::initializer_list<Kind> kinds) {
+  std::uint32_t mask = 0;
+  for (const Kind kind : kinds) {
+    mask |= 1U << static_cast<unsigned>(kind);
+  }
+  return mask;
+}
+
+TEST(MergeProblemKindsWithWords, AreThoseWhoseNamePhraseOrMessageHasThem) {
+  EXPECT_EQ(MergeProblemKindsWithWords("recoloured"), MaskOf({Kind::Recoloured}));  // a name
+  EXPECT_EQ(MergeProblemKindsWithWords("Pictures Over each other"), MaskOf({Kind::Covered}));
+  EXPECT_EQ(MergeProblemKindsWithWords("covers the first one"), MaskOf({Kind::Covered}));
+  EXPECT_EQ(MergeProblemKindsWithWords("cover the first one"), MaskOf({Kind::Covered}));
+  EXPECT_EQ(MergeProblemKindsWithWords("end before its last line"),
+            MaskOf({Kind::PrimaryCut, Kind::SecondaryCut}));
+  EXPECT_EQ(MergeProblemKindsWithWords("nothing of the kind"), 0U);
+}
+
+TEST(ReasonOf, SaysWhyThereIsNoPacket) {
+  EXPECT_EQ(ReasonOf(MergeOutcome::InvalidPrimary), "its control data is not complete");
+  EXPECT_EQ(ReasonOf(MergeOutcome::InvalidSecondary),
+            "the control data of the second stream's subtitle is not complete");
+  EXPECT_EQ(ReasonOf(MergeOutcome::TooLarge), "the merged picture does not fit a unit of 65535 bytes");
+  EXPECT_EQ(ReasonOf(MergeOutcome::Encoded), "");
+  EXPECT_EQ(ReasonOf(MergeOutcome::Skipped), "");
 }
 
 }  // namespace

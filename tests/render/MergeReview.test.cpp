@@ -287,5 +287,26 @@ TEST(MergeReview, SubtitleWithoutAPacketHasNoPair) {
   EXPECT_EQ(pairs[1].Primary, 2U);
 }
 
+TEST(MergedPair, PlannedIsWhatItsSubtitlesAndItsTimeSay) {
+  MergedPair pair;
+  pair.Primary = 2;
+  pair.Secondary = 6;
+  pair.StartTicks = 900;
+  pair.Delay = 10;
+  const DisplayInterval both = pair.Planned();
+  EXPECT_EQ(both.Start, 900);
+  EXPECT_EQ(both.End, 10900);
+  EXPECT_EQ(both.Delay, 10);
+  EXPECT_EQ(both.First, 2U);
+  EXPECT_EQ(both.Second, 6U);
+  pair.HasPrimary = false;
+  EXPECT_EQ(pair.Planned().First, std::nullopt);
+  EXPECT_EQ(pair.Planned().Second, 6U);
+  pair.HasSecondary = false;
+  EXPECT_EQ(pair.Planned().Second, std::nullopt);
+  pair.StartTicks = 9223372036854775807;
+  EXPECT_EQ(pair.Planned().End, 9223372036854775807);
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -117,5 +117,38 @@ TEST(ColourDistance, OfAnInvisibleColourTheAlphaAloneCounts) {
   EXPECT_EQ(ColourDistance(0x00FFFFFF, 0x05000000), 5);
 }
 
+MergeSettings SplitSettings() {
+  MergeSettings settings = test::StartUpSettings();
+  settings.Mode = MergeMode::Split;
+  return settings;
+}
+
+TEST(MergedInputReader, UnitOfASplitMergeNeedsNoPlan) {
+  const TwoStreams streams(Sound(Second).Colour(7, 6, 5, 4).Build(),
+                           Join({Sound(Second).Build(), Sound(5 * Second).Build()}));
+  MergedInputReader planned(streams.Primary, streams.Secondary, SplitSettings());
+  ASSERT_EQ(planned.Read(1), MergeOutcome::Encoded);
+  EXPECT_FALSE(planned.HasPrimary());
+  EXPECT_EQ(planned.Secondary(), 1U);
+  MergedInputReader alone(streams.Primary, streams.Secondary, SplitSettings());
+  ASSERT_EQ(alone.ReadUnit(planned.Planned()), MergeOutcome::Encoded);
+  EXPECT_FALSE(alone.HasPrimary());
+  EXPECT_EQ(alone.StartTicks(), 5 * Second);
+  // The colours are those of the first stream, whose subtitle is not there.
+  EXPECT_EQ(alone.Control().ColourBytes[0], 0x76);
+  EXPECT_EQ(planned.Control().ColourBytes[0], 0x76);
+  // A second one finds what the first one looked for.
+  EXPECT_EQ(alone.ReadUnit(planned.Planned()), MergeOutcome::Encoded);
+}
+
+TEST(MergedInputReader, WithoutACompletePrimaryASecondaryHasItsOwnColours) {
+  const TwoStreams streams(Sound(Second).WithoutArea().Build(), Sound(5 * Second).Colour(7, 6, 5, 4).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());
+  DisplayInterval unit{.Start = 5 * Second, .End = 6 * Second};
+  unit.Second = 0;
+  ASSERT_EQ(reader.ReadUnit(unit), MergeOutcome::Encoded);
+  EXPECT_EQ(reader.Control().ColourBytes[0], 0x76);
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -88,6 +88,18 @@ TEST(OffsetSearch, WhatEveryOffsetClipsIsInTheCost) {
   EXPECT_EQ(Searched(streams, SettingsAt(0)).CostOf(0), (OffsetCost{.Covered = 0, .Clipped = 8}));
 }
 
+TEST(OffsetSearch, PictureBesideTheFrameIsClippedWholly) {
+  const TwoStreams streams(Sound(Second).Build(), Sound(Second).Area(720, 723, 300, 301).Build());
+  EXPECT_EQ(Searched(streams, SettingsAt(0)).CostOf(0), (OffsetCost{.Covered = 0, .Clipped = 8}));
+}
+
+TEST(OffsetSearch, ReversedAreaCostsNothing) {
+  for (const Bytes& reversed :
+       {Sound(Second).Area(103, 100, 400, 401).Build(), Sound(Second).Area(100, 103, 401, 400).Build()}) {
+    EXPECT_EQ(Searched({Sound(Second).Build(), reversed}, SettingsAt(0)).CostOf(0), OffsetCost());
+  }
+}
+
 TEST(OffsetSearch, InvisiblePixelsCostNothing) {
   MergeSettings settings = SettingsAt(0);
   const TwoStreams streams(Sound(Second).Contrast(15, 0, 15, 0).Build(), Sound(Second).Build());

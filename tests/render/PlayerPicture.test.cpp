@@ -277,5 +277,36 @@ TEST(PlayerPictureChanges, FollowTheFrameAndNotTheArea) {
   EXPECT_EQ(picture.Line(2), Plain);
 }
 
+TEST(PlayerPicture, DrawnTwiceItIsTheSame) {
+  LastPicture picture(test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()}}));
+  picture.Draw(picture.Timeline().States.back());
+  ASSERT_EQ(picture.Size(), QSize(8, 4));
+  EXPECT_EQ(picture.Line(3), Plain);
+}
+
+TEST(PlayerPicture, PixelBelowWhatWasDrawnIsFoundToo) {
+  LastPicture picture(test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()}}), QSize(720, 401));
+  ASSERT_EQ(picture.Size(), QSize(8, 1));
+  const auto pixel = picture.At(102, 403);
+  ASSERT_TRUE(pixel.has_value());
+  EXPECT_EQ(pixel->Code, 1U);
+}
+
+TEST(PlayerPicture, PixelIsFoundWhereNothingWasDrawn) {
+  const Bytes unit = test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()}}).WholeUnit();
+  const DisplayTimeline timeline = ReadDisplay(unit, static_cast<std::uint16_t>(unit[2] << 8U | unit[3]));
+  DisplayState state = timeline.States.back();
+  PlayerPicture player(unit);
+  const auto pixel = player.At(state, {}, {106, 400});
+  ASSERT_TRUE(pixel.has_value());
+  EXPECT_EQ(pixel->Code, 3U);
+  DisplayState without = state;
+  without.Fields.reset();
+  EXPECT_FALSE(player.At(without, {}, {106, 400}).has_value());
+  without = state;
+  without.Area.reset();
+  EXPECT_FALSE(player.At(without, {}, {106, 400}).has_value());
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -185,5 +185,35 @@ TEST(HaveSameTrailingBytes, LooksAtWhatFollowsTheLastPacket) {
   EXPECT_TRUE(HaveSameTrailingBytes(StreamOf({}), SupStream()));
 }
 
+// The other one, 6 pixels wide, is 111122 and 222200, of which 10 are no background; the first one has 8.
+
+TEST(CompareStreams, PicturesBesideEachOtherDifferInAllThatTheyShow) {
+  const ComparedPair pair = One(SoundPacket().Build(), SoundPacket().Area(300, 305, 400, 401).Build());
+  EXPECT_EQ(pair.OtherPixels, 18);
+}
+
+TEST(CompareStreams, PicturesBelowEachOtherDifferInAllThatTheyShow) {
+  EXPECT_EQ(One(SoundPacket().Build(), SoundPacket().Area(100, 105, 410, 411).Build()).OtherPixels, 18);
+  EXPECT_EQ(One(SoundPacket().Build(), SoundPacket().Area(100, 105, 390, 391).Build()).OtherPixels, 18);
+}
+
+TEST(CompareStreams, LinesOfOtherFieldsAreOtherPixels) {
+  // The fields' offsets are unit bytes 27 to 30.
+  const ComparedPair swapped = One(SoundPacket().Build(), Changed({{24, 6}, {26, 4}}));
+  EXPECT_THAT(swapped.Differences, ElementsAre(Difference::Pixels));
+  EXPECT_EQ(swapped.OtherPixels, 8);
+  EXPECT_EQ(One(SoundPacket().Build(), Changed({{26, 4}})).OtherPixels, 4);
+}
+
+TEST(CompareStreams, LinesMoreAreAnotherSize) {
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Area(100, 103, 400, 403).Build()).Differences,
+              testing::Contains(Difference::Size));
+}
+
+TEST(CompareStreams, LinesFurtherDownAreAnotherPlace) {
+  EXPECT_THAT(One(SoundPacket().Build(), SoundPacket().Area(100, 103, 402, 403).Build()).Differences,
+              ElementsAre(Difference::Place));
+}
+
 }  // namespace
 }  // namespace quillmark
