@@ -71,12 +71,21 @@ function(quillmark_share_precompiled target kind)
   endif()
 endfunction()
 
+if(QUILLMARK_REACHED)
+  add_library(quillmark_not_reached STATIC ${CMAKE_CURRENT_SOURCE_DIR}/tests/support/NotReached.cpp)
+endif()
+
 # quillmark_library(<folder> SOURCES <files>... LINK <targets>...): the library of one layer.
 function(quillmark_library folder)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(quillmark_${folder} STATIC ${arg_SOURCES})
   target_include_directories(quillmark_${folder} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(quillmark_${folder} PUBLIC ${arg_LINK} PRIVATE quillmark_rules)
+  if(QUILLMARK_REACHED)
+    target_compile_options(quillmark_${folder} PRIVATE -gline-tables-only
+                                                       -fsanitize-coverage=func,inline-8bit-counters,pc-table)
+    target_link_libraries(quillmark_${folder} PUBLIC quillmark_not_reached)
+  endif()
 endfunction()
 
 # quillmark_compile_lightly(<target>): for layers that are much code and run little of it. A release optimises them less;
