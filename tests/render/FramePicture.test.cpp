@@ -8,8 +8,8 @@
 namespace quillmark {
 namespace {
 
-constexpr QRect Whole(0, 0, 720, 576);
-const Background Blue = {.Source = Background::Kind::Colour, .File = {}, .Colour = 0xFF102030};
+constexpr QRect WholeFrame(0, 0, 720, 576);
+const Background BlueGround = {.Source = Background::Kind::Colour, .File = {}, .Colour = 0xFF102030};
 
 class FramePictureTest : public test::FolderTest {
  protected:
@@ -38,8 +38,8 @@ class FramePictureTest : public test::FolderTest {
 };
 
 TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAColour) {
-  Frame.DrawBackground(576, Blue, nullptr);
-  EXPECT_EQ(Frame.TakeChanged(), Whole);
+  Frame.DrawBackground(576, BlueGround, nullptr);
+  EXPECT_EQ(Frame.TakeChanged(), WholeFrame);
   EXPECT_EQ(Frame.Image().pixel(0, 575), 0xFF102030U);
   ExpectTakenBack();
 }
@@ -56,13 +56,13 @@ TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAFile) {
   ASSERT_TRUE(green.save(Path("green.png")));
   const Background file = {.Source = Background::Kind::PictureFile, .File = Path("green.png")};
   Frame.DrawBackground(480, file, nullptr);
-  EXPECT_EQ(Frame.TakeChanged(), Whole);
+  EXPECT_EQ(Frame.TakeChanged(), WholeFrame);
   EXPECT_EQ(Frame.Image().pixel(719, 479), 0xFF00FF00U);
   ExpectTakenBack();
 }
 
 TEST_F(FramePictureTest, FileThatCannotBeReadLeavesTheFrame) {
-  Frame.DrawBackground(576, Blue, nullptr);
+  Frame.DrawBackground(576, BlueGround, nullptr);
   static_cast<void>(Frame.TakeChanged());
   const Background missing = {.Source = Background::Kind::PictureFile, .File = Path("missing.png")};
   Frame.DrawBackground(576, missing, nullptr);
@@ -72,21 +72,21 @@ TEST_F(FramePictureTest, FileThatCannotBeReadLeavesTheFrame) {
 }
 
 TEST_F(FramePictureTest, BackgroundThatIsThereIsDrawnWhereItWasDrawnOnAlone) {
-  Frame.DrawBackground(576, Blue, nullptr);
+  Frame.DrawBackground(576, BlueGround, nullptr);
   DrawRed();
   static_cast<void>(Frame.TakeChanged());
-  Frame.DrawBackground(576, Blue, nullptr);
+  Frame.DrawBackground(576, BlueGround, nullptr);
   EXPECT_EQ(Frame.TakeChanged(), QRect(10, 20, 2, 2));
   EXPECT_EQ(Frame.Image().pixel(11, 21), 0xFF102030U);
 }
 
 TEST_F(FramePictureTest, AnotherColourIsDrawnOverAll) {
-  Frame.DrawBackground(576, Blue, nullptr);
+  Frame.DrawBackground(576, BlueGround, nullptr);
   static_cast<void>(Frame.TakeChanged());
-  Background other = Blue;
+  Background other = BlueGround;
   other.Colour = 0xFF302010;
   Frame.DrawBackground(576, other, nullptr);
-  EXPECT_EQ(Frame.TakeChanged(), Whole);
+  EXPECT_EQ(Frame.TakeChanged(), WholeFrame);
   EXPECT_EQ(Frame.Image().pixel(300, 300), 0xFF302010U);
 }
 
