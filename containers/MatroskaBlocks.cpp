@@ -210,11 +210,11 @@ std::string MatroskaBlocks::FaultText(Fault fault, std::int64_t count, const std
       return Words::Tr("%n block left out, the unit cut short, at byte %1",
                        "%n blocks left out, the unit cut short, the first at byte %1", count, {first});
     case Fault::HasTail:
-      return Words::Tr("%n block with bytes behind the unit, which are left out, at byte %1",
-                       "%n blocks with bytes behind the unit, which are left out, the first at byte %1",
-                       count, {first});
+      break;
   }
-  return {};
+  return Words::Tr("%n block with bytes behind the unit, which are left out, at byte %1",
+                   "%n blocks with bytes behind the unit, which are left out, the first at byte %1", count,
+                   {first});
 }
 
 std::vector<std::string> MatroskaBlocks::NotesOf(const Gathered& track) {

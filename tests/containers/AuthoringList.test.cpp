@@ -1,9 +1,11 @@
 #include "containers/AuthoringList.h"
 
+#include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <gtest/gtest.h>
 
@@ -11,6 +13,7 @@
 #include "sup/SpuControl.h"
 #include "tests/support/FolderTest.h"
 #include "tests/support/LoadedStream.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark {
 namespace {
@@ -294,6 +297,72 @@ TEST_F(AuthoringList, IsAContainer) {
   const auto read = ReadContainer(PathFromUtf8(Path("film.xml").toStdString()));
   ASSERT_TRUE(read && *read);
   EXPECT_THAT((*read)->Tracks, SizeIs(1));
+}
+
+TEST_F(AuthoringList, AMissingListHasAReason) {
+  EXPECT_EQ(Read().Reason(), "No such file or directory");
+}
+
+TEST_F(AuthoringList, WhatIsNoListHasItsLine) {
+  EXPECT_EQ(ReadLines("<picture/>").Reason(), "line 1: unknown element \"picture\"");
+}
+
+TEST_F(AuthoringList, AFileLongerThanAnyListIsRefused) {
+  Put("film.xml", "");
+  std::filesystem::resize_file(Path("film.xml").toStdString(), (std::uintmax_t{64} << 20U) + 1);
+  EXPECT_EQ(Read().Reason(), "it is too long for a list of pictures");
+}
+
+TEST_F(AuthoringList, FilesThatCannotBeReadHaveAReason) {
+  if (!test::LinkUnreadableFile(Path("film.xml").toStdString()) ||
+      !test::LinkUnreadableFile(Path("a.png").toStdString())) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  EXPECT_EQ(Read().Reason(), "it cannot be read");
+  ASSERT_TRUE(QFile::remove(Path("film.xml")));
+  EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it cannot be read");
+}
+
+TEST_F(AuthoringList, APaletteThatCannotBeReadIsNotUsed) {
+  if (!test::LinkUnreadableFile(Path("film.pal").toStdString())) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  PutSmall("a.png");
+  EXPECT_TRUE(ReadLines(OneLine));
+}
+
+TEST_F(AuthoringList, FourVisibleColoursKeepAnOddHeightAndItIsNoted) {
+  PutPicture("a.png", 4, 3, [](int x, int) { return Shade(x * 60); });
+  const Track track = ReadTrack(OneLine);
+  EXPECT_THAT(track.Notes,
+              ElementsAre("line 1: a.png has four visible colours and an odd height; its last line is not "
+                          "shown here"));
+  EXPECT_EQ(ControlsOf(track)[0].Y2, 52);
+}
+
+TEST_F(AuthoringList, ALinePastAllAreasIsRefused) {
+  PutSmall("a.png");
+  EXPECT_EQ(ReadLines("<spu start=\"1\" image=\"a.png\" yoffset=\"4095\"/>").Reason(),
+            "line 1: a.png: it ends past 4095 pixels");
+}
+
+TEST_F(AuthoringList, APaletteOfOtherSignsOrTooFewColoursIsNotUsed) {
+  PutSmall("a.png");
+  std::string fifteen;
+  for (int i = 0; i < 15; ++i) {
+    fifteen += "102030\r\n";
+  }
+  for (const std::string& palette : {fifteen, fifteen + "10203g\r\n"}) {
+    Put("film.rgb", palette);
+    EXPECT_EQ(ReadTrack(OneLine).Palette, ReadTrack(OneLine, {}).Palette);
+    EXPECT_THAT(*ReadTrack(OneLine).Palette, testing::Not(testing::Contains(MakeRgb(0x10, 0x20, 0x30))));
+  }
+}
+
+TEST_F(AuthoringList, AskedToGoOnItDoes) {
+  PutSmall("a.png");
+  Put("film.xml", OneLine);
+  EXPECT_TRUE(Read({}, [](std::uint64_t, std::uint64_t) { return true; }).IsOk());
 }
 
 }  // namespace

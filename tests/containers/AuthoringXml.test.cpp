@@ -198,5 +198,36 @@ TEST(ResolveTimes, NinetyTicksAreTooShort) {
               ElementsAre(AuthoringTime{0, 90000, 90009}, AuthoringTime{1, 90099, 270000}));
 }
 
+TEST(AuthoringXml, ADocumentTypeIsNoElement) {
+  const auto spus =
+      ParseAuthoringXml("<!DOCTYPE subpictures>\n" + ListOf("<spu start=\"1\" image=\"a\"/>\n"));
+  ASSERT_TRUE(spus) << spus.Reason();
+  EXPECT_EQ(spus->size(), 1U);
+}
+
+TEST(AuthoringXml, ButtonsStandInSubtitlesAlone) {
+  const auto spus = ParseAuthoringXml(ListOf(
+      "<spu start=\"1\" image=\"a\"><action name=\"1\"/></spu>\n<spu start=\"2\" select=\"s.png\"/>\n"));
+  ASSERT_TRUE(spus) << spus.Reason();
+  ASSERT_EQ(spus->size(), 2U);
+  EXPECT_TRUE((*spus)[0].HasButtons);
+  EXPECT_TRUE((*spus)[1].HasButtons);
+  EXPECT_EQ(WhyNot("<button name=\"1\"/>"), "line 3: unknown element \"button\"");
+  EXPECT_EQ(WhyNot("<spu><picture/></spu>"), "line 3: unknown element \"picture\"");
+}
+
+TEST(AuthoringXml, TheFirstFaultIsTold) {
+  EXPECT_EQ(WhyNot("<spu xoffset=\"4096\" force=\"maybe\"/>"),
+            "line 3: xoffset \"4096\" is no number from 0 to 4095");
+}
+
+TEST(AuthoringXml, NoIsNotForced) {
+  for (const char* no : {"no", "off", "0"}) {
+    const auto spus = ParseAuthoringXml(ListOf(std::string("<spu force=\"") + no + "\"/>"));
+    ASSERT_TRUE(spus) << spus.Reason();
+    EXPECT_FALSE((*spus)[0].IsForced);
+  }
+}
+
 }  // namespace
 }  // namespace quillmark

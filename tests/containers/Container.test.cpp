@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/FilePath.h"
+#include "containers/Language.h"
 #include "tests/support/FolderTest.h"
 
 namespace quillmark {
@@ -100,6 +101,28 @@ TEST_F(ContainerFiles, SupIsOneTrackByteForByte) {
 
 TEST_F(ContainerFiles, MissingFileHasAReason) {
   EXPECT_FALSE(ReadContainer(PathFromUtf8(Path("missing.sup").toStdString())).Reason().empty());
+}
+
+TEST(FindTrack, SingleTrackOfAnotherLanguageIsNotTheOne) {
+  Container container;
+  container.Tracks.resize(1);
+  container.Tracks[0].Language = "en";
+  EXPECT_EQ(FindTrack(container, "de").Reason(), "there is no track de; it has 1 (en)");
+}
+
+TEST(LanguageCode, IsThatOfTwoLettersWhereThereIsOne) {
+  EXPECT_EQ(LanguageCode("de"), "de");
+  EXPECT_EQ(LanguageCode("deu"), "de");
+  EXPECT_EQ(LanguageCode("GER"), "de");
+  EXPECT_EQ(LanguageCode("pt-BR"), "pt");
+  EXPECT_EQ(LanguageCode("xx"), "xx");
+  EXPECT_EQ(LanguageCode("qqq"), "qqq");
+}
+
+TEST(LanguageCode, OfWhatIsNoLanguageIsEmpty) {
+  for (const char* none : {"", "d", "germ", "und", "d1", "1d", "d{", "{d", "d`", "-de"}) {
+    EXPECT_EQ(LanguageCode(none), "") << none;
+  }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "base/FilePath.h"
 #include "containers/ByteSource.h"
 #include "tests/support/IfoBuilder.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark {
 namespace {
@@ -296,6 +297,59 @@ TEST(ReadIfo, ChainsThatOverlapEndSoon) {
   EXPECT_THAT(info->Notes, ElementsAre("its tables overlap; what follows the first of them is left out"));
 }
 
+/// Two tables of menus, the second one 8 bytes into the first: each has 2,000 entries, and the file has room
+/// for 2,560.
+TEST(ReadIfo, EntriesOfTablesThatOverlapEndSoon) {
+  Bytes file = IfoHead("DVDVIDEO-VMG");
+  PutNumber(file, 0xC8, 1, 4);
+  file.resize(20480);
+  PutNumber(file, 2048, 2, 2);
+  for (std::uint32_t i = 0; i < 2; ++i) {
+    PutNumber(file, 2048 + 8 + 8 * i + 4, 24 + 8 * i, 4);
+    PutNumber(file, 2048 + 24 + 8 * i, 2000, 2);
+    PutNumber(file, 2048 + 24 + 8 * i + 4, 0xFFFFFFFF, 4);
+  }
+  const auto info = ReadIfo(file);
+  ASSERT_TRUE(info) << info.Reason();
+  EXPECT_THAT(info->Notes,
+              testing::Contains("its tables overlap; what follows the first of them is left out"));
+}
+
+TEST(ReadIfo, FirstPlayChainOutsideTheFileIsTold) {
+  Bytes file = IfoHead("DVDVIDEO-VMG");
+  AppendTable(file, 0xC8, IfoMenus({{.Language = "fr", .Chains = {{}}}}));
+  PutNumber(file, 0x84, 0xFFFFFF00, 4);
+  const auto info = ReadIfo(file);
+  ASSERT_TRUE(info);
+  EXPECT_THAT(Texts(*info), ElementsAre("menu (fr)"));
+  EXPECT_EQ(info->Notes.size(), 1U);
+}
+
+TEST(ReadIfo, LanguageOfOtherSignsThanLettersIsUnknown) {
+  for (const char sign : {'@', '{', '\0'}) {
+    Bytes file = FileWithTwoLanguages({});
+    file[0x258] = static_cast<std::uint8_t>(sign);
+    EXPECT_EQ(ReadIfo(file)->TitleSubpictures[0].Language, "");
+  }
+}
+
+TEST(FactsOfSubstreams, ExtensionsAreNamed) {
+  const auto nameOf = [](std::uint8_t extension) {
+    Bytes file = FileWithTwoLanguages({.Subpictures = {{0x83, 0, 0, 0}, {0x80, 0, 0, 0}}});
+    file[0x254 + 13] = extension;
+    return FactsOfSubstreams(*ReadIfo(file))->Names[0];
+  };
+  EXPECT_EQ(nameOf(1), "");
+  EXPECT_EQ(nameOf(2), "large letters");
+  EXPECT_EQ(nameOf(3), "for children");
+  EXPECT_EQ(nameOf(5), "captions");
+  EXPECT_EQ(nameOf(6), "captions, large letters");
+  EXPECT_EQ(nameOf(7), "captions for children");
+  EXPECT_EQ(nameOf(9), "forced");
+  EXPECT_EQ(nameOf(14), "director's comments, large letters");
+  EXPECT_EQ(nameOf(15), "director's comments for children");
+}
+
 TEST(FactsOfSubstreams, SubstreamHasTheLanguageOfItsStream) {
   const auto facts =
       FactsOfSubstreams(*ReadIfo(FileWithTwoLanguages({.Subpictures = {{0x83, 0, 0, 0}, {0x80, 0, 0, 0}}})));
@@ -365,6 +419,14 @@ TEST_F(IfoFiles, FileOfTheVideoManagerIsReadToo) {
 TEST_F(IfoFiles, MissingFileHasAReason) {
   EXPECT_EQ(ReadIfoFile(PathFromUtf8(Path("missing.ifo").toStdString())).Reason(),
             "No such file or directory");
+}
+
+TEST_F(IfoFiles, FileThatCannotBeReadHasAReason) {
+  const auto path = PathFromUtf8(Path("a.ifo").toStdString());
+  if (!test::LinkUnreadableFile(path)) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  EXPECT_EQ(ReadIfoFile(path).Reason(), "it cannot be read");
 }
 
 }  // namespace

@@ -2,10 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <QByteArray>
 #include <QFile>
 #include <gtest/gtest.h>
 
 #include "base/FilePath.h"
+#include "containers/MatroskaBlocks.h"
+#include "containers/MatroskaInput.h"
+#include "containers/MatroskaTracks.h"
+#include "tests/containers/FailingSource.h"
 #include "tests/support/EbmlBuilder.h"
 
 namespace quillmark {
@@ -670,6 +675,99 @@ TEST_F(MatroskaFiles, FileWithNoneOfOursNamesWhatItHas) {
   const auto path = PathFromUtf8(Put("a.mkv", std::string(file.begin(), file.end())).toStdString());
   EXPECT_EQ(ReadContainer(path).Reason(),
             "it holds no DVD subtitles; track 2 is of another kind (S_HDMV/PGS)");
+}
+
+TEST(ReadMatroska, OtherCompressionsThanTheUsualOnesAreNamed) {
+  const auto notes = [](std::uint64_t algorithm) {
+    return ReadTrackWith(Encoding(Element(0x5034, NumberElement(0x4254, algorithm)))).Notes;
+  };
+  EXPECT_THAT(notes(2), ElementsAre("track 1 is compressed with lzo1x, which is not read"));
+  EXPECT_THAT(notes(4), ElementsAre("track 1 is compressed in a way that is not known"));
+}
+
+TEST(ReadMatroska, BlockThatEndsInItsHeadHasNoUnit) {
+  for (const Bytes& head : {Bytes{0, 0, 0, 0}, Bytes{0x10, 0, 0, 1}, Bytes{0x40, 1, 0, 0}}) {
+    const Container read = Taken(ReadBytes(MatroskaFile(
+        Joined({OneTrack(), Cluster(0, Joined({Element(0xA3, head), SimpleBlock(1, 0, PlainUnit(8))}))}))));
+    ASSERT_EQ(read.Tracks.size(), 1U);
+    EXPECT_EQ(read.Tracks[0].Packets, Packet(0, PlainUnit(8)));
+  }
+}
+
+TEST(ReadMatroska, SourceThatCannotBeReadGivesItsReason) {
+  const Bytes file = MatroskaFile(Joined({OneTrack(), Cluster(0, SimpleBlock(1, 0, PlainUnit(8)))}));
+  for (const std::uint64_t readable : {0U, 40U}) {
+    test::FailingSource source(file, readable);
+    EXPECT_EQ(ReadMatroskaFrom(source).Reason(), "the disk is damaged") << readable;
+  }
+}
+
+TEST(UndoEncodings, MoreBytesThanAUnitHasAreRefused) {
+  const std::vector<ContentEncoding> zlib = {{}};
+  const QByteArray packed = qCompress(QByteArray(100000, 'a')).mid(4);
+  Bytes bytes(packed.begin(), packed.end());
+  EXPECT_EQ(UndoEncodings(zlib, EncodedPart::Blocks, 5000, bytes).Reason(),
+            "more bytes come out than a unit has");
+  const std::vector<ContentEncoding> stripping = {{.IsStripping = true, .Stripped = Bytes(10)}};
+  bytes = Bytes(5);
+  EXPECT_EQ(UndoEncodings(stripping, EncodedPart::Blocks, 14, bytes).Reason(), "they are too many");
+  EXPECT_TRUE(UndoEncodings(stripping, EncodedPart::Blocks, 15, bytes));
+}
+
+TEST(TicksOfMatroskaTime, FarBeforeAllTimesIsTheFirst) {
+  constexpr std::int64_t First = std::numeric_limits<std::int64_t>::min();
+  EXPECT_EQ(TicksOfMatroskaTime(First, MatroskaBlocks::MaxScale), First);
+}
+
+const Progress noProgress;
+
+TEST(MatroskaInput, GoesWhereItIsSent) {
+  const Bytes bytes = {10, 11, 12, 13, 14};
+  MemorySource source(bytes);
+  MatroskaInput input(source, noProgress);
+  const auto next = [&] {
+    std::uint8_t byte = 0;
+    return input.read(&byte, 1) == 1 ? byte : 0;
+  };
+  input.setFilePointer(3, libebml::seek_beginning);
+  EXPECT_EQ(next(), 13);
+  input.setFilePointer(-3, libebml::seek_current);
+  EXPECT_EQ(next(), 11);
+  input.setFilePointer(-1, libebml::seek_end);
+  EXPECT_EQ(next(), 14);
+  input.setFilePointer(9, libebml::seek_current);
+  EXPECT_EQ(input.getFilePointer(), 5U);
+  input.setFilePointer(-9, libebml::seek_beginning);
+  EXPECT_EQ(next(), 10);
+}
+
+TEST(MatroskaInput, ReadsManyBytesAtOnce) {
+  Bytes bytes(10000);
+  bytes[4095] = 1;
+  bytes[9999] = 2;
+  MemorySource source(bytes);
+  MatroskaInput input(source, noProgress);
+  Bytes read(20000);
+  EXPECT_EQ(input.read(read.data(), read.size()), 10000U);
+  read.resize(10000);
+  EXPECT_EQ(read, bytes);
+}
+
+/// A file that became shorter while it is read.
+class ShrunkSource : public ByteSource {
+ public:
+  [[nodiscard]] std::uint64_t Length() const override { return 10000; }
+  [[nodiscard]] Result<std::size_t> ReadAt(std::uint64_t, std::span<std::uint8_t>) override {
+    return std::size_t{0};
+  }
+};
+
+TEST(MatroskaInput, EndsWhereTheSourceDoes) {
+  ShrunkSource source;
+  MatroskaInput input(source, noProgress);
+  Bytes read(10000);
+  EXPECT_EQ(input.read(read.data(), 10000), 0U);
+  EXPECT_EQ(input.read(read.data(), 1), 0U);
 }
 
 }  // namespace

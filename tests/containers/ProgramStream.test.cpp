@@ -6,8 +6,12 @@
 
 #include "base/FilePath.h"
 #include "containers/ProgramTracks.h"
+#include "tests/containers/FailingSource.h"
 #include "tests/containers/PackBuilder.h"
 #include "tests/support/FolderTest.h"
+#include "tests/support/IfoBuilder.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark {
 namespace {
@@ -311,6 +315,89 @@ TEST_F(ProgramStreamFiles, StreamOfSpumux) {
   ASSERT_TRUE(sup.open(QIODevice::ReadOnly));
   const QByteArray bytes = sup.readAll();
   EXPECT_EQ((*read)->Tracks[0].Packets, Bytes(bytes.begin(), bytes.end()));
+}
+
+TEST(ProgramStream, SourceThatCannotBeReadGivesItsReason) {
+  test::FailingSource source(Subtitle(Second, 0), 100);
+  EXPECT_EQ(ReadProgramTracks(source).Reason(), "the disk is damaged");
+}
+
+TEST(ProgramStream, NavigationWithoutItsTimesIsPassed) {
+  const auto with = [](const Bytes& control) {
+    return TimesIn(Read(Join({PackHead(), PesPacket(0xBF, control), Subtitle(2 * Second, 0)})));
+  };
+  const std::vector<std::int64_t> plain = TimesIn(Read(Subtitle(2 * Second, 0)));
+  for (const std::size_t size : {1U, 13U, 15U, 17U, 20U}) {
+    EXPECT_EQ(with(Bytes(size, 0)), plain) << size;
+  }
+  EXPECT_EQ(with(Bytes(40, 1)), plain);
+}
+
+TEST(ProgramStream, StreamsWithoutAHeaderAreNone) {
+  for (const unsigned stream : {0xBCU, 0xF0U, 0xFFU}) {
+    const Bytes other =
+        PesPacket(static_cast<std::uint8_t>(stream), Join({{0x81, 0x80, 5}, Bytes(20, 0x21)}));
+    EXPECT_EQ(TimesIn(Read(Join({PackHead(), other, Subtitle(2 * Second, 0)}))),
+              std::vector<std::int64_t>{2 * Second});
+  }
+}
+
+TEST_F(ProgramStreamFiles, NineTitlePartsAreAll) {
+  const auto first = File("VTS_01_1.VOB", Subtitle(1 * Second, 0));
+  for (int part = 2; part <= 9; ++part) {
+    File("VTS_01_" + QString::number(part) + ".VOB", Subtitle(part * Second, 0));
+  }
+  const auto read = ReadContainer(first);
+  ASSERT_TRUE(read && *read);
+  EXPECT_EQ(TimesIn(**read).size(), 9U);
+}
+
+TEST_F(ProgramStreamFiles, PartThatCannotBeReadIsTold) {
+  const auto path = PathFromUtf8(Path("VTS_01_1.VOB").toStdString());
+  if (!test::LinkUnreadableFile(path)) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  EXPECT_EQ(ReadProgramStream(path).Reason(), "it cannot be read");
+}
+
+TEST_F(ProgramStreamFiles, PartThatMayNotBeReadIsNamed) {
+  if (!test::PermissionsBind()) {
+    GTEST_SKIP() << test::NeedsOrdinaryUser;
+  }
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  std::filesystem::permissions(File("VTS_01_2.VOB", Subtitle(Second, 0)), std::filesystem::perms::none);
+  EXPECT_EQ(ReadProgramStream(path).Reason(), "VTS_01_2.VOB: Permission denied");
+}
+
+TEST_F(ProgramStreamFiles, MissingFileHasAReason) {
+  EXPECT_EQ(ReadProgramStream(PathFromUtf8(Path("missing.vob").toStdString())).Reason(),
+            "No such file or directory");
+}
+
+TEST_F(ProgramStreamFiles, ProgressEndsTheReading) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  const auto read = ReadProgramStream(path, [](std::uint64_t, std::uint64_t) { return false; });
+  ASSERT_TRUE(read);
+  EXPECT_FALSE(*read);
+}
+
+TEST_F(ProgramStreamFiles, InformationFileWithoutAPaletteIsTold) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  File("VTS_01_0.IFO", test::TitleSetFile({{.Palette = {}}}));
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  EXPECT_THAT((*read)->Notes, ElementsAre("VTS_01_0.IFO has no palette for it"));
+}
+
+TEST_F(ProgramStreamFiles, InformationFileOfAnUnknownStandardGivesNoFrame) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  Bytes information = test::TitleSetFile({{}});
+  information[0x200] = 0x60;
+  File("VTS_01_0.IFO", information);
+  const auto read = ReadContainer(path);
+  ASSERT_TRUE(read && *read);
+  EXPECT_TRUE((*read)->Tracks[0].Palette);
+  EXPECT_FALSE((*read)->Tracks[0].Frame);
 }
 
 }  // namespace

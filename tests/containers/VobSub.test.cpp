@@ -5,8 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "base/FilePath.h"
+#include "tests/containers/FailingSource.h"
 #include "tests/containers/PackBuilder.h"
 #include "tests/support/FolderTest.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark {
 namespace {
@@ -485,6 +488,51 @@ TEST_F(VobSubFiles, SubOfAnotherKind) {
 
 TEST_F(VobSubFiles, IndexIsKnownByItsFirstLine) {
   EXPECT_EQ(FormatOf(File("a.txt", "# VobSub index file, v7\n")).Id, "vobsub");
+}
+
+TEST(VobSub, SubThatCannotBeReadGivesItsReason) {
+  test::FailingSource source(ThreePacks(), 2048);
+  EXPECT_EQ(ReadVobSubPair(ParseVobSubIndex(ThreeLines), source).Reason(), "the disk is damaged");
+}
+
+TEST_F(VobSubFiles, MissingSubHasItsReason) {
+  const auto packs = PathFromUtf8(Path("a.sub").toStdString());
+  EXPECT_EQ(ReadVobSub(packs).Reason(), "No such file or directory");
+  File("a.idx", ThreeLines);
+  EXPECT_EQ(ReadVobSub(packs).Reason(), "No such file or directory");
+}
+
+TEST_F(VobSubFiles, FileLongerThanAnyIndexIsRefused) {
+  const auto index = File("a.idx", "");
+  File("a.sub", ThreePacks());
+  std::filesystem::resize_file(index, (std::uintmax_t{64} << 20U) + 1);
+  EXPECT_EQ(ReadVobSub(index).Reason(), "it is too long for an index");
+}
+
+TEST_F(VobSubFiles, IndexThatCannotBeReadIsTold) {
+  const auto packs = File("a.sub", ThreePacks());
+  const auto index = PathFromUtf8(Path("a.idx").toStdString());
+  if (!test::LinkUnreadableFile(index)) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  EXPECT_EQ(ReadVobSub(index).Reason(), "it cannot be read");
+  EXPECT_EQ(ReadVobSub(packs).Reason(), "its .idx cannot be read: it cannot be read");
+}
+
+TEST_F(VobSubFiles, SubThatMayNotBeReadIsTold) {
+  if (!test::PermissionsBind()) {
+    GTEST_SKIP() << test::NeedsOrdinaryUser;
+  }
+  const auto index = File("a.idx", ThreeLines);
+  std::filesystem::permissions(File("a.sub", ThreePacks()), std::filesystem::perms::none);
+  EXPECT_EQ(ReadVobSub(index).Reason(), "its .sub cannot be read: Permission denied");
+}
+
+TEST_F(VobSubFiles, ProgressEndsTheReadingOfASubAlone) {
+  const auto packs = File("a.sub", ThreePacks());
+  const auto read = ReadContainer(packs, [](std::uint64_t, std::uint64_t) { return false; });
+  ASSERT_TRUE(read);
+  EXPECT_FALSE(*read);
 }
 
 TEST_F(VobSubFiles, ProgressEndsTheReading) {

@@ -267,5 +267,59 @@ TEST(VobSubIndex, EveryStartOfATextCanBeRead) {
   EXPECT_EQ(most, 2U);
 }
 
+TEST(VobSubIndex, LinesThatAreAlmostTimesAreNone) {
+  const VobSubIndex index = ParseVobSubIndex(
+      "timestamp: 00:00;01:000, filepos: 800\n"
+      "timestamp: x0:00:01:000, filepos: 800\n"
+      "timestamp: 00:0x:01:000, filepos: 800\n"
+      "timestamp: 00:00:x1:000, filepos: 800\n"
+      "timestamp: 00:00:01:000, filepos: -800\n"
+      "timestamp: 00:00:01:000, position: 800\n"
+      "timestamp: 0000000:00:01:000, filepos: 800\n");
+  EXPECT_THAT(index.Languages, IsEmpty());
+  ASSERT_EQ(index.Notes.size(), 1U);
+  EXPECT_EQ(index.Notes[0], "7 lines are no time and position (the first is line 1)");
+}
+
+TEST(VobSubIndex, AnyMarkMayStandBeforeMilliseconds) {
+  const VobSubIndex index = ParseVobSubIndex("timestamp: 00:00:01;000, filepos: 800\n");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  EXPECT_EQ(index.Languages[0].Entries[0].Time, 1000);
+}
+
+TEST(VobSubIndex, DelayMayHaveASign) {
+  const VobSubIndex index =
+      ParseVobSubIndex("id: en, index: 0\ndelay: +00:00:01:000\ntimestamp: 00:00:01:000, filepos: 800\n");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  EXPECT_EQ(index.Languages[0].Entries[0].Time, 1000);
+  EXPECT_EQ(index.Languages[0].Entries[0].Delay, 1000);
+}
+
+TEST(VobSubIndex, SizeOfOtherSignsIsNone) {
+  for (const char* size : {"size: ax576\n", "size: 720xb\n", "size: 720\n", "size: -720x576\n"}) {
+    const VobSubIndex index = ParseVobSubIndex(size);
+    EXPECT_EQ(index.Width, VobSubIndex().Width);
+    EXPECT_EQ(index.Height, VobSubIndex().Height);
+  }
+}
+
+TEST(VobSubIndex, CustomColoursMayLackTheirParts) {
+  const VobSubIndex index = ParseVobSubIndex("custom colors: ON\n");
+  EXPECT_TRUE(index.Custom.IsOn);
+}
+
+TEST(VobSubIndex, NameBeforeAnyLanguageIsPassed) {
+  const VobSubIndex index = ParseVobSubIndex("alt: early\nid: en, index: 0\n");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  EXPECT_EQ(index.Languages[0].Name, "");
+}
+
+TEST(VobSubIndex, TabsAreBlanksAndOtherControlSignsAreNot) {
+  const VobSubIndex index = ParseVobSubIndex("id:\ten\t,\tindex: 0\nalt: \x01name\x0E\n");
+  ASSERT_EQ(index.Languages.size(), 1U);
+  EXPECT_EQ(index.Languages[0].Language, "en");
+  EXPECT_EQ(index.Languages[0].Name, "\x01name\x0E");
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -24,6 +24,7 @@ TEST(VobSubPaths, OfEitherFile) {
   EXPECT_EQ(VobSubPathsOf("b/film.idx").Packs, "b/film.sub");
   EXPECT_EQ(VobSubPathsOf("b/film.sub").Index, "b/film.idx");
   EXPECT_EQ(VobSubPathsOf("FILM.IDX").Packs, "FILM.SUB");
+  EXPECT_EQ(VobSubPathsOf("FILM.SUB").Index, "FILM.IDX");
 }
 
 TEST(VobSubPaths, OtherNameGetsBothEndings) {
@@ -206,6 +207,15 @@ TEST_F(VobSubWriter, PacksAreThoseOfMkvextract) {
     ASSERT_TRUE(packs.open(QIODevice::ReadOnly));
     EXPECT_EQ(Read("film.sub"), packs.readAll().toStdString()) << name;
   }
+}
+
+TEST_F(VobSubWriter, NoLanguageIsRefused) {
+  EXPECT_EQ(Write(std::vector<VobSubTrack>()).Reason(), "a VobSub pair has 1 to 32 languages");
+}
+
+TEST(ChangesInVobSub, EndAtALostSignature) {
+  const Bytes packets = Join({SupPacket(9, SoundUnit()), Bytes(20, 0x11)});
+  EXPECT_THAT(ChangesInVobSub({.Packets = packets, .Language = {}, .Name = {}}), IsEmpty());
 }
 
 }  // namespace
