@@ -201,7 +201,7 @@ TEST_F(JsonTables, OfTheToolsAndTheirCodes) {
   ASSERT_EQ(tables.size(), 2U);
   EXPECT_EQ(tables[0], NamesOf(Json::parse(Run({"sort", "a.sup", "--dry-run", "--json"}).Out)));
   std::vector<std::string> codes;
-  for (int code = 0; !LeftName(static_cast<LeftReason>(code)).empty(); ++code) {
+  for (int code = 0; code <= static_cast<int>(LeftReason::DataAfterControl); ++code) {
     codes.emplace_back(LeftName(static_cast<LeftReason>(code)));
   }
   EXPECT_THAT(tables[1], UnorderedElementsAreArray(codes));
