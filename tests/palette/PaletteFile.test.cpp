@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/FilePath.h"
+#include "tests/support/UnreadableFile.h"
 
 #ifdef __unix__
 #include <sys/stat.h>
@@ -420,26 +421,14 @@ TEST_F(LoadPaletteFileTest, ContentOfAnotherFormatIsRefused) {
   EXPECT_EQ(Loaded(Write("a.ifo", Lines("\r\n"))), std::nullopt);
 }
 
-#ifdef __linux__
-
-/// A file of the system's own whose bytes cannot be read: the first page of a process is nobody's.
-TEST_F(LoadPaletteFileTest, TextThatCannotBeReadIsToldSo) {
-  std::filesystem::create_symlink("/proc/self/mem", Path("a.pal"));
-  EXPECT_EQ(LoadPaletteFile(Path("a.pal")).Reason(), "it cannot be read");
-}
-
-/// A file of the system's own that has fewer bytes than it says.
-TEST_F(LoadPaletteFileTest, IfoFileThatEndsBeforeItsLengthCannotBeRead) {
-  constexpr const char* Short = "/sys/devices/system/cpu/online";
-  std::error_code error;
-  if (std::filesystem::file_size(Short, error) < 100 || error) {
-    GTEST_SKIP() << "needs the system's own files under /sys";
+TEST_F(LoadPaletteFileTest, FileThatCannotBeReadIsToldSo) {
+  for (const char* name : {"a.ifo", "a.pal", "a.rgb"}) {
+    if (!test::LinkUnreadableFile(Path(name))) {
+      GTEST_SKIP() << test::NeedsUnreadableFile;
+    }
+    EXPECT_EQ(LoadPaletteFile(Path(name)).Reason(), "it cannot be read") << name;
   }
-  std::filesystem::create_symlink(Short, Path("a.ifo"));
-  EXPECT_EQ(LoadPaletteFile(Path("a.ifo")).Reason(), "it cannot be read");
 }
-
-#endif
 
 TEST_F(LoadPaletteFileTest, NameMayHoldAnyLetters) {
   EXPECT_THAT(Loaded(Write("палитра ä.pal", Lines("\n"))), Optional(CountingPalette));

@@ -10,6 +10,7 @@
 
 #include "tests/support/LoadedStream.h"
 #include "tests/support/PacketBuilder.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark {
 namespace {
@@ -591,6 +592,21 @@ TEST(LoadSecondaryStream, PrimaryIsUntouched) {
   EXPECT_EQ(primary.RawBytes, bytes);
   EXPECT_THAT(primary.EndTime, ElementsAre(20, 0));
   EXPECT_THAT(primary.LatestEnd, IsEmpty());
+}
+
+TEST(LoadPrimaryStream, FileThatCannotBeReadIsToldSo) {
+  const TemporaryFile file;
+  if (!test::LinkUnreadableFile(file.Path())) {
+    GTEST_SKIP() << test::NeedsUnreadableFile;
+  }
+  EXPECT_EQ(LoadPrimaryStream(file.Path(), InvalidFirst::IsPassed).Reason(), "it cannot be read");
+  EXPECT_EQ(IndexStreamFile(file.Path(), InvalidFirst::IsPassed).Reason(), "it cannot be read");
+}
+
+TEST(IndexSecondaryStream, BesideNothingTheLastEndsTenUnitsAfterItsStart) {
+  const SupStream secondary = test::StreamOf(IndexSecondaryStream(
+      Join({PacketBuilder().Time(500).Build(), PacketBuilder().Time(900).Build()}), SupStream()));
+  EXPECT_THAT(secondary.EndTime, ElementsAre(900, 10900));
 }
 
 }  // namespace
