@@ -7,7 +7,7 @@ mutation.py judge WORK COPIES LIST TOLD  makes the changes of LIST, as scripts/m
                                          the line, what was changed and what took its place, with tabs between them
 
 Of the tests those run that reach the function which is changed: the quickest of the folder's own program, all others of its,
-then those of other programs; where none fails, all of the folder's own. A test that fails is enough. To be quick, of a source
+then those of other programs but the window's; where none fails, all of the folder's own. A test that fails is enough. To be quick, of a source
 nothing but itself is compiled, with the headers of its folder precompiled, and linked in front of the libraries. What becomes
 of a change is one of noticed, survived, uncompiled, and same: nothing noticed it, and the optimised object is byte for byte
 the one without the change, so that there is nothing to notice.
@@ -267,28 +267,31 @@ class Judge:
                 return False
         return True
 
-    def passes_quickly(self, compiler, path, content, reaching):
-        """The tests that reach it, run with the one source compiled and nothing else; None where it does not compile."""
+    def state_quickly(self, compiler, path, content, reaching):
+        """What becomes of it where the one source is compiled and nothing else, and the tests run that reach it."""
         duration = {program: sum(self.reach.tests[program][name] for name in names) for program, names in reaching.items()}
         own = path.split('/')[0]
         made = compiler.make(path, content, own)
         if made is None:
-            return None
-        for program in sorted(duration, key=lambda program: (program != own, duration[program])):
-            made = made if program == own else compiler.link(program)
+            return 'uncompiled'
+        if not self.passes(compiler.copy, own, made, reaching.get(own, set())):
+            return 'noticed'
+        if compiler.is_same(path, content):
+            return 'same'
+        # The window's tests take minutes, and what is below it has its own.
+        for program in sorted(duration.keys() - {own, 'app'}, key=duration.get):
+            made = compiler.link(program)
             if made is None or not self.passes(compiler.copy, program, made, reaching[program]):
-                return False
-        return True
+                return 'noticed'
+        return 'survived'
 
     def state(self, compiler, path, line, content):
         copy, own = compiler.copy, path.split('/')[0]
         reaching = self.reach.of(path, line)
         if path in compiler.commands and not path.endswith('/main.cpp'):
-            isPassed = self.passes_quickly(compiler, path, content, reaching)
-            if not isPassed:
-                return 'uncompiled' if isPassed is None else 'noticed'
-            if compiler.is_same(path, content):
-                return 'same'
+            state = self.state_quickly(compiler, path, content, reaching)
+            if state != 'survived':
+                return state
         # Everything is built as it is meant to be: what tests start are programs too.
         target = os.path.join(copy, path)
         whole = target + '.whole'
@@ -307,7 +310,7 @@ class Judge:
                 return 'noticed'
             if path.endswith('.h'):
                 for other, names in reaching.items():
-                    if other != own and (not build(copy, 'test_' + other)
+                    if other not in (own, 'app') and (not build(copy, 'test_' + other)
                                          or not self.passes(copy, other, program_of(copy, other), names)):
                         return 'noticed'
             return 'survived'

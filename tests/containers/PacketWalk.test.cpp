@@ -64,6 +64,14 @@ TEST(PacketWalk, FieldsOfAPacket) {
   EXPECT_FALSE(packet.IsEncrypted);
 }
 
+TEST(PacketWalk, ClockOfAllItsBits) {
+  EXPECT_EQ(
+      FirstIn(Join({{0x00, 0x00, 0x01, 0xBA, 0x7F, 0xFF, 0xFF, 0xFF, 0xFC, 0x01, 0x01, 0x89, 0xC3, 0xF8},
+                    SubtitlePacket(A)}))
+          .Clock,
+      8589934591);
+}
+
 TEST(PacketWalk, PacksOfAnyLength) {
   EXPECT_THAT(PayloadsIn(Join({PackA, PackB})), ElementsAre(A, B));
 }
@@ -93,6 +101,15 @@ TEST(PacketWalk, EndCodeInTheMiddle) {
 TEST(PacketWalk, GarbageBetweenPacks) {
   EXPECT_THAT(PayloadsIn(Join({{0x12, 0x00, 0x00, 0x01, 0x22}, PackA, {0x77, 0x00, 0x00}, PackB})),
               ElementsAre(A, B));
+}
+
+TEST(PacketWalk, StartCodeHasTwoZerosBeforeTheOne) {
+  const Bytes packet = SubtitlePacket(B);
+  for (const std::size_t zero : {0U, 1U}) {
+    Bytes garbage = packet;
+    garbage[zero] = 0x12;
+    EXPECT_THAT(PayloadsIn(Join({PackA, garbage, PackB})), ElementsAre(A, B)) << zero;
+  }
 }
 
 TEST(PacketWalk, SystemHeaderIsPassed) {

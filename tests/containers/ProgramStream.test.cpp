@@ -101,6 +101,12 @@ TEST(ProgramStream, LaterVideoDoesNotMoveTheStart) {
               ElementsAre(5 * Second));
 }
 
+TEST(ProgramStream, PictureOfASecondBeforeDoesNotMoveTheStart) {
+  EXPECT_THAT(TimesIn(Read(Join({Video(20 * Second, 19 * Second), Video(19 * Second, 19 * Second),
+                                 Subtitle(25 * Second, 24 * Second)}))),
+              ElementsAre(5 * Second));
+}
+
 TEST(ProgramStream, TimesCountFromTheFirstNavigationPack) {
   EXPECT_THAT(TimesIn(Read(Join({Navigation(48600, 102600), Video(55800, 0), Subtitle(48600 + 7, 0)}))),
               ElementsAre(7));

@@ -73,10 +73,11 @@ TEST(VobSubIndex, NearlyUsualLinesAreNoEntries) {
       "timestamp: 00:00:01:000, filepos: \n"
       "timestamp: 00:00:01:000, filepos: 80g\n"
       "timestamp: 00;00:01:000, filepos: 800\n"
+      "timestamp: 00:00;01:000, filepos: 800\n"
       "timestamp: 00:00:01:000; filepos: 800\n");
   EXPECT_THAT(index.Languages, IsEmpty());
   ASSERT_EQ(index.Notes.size(), 1U);
-  EXPECT_EQ(index.Notes[0], "5 lines are no time and position (the first is line 1)");
+  EXPECT_EQ(index.Notes[0], "6 lines are no time and position (the first is line 1)");
 }
 
 TEST(VobSubIndex, LanguagesWithoutEnd) {

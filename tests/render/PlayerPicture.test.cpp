@@ -175,6 +175,14 @@ TEST(PlayerPicture, IsCutAtTheFrame) {
   EXPECT_EQ(picture.Line(2), Pixels({Opaque(0), Opaque(0), Opaque(1), Opaque(1), Opaque(2)}));
 }
 
+TEST(PlayerPicture, OnePixelOfItInTheFrameIsDrawn) {
+  const LastPicture picture(
+      test::Played(TwoOfEach, {{.Delay = 0, .Commands = Join({FourLines(), SetArea(719, 726, 479, 482)})}}),
+      QSize(720, 480));
+  ASSERT_EQ(picture.Size(), QSize(1, 1));
+  EXPECT_EQ(picture.Line(0), Pixels({Opaque(0)}));
+}
+
 TEST(PlayerPicture, OutsideTheFrameThereIsNoPicture) {
   for (const Bytes& area : {SetArea(720, 727, 0, 3), SetArea(0, 7, 480, 483)}) {
     EXPECT_EQ(LastPicture(test::Played(TwoOfEach, {{.Delay = 0, .Commands = Join({FourLines(), area})}}),
