@@ -29,7 +29,7 @@ class Scaler {
         withinWord_(std::numeric_limits<std::uint64_t>::max() /
                     static_cast<std::uint64_t>(ratio_.Numerator)) {}
 
-  /// The product rounded down, and what was cut off in units of 1 / `Denominator()`.
+  /// The product rounded down, and what was cut off in units of 1 / denominator.
   struct Product {
     std::int64_t Floor = 0;
     std::uint64_t Rest = 0;
@@ -53,8 +53,6 @@ class Scaler {
     }
     return RoundedSumOfAny(offset, value);
   }
-
-  [[nodiscard]] std::int64_t Denominator() const { return ratio_.Denominator; }
 
  private:
   [[nodiscard]] std::optional<std::int64_t> RoundedSumOfAny(std::int64_t offset, std::int64_t value) const;

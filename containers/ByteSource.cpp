@@ -19,12 +19,12 @@ class FileSource : public ByteSource {
       return std::size_t{0};
     }
     file_.clear();
-    if (start != position_ && !file_.seekg(static_cast<std::streamoff>(start))) {
-      position_ = Unknown;
-      return Failure{Words::Tr("it cannot be read")};
+    if (start != position_) {
+      file_.seekg(static_cast<std::streamoff>(start));
     }
+    const bool isThere = !file_.fail();
     file_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (file_.bad()) {
+    if (!isThere || file_.bad()) {
       position_ = Unknown;
       return Failure{Words::Tr("it cannot be read")};
     }

@@ -43,8 +43,6 @@ class MergedStreamEncoder {
   [[nodiscard]] const MergedUnitFacts& Facts() const { return encoder_.Facts(); }
   /// What it read.
   [[nodiscard]] const MergedInputReader& Reader() const { return reader_; }
-  /// The index of the secondary subtitle, unless it was Skipped.
-  [[nodiscard]] std::size_t Secondary() const { return reader_.Secondary(); }
   /// Of the primary subtitle, if it was neither Skipped nor InvalidPrimary; else as MergedInputReader has it.
   [[nodiscard]] const SubtitleDescription& Description() const { return reader_.Description(); }
   void CopyPictureTo(cBitmap& bitmap) const { picture_.CopyTo(bitmap); }

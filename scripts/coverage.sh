@@ -110,12 +110,13 @@ awk -v root="$root/" -v reasons=$reasons -v tellBranches=$branches '
     text[number] = line
     if (count == "") next
     ++lines[folder]
-    # A brace alone has the reason of the line that it ends.
+    # A brace alone has the reason of the line that it ends, or is named with it.
     isExcused = isExcused && line == "}"
+    key = file "\t" (line == "}" ? text[number - 1] " }" : line)
     if (count != "0") {
       ++reached[folder]
       isExcused = 0
-    } else if (isExcused || (key = file "\t" line) in reason) {
+    } else if (isExcused || key in reason) {
       used[key]
       ++excused[folder]
       isExcused = 1

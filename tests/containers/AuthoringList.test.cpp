@@ -365,5 +365,26 @@ TEST_F(AuthoringList, AskedToGoOnItDoes) {
   EXPECT_TRUE(Read({}, [](std::uint64_t, std::uint64_t) { return true; }).IsOk());
 }
 
+/// The sixteen colours that are seen take all entries; one of a table that no pixel has gets the nearest.
+TEST_F(AuthoringList, AnUnseenColourTakesNoEntry) {
+  const auto putTable = [&](const QString& name, const QList<QRgb>& table, int used) {
+    QImage image(4, 2, QImage::Format_Indexed8);
+    image.setColorTable(table);
+    for (int x = 0; x < 4; ++x) {
+      for (int y = 0; y < 2; ++y) {
+        image.setPixel(x, y, static_cast<unsigned>(x % used));
+      }
+    }
+    ASSERT_TRUE(image.save(Path(name), "png"));
+  };
+  for (int i = 0; i < 4; ++i) {
+    putTable(QString::number(i) + ".png",
+             {Shade(60 * i), Shade(60 * i + 15), Shade(60 * i + 30), Shade(60 * i + 45)}, 4);
+  }
+  putTable("4.png", {Shade(0), Shade(15), Shade(30), qRgb(1, 2, 3)}, 3);
+  const Track track = ReadTrack(LinesOf(5));
+  EXPECT_THAT(*track.Palette, testing::Not(testing::Contains(MakeRgb(1, 2, 3))));
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -770,5 +770,28 @@ TEST(MatroskaInput, EndsWhereTheSourceDoes) {
   EXPECT_EQ(input.read(read.data(), 1), 0U);
 }
 
+TEST(MatroskaInput, WritesNothing) {
+  const Bytes bytes = {10, 11};
+  MemorySource source(bytes);
+  MatroskaInput input(source, noProgress);
+  EXPECT_EQ(input.write("ab", 2), 0U);
+  input.close();
+  EXPECT_EQ(input.getFilePointer(), 0U);
+}
+
+TEST(ReadMatroska, InformationLongerThanAnyIsPassed) {
+  const Bytes blocks = Cluster(0, SimpleBlock(1, 2, PlainUnit(8)));
+  const Container read = Taken(ReadBytes(
+      MatroskaFile(Joined({OneTrack(), blocks, Element(0x1549A966, Bytes((std::size_t{16} << 20U) + 1))}))));
+  EXPECT_THAT(Times(read), ElementsAre(180));
+}
+
+/// 0xE7, the time of a cluster, is another element there than in a cluster.
+TEST(ReadMatroska, TimeOutsideAClusterIsNone) {
+  const Container read = Taken(ReadBytes(MatroskaFile(
+      Joined({OneTrack(), NumberElement(0xE7, 7), Cluster(0, SimpleBlock(1, 2, PlainUnit(8)))}))));
+  EXPECT_THAT(Times(read), ElementsAre(180));
+}
+
 }  // namespace
 }  // namespace quillmark

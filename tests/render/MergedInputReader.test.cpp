@@ -150,5 +150,31 @@ TEST(MergedInputReader, WithoutACompletePrimaryASecondaryHasItsOwnColours) {
   EXPECT_EQ(reader.Control().ColourBytes[0], 0x76);
 }
 
+TEST(MergedInputReader, TellsWhatItRead) {
+  const Bytes unit = Sound(Second).Colour(7, 6, 5, 4).WholeUnit();
+  const TwoStreams streams(Sound(Second).Colour(7, 6, 5, 4).Build(), Sound(Second).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, test::StartUpSettings());
+  ASSERT_EQ(reader.Read(0), MergeOutcome::Encoded);
+  EXPECT_TRUE(reader.IsDescribed());
+  // Kept oddity: the last byte is read as 0.
+  ASSERT_EQ(reader.PrimaryUnit().size(), unit.size());
+  EXPECT_TRUE(std::equal(unit.begin(), unit.end() - 1, reader.PrimaryUnit().begin()));
+  EXPECT_EQ(reader.SecondaryUnit().size(), 38U);
+  EXPECT_EQ(reader.MergedCodes().Colour[0], 4);
+}
+
+TEST(MergedStreamEncoder, HasThePictureThatItEncoded) {
+  const TwoStreams streams(Sound(Second).Build(), Sound(Second).Area(200, 203, 300, 301).Build());
+  MergedStreamEncoder encoder(streams.Primary, streams.Secondary, test::StartUpSettings());
+  ASSERT_EQ(encoder.Encode(0), MergeOutcome::Encoded);
+  cBitmap picture;
+  encoder.CopyPictureTo(picture);
+  ASSERT_EQ(picture.Image().size(), QSize(720, 576));
+  // Code 1 of both streams, whose colour is opaque, and code 0, which is not there.
+  EXPECT_EQ(picture.Image().pixel(100, 400), picture.Image().pixel(200, 300));
+  EXPECT_EQ(qAlpha(picture.Image().pixel(100, 400)), 255);
+  EXPECT_EQ(qAlpha(picture.Image().pixel(0, 100)), 0);
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -410,5 +410,15 @@ TEST(AssignCodes, AllColoursAndSomeContrasts) {
   EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2}, {25, 0x10}, {27, 0xF5}}));
 }
 
+TEST(AssignCodes, ArgumentsThatTheFileCutsOffAreWrittenAsFarAsTheyAreThere) {
+  Bytes file = PacketBuilder().Build();
+  file.resize(28);  // of the contrast's arguments the first one is there
+  SupStream stream = Index(file);
+
+  Assign(stream, 0, 1, Both);
+
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0xA2}, {25, 0x10}, {27, 0xFF}}));
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -23,6 +23,9 @@ TEST(EditPlaces, AreWhatWasAddedWhateverCameBeforeAndAfter) {
   EXPECT_THAT(places, ElementsAre(Short, Growing, Short));
   EXPECT_EQ(places.front(), Short);
   EXPECT_EQ(places.back(), Short);
+  auto at = places.begin();
+  EXPECT_EQ(*at++, Short);
+  EXPECT_EQ(*at, Growing);
 }
 
 TEST(EditPlaces, ShortOnesAreAddedToLongOnesAsWell) {
