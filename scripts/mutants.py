@@ -13,7 +13,7 @@ import re
 import sys
 
 SKIPPED = re.compile(
-    r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#(?:[^\n\\]|\\.|\\\n)*'
+    r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|(?<![0-9A-Fa-f])\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#(?:[^\n\\]|\\.|\\\n)*'
     r'|\bstatic_assert\b[^;]*;|\btemplate <[^\n]*|\bnamespace\b[^\n]*|\busing\b[^\n]*|\boperator\S+|\bcase [^\n:]*:',
     re.DOTALL | re.MULTILINE)
 

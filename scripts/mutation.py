@@ -180,6 +180,8 @@ class Compiler:
                 self.commands[os.path.relpath(entry['file'], copy)] = entry['command']
         # folder -> precompiled header, or None where it has none
         self.precompiled = {}
+        # program -> the command that links it
+        self.links = {}
 
     def options(self, path):
         """The words of the command without what says what to read and write, and without the counts of Reached.cpp."""
@@ -229,9 +231,11 @@ class Compiler:
 
     def link(self, program):
         """The program, linked with what was compiled last; it has a folder of its own, as the window's has."""
-        told = subprocess.run(['ninja', '-C', build_of(self.copy), '-t', 'commands', f'bin/test_{program}'], capture_output=True,
-                              text=True, check=True).stdout
-        words = shlex.split(re.search(r'^: && (.*?) && ', told.strip().split('\n')[-1]).group(1))
+        if program not in self.links:
+            told = subprocess.run(['ninja', '-C', build_of(self.copy), '-t', 'commands', f'bin/test_{program}'],
+                                  capture_output=True, text=True, check=True).stdout
+            self.links[program] = re.search(r'^: && (.*?) && ', told.strip().split('\n')[-1]).group(1)
+        words = shlex.split(self.links[program])
         out = os.path.join(self.folder, program, 'test_' + program)
         os.makedirs(os.path.dirname(out), exist_ok=True)
         at = words.index('-o')
