@@ -53,9 +53,10 @@ struct Unit {
 template <typename Cell>
 void DecodePicture(const Unit& unit, const SpuControl& control, std::vector<Cell>& cells,
                    const CodeTable<Cell>& table) {
-  cells.assign(unit.Cells(), Cell{0});
-  DecodeFields<Cell>(unit.Unpadded(), cells, control.Width(), control.Height(), control.TopFieldOffset,
-                     control.BottomFieldOffset, table);
+  cells.resize(unit.Cells());
+  const int lines = DecodeFields<Cell>(unit.Unpadded(), cells, control.Width(), control.Height(),
+                                       control.TopFieldOffset, control.BottomFieldOffset, table);
+  std::ranges::fill(std::span(cells).subspan(static_cast<std::size_t>(lines * control.Width())), Cell{0});
 }
 
 std::vector<std::vector<KnownRun>> RowsOf(const Unit& unit) {

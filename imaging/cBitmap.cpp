@@ -94,13 +94,17 @@ ImagingStatus EncodeAs(const QByteArray& format, const QImage& image, QByteArray
 }  // namespace
 
 void cBitmap::Create(int width, int height) {
+  CreateUnset(width, height);
+  image_.fill(0U);
+}
+
+void cBitmap::CreateUnset(int width, int height) {
   image_ = QImage();
   if (width <= 0 || height <= 0) {
     SetStatus(ImagingStatus::InvalidParameter);
     return;
   }
   image_ = QImage(width, height, QImage::Format_ARGB32);
-  image_.fill(0U);
   SetStatus(image_.isNull() ? ImagingStatus::OutOfMemory : ImagingStatus::Ok);
 }
 

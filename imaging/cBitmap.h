@@ -24,6 +24,8 @@ class cBitmap {
 
   /// A transparent black image of width x height pixels, replacing the current one.
   void Create(int width, int height);
+  /// The same for a caller who sets every pixel: they are not transparent black, nor anything else.
+  void CreateUnset(int width, int height);
   /// Reads an image file (PNG, BMP, GIF, JPEG at least), replacing the current image; after a failure there
   /// is none. One that is very large is read in the size of `shown`, where its format can do so and there is
   /// such a size; what would take more than 1 GiB is "Out Of Memory".

@@ -139,9 +139,12 @@ void DecodePicture(std::span<const std::uint8_t> unit, const SpuControl& control
   if (control.Width() < 1 || control.Height() < 1) {
     return;
   }
-  bitmap.Create(control.Width(), control.Height());
-  DecodeFields<std::uint32_t>(unit, bitmap.LockPixels(), bitmap.Width(), bitmap.Height(),
-                              control.TopFieldOffset, control.BottomFieldOffset, colours);
+  bitmap.CreateUnset(control.Width(), control.Height());
+  const std::span<std::uint32_t> pixels = bitmap.LockPixels();
+  const int lines = DecodeFields<std::uint32_t>(unit, pixels, bitmap.Width(), bitmap.Height(),
+                                                control.TopFieldOffset, control.BottomFieldOffset, colours);
+  const auto decoded = static_cast<std::size_t>(lines) * static_cast<std::size_t>(bitmap.Width());
+  std::ranges::fill(pixels.subspan(decoded), 0U);
 }
 
 }  // namespace quillmark

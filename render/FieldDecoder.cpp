@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "render/RunPainter.h"
+#include "render/ShortCodes.h"
 #include "sup/SupFormat.h"
 #include "sup/UnitView.h"
 
@@ -57,63 +58,6 @@ void DecodeRowAnywhere(std::span<const std::uint8_t> unit, std::span<Cell> row, 
   }
   position = cursor.Position;
 }
-
-/// The codes that stand in twelve bits, at most three, as far as one block and two small ones paint them: any
-/// code of one or two nibbles, or three of code 0, and codes of one nibble after it. Places that are left
-/// over repeat the last code, so that painting needs no decision.
-struct alignas(8) ShortCodes {
-  std::uint8_t Bits = 0;    ///< that the codes take; 0 where another code starts
-  std::uint8_t Length = 0;  ///< cells of all runs
-  std::array<std::uint8_t, 3> Start = {};
-  std::array<std::uint8_t, 3> Code = {};
-};
-
-constexpr std::ptrdiff_t MaxShortCodes = 63;
-
-/// Bits of the code that starts in the highest of `count` bits; 0 when it has not ended among them.
-consteval unsigned CodeBits(unsigned bits, unsigned count) {
-  for (unsigned size = 4; size <= std::min(count, 12U); size += 4) {
-    if (bits >> (count - size) >= 1U << (size / 2)) {
-      return size;
-    }
-  }
-  return 0;
-}
-
-consteval ShortCodes SplitShortCodes(unsigned bits) {
-  ShortCodes codes;
-  unsigned left = 12;
-  for (std::size_t i = 0; i < 3; ++i) {
-    const unsigned rest = bits & ((1U << left) - 1U);
-    const unsigned size = CodeBits(rest, left);
-    const unsigned value = rest >> (left - size);
-    const bool isLongColoured = size == 12 && (value & 3U) != 0;
-    if (i == 0 && (size == 0 || isLongColoured)) {
-      return codes;
-    }
-    if (i > 0 && size != 4) {
-      codes.Start[i] = codes.Start[i - 1];
-      codes.Code[i] = codes.Code[i - 1];
-      continue;
-    }
-    codes.Start[i] = codes.Length;
-    codes.Code[i] = static_cast<std::uint8_t>(value & 3U);
-    codes.Length = static_cast<std::uint8_t>(codes.Length + (value >> 2U));
-    left -= size;
-  }
-  codes.Bits = static_cast<std::uint8_t>(12U - left);
-  return codes;
-}
-
-consteval std::array<ShortCodes, 4096> AllShortCodes() {
-  std::array<ShortCodes, 4096> table;
-  for (unsigned bits = 0; bits < table.size(); ++bits) {
-    table[bits] = SplitShortCodes(bits);
-  }
-  return table;
-}
-
-constexpr std::array<ShortCodes, 4096> shortCodes = AllShortCodes();
 
 /// The next bits of some bytes, at the top of a register.
 class BitWindow {
@@ -170,40 +114,36 @@ Run TakeRun(BitWindow& window, std::ptrdiff_t left) {
   return ClippedRun(value, left);
 }
 
-/// Decodes one line, with the result of DecodeRowAnywhere, from bytes that are read as they stand.
-template <typename Cell>
+/// Decodes one line, with the result of DecodeRowAnywhere, from bytes that are read as they stand. `Codes`
+/// looks short codes up and paints them.
+template <typename Cell, typename Codes>
 class RowDecoder {
  public:
-  RowDecoder(BitWindow window, std::span<Cell> row, const RunPainter<Cell>& painter)
-      : window_(window), cell_(row.data()), end_(row.data() + row.size()), painter_(painter) {
+  RowDecoder(BitWindow window, std::span<Cell> row, const RunPainter<Cell>& painter, const Codes& codes)
+      : window_(window), cell_(row.data()), end_(row.data() + row.size()), painter_(painter), codes_(codes) {
     // Most long runs are of code 0. With the row prepared, only what earlier blocks spilt needs painting.
-    painter_.PaintExactly(cell_, end_ - cell_, 0);
+    codes_.Clear(row);
   }
 
-  /// Decodes the codes of one look-up, or one long code. False where only Finish gets further.
+  /// Decodes the codes of a few look-ups, as many as there are bits for, or of fewer and one long code. False
+  /// where only Finish gets further.
   bool Step() {
     if (!window_.Refill()) {
       return false;
     }
-    const ShortCodes& codes = shortCodes[window_.Peek(12)];
-    if (end_ - cell_ < RunPainter<Cell>::BlockCells + codes.Length) {
-      return false;
-    }
-    if (codes.Bits == 0) {
-      const Run run = TakeRun(window_, end_ - cell_);
-      if (run.Code == 0) {
-        painter_.PaintFreely(cell_, 0);
-      } else {
-        painter_.PaintExactly(cell_, run.Length, run.Code);
+    for (int i = 0; i < LookUps; ++i) {
+      const typename Codes::Entry& codes = Codes::At(window_.Peek(12));
+      if (end_ - cell_ < Codes::Room(codes)) {
+        return false;
       }
-      cell_ += run.Length;
-      return true;
+      if (codes.Bits == 0) {
+        PaintLongRun();
+        return true;
+      }
+      codes_.Paint(cell_, codes);
+      cell_ += codes.Length;
+      window_.Skip(codes.Bits);
     }
-    painter_.PaintFreely(cell_, codes.Code[0]);
-    painter_.PaintFewFreely(cell_ + codes.Start[1], codes.Code[1]);
-    painter_.PaintFewFreely(cell_ + codes.Start[2], codes.Code[2]);
-    cell_ += codes.Length;
-    window_.Skip(codes.Bits);
     return true;
   }
 
@@ -216,6 +156,19 @@ class RowDecoder {
   }
 
  private:
+  /// That a window which was filled has bits for, and after any but the last of them for a long code.
+  static constexpr int LookUps = 4;
+
+  void PaintLongRun() {
+    const Run run = TakeRun(window_, end_ - cell_);
+    if (run.Code == 0) {
+      painter_.PaintFreely(cell_, 0);
+    } else {
+      painter_.PaintExactly(cell_, run.Length, run.Code);
+    }
+    cell_ += run.Length;
+  }
+
   /// Paints aside, so that no block reaches into the next line.
   bool FinishTail() {
     std::array<Cell, MaxShortCodes + 2 * RunPainter<Cell>::BlockCells> tail;
@@ -240,14 +193,16 @@ class RowDecoder {
   Cell* cell_;
   Cell* end_;
   const RunPainter<Cell>& painter_;
+  const Codes& codes_;
 };
 
 /// Decodes two lines side by side: where a code starts is known only when the one before it has been looked
 /// up, and the wait in one line is time for the other. False when a line comes too near to an end of the
 /// unit's data; nothing but the rows has changed then.
-template <typename Cell>
+template <typename Cell, typename Codes>
 bool DecodeRowsInside(std::span<const std::uint8_t> unit, std::span<Cell> topRow, std::int32_t& top,
-                      std::span<Cell> bottomRow, std::int32_t& bottom, const RunPainter<Cell>& painter) {
+                      std::span<Cell> bottomRow, std::int32_t& bottom, const RunPainter<Cell>& painter,
+                      const Codes& codes) {
   const std::int64_t last = UnitView(unit).Last();
   const auto readsInside = [last](std::int32_t position) {
     return position >= UnitHeaderSize - 1 && position < last;
@@ -256,12 +211,12 @@ bool DecodeRowsInside(std::span<const std::uint8_t> unit, std::span<Cell> topRow
     return false;
   }
   const std::uint8_t* const end = unit.data() + last;
-  RowDecoder<Cell> topDecoder({unit.data() + top + 1, end}, topRow, painter);
-  RowDecoder<Cell> bottomDecoder({unit.data() + bottom + 1, end}, bottomRow, painter);
+  RowDecoder<Cell, Codes> topDecoder({unit.data() + top + 1, end}, topRow, painter, codes);
+  RowDecoder<Cell, Codes> bottomDecoder({unit.data() + bottom + 1, end}, bottomRow, painter, codes);
   while (topDecoder.Step() && bottomDecoder.Step()) {
   }
-  const auto topBytes = RowDecoder<Cell>::Finish(topDecoder);
-  const auto bottomBytes = RowDecoder<Cell>::Finish(bottomDecoder);
+  const auto topBytes = RowDecoder<Cell, Codes>::Finish(topDecoder);
+  const auto bottomBytes = RowDecoder<Cell, Codes>::Finish(bottomDecoder);
   if (!topBytes || !bottomBytes) {
     return false;
   }
@@ -269,6 +224,33 @@ bool DecodeRowsInside(std::span<const std::uint8_t> unit, std::span<Cell> topRow
   bottom += static_cast<std::int32_t>(*bottomBytes);
   return true;
 }
+
+/// DecodeRowsInside with what this processor has for it.
+template <typename Cell>
+bool DecodeRowsQuickly(std::span<const std::uint8_t> unit, std::span<Cell> topRow, std::int32_t& top,
+                       std::span<Cell> bottomRow, std::int32_t& bottom, const RunPainter<Cell>& painter,
+                       Instructions) {
+  return DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter, PlainCodes(painter));
+}
+
+#ifdef QUILLMARK_AVX2
+/// Compiled as one, so that all of it is with these instructions.
+QUILLMARK_AVX2 __attribute__((flatten)) bool DecodeRowsWithAvx2(
+    std::span<const std::uint8_t> unit, std::span<std::uint32_t> topRow, std::int32_t& top,
+    std::span<std::uint32_t> bottomRow, std::int32_t& bottom, const RunPainter<std::uint32_t>& painter) {
+  return DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter, Avx2Codes(painter));
+}
+
+template <>
+bool DecodeRowsQuickly(std::span<const std::uint8_t> unit, std::span<std::uint32_t> topRow, std::int32_t& top,
+                       std::span<std::uint32_t> bottomRow, std::int32_t& bottom,
+                       const RunPainter<std::uint32_t>& painter, Instructions use) {
+  static const bool hasAvx2 = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi2") != 0;
+  return use == Instructions::Best && hasAvx2
+             ? DecodeRowsWithAvx2(unit, topRow, top, bottomRow, bottom, painter)
+             : DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter, PlainCodes(painter));
+}
+#endif
 
 template <typename Cell>
 std::span<Cell> RowOf(std::span<Cell> cells, int line, int width) {
@@ -301,14 +283,15 @@ void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::
 
 template <typename Cell>
 int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
-                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table) {
+                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table,
+                 Instructions use) {
   FieldPositions positions(topOffset, bottomOffset);
-  return DecodeNextLines(unit, cells, width, height, positions, table);
+  return DecodeNextLines(unit, cells, width, height, positions, table, use);
 }
 
 template <typename Cell>
 int DecodeNextLines(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int lines,
-                    FieldPositions& positions, const CodeTable<Cell>& table) {
+                    FieldPositions& positions, const CodeTable<Cell>& table, Instructions use) {
   if (positions.HasEnded || width < 1 || lines < 1 || !HasRow(cells.size(), lines - 1, width)) {
     return 0;
   }
@@ -320,7 +303,7 @@ int DecodeNextLines(std::span<const std::uint8_t> unit, std::span<Cell> cells, i
   for (; line <= lines - 2 && !positions.HasEnded; line += 2) {
     const auto topRow = RowOf(cells, line, width);
     const auto bottomRow = RowOf(cells, line + 1, width);
-    if (!DecodeRowsInside(unit, topRow, top, bottomRow, bottom, painter)) {
+    if (!DecodeRowsQuickly(unit, topRow, top, bottomRow, bottom, painter, use)) {
       DecodeRowAnywhere(unit, topRow, top, painter);
       DecodeRowAnywhere(unit, bottomRow, bottom, painter);
     }
@@ -336,13 +319,13 @@ template void DecodeLine(std::span<const std::uint8_t>, std::span<std::uint32_t>
 template void DecodeLine(std::span<const std::uint8_t>, std::span<std::uint8_t>, std::int32_t&, int, int,
                          const CodeTable<std::uint8_t>&);
 template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint32_t>, int, int, std::int32_t,
-                          std::int32_t, const CodeTable<std::uint32_t>&);
+                          std::int32_t, const CodeTable<std::uint32_t>&, Instructions);
 template int DecodeFields(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int, std::int32_t,
-                          std::int32_t, const CodeTable<std::uint8_t>&);
+                          std::int32_t, const CodeTable<std::uint8_t>&, Instructions);
 
 template int DecodeNextLines(std::span<const std::uint8_t>, std::span<std::uint32_t>, int, int,
-                             FieldPositions&, const CodeTable<std::uint32_t>&);
+                             FieldPositions&, const CodeTable<std::uint32_t>&, Instructions);
 template int DecodeNextLines(std::span<const std::uint8_t>, std::span<std::uint8_t>, int, int,
-                             FieldPositions&, const CodeTable<std::uint8_t>&);
+                             FieldPositions&, const CodeTable<std::uint8_t>&, Instructions);
 
 }  // namespace quillmark

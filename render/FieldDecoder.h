@@ -28,17 +28,24 @@ template <typename Cell>
 void DecodeLine(std::span<const std::uint8_t> unit, std::span<Cell> cells, std::int32_t& position, int line,
                 int width, const CodeTable<Cell>& table);
 
+/// What decoding may use. All of it gives the same cells.
+enum class Instructions : std::uint8_t {
+  Best,   ///< what this processor has
+  Plain,  ///< what every one has
+};
+
 /// Decodes both fields of a unit: the top field holds lines 0, 2, 4, ..., the bottom field lines 1, 3, 5, ...
 /// `unit` is a whole unit, from its size field on, where `topOffset` and `bottomOffset` count from. `cells`
 /// has width x height cells, row-major; cells that no run reaches keep their value. Does nothing when width
 /// or height is below 1. Kept oddities: the last line of an odd height is not decoded; decoding ends after
 /// the pair of lines in which the top field ran past the bottom field's start, or the bottom field past the
 /// unit's last byte.
-/// The answer is how many lines were decoded: height less its last line where it is odd, unless decoding
-/// ended early.
+/// The answer is how many lines were decoded, each of them whole: height less its last line where it is odd,
+/// unless decoding ended early.
 template <typename Cell>
 int DecodeFields(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int height,
-                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table);
+                 std::int32_t topOffset, std::int32_t bottomOffset, const CodeTable<Cell>& table,
+                 Instructions use = Instructions::Best);
 
 /// Where a unit's two fields are decoded from next, for pictures that are decoded a few lines at a time.
 struct FieldPositions {
@@ -55,7 +62,8 @@ struct FieldPositions {
 /// Goes on with DecodeFields: the next `lines` lines of the picture, all but the last ones an even number.
 template <typename Cell>
 int DecodeNextLines(std::span<const std::uint8_t> unit, std::span<Cell> cells, int width, int lines,
-                    FieldPositions& positions, const CodeTable<Cell>& table);
+                    FieldPositions& positions, const CodeTable<Cell>& table,
+                    Instructions use = Instructions::Best);
 
 // Instantiated for std::uint32_t and std::uint8_t.
 

@@ -23,6 +23,8 @@ class RunPainter {
     }
   }
 
+  [[nodiscard]] Cell Colour(unsigned code) const { return blocks_[code][0]; }
+
   /// Paints at most 16 cells by writing 16: the caller knows that what stands after the run is his to
   /// overwrite.
   void PaintFreely(Cell* first, unsigned code) const {

@@ -118,6 +118,15 @@ using LockPixels = BitmapFile;
 using LoadFromFile = BitmapFile;
 using Encode = BitmapFile;
 
+TEST_F(Create, UnsetPixelsAreTheCallersToSet) {
+  Bitmap.CreateUnset(3, 2);
+  EXPECT_EQ(Bitmap.LastStatus(), 0);
+  const auto pixels = Bitmap.LockPixels();
+  ASSERT_EQ(pixels.size(), 6U);
+  std::ranges::fill(pixels, 0x80112233U);
+  EXPECT_THAT(PixelsOf(Bitmap), Each(0x80112233U));
+}
+
 TEST_F(Create, IsTransparentBlackInStraightAlpha) {
   Bitmap.Create(3, 2);
   EXPECT_EQ(Bitmap.Width(), 3);

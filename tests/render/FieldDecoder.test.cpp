@@ -418,12 +418,13 @@ struct Fields {
 
 /// Whether a picture of these cells is as expected, and the cells on both sides of it are left alone.
 template <typename Cell>
-bool DecodesTo(const Bytes& expected, const Bytes& unit, const Fields& fields) {
+bool DecodesTo(const Bytes& expected, const Bytes& unit, const Fields& fields,
+               Instructions use = Instructions::Best) {
   constexpr std::size_t margin = 64;
   std::vector<Cell> memory(expected.size() + 2 * margin, untouched);
   const std::span<Cell> cells = std::span(memory).subspan(margin, expected.size());
   DecodeFields<Cell>(unit, cells, fields.Width, fields.Height, fields.TopOffset, fields.BottomOffset,
-                     {0, 1, 2, 3});
+                     {0, 1, 2, 3}, use);
   const auto isUntouched = [](Cell cell) { return cell == untouched; };
   return std::ranges::equal(cells, expected) &&
          std::ranges::all_of(std::span(memory).first(margin), isUntouched) &&
@@ -437,6 +438,13 @@ void ExpectSameAsLiteral(const Bytes& unit, const Fields& fields) {
               DecodesTo<std::uint32_t>(literal.Cells, unit, fields))
       << unit.size() << " bytes, " << fields.Width << " x " << fields.Height << ", fields at "
       << fields.TopOffset << " and " << fields.BottomOffset;
+}
+
+/// The same without what not every processor has.
+void ExpectPlainSameAsLiteral(const Bytes& unit, const Fields& fields) {
+  LiteralDecoder literal(unit, fields.Width, fields.Height);
+  literal.Decode(fields.TopOffset, fields.BottomOffset);
+  ASSERT_TRUE(DecodesTo<std::uint32_t>(literal.Cells, unit, fields, Instructions::Plain));
 }
 
 /// Bytes as text has them (mostly codes of one nibble), as damage has them, and mostly long codes.
@@ -466,6 +474,30 @@ TEST(DecodeFields, EverySmallUnitDecodesAsTheRulesSay) {
         }
       }
     }
+  }
+}
+
+/// Whatever three nibbles follow one another, first in a line and behind other runs, in a line that goes on
+/// and in one that ends soon.
+TEST(DecodeFields, AllShortCodesDecodeAsTheRulesSay) {
+  for (unsigned bits = 0; bits < 4096; ++bits) {
+    Bytes data(30, 0x55);  // runs of one cell
+    for (const std::size_t line : {std::size_t{0}, std::size_t{8}}) {
+      data[line] = static_cast<std::uint8_t>(bits >> 4U);
+      data[line + 1] = static_cast<std::uint8_t>(bits << 4U | 0x5U);
+      data[line + 3] = static_cast<std::uint8_t>(0x50U | bits >> 8U);
+      data[line + 4] = static_cast<std::uint8_t>(bits);
+    }
+    ExpectSameAsLiteral(UnitOf(data), {90, 2, 4, 12});
+    ExpectPlainSameAsLiteral(UnitOf(data), {90, 2, 4, 12});
+    ExpectSameAsLiteral(UnitOf(data), {17, 2, 4, 12});
+  }
+}
+
+TEST(DecodeFields, PlainInstructionsDecodeAsTheRulesSay) {
+  std::mt19937 random(24);
+  for (int round = 0; round < 500; ++round) {
+    ExpectPlainSameAsLiteral(UnitOf(RandomBytes(random, 600)), {1 + round, 20, 4, 300});
   }
 }
 
