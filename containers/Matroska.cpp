@@ -221,11 +221,10 @@ class MatroskaWalk {
   /// used.
   std::uint64_t NumberOf(const FoundElement& found) {
     auto* const number = dynamic_cast<libebml::EbmlUInteger*>(found.Element.get());
-    if (number == nullptr) {
-      return 0;
+    if (number != nullptr) {
+      number->ReadData(input_);
     }
-    number->ReadData(input_);
-    return number->GetValue();
+    return number != nullptr ? number->GetValue() : 0;
   }
 
   /// Reads the children; nullptr where the element is not of the type after all, or too long.

@@ -779,11 +779,32 @@ TEST(MatroskaInput, WritesNothing) {
   EXPECT_EQ(input.getFilePointer(), 0U);
 }
 
+/// Bytes with zeros after them.
+class ZerosAtTheEnd : public ByteSource {
+ public:
+  ZerosAtTheEnd(Bytes bytes, std::uint64_t zeros)
+      : bytes_(std::move(bytes)), length_(bytes_.size() + zeros) {}
+
+  [[nodiscard]] std::uint64_t Length() const override { return length_; }
+  [[nodiscard]] Result<std::size_t> ReadAt(std::uint64_t start, std::span<std::uint8_t> bytes) override {
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), length_ - start));
+    for (std::size_t i = 0; i < count; ++i) {
+      bytes[i] = start + i < bytes_.size() ? bytes_[static_cast<std::size_t>(start) + i] : std::uint8_t{0};
+    }
+    return count;
+  }
+
+ private:
+  Bytes bytes_;
+  std::uint64_t length_;
+};
+
 TEST(ReadMatroska, InformationLongerThanAnyIsPassed) {
-  const Bytes blocks = Cluster(0, SimpleBlock(1, 2, PlainUnit(8)));
-  const Container read = Taken(ReadBytes(
-      MatroskaFile(Joined({OneTrack(), blocks, Element(0x1549A966, Bytes((std::size_t{16} << 20U) + 1))}))));
-  EXPECT_THAT(Times(read), ElementsAre(180));
+  constexpr std::uint64_t TooLong = (std::uint64_t{16} << 20U) + 1;
+  const Bytes head = Joined({BigEndian(0x1549A966, 4), BigEndian(0x0100000000000000U | TooLong, 8)});
+  const Bytes segment = Joined({OneTrack(), Cluster(0, SimpleBlock(1, 2, PlainUnit(8))), head});
+  ZerosAtTheEnd source(Joined({test::EbmlHead(), UnknownSizeElement(0x18538067, segment)}), TooLong);
+  EXPECT_THAT(Times(Taken(ReadMatroskaFrom(source))), ElementsAre(180));
 }
 
 /// 0xE7, the time of a cluster, is another element there than in a cluster.

@@ -188,15 +188,10 @@ TEST_F(ContactSheet, CancelledAtTheEndNothingIsThere) {
   EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ContactSheet, AskedToGoOnItDoes) {
-  const auto written = Write(StreamOf(2), {}, [](std::uint64_t, std::uint64_t) { return true; });
-  ASSERT_TRUE(written);
-  EXPECT_EQ(written->How, Completion::Done);
-}
-
 TEST_F(ContactSheet, AFolderInAPagesPlaceIsNamed) {
   ASSERT_TRUE(QDir(Folder()).mkdir("film_001.png"));
-  EXPECT_THAT(Write(StreamOf(1), {.Existing = Overwriting::Allowed}).Reason(),
+  const auto goOn = [](std::uint64_t, std::uint64_t) { return true; };
+  EXPECT_THAT(Write(StreamOf(1), {.Existing = Overwriting::Allowed}, goOn).Reason(),
               HasSubstr("film_001.png: It is a folder"));
   EXPECT_THAT(Names(), ElementsAre("film_001.png"));
 }
