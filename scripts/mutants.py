@@ -35,7 +35,8 @@ OPERATOR = re.compile(r'(?<= )(?:<<|>>|[<>=!]=|&&|\|\||[-+|&]=|[-+*/%<>|&^])(?= 
 STEP = re.compile(r'\+\+|--')
 NUMBER = re.compile(r"(?<![\w.'])(?:0[xX][0-9A-Fa-f']+|\d[\d']*)(?=[uUlL]*(?![\w.']))")
 TRUTH = re.compile(r'\b(?:true|false)\b')
-CONDITION = re.compile(r'\b(?:if|while) \((?!constexpr)')
+# One that declares what it asks has no opposite.
+CONDITION = re.compile(r'\b(?:if|while) \((?!constexpr|(?:const )?[\w:<>]+[ &*]+\w+ = )')
 STATEMENT = re.compile(r'^[ \t]+(?![ \t]|return [^;]|case\b|default\b|const\b|constexpr\b|static\b|auto\b|throw\b'
                        r'|friend\b|else\b|if\b|for\b|while\b|do\b|[}\]):?.&|])[^\n{}]*[^\s{}();,][^\n{}]*;[ \t]*$', re.MULTILINE)
 # What declares is left: a name after a type.
@@ -81,7 +82,9 @@ def changes(source, isDrawn):
             yield opening, end + 1, '(!(' + source[opening + 1:end] + '))'
     for found in STATEMENT.finditer(code):
         text = found.group()
-        if not DECLARATION.match(text) and not re.search('= (?:delete|default);', text):
+        # What goes on from the line before is no statement; what is said to a stream or an object further is one more.
+        isBegun = code[:found.start()].rstrip()[-1:] in ';{}:' or text.lstrip().startswith(('<<', '->'))
+        if isBegun and not DECLARATION.match(text) and not re.search('= (?:delete|default);', text):
             start = found.start() + len(text) - len(text.lstrip())
             yield start, found.end(), ';'
 
