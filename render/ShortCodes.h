@@ -24,6 +24,8 @@ struct alignas(8) ShortCodes {
   std::uint8_t Length = 0;  ///< cells of all runs
   std::array<std::uint8_t, 3> Start = {};
   std::array<std::uint8_t, 3> Code = {};
+
+  static consteval ShortCodes Of(unsigned bits);
 };
 
 inline constexpr std::ptrdiff_t MaxShortCodes = 63;
@@ -38,7 +40,17 @@ consteval unsigned CodeBits(unsigned bits, unsigned count) {
   return 0;
 }
 
-consteval ShortCodes SplitShortCodes(unsigned bits) {
+/// What twelve bits are, for each number of them.
+template <typename Entry>
+consteval std::array<Entry, 4096> ByTwelveBits() {
+  std::array<Entry, 4096> table;
+  for (unsigned bits = 0; bits < table.size(); ++bits) {
+    table[bits] = Entry::Of(bits);
+  }
+  return table;
+}
+
+consteval ShortCodes ShortCodes::Of(unsigned bits) {
   ShortCodes codes;
   unsigned left = 12;
   for (std::size_t i = 0; i < 3; ++i) {
@@ -63,15 +75,7 @@ consteval ShortCodes SplitShortCodes(unsigned bits) {
   return codes;
 }
 
-consteval std::array<ShortCodes, 4096> AllShortCodes() {
-  std::array<ShortCodes, 4096> table;
-  for (unsigned bits = 0; bits < table.size(); ++bits) {
-    table[bits] = SplitShortCodes(bits);
-  }
-  return table;
-}
-
-inline constexpr std::array<ShortCodes, 4096> shortCodes = AllShortCodes();
+inline constexpr auto shortCodes = ByTwelveBits<ShortCodes>();
 
 /// Looks short codes up and paints them with instructions that every processor has.
 template <typename Cell>
@@ -107,22 +111,24 @@ struct alignas(8) PackedCodes {
   std::uint8_t Written = 0;  ///< cells that are painted, or left as they are behind the 16th
 
   static constexpr unsigned Block = 16;
+
+  static consteval PackedCodes Of(unsigned bits);
 };
 
-consteval PackedCodes PackCodesOf(unsigned bits) {
+consteval PackedCodes PackedCodes::Of(unsigned bits) {
   PackedCodes packed;
   unsigned length = 0;
   unsigned left = 12;
-  while (left > 0 && length < PackedCodes::Block) {
+  while (left > 0 && length < Block) {
     const unsigned rest = bits & ((1U << left) - 1U);
     const unsigned size = CodeBits(rest, left);
     const unsigned value = rest >> (left - size);
     const unsigned run = value >> 2U;
     const bool isLongClear = length == 0 && (value & 3U) == 0;
-    if (size == 0 || (length + run > PackedCodes::Block && !isLongClear)) {
+    if (size == 0 || (length + run > Block && !isLongClear)) {
       break;
     }
-    for (unsigned cell = length; cell < std::min(length + run, PackedCodes::Block); ++cell) {
+    for (unsigned cell = length; cell < std::min(length + run, Block); ++cell) {
       packed.Cells |= (value & 3U) << (2 * cell);
     }
     length += run;
@@ -130,19 +136,11 @@ consteval PackedCodes PackCodesOf(unsigned bits) {
   }
   packed.Bits = static_cast<std::uint8_t>(12U - left);
   packed.Length = static_cast<std::uint8_t>(length);
-  packed.Written = static_cast<std::uint8_t>(std::max(length, PackedCodes::Block));
+  packed.Written = static_cast<std::uint8_t>(std::max(length, Block));
   return packed;
 }
 
-consteval std::array<PackedCodes, 4096> AllPackedCodes() {
-  std::array<PackedCodes, 4096> table;
-  for (unsigned bits = 0; bits < table.size(); ++bits) {
-    table[bits] = PackCodesOf(bits);
-  }
-  return table;
-}
-
-inline constexpr std::array<PackedCodes, 4096> packedCodes = AllPackedCodes();
+inline constexpr auto packedCodes = ByTwelveBits<PackedCodes>();
 
 /// Does as PlainCodes, 16 cells at once of whatever codes.
 class Avx2Codes {
