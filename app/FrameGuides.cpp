@@ -134,15 +134,18 @@ void PaintRuler(QPainter& painter, const ShownFrame& frame, bool isAcross, doubl
 }
 
 QString Caption(DisplayMode mode, int lines) {
+  const FilmPlace film = FilmOn(mode, lines);
+  const QRect onScreen = film.OnScreen.toRect();
+  const QRect ofFilm = film.OfFilm.toRect();
   switch (mode) {
     case DisplayMode::Wide:
       return Ui::Tr("Wide screen (16:9): all of the frame");
     case DisplayMode::Letterbox:
       return Ui::Tr("Letterbox (4:3): the film in lines %1, the subtitle as stored")
-          .arg(FromTo(lines / 8, lines * 3 / 4));
+          .arg(FromTo(onScreen.y(), onScreen.height()));
     case DisplayMode::PanAndScan:
       return Ui::Tr("Pan and scan (4:3): the film's columns %1, the subtitle as stored")
-          .arg(FromTo(FrameWidth / 8, FrameWidth * 3 / 4));
+          .arg(FromTo(ofFilm.x(), ofFilm.width()));
     case DisplayMode::Off:
       break;
   }
