@@ -26,10 +26,12 @@ build=build/coverage
 jobs=$(nproc)
 
 InstallMissing "${testPackages[@]}"
-# Counts of a function that its source keeps to itself are kept under the name of what is compiled, which is the same for the
+# Without ccache, which may give headers another path in each source that includes them, so that llvm-cov takes them for several
+# files. Counts of a function that its source keeps to itself are kept under the name of what is compiled, which is the same for the
 # sources of every folder that are compiled as one; so it is given the object's.
 Say "building $build"
 cmake --preset dev -B $build -DCMAKE_CXX_COMPILER=clang++-14 -DQUILLMARK_SANITIZE=OFF -DQUILLMARK_GUI=OFF \
+  -DQUILLMARK_CCACHE=OFF \
   -DCMAKE_CXX_FLAGS_DEBUG='-O0 -g1 -fprofile-instr-generate -fcoverage-mapping -mllvm -runtime-counter-relocation' \
   -DCMAKE_CXX_COMPILE_OBJECT='<CMAKE_CXX_COMPILER> <DEFINES> <INCLUDES> <FLAGS> -Xclang -main-file-name -Xclang <OBJECT> -o <OBJECT> -c <SOURCE>' \
   >/dev/null

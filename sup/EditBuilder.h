@@ -37,11 +37,11 @@ class EditBuilder {
     }
     if constexpr (Size == 1) {
       PutWord(offset, Size, word);
-      return true;
+    } else {
+      const auto first = static_cast<std::size_t>(std::countr_zero(differences)) / 8;
+      const auto end = sizeof(Word) - static_cast<std::size_t>(std::countl_zero(differences)) / 8;
+      PutWord(offset + first, end - first, word >> (8 * first));
     }
-    const auto first = static_cast<std::size_t>(std::countr_zero(differences)) / 8;
-    const auto end = sizeof(Word) - static_cast<std::size_t>(std::countl_zero(differences)) / 8;
-    PutWord(offset + first, end - first, word >> (8 * first));
     return true;
   }
   void Replace(std::size_t offset, std::size_t removed, std::span<const std::uint8_t> inserted);

@@ -98,7 +98,6 @@ class ToolRun {
   }
 
   [[nodiscard]] std::span<const std::uint8_t> File() const { return file_; }
-  [[nodiscard]] const SupStream& Stream() const { return stream_; }
   [[nodiscard]] std::size_t Count() const {
     return stream_.RawBytes.empty() ? 0 : stream_.PacketOffset.size();
   }
