@@ -186,7 +186,11 @@ CommandResult WriteProject(const ConvertOptions& options, const ConvertedTrack& 
     console.Warn(track.File, note);
   }
   TellWritten(written->Subtitles, options.Out, console);
-  return {};
+  const std::int64_t leftOut = track.Stream.Count - written->Subtitles;
+  return leftOut == 0
+             ? CommandResult()
+             : Failed(track.File, Words::Tr("%1 of %2 subtitles are left out",
+                                            {std::to_string(leftOut), std::to_string(track.Stream.Count)}));
 }
 
 }  // namespace

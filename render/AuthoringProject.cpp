@@ -107,11 +107,14 @@ class ProjectWriter {
     pictures_.Add(staged_.PathOf(name), cBitmap(std::move(picture.Image)));
   }
 
-  /// The rest of the project.
+  /// The rest of the project; a Failure where every subtitle was left out.
   Result<void> Finish() {
     pictures_.Flush();
     if (const ExportFailures& failures = pictures_.Failures(); failures.Count > 0) {
       return NamedFailure(staged_.NameOf(failures.FirstPath), failures.FirstReason);
+    }
+    if (pictures_.Count() == 0 && !notes_.empty()) {
+      return Failure{Words::Tr("no subtitle would be in it: %1", {notes_.front()})};
     }
     const QString list = QLatin1String(XmlStart) + QStringLiteral("<subpictures ") +
                          XmlAttribute(QStringLiteral("format"), FormatName(options_.FrameHeight)).trimmed() +

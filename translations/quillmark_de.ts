@@ -6152,6 +6152,14 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <translation>%1 von %2 Untertiteln bleiben, wie sie sind</translation>
     </message>
     <message>
+        <source>%1 of %2 subtitles are left out</source>
+        <translation>%1 von %2 Untertiteln wurden weggelassen</translation>
+    </message>
+    <message>
+        <source>no subtitle would be in it: %1</source>
+        <translation>kein Untertitel wäre darin: %1</translation>
+    </message>
+    <message>
         <source>%1 of %2 subtitles are not as asked for</source>
         <translation>%1 von %2 Untertiteln sind nicht wie verlangt</translation>
     </message>

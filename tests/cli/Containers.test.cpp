@@ -226,6 +226,15 @@ TEST_F(ContainerCommands, ProjectHasItsListPicturesPaletteAndDisc) {
   EXPECT_TRUE(Exists("disc_dvdauthor.xml"));
 }
 
+TEST_F(ContainerCommands, SubtitlesThatAProjectCannotHoldAreNamedAndFail) {
+  Write("late.sup", Join({Sound(Second).Build(), Sound(std::int64_t{1} << 32).Build()}));
+  const auto run = Run({"convert", "late.sup", "-o", "late.xml"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_EQ(run.Out, "wrote 1 subtitle to late.xml\n");
+  EXPECT_THAT(run.Err, HasSubstr("late.sup: subtitle 2 starts outside of the 13 hours"));
+  EXPECT_THAT(run.Err, HasSubstr("late.sup: 1 of 2 subtitles are left out"));
+}
+
 TEST_F(ContainerCommands, DamagedFileIsNamedAndNothingIsWritten) {
   WriteText("broken.mkv", "no Matroska at all");
   const auto run = Run({"convert", "broken.mkv", "-o", "c.sup"});

@@ -144,6 +144,18 @@ TEST_F(AuthoringProject, WhatCannotBeInItIsNamed) {
                           "subtitle 5 starts outside of the 13 hours that spumux can tell and is left out"));
 }
 
+TEST_F(AuthoringProject, NoneIsWrittenThatWouldHoldNoSubtitle) {
+  Put("film.xml", "mine");
+  const auto written = Write(test::Index(Join({Sound(-1).Build(), Sound(std::int64_t{1} << 32).Build()})),
+                             {.Existing = Overwriting::Allowed});
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Reason(),
+            "no subtitle would be in it: subtitle 1 starts outside of the 13 hours that spumux can tell and "
+            "is left out");
+  EXPECT_THAT(Names(), ElementsAre("film.xml"));
+  EXPECT_EQ(Read("film.xml"), "mine");
+}
+
 TEST_F(AuthoringProject, WhatIsThereIsRefusedByName) {
   Put("film.pal", "mine");
   const auto written = Write(TwoSubtitles());
@@ -219,9 +231,10 @@ TEST_F(AuthoringProject, CancelledAtAnyStepNothingIsThere) {
 }
 
 TEST_F(AuthoringProject, APictureTallerThanAFrameIsLeftOut) {
-  const auto written = Write(test::Index(Sound(90000).Area(0, 3, 0, 576).Build()));
+  const auto written =
+      Write(test::Index(Join({Sound(90000).Area(0, 3, 0, 576).Build(), Sound(900000).Build()})));
   ASSERT_TRUE(written);
-  EXPECT_EQ(written->Subtitles, 0);
+  EXPECT_EQ(written->Subtitles, 1);
 }
 
 TEST_F(AuthoringProject, ALanguageHasTwoLetters) {
