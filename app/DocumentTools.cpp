@@ -7,6 +7,21 @@
 #include "recipe/Recipe.h"
 
 namespace quillmark {
+namespace {
+
+/// What the step does to a stream that has to keep a subtitle.
+Result<ToolResult> RunInDocument(const Step& step, const SupStream& stream) {
+  if (const Result<void> fits = FitsStream(step, stream); !fits) {
+    return fits.Why();
+  }
+  Result<ToolResult> result = RunStep(step, stream);
+  if (result && TakesOut(step) && result->Changed.SizeWithin(stream.Count) == stream.Count) {
+    return Failure{Words::Tr("no subtitle would be left")};
+  }
+  return result;
+}
+
+}  // namespace
 
 Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) {
   try {
@@ -14,15 +29,9 @@ Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) 
     if (!step) {
       return step.Why();
     }
-    if (const Result<void> fits = FitsStream(*step, primary_); !fits) {
-      return fits.Why();
-    }
-    Result<ToolResult> result = RunStep(*step, primary_);
+    Result<ToolResult> result = RunInDocument(*step, primary_);
     if (!result) {
       return result;
-    }
-    if (TakesOut(*step) && result->Changed.SizeWithin(primary_.Count) == primary_.Count) {
-      return Failure{Words::Tr("no subtitle would be left")};
     }
     if (const Result<void> made = Make({.Name = name, .What = std::move(result->Edit), .Tool = text});
         !made) {
@@ -44,15 +53,13 @@ Result<std::int64_t> Document::RunRecipe(const Recipe& recipe,
       return steps.Why();
     }
     SupStream trial = primary_;
-    const Result<std::vector<StepOutcome>> outcomes = RunSteps(*steps, trial);
-    if (!outcomes) {
-      return outcomes.Why();
-    }
-    if (trial.Count == 0) {
-      return Failure{Words::Tr("no subtitle would be left")};
-    }
-    for (const StepOutcome& outcome : *outcomes) {
-      left += static_cast<std::int64_t>(outcome.Left.size());
+    for (std::size_t i = 0; i < steps->size(); ++i) {
+      Result<ToolResult> result = RunInDocument((*steps)[i], trial);
+      const Result<void> applied = result ? ApplyEdit(trial, result->Edit) : result.Why();
+      if (!applied) {
+        return Failure{StepName(i, recipe.Steps[i].Tool) + ": " + applied.Reason()};
+      }
+      left += static_cast<std::int64_t>(result->Left.size());
     }
   }
   for (const StepText& step : recipe.Steps) {

@@ -388,6 +388,21 @@ TEST_F(Tools, RecipeThatCannotBeRunToItsEndChangesNothing) {
   EXPECT_EQ(SavedBytes(), stream);
 }
 
+TEST_F(Tools, RecipeThatLeavesNoSubtitleOnTheWayChangesNothing) {
+  const Bytes stream = Join({At(1).Build(), At(3).Build()});
+  LoadStream(stream);
+  Write("other.sup", At(5).Build());
+  const QString recipe = Write("steps.json", (R"({"version": 1, "steps": [
+      {"tool": "retime", "shift": "1000"}, {"tool": "cut", "only": "1-"}, {"tool": "join", "with": ")" +
+                                              Path("other.sup") + R"("}]})")
+                                                 .toUtf8());
+  Dialogs.ExpectOpen(recipe);
+  Dialogs.ExpectMessageWith({recipe, "step 2 (cut): no subtitle would be left"});
+  Action("RunRecipe").trigger();
+  EXPECT_FALSE(Action("Undo").isEnabled());
+  EXPECT_EQ(SavedBytes(), stream);
+}
+
 TEST_F(Tools, FileThatIsNoRecipeIsRefusedByName) {
   LoadStream(At(1).Build());
   const QString recipe = Write("steps.json", QByteArray("{\"version\": 2, \"steps\": []}"));
