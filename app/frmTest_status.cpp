@@ -89,11 +89,17 @@ void frmTest::ShowPreviewMark() {
 }
 
 void frmTest::TellSaved(const QString& path, std::int64_t subtitles, std::int64_t bytes) {
-  const QString name = QFileInfo(path).fileName();
-  const QString size = TextLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-  Tell(subtitles > 0
-           ? Ui::Tr("Saved %1, %n subtitle, %2", "Saved %1, %n subtitles, %2", subtitles, {name, size})
-           : Ui::Tr("Saved %1, %2", {name, size}));
+  const QFileInfo file(path);
+  const QString name = file.fileName();
+  const auto sizeOf = [](std::int64_t count) {
+    return TextLocale().formattedDataSize(count, 1, QLocale::DataSizeSIFormat);
+  };
+  const QString size = sizeOf(bytes);
+  const QString told = subtitles > 0 ? Ui::Tr("Saved %1, %n subtitle, %2", "Saved %1, %n subtitles, %2",
+                                              subtitles, {name, size})
+                                     : Ui::Tr("Saved %1, %2", {name, size});
+  const std::int64_t tail = file.size() - bytes;
+  Tell(tail > 0 ? Ui::Tr("%1; %2 of the longer old file still follow", {told, sizeOf(tail)}) : told);
 }
 
 }  // namespace quillmark

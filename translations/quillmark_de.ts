@@ -848,6 +848,10 @@ Entfernen Sie die mehreren Farben und/oder Transparenzen in der ersten SUP-Datei
         <source>Saved %1, %2</source>
         <translation>%1 gespeichert, %2</translation>
     </message>
+    <message>
+        <source>%1; %2 of the longer old file still follow</source>
+        <translation>%1; %2 der längeren alten Datei folgen noch</translation>
+    </message>
     <message numerus="yes">
         <source>%n subtitle %1</source>
         <comment>%n subtitles %1</comment>

@@ -67,6 +67,13 @@ TEST_F(StatusLine, SizesAreInThousands) {
   EXPECT_EQ(Told(), "Saved saved.sup, 1,500 subtitles, 72.0 kB");
 }
 
+TEST_F(StatusLine, WhatStaysBehindASavedStreamIsTold) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectSave(Write("old.sup", Bytes(200, 0x77)));
+  Click("Command_SaveSup");
+  EXPECT_EQ(Told(), "Saved old.sup, 3 subtitles, 144 bytes; 56 bytes of the longer old file still follow");
+}
+
 TEST_F(StatusLine, SavedMergedStreamIsTold) {
   LoadStream(PrimaryStream({{0, 100}, {200, 100}}));
   Merge(SecondaryStream({0, 200}));
