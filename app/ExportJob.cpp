@@ -59,15 +59,22 @@ Result<ExportOutcome> ExportVobSub(const ExportSource& source, const ExportOrder
   if (!packets) {
     return packets.Why();
   }
+  const VobSubTrack track = {.Packets = *packets, .Language = order.Language, .Name = {}};
   const auto written = WriteVobSub(
-      PathFromUtf8(order.Path.toStdString()), {{.Packets = *packets, .Language = order.Language, .Name = {}}},
+      PathFromUtf8(order.Path.toStdString()), {track},
       {.Palette = source.Palette, .FrameHeight = source.FrameLines, .Existing = order.Existing}, progress);
+  // Subtitles are told by their numbers among those that are exported.
+  const auto tell = [&](const std::string& text) {
+    return order.Only == SubtitleSet::All() ? text : Words::Tr("of the chosen subtitles, %1", {text});
+  };
   if (!written) {
-    return order.Only == SubtitleSet::All()
-               ? written.Why()
-               : Failure{Words::Tr("of the chosen subtitles, %1", {written.Reason()})};
+    return Failure{tell(written.Reason())};
   }
-  return ExportOutcome{.How = *written, .Subtitles = order.Only.SizeWithin(source.Stream.Count)};
+  ExportOutcome outcome = {.How = *written, .Subtitles = order.Only.SizeWithin(source.Stream.Count)};
+  for (const std::string& change : ChangesInVobSub(track)) {
+    outcome.Notes.push_back(tell(change));
+  }
+  return outcome;
 }
 
 std::vector<QString> PairOf(const QString& path) {

@@ -178,6 +178,24 @@ TEST_F(ExportCommand, FailureOfASelectedSubtitleSaysHowItIsCounted) {
       {"Cannot export " + Path("movie.idx") + ": of the chosen subtitles, subtitle 1 starts before 0"});
   Start();
 }
+
+TEST_F(ExportCommand, WhatAPairCannotHoldIsTold) {
+  LoadStream(Join({FourCodes(PacketBuilder().Time(5 * Second)), FourCodes(PacketBuilder().Time(Second)),
+                   Bytes(3, 0xEE)}));
+  QString remark;
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "VobSub pair");
+    dialog.Export();
+  });
+  Dialogs.Expect(DialogKind::Message, [&remark](QDialog& dialog) {
+    remark = static_cast<QMessageBox&>(dialog).informativeText();
+    dialog.accept();
+  });
+  Start();
+  EXPECT_EQ(Dialogs.Last().Text, "movie.idx was written, with remarks:");
+  EXPECT_TRUE(remark.contains("3 bytes after the last subtitle were left out")) << remark.toStdString();
+  EXPECT_TRUE(remark.contains("they were sorted")) << remark.toStdString();
+}
 #endif
 
 TEST_F(ExportCommand, AuthoringProjectIsWritten) {
