@@ -108,9 +108,9 @@ class CommandTable {
     return "";
   }
 
-  /// Prints help or version where they were asked for; the exit code.
-  int Exit(const CLI::ParseError& error, const Console& console) const {
-    return app_.exit(error, console.Out, console.Err);
+  /// Prints help or version where they were asked for.
+  void Answer(const CLI::ParseError& error, const Console& console) const {
+    (void)app_.exit(error, console.Out, console.Err);
   }
 
   [[nodiscard]] std::string HelpCommand() const {
@@ -604,9 +604,10 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
     result = table.ParseAndRun(arguments, console);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
-      return table.Exit(error, console);
+      table.Answer(error, console);
+    } else {
+      result = WrongUsageOf(table, error);
     }
-    result = WrongUsageOf(table, error);
   } catch (const std::bad_alloc&) {
     result = Failed("", Words::Tr("there is not enough memory"));
   }

@@ -272,6 +272,8 @@ TEST_F(Usage, FullStandardOutputIsAFailure) {
   const auto run = RunScript("quillmark-cli report a.sup >/dev/full");
   EXPECT_EQ(run.ExitCode, 1);
   EXPECT_EQ(run.Err, "quillmark-cli: standard output cannot be written\n");
+  EXPECT_EQ(RunScript("quillmark-cli --version >/dev/full").ExitCode, 1);
+  EXPECT_EQ(RunScript("quillmark-cli --help >/dev/full").ExitCode, 1);
 }
 
 }  // namespace
