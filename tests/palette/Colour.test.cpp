@@ -51,6 +51,19 @@ TEST(RgbToYCrCb, KnownColours) {
   EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 0, 255)), Packed(41, 110, 240));
 }
 
+/// One thousandth more or less of a primary colour would make another number of at least one of these.
+TEST(RgbToYCrCb, EachShareOfAPrimaryColourCounts) {
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(247, 0, 0)), Packed(79, 236, 91));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(220, 0, 0)), Packed(73, 225, 95));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(165, 0, 0)), Packed(58, 200, 104));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 249, 0)), Packed(141, 36, 56));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 243, 0)), Packed(138, 39, 57));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 255, 0)), Packed(145, 34, 54));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 0, 249)), Packed(40, 110, 237));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 0, 231)), Packed(39, 112, 229));
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(0, 0, 220)), Packed(38, 112, 225));
+}
+
 TEST(RgbToYCrCb, TheFourthByteDoesNotCount) {
   EXPECT_EQ(RgbToYCrCb(0xFF000000U), Packed(16, 128, 128));
 }
