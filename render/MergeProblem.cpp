@@ -122,8 +122,7 @@ std::string DamageMessage(const char* text, const MergeProblem& problem) {
 /// Where the pixels that a picture loses are.
 std::string LostPixels(const MergeProblem& problem) {
   const auto [outside, inEdgeRows, rows] = problem.Numbers;
-  std::string outsideText =
-      Words::Tr("%n pixel outside the frame", "%n pixels outside the frame", outside);
+  std::string outsideText = Words::Tr("%n pixel outside the frame", "%n pixels outside the frame", outside);
   if (inEdgeRows <= 0) {
     return outsideText;
   }
