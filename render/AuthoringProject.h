@@ -48,8 +48,8 @@ struct AuthoringResult {
 /// are named relative to it, in the order of the times; the pictures, see AuthoringPicture; the palette; and
 /// a control file for dvdauthor, which takes the film that spumux wrote. Delays count as players count them,
 /// 1024 ticks a unit.
-/// All of it is written, or nothing, also where none of the subtitles can be in it; the reason names the file.
-/// Progress counts subtitles.
+/// All of it is written, or nothing, also where none of the subtitles can be in it; the reason names the
+/// file. Progress counts subtitles.
 [[nodiscard]] Result<AuthoringResult> WriteAuthoringProject(const SupStream& stream, const QString& listPath,
                                                             const AuthoringOptions& options = {},
                                                             const Progress& progress = {});
