@@ -20,9 +20,10 @@ Result<std::uintmax_t> OpenInputFile(const std::filesystem::path& path, std::ifs
   if (error) {
     return Failure{error.message()};
   }
+  errno = 0;
   file.open(path, std::ios::binary);
   if (!file) {
-    return Failure{std::generic_category().message(errno)};
+    return Failure{errno != 0 ? std::generic_category().message(errno) : Words::Tr("it cannot be opened")};
   }
   return length;
 }

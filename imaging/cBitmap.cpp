@@ -128,7 +128,7 @@ std::span<std::uint32_t> cBitmap::LockPixels() {
   SetStatus(pixels == nullptr ? ImagingStatus::OutOfMemory : ImagingStatus::Ok);
   const std::size_t size =
       static_cast<std::size_t>(image_.width()) * static_cast<std::size_t>(image_.height());
-  return {pixels, size};
+  return {pixels, pixels == nullptr ? 0 : size};
 }
 
 int cBitmap::EncoderIndex(const QString& pattern) {

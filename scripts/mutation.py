@@ -286,7 +286,7 @@ class Judge:
         # The window's tests take minutes, and what is below it has its own.
         for program in sorted(duration.keys() - {own, 'app'}, key=duration.get):
             made = compiler.link(program)
-            if made is None or not self.passes(compiler.copy, program, made, reaching[program]):
+            if made is not None and not self.passes(compiler.copy, program, made, reaching[program]):
                 return 'noticed'
         return 'survived'
 

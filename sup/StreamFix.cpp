@@ -72,10 +72,11 @@ class StopDelay {
 
 /// How far the next start is away; nullopt for the last subtitle and for one that the next one precedes.
 std::optional<std::uint64_t> TicksToNext(const SupStream& stream, std::size_t index) {
-  const std::int64_t start = stream.StartTime[index];
-  const std::int64_t next = index + 1 < stream.StartTime.size() ? stream.StartTime[index + 1] : start - 1;
-  return next < start ? std::nullopt
-                      : std::optional(static_cast<std::uint64_t>(next) - static_cast<std::uint64_t>(start));
+  if (index + 1 >= stream.StartTime.size() || stream.StartTime[index + 1] < stream.StartTime[index]) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(stream.StartTime[index + 1]) -
+         static_cast<std::uint64_t>(stream.StartTime[index]);
 }
 
 /// The stream as it becomes, and all that was done to it.

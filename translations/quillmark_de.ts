@@ -4160,6 +4160,10 @@ VobSub-Paars, einer Matroska-Datei, eines Programmstroms oder einer Authoring-Li
         <translation>es ist ein Gerät oder eine Pipe, keine Datei</translation>
     </message>
     <message>
+        <source>it cannot be opened</source>
+        <translation>sie kann nicht geöffnet werden</translation>
+    </message>
+    <message>
         <source>Illegal file: no title set&apos;s IFO file with a palette</source>
         <translation>Ungültige Datei: keine IFO-Datei eines Titelsatzes mit einer Palette</translation>
     </message>

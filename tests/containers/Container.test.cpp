@@ -6,6 +6,7 @@
 
 #include "base/FilePath.h"
 #include "containers/Language.h"
+#include "containers/PacketAppender.h"
 #include "tests/support/FolderTest.h"
 
 namespace quillmark {
@@ -19,6 +20,12 @@ Container ThreeTracks() {
   container.Tracks[0].Language = "en";
   container.Tracks[1].Language = "de";
   return container;
+}
+
+TEST(AppendPacket, LeavesOutAUnitThatIsShorterThanItsHeader) {
+  std::vector<std::uint8_t> packets = {0x77};
+  AppendPacket(packets, 0, std::vector<std::uint8_t>{0x00, 0x04, 0x00});
+  EXPECT_EQ(packets, std::vector<std::uint8_t>{0x77});
 }
 
 TEST(FindTrack, NumberCountsFromOne) {
