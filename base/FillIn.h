@@ -10,7 +10,12 @@ namespace quillmark {
 template <typename Text, typename Value>
 [[nodiscard]] Text FillIn(const Text& text, std::initializer_list<Value> values, const Text& count) {
   const auto unit = [](char16_t ascii) { return static_cast<typename Text::value_type>(ascii); };
+  auto room = text.size() + count.size();
+  for (const Value& value : values) {
+    room += value.size();
+  }
   Text filled;
+  filled.reserve(room);
   for (auto at = text.begin(); at != text.end(); ++at) {
     const Value* value = nullptr;
     const bool isMark = *at == unit(u'%') && at + 1 != text.end();

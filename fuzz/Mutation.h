@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -14,8 +16,9 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 /// behind the framing gets to see it. Every few inputs are changed without regard to the format.
 namespace quillmark {
 
-using Bytes = std::vector<std::uint8_t>;
-using Pieces = std::vector<Bytes>;
+/// Where a mutator makes them, their memory is that of the whole mutation: see MutateInput.
+using Bytes = std::pmr::vector<std::uint8_t>;
+using Pieces = std::pmr::vector<Bytes>;
 
 /// Numbers that depend on the seed alone, so that a run can be repeated.
 class Dice {
@@ -63,6 +66,11 @@ inline void PutNumber(Bytes& bytes, std::size_t at, std::uint64_t number, std::s
 
 inline Bytes Joined(const Pieces& pieces) {
   Bytes bytes;
+  std::size_t size = 0;
+  for (const Bytes& piece : pieces) {
+    size += piece.size();
+  }
+  bytes.reserve(size);
   for (const Bytes& piece : pieces) {
     Append(bytes, piece);
   }
@@ -120,6 +128,25 @@ void MutateText(Bytes& text, Dice& dice, std::string_view ends, const Words& wor
   text = Joined(pieces);
 }
 
+/// Memory for all that one mutation makes, given back in one go: the sanitizer's allocator would take longer
+/// than the code under test does.
+class MutationMemory {
+ public:
+  MutationMemory() : before_(std::pmr::set_default_resource(&memory_)) {}
+  ~MutationMemory() { std::pmr::set_default_resource(before_); }
+  MutationMemory(const MutationMemory&) = delete;
+  MutationMemory& operator=(const MutationMemory&) = delete;
+  MutationMemory(MutationMemory&&) = delete;
+  MutationMemory& operator=(MutationMemory&&) = delete;
+
+ private:
+  static constexpr std::size_t Room = std::size_t{1} << 18U;
+
+  inline static std::array<std::byte, Room> room_;
+  std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
+  std::pmr::memory_resource* before_;
+};
+
 /// What a target's LLVMFuzzerCustomMutator answers: `mutate` changes the bytes as their format has them.
 /// Inputs grow to `longest` bytes at most, so that they stay quick to run.
 template <typename Mutate>
@@ -128,6 +155,7 @@ std::size_t MutateInput(std::uint8_t* data, std::size_t size, std::size_t maxSiz
   const std::size_t room = std::min(maxSize, std::max(longest, size));
   Dice dice(seed);
   if (!dice.OneIn(5)) {
+    const MutationMemory memory;
     Bytes bytes(data, data + size);
     for (std::size_t left = 1 + dice.Below(3); left > 0; --left) {
       mutate(bytes, dice);

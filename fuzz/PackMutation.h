@@ -38,16 +38,24 @@ inline bool HasLength(const Bytes& piece) {
   return piece.size() >= 6 && piece[2] == 1 && piece[3] >= 0xBB;
 }
 
+/// Where the first start code of a piece stands behind `from`; the size where there is none.
+inline std::size_t NextStartCode(std::span<const std::uint8_t> stream, std::size_t from) {
+  for (std::size_t at = from + 2; at + 1 < stream.size(); ++at) {
+    // The 1 is the rarest of its bytes.
+    if (stream[at] == 1 && stream[at - 1] == 0 && stream[at - 2] == 0 && stream[at + 1] >= 0xB9) {
+      return at - 2;
+    }
+  }
+  return stream.size();
+}
+
 /// From one start code to the next.
 inline Pieces SplitPacks(std::span<const std::uint8_t> stream) {
   Pieces pieces;
-  for (std::size_t at = 0; at < stream.size(); ++at) {
-    const bool starts = at + 4 <= stream.size() && stream[at] == 0 && stream[at + 1] == 0 &&
-                        stream[at + 2] == 1 && stream[at + 3] >= 0xB9;
-    if (starts || pieces.empty()) {
-      pieces.emplace_back();
-    }
-    pieces.back().push_back(stream[at]);
+  while (!stream.empty()) {
+    const auto piece = stream.first(NextStartCode(stream, 1));
+    pieces.emplace_back(piece.begin(), piece.end());
+    stream = stream.subspan(piece.size());
   }
   return pieces;
 }

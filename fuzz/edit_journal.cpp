@@ -17,13 +17,15 @@ namespace {
 
 using namespace quillmark;
 
-void Number(std::uint64_t number, Bytes& out) {
+using JournalBytes = std::vector<std::uint8_t>;
+
+void Number(std::uint64_t number, JournalBytes& out) {
   for (unsigned shift = 0; shift < 64; shift += 8) {
     out.push_back(static_cast<std::uint8_t>(number >> shift));
   }
 }
 
-void Record(std::uint8_t kind, std::span<const std::uint8_t> payload, Bytes& out) {
+void Record(std::uint8_t kind, std::span<const std::uint8_t> payload, JournalBytes& out) {
   const std::size_t start = out.size();
   for (const char letter : {'Q', 'J', '1'}) {
     out.push_back(static_cast<std::uint8_t>(letter));
@@ -36,9 +38,9 @@ void Record(std::uint8_t kind, std::span<const std::uint8_t> payload, Bytes& out
 }
 
 /// A journal of the records that the input names: kind, payload length, payload.
-Bytes JournalOf(std::span<const std::uint8_t> input) {
+JournalBytes JournalOf(std::span<const std::uint8_t> input) {
   constexpr std::array<std::uint8_t, 16> base{};
-  Bytes journal;
+  JournalBytes journal;
   Record('B', base, journal);
   ByteReader reader(input);
   for (;;) {
@@ -52,8 +54,8 @@ Bytes JournalOf(std::span<const std::uint8_t> input) {
 }
 
 /// The records that say what was read.
-Bytes Written(const Journal& journal) {
-  Bytes bytes;
+JournalBytes Written(const Journal& journal) {
+  JournalBytes bytes;
   WriteJournalBase(journal.Base, bytes);
   for (const JournalChange& change : journal.Changes) {
     if (const auto* edit = std::get_if<StreamEdit>(&change.What)) {
@@ -82,11 +84,11 @@ void Check(std::span<const std::uint8_t> bytes) {
     std::abort();
   }
   // No edit, however it was named, reaches outside the bytes that it is applied to.
-  Bytes content(64, 0x5A);
+  JournalBytes content(64, 0x5A);
   for (const JournalChange& change : journal->Changes) {
     if (const auto* edit = std::get_if<StreamEdit>(&change.What)) {
       StreamEdit copy = *edit;
-      const Bytes before = content;
+      const JournalBytes before = content;
       if (ApplyEdit(content, copy) && (!ApplyEdit(content, copy) || content != before)) {
         std::abort();
       }
@@ -118,7 +120,7 @@ Pieces SplitRecords(std::span<const std::uint8_t> input) {
 
 /// A record of an edit of one place, of colours, or of a step back or forth.
 Bytes NewRecord(Dice& dice) {
-  Bytes journal;
+  JournalBytes journal;
   constexpr std::size_t Head = 28;
   switch (dice.Below(4)) {
     case 0:
@@ -135,7 +137,7 @@ Bytes NewRecord(Dice& dice) {
       const std::uint32_t inserted = below(4);
       WriteJournalEdit("e",
                        {.Places = {{.Offset = below(64), .Removed = below(4), .Inserted = inserted}},
-                        .Bytes = Bytes(inserted, dice.Byte())},
+                        .Bytes = JournalBytes(inserted, dice.Byte())},
                        journal);
     }
   }

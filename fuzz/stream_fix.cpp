@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "fuzz/StreamMutation.h"
-#include "sup/StreamCheck.h"
 #include "sup/StreamFix.h"
 #include "sup/StreamLoader.h"
 
@@ -28,12 +27,9 @@ void Fix(const std::vector<std::uint8_t>& file, const CheckOptions& rules) {
   Require(ApplyEdit(fixed, fix->Edit).IsOk());
   const auto loaded = IndexPrimaryStream(fixed, InvalidFirst::IsPassed);
   Require(loaded.IsOk() && !loaded->LostSignature);
-  std::vector<StreamProblem> problems;
-  CheckStream(
-      fixed, [&](const StreamProblem& problem) { problems.push_back(problem); }, rules);
-  Require(problems == fix->Left);
+  // What is left is what a check finds, which comes last where there is nothing to mend.
   const Result<StreamFix> again = FixStream(fixed, rules);
-  Require(again.IsOk() && again->Edit.IsEmpty() && again->Mends.empty());
+  Require(again.IsOk() && again->Edit.IsEmpty() && again->Mends.empty() && again->Left == fix->Left);
   Require(ApplyEdit(fixed, fix->Edit).IsOk() && fixed == file);
 }
 
@@ -47,4 +43,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   return 0;
 }
 
-QUILLMARK_MUTATOR(200, MutateStream)
+QUILLMARK_MUTATOR(150, MutateStream)

@@ -39,14 +39,16 @@ void UseEverySubtitle(SupStream& stream) {
   Require(ApplyEdit(stream, edit).IsOk() && stream.RawBytes == before);
 }
 
-void Index(const std::vector<std::uint8_t>& file, InvalidFirst invalidFirst) {
+/// `report`: one of the two, for making their texts takes longest.
+template <typename Report>
+void Index(const std::vector<std::uint8_t>& file, InvalidFirst invalidFirst, const Report& report) {
   Result<LoadedStream> loaded = IndexPrimaryStream(file, invalidFirst);
   Require(loaded.IsOk());
   SupStream& stream = loaded->Stream;
   Require(stream.Stats.ParseErrors <= static_cast<std::int64_t>(stream.PacketOffset.size()));
   Require(stream.Count == static_cast<std::int64_t>(stream.PacketOffset.size()));
   Require(stream.RawBytes.size() == file.size() + 1);
-  Require(!PrimaryReport(stream).empty() && !SecondaryReport(stream).empty());
+  Require(!report(stream).empty());
   UseEverySubtitle(stream);
   Require(stream.RawBytes.back() == 0);
 }
@@ -55,8 +57,8 @@ void Index(const std::vector<std::uint8_t>& file, InvalidFirst invalidFirst) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> file(data, data + size);
-  Index(file, InvalidFirst::IsPassed);
-  Index(file, InvalidFirst::EndsTheWalk);
+  Index(file, InvalidFirst::IsPassed, PrimaryReport);
+  Index(file, InvalidFirst::EndsTheWalk, SecondaryReport);
   return 0;
 }
 

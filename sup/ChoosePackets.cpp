@@ -95,8 +95,12 @@ ToolResult SortPackets(const SupStream& stream, const SubtitleSet& only) {
       places.push_back(index);
     }
   });
+  const auto start = [&](std::size_t index) { return stream.StartTime[index]; };
+  if (std::ranges::is_sorted(places, {}, start)) {
+    return run.Finish(true);
+  }
   Order sorted = places;
-  std::ranges::stable_sort(sorted, {}, [&](std::size_t index) { return stream.StartTime[index]; });
+  std::ranges::stable_sort(sorted, {}, start);
   Order order(run.Count());
   std::iota(order.begin(), order.end(), std::size_t{0});
   for (std::size_t i = 0; i < places.size(); ++i) {

@@ -227,13 +227,17 @@ class Fixer {
     return applied;
   }
 
+  /// Most streams have none, and are not walked for it.
+  Result<void> SetEndsOf(const SubtitleSet& only, const EndOptions& options, MendKind kind) {
+    return only.IsEmpty() ? Result<void>() : SetEnds(SetDisplayEnds(stream_, only, options), kind);
+  }
+
   Result<void> CutEnds(const StreamSurvey& survey) {
-    return SetEnds(SetDisplayEnds(stream_, With(survey, {Code::Overlap}), {.NoOverlap = true}),
-                   MendKind::CutEnd);
+    return SetEndsOf(With(survey, {Code::Overlap}), {.NoOverlap = true}, MendKind::CutEnd);
   }
 
   Result<void> AddEnds(const StreamSurvey& survey) {
-    return SetEnds(SetDisplayEnds(stream_, With(survey, {Code::NoEnd}), {.Fill = true}), MendKind::AddedEnd);
+    return SetEndsOf(With(survey, {Code::NoEnd}), {.Fill = true}, MendKind::AddedEnd);
   }
 
   /// Where the last sequence has a delay, and no command stops the display then.

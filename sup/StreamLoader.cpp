@@ -94,6 +94,21 @@ void AppendPacket(SupStream& stream, std::int32_t offset, const PacketHeader& he
   stream.ContrastBytesOffset.push_back(ArgumentsOffset(offset, control.ContrastPos));
 }
 
+/// Room for what a film's file of this length has, in bytes; the index of a shorter stream does not grow
+/// packet by packet.
+void MakeRoomForPackets(SupStream& stream, std::int64_t length) {
+  constexpr std::int64_t UsualPacket = 2048;
+  constexpr std::int64_t Few = 8;
+  const auto count = static_cast<std::size_t>(length / UsualPacket + Few);
+  stream.PacketOffset.reserve(count);
+  stream.StartTime.reserve(count);
+  stream.EndTime.reserve(count);
+  stream.SpuSize.reserve(count);
+  stream.ControlOffset.reserve(count);
+  stream.ColourBytesOffset.reserve(count);
+  stream.ContrastBytesOffset.reserve(count);
+}
+
 /// The whole unit, of which the file has `held`. That is not copied; only a unit that the file cuts short is,
 /// into `padded`, with zeros after it.
 std::span<const std::uint8_t> WholeUnit(std::span<const std::uint8_t> held, std::int16_t size,
@@ -112,6 +127,7 @@ template <typename Source>
 void WalkPackets(Source& file, InvalidFirst invalidFirst, LoadedStream& loaded) {
   SupStream& stream = loaded.Stream;
   const std::int64_t length = file.Length();
+  MakeRoomForPackets(stream, length);
   std::vector<std::uint8_t> padded;
   std::int64_t offset = 0;
   std::size_t index = 0;
