@@ -1,8 +1,9 @@
 # Shared by the stages of ./test that run tests: what failed is shown, the rest is counted.
 
 # What the sanitizers need; nothing else reads it.
-# A few frames tell where memory came from: a stack of thirty takes a tenth of a window test.
-export ASAN_OPTIONS=malloc_context_size=6
+# One frame behind the operator tells where memory came from: a stack of thirty takes a fifth of a window test. What fails
+# can be run alone with more.
+export ASAN_OPTIONS=malloc_context_size=2
 export ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-14
 export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1

@@ -20,9 +20,10 @@ void DropRemarksOnThePlatform(QtMsgType type, const QMessageLogContext& context,
   }
 }
 
-/// Keeps the icons of file dialogs and messages, which the style under it reads from their pictures for each
-/// dialog anew.
-class IconsKept : public QProxyStyle {
+/// What the style under it does anew for each dialog, and no test is about: the icons of file dialogs and
+/// messages are kept, where that one reads them from their pictures; the text of messages cannot be selected,
+/// for which their labels would lay it out once more each time that a layout asks for a size.
+class QuickStyle : public QProxyStyle {
  public:
   [[nodiscard]] QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                                    const QWidget* widget) const override {
@@ -32,6 +33,12 @@ class IconsKept : public QProxyStyle {
       return *kept;
     }
     return *icons_.insert(number, QProxyStyle::standardIcon(icon, option, widget));
+  }
+
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* more) const override {
+    return hint == SH_MessageBox_TextInteractionFlags ? Qt::NoTextInteraction
+                                                      : QProxyStyle::styleHint(hint, option, widget, more);
   }
 
  private:
@@ -79,7 +86,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   previousHandler = qInstallMessageHandler(DropRemarksOnThePlatform);
   const QApplication application(argc, argv);
-  QApplication::setStyle(new IconsKept);
+  QApplication::setStyle(new QuickStyle);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -16,13 +17,7 @@ using Bytes = std::vector<std::uint8_t>;
 /// In ticks of a packet's time.
 inline constexpr std::int64_t Second = 90000;
 
-inline Bytes Join(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts) {
-    all.insert(all.end(), part.begin(), part.end());
-  }
-  return all;
-}
+[[nodiscard]] Bytes Join(std::initializer_list<Bytes> parts);
 
 inline Bytes U16be(unsigned value) {
   return {static_cast<std::uint8_t>(value >> 8U & 0xFFU), static_cast<std::uint8_t>(value & 0xFFU)};
@@ -62,9 +57,7 @@ inline Bytes SetFields(unsigned top, unsigned bottom) {
 }
 
 /// One control sequence: when it takes effect, where the next one stands, its commands.
-inline Bytes Sequence(unsigned delay, unsigned next, std::initializer_list<Bytes> commands) {
-  return Join({U16be(delay), U16be(next), Join(commands)});
-}
+[[nodiscard]] Bytes Sequence(unsigned delay, unsigned next, std::initializer_list<Bytes> commands);
 
 /// A packet with a unit of 38 bytes, unless told otherwise:
 ///   unit byte 4   the two fields, one line of 4 pixels each, at 4 and 6
@@ -130,30 +123,12 @@ class PacketBuilder {
   }
 
   /// The unit after its header.
-  [[nodiscard]] Bytes UnitBytes() const {
-    if (unit_) {
-      return *unit_;
-    }
-    return Join({{0x11, 0x00, 0x12, 0x00},
-                 Sequence(0, LastSequence, {StartDisplay, colour_, contrast_, area_, fields_, EndOfSequence}),
-                 Sequence(delay_, LastSequence, {StopDisplay, EndOfSequence})});
-  }
+  [[nodiscard]] Bytes UnitBytes() const;
 
-  [[nodiscard]] Bytes Build() const {
-    const Bytes unit = UnitBytes();
-    const auto size = static_cast<unsigned>(unit.size()) + 4;
-    Bytes time;
-    for (unsigned byte = 0; byte < 8; ++byte) {
-      time.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(time_) >> (8U * byte) & 0xFFU));
-    }
-    return Join({{'S', 'P'}, time, U16be(size_.value_or(size)), U16be(controlOffset_), unit});
-  }
+  [[nodiscard]] Bytes Build() const;
 
   /// The unit from its size field on: the packet's bytes from 10.
-  [[nodiscard]] Bytes WholeUnit() const {
-    const Bytes packet = Build();
-    return {packet.begin() + 10, packet.end()};
-  }
+  [[nodiscard]] Bytes WholeUnit() const;
 
  private:
   std::int64_t time_ = 0;
