@@ -174,15 +174,19 @@ void RecoveryJournal::WriteStep(Step step, const DocumentEdit& edit) {
     return;
   }
   // A new edit, or a step across the place where the stream was saved, from which on nothing was written.
+  WriteEdit(edit);
+  steps_.resize(done_);
+  steps_.push_back(step);
+  ++done_;
+}
+
+void RecoveryJournal::WriteEdit(const DocumentEdit& edit) {
   const std::string name = edit.Name.toStdString();
   if (const auto* bytes = std::get_if<StreamEdit>(&edit.What)) {
     WriteJournalEdit(name, *bytes, record_);
   } else {
     WriteJournalPalette(name, std::get<DvdPalette>(edit.What), record_);
   }
-  steps_.resize(done_);
-  steps_.push_back(step);
-  ++done_;
 }
 
 /// Edits go on without a journal. What was written before stays: it is an earlier state, but a whole one.
@@ -220,12 +224,17 @@ void RecoveryJournal::Restore() {
     return;
   }
   LeftJournal left = *std::exchange(offer_, std::nullopt);
+  const std::size_t count = left.Content.Changes.size();
   std::vector<DocumentEdit> edits;
-  edits.reserve(left.Content.Changes.size());
+  edits.reserve(count);
+  record_.clear();
   for (JournalChange& change : left.Content.Changes) {
     edits.push_back({.Name = QString::fromStdString(change.Name), .What = std::move(change.What)});
+    WriteEdit(edits.back());
   }
-  const std::size_t count = edits.size();
+  for (std::size_t undone = left.Content.Done; undone < count; ++undone) {
+    WriteJournalUndo(record_);
+  }
   if (const auto restored = document_.Restore(std::move(edits), left.Content.Done); !restored) {
     const auto aside = left.File.PutAside(QStringLiteral(".damaged"));
     emit Told(Ui::Tr("The unsaved edits cannot be restored (%1) and were put aside: %2")
@@ -233,20 +242,45 @@ void RecoveryJournal::Restore() {
     emit OfferChanged();
     return;
   }
-  End();
-  gaveUp_ = false;
-  if (const auto cut = left.File.CutTo(static_cast<std::int64_t>(left.Content.Length)); !cut) {
-    GiveUp(cut.Reason());
+  if (done_ == 0) {
+    TakeOver(std::move(left.File), left.Content.Length);
+  } else {
+    Append(std::move(left.File));
   }
-  file_ = std::move(left.File);
-  length_ = left.Content.Length;
   edits_.clear();
+  steps_.resize(done_);
   for (std::size_t i = 0; i < count; ++i) {
     edits_.push_back(++lastEdit_);
     steps_.push_back({.Edit = lastEdit_, .IsUndo = false});
   }
-  done_ = left.Content.Done;
+  done_ += left.Content.Done;
   emit OfferChanged();
+}
+
+/// The journal that was left goes on.
+void RecoveryJournal::TakeOver(AppendFile left, std::size_t length) {
+  End();
+  gaveUp_ = false;
+  if (const auto cut = left.CutTo(static_cast<std::int64_t>(length)); !cut) {
+    GiveUp(cut.Reason());
+  }
+  file_ = std::move(left);
+  length_ = length;
+}
+
+/// The stream was saved since it was opened, and that was undone: what is on the disk is what was saved, from
+/// where only the window's own journal leads to what is restored. So that takes the edits, which `record_`
+/// has.
+void RecoveryJournal::Append(AppendFile left) {
+  if (gaveUp_) {
+    return;
+  }
+  if (const auto written = file_->Append(record_); !written) {
+    GiveUp(written.Reason());
+    return;
+  }
+  length_ += record_.size();
+  (void)left.Remove();
 }
 
 void RecoveryJournal::Discard() {

@@ -65,6 +65,9 @@ class RecoveryJournal : public QObject {
   void Note(Step step, const DocumentEdit& edit);
   void TakeBack();
   void WriteStep(Step step, const DocumentEdit& edit);
+  void WriteEdit(const DocumentEdit& edit);
+  void TakeOver(AppendFile left, std::size_t length);
+  void Append(AppendFile left);
   [[nodiscard]] bool IsStarted();
   void GiveUp(const std::string& reason);
   [[nodiscard]] std::span<const std::uint8_t> Content() const;

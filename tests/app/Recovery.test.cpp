@@ -312,6 +312,30 @@ TEST_F(Recovery, RestoredEditsStayInTheJournalAndOthersJoinThem) {
   EXPECT_EQ(Stream(), Recoloured(7));
 }
 
+// The stream is what it was when it was opened, but its file is not.
+TEST_F(Recovery, EditsRestoredBehindASaveThatWasUndoneBelongToWhatWasSaved) {
+  const QString path = LeaveAnEdit(7);
+  {
+    const auto another = OpenAnother(path);
+    SetAll(*another, 5);
+    Dialogs.ExpectSave(path);
+    In<QAbstractButton>(*another, "Command_SaveSup").click();
+    EXPECT_EQ(Read(path), Recoloured(5));
+    Trigger(*another, "Action_Undo");
+    In<QAbstractButton>(*another, "Command_Recover").click();
+    EXPECT_EQ(StreamOf(*another), Recoloured(7));
+    SetAll(*another, 9);
+  }
+  EXPECT_EQ(JournalNames().size(), 1);
+  LoadInto(Window, path);
+  EXPECT_EQ(Stream(), Recoloured(5));
+  ASSERT_TRUE(Offers());
+  Click("Command_Recover");
+  EXPECT_EQ(Stream(), Recoloured(9));
+  Trigger(Window, "Action_Undo");
+  EXPECT_EQ(Stream(), Recoloured(7));
+}
+
 TEST_F(Recovery, RestoringWaitsUntilNewEditsAreUndone) {
   const QString path = LeaveAnEdit(7);
   LoadInto(Window, path);
