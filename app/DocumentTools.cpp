@@ -7,29 +7,16 @@
 #include "recipe/Recipe.h"
 
 namespace quillmark {
-namespace {
-
-/// What the step does to a stream that has to keep a subtitle.
-Result<ToolResult> RunInDocument(const Step& step, const SupStream& stream) {
-  if (const Result<void> fits = FitsStream(step, stream); !fits) {
-    return fits.Why();
-  }
-  Result<ToolResult> result = RunStep(step, stream);
-  if (result && TakesOut(step) && result->Changed.SizeWithin(stream.Count) == stream.Count) {
-    return Failure{Words::Tr("no subtitle would be left")};
-  }
-  return result;
-}
-
-}  // namespace
-
 Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) {
   try {
     const Result<Step> step = ReadStep(text);
     if (!step) {
       return step.Why();
     }
-    Result<ToolResult> result = RunInDocument(*step, primary_);
+    if (const Result<void> fits = FitsStream(*step, primary_); !fits) {
+      return fits.Why();
+    }
+    Result<ToolResult> result = RunStep(*step, primary_);
     if (!result) {
       return result;
     }
@@ -53,13 +40,12 @@ Result<std::int64_t> Document::RunRecipe(const Recipe& recipe,
       return steps.Why();
     }
     SupStream trial = primary_;
-    for (std::size_t i = 0; i < steps->size(); ++i) {
-      Result<ToolResult> result = RunInDocument((*steps)[i], trial);
-      const Result<void> applied = result ? ApplyEdit(trial, result->Edit) : result.Why();
-      if (!applied) {
-        return Failure{StepName(i, recipe.Steps[i].Tool) + ": " + applied.Reason()};
-      }
-      left += static_cast<std::int64_t>(result->Left.size());
+    const Result<std::vector<StepOutcome>> outcomes = RunSteps(*steps, trial);
+    if (!outcomes) {
+      return outcomes.Why();
+    }
+    for (const StepOutcome& outcome : *outcomes) {
+      left += static_cast<std::int64_t>(outcome.Left.size());
     }
   }
   for (const StepText& step : recipe.Steps) {

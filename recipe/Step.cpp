@@ -117,7 +117,13 @@ Result<void> FitsStream(const Step& step, const SupStream& stream) {
 }
 
 Result<ToolResult> RunStep(const Step& step, const SupStream& stream) {
-  return std::visit(Runner{.Stream = stream, .Only = step.Only}, step.Options);
+  Result<ToolResult> result = std::visit(Runner{.Stream = stream, .Only = step.Only}, step.Options);
+  // A file without subtitles is nothing that anyone asks for, and a window could not show it.
+  if (result && TakesOut(step) && stream.Count > 0 &&
+      result->Changed.SizeWithin(stream.Count) == stream.Count) {
+    return Failure{Words::Tr("no subtitle would be left")};
+  }
+  return result;
 }
 
 }  // namespace quillmark

@@ -85,7 +85,7 @@ struct Step {
 Result<void> FitsStream(const Step& step, const SupStream& stream);
 
 /// What the step does to the stream, which is not changed. JoinFile reads its file. A Failure where nothing
-/// may be changed.
+/// may be changed, and where no subtitle would be left.
 [[nodiscard]] Result<ToolResult> RunStep(const Step& step, const SupStream& stream);
 
 }  // namespace quillmark

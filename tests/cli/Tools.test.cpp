@@ -110,6 +110,18 @@ TEST_F(ToolCommands, CutKeepAndSortPackets) {
   EXPECT_EQ(Read("b.sup"), Join({test::Sound(4).Build(), test::Sound(9).Build()}));
 }
 
+TEST_F(ToolCommands, CutOfAllWritesNothing) {
+  for (const std::vector<std::string>& command :
+       {std::vector<std::string>{"cut", "a.sup", "--only", "1-", "-o", "b.sup"},
+        {"cut", "a.sup", "--only", "1-3", "-o", "a.sup"}}) {
+    const auto run = Run(command);
+    EXPECT_EQ(run.ExitCode, 1);
+    EXPECT_EQ(run.Err, "quillmark-cli: a.sup: no subtitle would be left\n");
+  }
+  EXPECT_THAT(Names(), ElementsAre("a.sup"));
+  EXPECT_EQ(Run({"report", "a.sup"}).Out.substr(0, 18), "Found Subtitles: 3");
+}
+
 TEST_F(ToolCommands, RunOverTheFileItself) {
   EXPECT_EQ(Run({"cut", "a.sup", "--only", "2-", "-o", "a.sup"}).ExitCode, 0);
   EXPECT_EQ(Read("a.sup"), test::Sound(Second).Build());

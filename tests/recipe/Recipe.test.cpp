@@ -195,6 +195,29 @@ TEST(RunStep, EveryToolDoesWhatItsOptionsSay) {
   EXPECT_EQ(RunOn({"salvage", {}}, test::Join({test::Sound(9).Build(), {1, 2}})), test::Sound(9).Build());
 }
 
+TEST(RunStep, TakingOutAllIsRefused) {
+  const SupStream stream = Index(test::Join({test::Sound(1).Build(), test::Sound(2).Build()}));
+  Bytes cutShort = test::Sound(1).Build();
+  cutShort.resize(30);
+  const SupStream damaged = Index(cutShort);
+  ASSERT_EQ(damaged.Count, 1);
+  for (const auto& [text, of] : {std::pair<StepText, const SupStream*>{{"cut", {{"only", "1-"}}}, &stream},
+                                 {{"cut", {{"only", "1-2"}}}, &stream},
+                                 {{"salvage", {}}, &damaged}}) {
+    const auto step = ReadStep(text);
+    ASSERT_TRUE(step) << step.Reason();
+    EXPECT_EQ(RunStep(*step, *of).Reason(), "no subtitle would be left");
+  }
+}
+
+TEST(RunStep, OfAnEmptyStreamNothingIsTakenOut) {
+  const auto step = ReadStep({"cut", {{"only", "1-"}}});
+  ASSERT_TRUE(step) << step.Reason();
+  const auto result = RunStep(*step, Index({}));
+  ASSERT_TRUE(result) << result.Reason();
+  EXPECT_TRUE(result->Edit.IsEmpty());
+}
+
 TEST(RunStep, JoinOfAFileThatCannotBeReadNamesIt) {
   const auto step = ReadStep({"join", {{"with", "no/such.sup"}}});
   ASSERT_TRUE(step);

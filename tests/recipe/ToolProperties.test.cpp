@@ -150,6 +150,11 @@ TEST_P(EveryTool, NamesBytesOfChangedSubtitlesAloneAndCanBeTakenBack) {
       continue;
     }
     const auto result = RunStep(*step, stream);
+    if (!result && text.Tool == "cut") {
+      ASSERT_EQ(result.Reason(), "no subtitle would be left");
+      ASSERT_EQ(step->Only.SizeWithin(stream.Count), stream.Count);
+      continue;
+    }
     if (!result) {
       ASSERT_EQ(text.Tool, "retime");
       continue;
