@@ -41,7 +41,9 @@ STATEMENT = re.compile(r'^[ \t]+(?![ \t]|return [^;]|case\b|default\b|const\b|co
                        r'|friend\b|else\b|if\b|for\b|while\b|do\b|[}\]):?.&|])[^\n{}]*[^\s{}();,][^\n{}]*;[ \t]*$', re.MULTILINE)
 # What declares is left: a name after a type.
 DECLARATION = re.compile(r'^[ \t]+(?:\[\[[^\]]*\]\] )?(?:explicit )?[\w:]+(?:<[^;=]*>)?[ &*]+\w+(?:\[[^\]]*\])?(?:\([^;]*\) const'
-                         r'|\([^;]*\)(?: = default| = delete)?| = [^;]*|\{\})?;[ \t]*$')
+                         r'|\([^;]*\)(?: = default| = delete)?| = [^;]*|\{\})?;[ \t]*$'
+                         r'|^[ \t]+(?:\[\[|mutable\b|~|[\w:]+ \(\*)|\b(?:override|noexcept);[ \t]*$')
+CLASS = re.compile(r'\b(?:class|struct) (\w+)')
 
 
 def blanked(source, isDrawn):
@@ -80,11 +82,14 @@ def changes(source, isDrawn):
         end = closing(code, opening)
         if end is not None and ';' not in code[opening:end]:
             yield opening, end + 1, '(!(' + source[opening + 1:end] + '))'
+    classes = set(CLASS.findall(code))
     for found in STATEMENT.finditer(code):
         text = found.group()
         # What goes on from the line before is no statement; what is said to a stream or an object further is one more.
         isBegun = code[:found.start()].rstrip()[-1:] in ';{}:' or text.lstrip().startswith(('<<', '->'))
-        if isBegun and not DECLARATION.match(text) and not re.search('= (?:delete|default);', text):
+        isConstructor = text.split('(')[0].strip() in classes and ').' not in text
+        isDeclared = isConstructor or DECLARATION.search(text) or re.search('= (?:delete|default);', text)
+        if isBegun and not isDeclared:
             start = found.start() + len(text) - len(text.lstrip())
             yield start, found.end(), ';'
 

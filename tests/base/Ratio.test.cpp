@@ -79,12 +79,27 @@ TEST(Divide, CancelsWhatItCan) {
   EXPECT_EQ(Divide({.Numerator = Max, .Denominator = 2}, {.Numerator = 2, .Denominator = Max}), std::nullopt);
 }
 
+TEST(Divide, AnswersTheLargestPartsThatFit) {
+  EXPECT_EQ(Divide({.Numerator = Max, .Denominator = 1}, {}), (Ratio{.Numerator = Max, .Denominator = 1}));
+  EXPECT_EQ(Divide({}, {.Numerator = Max, .Denominator = 1}), (Ratio{.Numerator = 1, .Denominator = Max}));
+}
+
 TEST(Sum, AnswersNothingPastTheEnds) {
   EXPECT_EQ(Sum(Max, 0), Max);
+  EXPECT_EQ(Sum(Max - 1, 1), Max);
   EXPECT_EQ(Sum(Max, 1), std::nullopt);
+  EXPECT_EQ(Sum(Min + 1, -1), Min);
   EXPECT_EQ(Sum(Min, -1), std::nullopt);
+}
+
+TEST(Difference, AnswersNothingPastTheEnds) {
+  EXPECT_EQ(Difference(5, -1), 6);
+  EXPECT_EQ(Difference(5, 7), -2);
   EXPECT_EQ(Difference(0, Min), std::nullopt);
   EXPECT_EQ(Difference(-1, Min), Max);
+  EXPECT_EQ(Difference(Max - 1, -1), Max);
+  EXPECT_EQ(Difference(Max, -1), std::nullopt);
+  EXPECT_EQ(Difference(Min + 1, 1), Min);
   EXPECT_EQ(Difference(Min, 1), std::nullopt);
 }
 
