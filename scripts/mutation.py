@@ -108,7 +108,9 @@ def read_places(copy, name, offsets):
     for entry in told.split('\n\n')[:len(offsets)]:
         function, place = (entry.strip().split('\n') + ['', ''])[:2]
         path, line = re.match(r'(.*?):(\d+)', place).groups() if re.match(r'(.*?):(\d+)', place) else ('', '0')
-        path = os.path.relpath(path, copy) if path.startswith(copy) else ''
+        # Objects of the compiler's cache name the tree that they were compiled in first.
+        path = '/'.join(os.path.normpath(path).split('/')[-2:])
+        path = path if os.path.exists(os.path.join(copy, path)) else ''
         places.append([path, int(line), '$_' in function or 'lambda' in function])
     return places
 

@@ -69,5 +69,10 @@ TEST_F(WordsTest, AMarkWithoutAValueStays) {
   EXPECT_EQ(Words::Tr("100 % of %3 and %n, 5%", {"a"}), "100 % of %3 and %n, 5%");
 }
 
+// A colon comes after the digit nine.
+TEST_F(WordsTest, NoMarkComesAfterTheNinth) {
+  EXPECT_EQ(Words::Tr("%9 %:", {"1", "2", "3", "4", "5", "6", "7", "8", "nine", "ten"}), "nine %:");
+}
+
 }  // namespace
 }  // namespace quillmark
