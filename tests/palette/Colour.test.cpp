@@ -39,6 +39,16 @@ TEST(YCrCbToRgb, ClampsBothEnds) {
   EXPECT_EQ(YCrCbToRgb(Packed(0, 0, 255)), MakeRgb(0, 36, 238));
 }
 
+/// One more or less of any factor or of what is added would make another number of at least one of these.
+TEST(YCrCbToRgb, EachThousandthCounts) {
+  EXPECT_EQ(YCrCbToRgb(Packed(60, 157, 100)), MakeRgb(98, 39, 0));    // R = 98000 / 1000
+  EXPECT_EQ(YCrCbToRgb(Packed(63, 131, 100)), MakeRgb(59, 63, 0));    // R = floor(59996 / 1000)
+  EXPECT_EQ(YCrCbToRgb(Packed(60, 106, 150)), MakeRgb(16, 61, 96));   // G = 61000 / 1000
+  EXPECT_EQ(YCrCbToRgb(Packed(60, 100, 119)), MakeRgb(7, 77, 33));    // G = floor(77999 / 1000)
+  EXPECT_EQ(YCrCbToRgb(Packed(77, 100, 100)), MakeRgb(26, 105, 15));  // B = 15000 / 1000
+  EXPECT_EQ(YCrCbToRgb(Packed(76, 100, 109)), MakeRgb(25, 100, 31));  // B = floor(31998 / 1000)
+}
+
 TEST(YCrCbToRgb, TheFourthByteDoesNotCount) {
   EXPECT_EQ(YCrCbToRgb(0xFF000000U | Packed(235, 128, 128)), MakeRgb(255, 255, 255));
 }
