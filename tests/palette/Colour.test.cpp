@@ -10,6 +10,14 @@ constexpr YCrCb Packed(unsigned y, unsigned cr, unsigned cb) {
   return y + cr * 256 + cb * 65536;
 }
 
+// Blue, green, red, as 24-bit numbers have them.
+TEST(StartUpPalette, HasTheColoursOfTheEmptyWindow) {
+  EXPECT_THAT(StartUpPalette,
+              testing::ElementsAre(0x000000U, 0xFBFD03U, 0xFFFFFFU, 0x02FC02U, 0x04FFFDU, 0xFC5EFCU,
+                                   0xF09694U, 0xFB63FBU, 0x9696FCU, 0x96FD96U, 0xFB9694U, 0xFD96FBU,
+                                   0x828282U, 0x000000U, 0x000000U, 0x000000U));
+}
+
 TEST(YCrCbToRgb, ZeroIsBlackWithoutTheFormulas) {
   EXPECT_EQ(YCrCbToRgb(0), 0U);
   EXPECT_EQ(YCrCbToRgb(0x77000000U), 0U);  // the fourth byte is none of the three
