@@ -35,6 +35,8 @@ MEMORY = 8 << 30
 # What does not end is noticed by the time it computes. What waits for ever is, too, after so many times that: where the
 # machine has much else to do, what ends takes long as well.
 WAITED = 10
+# Tells what is read and written past the end of an array, as the sanitizers of ./test do.
+CHECKED = ['-O0', '-D_GLIBCXX_ASSERTIONS']
 # Those left out want macros before them or the brackets of extern "C" around.
 HEADERS = re.compile(r'^#include ("[^"\n]+[.]h"|<(?:[a-z_]+|Q\w+|(?:nlohmann|CLI|ebml|matroska)/[^>]+)>)$', re.MULTILINE)
 
@@ -64,6 +66,9 @@ def run(copy, program, tests, seconds, reached=None):
     environment = dict(os.environ, QT_QPA_PLATFORM='offscreen', LANGUAGE='en', TMPDIR=folder, TEST_TMPDIR=folder + '/')
     if reached:
         environment['QUILLMARK_REACHED_FILE'] = reached
+    else:
+        # The same of a block of memory. A library that the programs of others need does not end well with it.
+        environment.update({'LD_PRELOAD': 'libc_malloc_debug.so.0', 'MALLOC_CHECK_': '3'} if 'test_authoring' not in program else {})
     command = ['prlimit', f'--as={MEMORY}', '--core=0', f'--cpu={seconds:.0f}', program, '--gtest_flagfile=' + flags]
     with open(os.path.join(copy, 'build', 'test.log'), 'wb') as log:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, env=environment, cwd=folder,
@@ -217,7 +222,7 @@ class Compiler:
             header, out = (os.path.join(self.folder, folder + ending) for ending in ('.h', '.pch'))
             with open(header, 'w', encoding='utf-8') as file:
                 file.write(''.join(f'#include {name}\n' for name in sorted(found)))
-            isMade = self.run(self.options(path) + ['-O0', '-x', 'c++-header', header, '-o', out])
+            isMade = self.run(self.options(path) + CHECKED + ['-x', 'c++-header', header, '-o', out])
             self.precompiled[folder] = ['-include-pch', out] if isMade else []
         return self.precompiled[folder]
 
@@ -232,7 +237,7 @@ class Compiler:
         """The test program with the content in place of the file's, or None: the object stands in front of the library that
         has the file, which then gives nothing more."""
         changed = os.path.join(self.folder, 'changed.o')
-        if not self.compile(path, content, changed, ['-O0'] + self.headers_of(path)):
+        if not self.compile(path, content, changed, CHECKED + self.headers_of(path)):
             return None
         return self.link(program)
 

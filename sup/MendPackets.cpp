@@ -218,7 +218,6 @@ class FileMender {
     }
     if (next == file_.size() && end > file_.size()) {
       // The last packet is cut off; this much of it can still be indexed.
-      ++packets_;
       return next;
     }
     return Drop(offset, next);

@@ -331,6 +331,14 @@ TEST(CodeOfColour, WithoutAnEqualOneTheFirstNearOneIsTaken) {
   EXPECT_EQ(CodeOfColour(0xFF808080, {0, 0xFF000000, 0xFE817F80, 0xFF808081}), 2);
 }
 
+TEST(CodeOfColour, EveryCodeMayBeNear) {
+  const CodeColours colours = {0xFF202020, 0xFF404040, 0xFF606060, 0xFF808080};
+  EXPECT_EQ(CodeOfColour(0xFF202021, colours), 0);
+  EXPECT_EQ(CodeOfColour(0xFF404041, colours), 1);
+  EXPECT_EQ(CodeOfColour(0xFF606061, colours), 2);
+  EXPECT_EQ(CodeOfColour(0xFF808081, colours), 3);
+}
+
 TEST(CodeOfColour, FarFromAllIsCode0) {
   EXPECT_EQ(CodeOfColour(0xFF808082, {0xFFFFFFFF, 0xFF808080, 0xFF000000, 0}), 0);
 }

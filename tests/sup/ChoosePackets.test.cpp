@@ -54,7 +54,9 @@ TEST(CutPackets, DamagedPacketsGoWhereTheyAreChosen) {
 
 TEST(CutPackets, IndexThatEndsAtAnInvalidFirstUnitHasNothingToTakeOut) {
   const SupStream stream = Index(PacketBuilder().WithoutArea().Build(), InvalidFirst::EndsTheWalk);
-  EXPECT_TRUE(CutPackets(stream, SubtitleSet::All()).Edit.IsEmpty());
+  const ToolResult result = CutPackets(stream, SubtitleSet::All());
+  EXPECT_TRUE(result.Edit.IsEmpty());
+  EXPECT_THAT(result.Left, ElementsAre(LeftSubtitle{.Number = 1, .Fault = PacketFault::TooShort}));
 }
 
 TEST(KeepPackets, TakesOutAllOthers) {

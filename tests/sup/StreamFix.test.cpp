@@ -143,6 +143,20 @@ TEST(FixStream, AUnitOfAnOddSizeGetsAByte) {
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::MadeEven, 1, 39)));
 }
 
+// One byte more is more than a unit may have.
+TEST(FixStream, ALargestUnitOfAnOddSizeGetsNoByte) {
+  Bytes unit = SoundAt(180000).UnitBytes();
+  unit.resize(32763, 0xFF);  // after four bytes of sizes
+  const auto packet = [&](unsigned size) {
+    return PacketBuilder().Time(180000).Unit(unit).Size(size).Build();
+  };
+
+  const Fixed fixed = Fix(Join({SoundAt(0).Build(), packet(20), SoundAt(360000).Build()}));
+
+  EXPECT_EQ(fixed.File, Join({SoundAt(0).Build(), packet(32767), SoundAt(360000).Build()}));
+  EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::CorrectedSize, 2, 20, 32767)));
+}
+
 TEST(FixStream, ALastSequenceGetsItsEndMark) {
   const Fixed fixed = Fix(PacketOfSequences(
       Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}), Sequence(90, 32, {StopDisplay})})));
