@@ -501,6 +501,13 @@ TEST(ReadMatroska, FileWithoutTracksIsRefused) {
             "it has no list of tracks");
 }
 
+TEST(ReadMatroska, FileWithoutTracksThatIsDamagedIsToldSo) {
+  Bytes cut = MatroskaFile(Cluster(1, SimpleBlock(1, 0, PlainUnit(8))));
+  cut.pop_back();
+  EXPECT_THAT(ReadBytes(cut).Reason(),
+              testing::StartsWith("it has no list of tracks; it is cut short at byte "));
+}
+
 TEST(ReadMatroska, OtherFilesAreRefused) {
   EXPECT_EQ(ReadBytes({}).Reason(), "it is no Matroska file: it does not start with an EBML header");
   EXPECT_FALSE(ReadBytes(Bytes(5000, 0xFF)));
