@@ -228,8 +228,8 @@ Result<std::vector<std::uint8_t>> ReadStreamFile(const std::filesystem::path& pa
     return length.Why();
   }
   try {
+    // With room for the zero byte after them.
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(*length) + 1);
-    bytes.pop_back();
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(*length));
     if (file.bad()) {
       return Failure{Words::Tr("it cannot be read")};

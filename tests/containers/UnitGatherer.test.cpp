@@ -127,6 +127,12 @@ TEST(UnitGatherer, UnitCutShortIsLeftOutAndTold) {
   EXPECT_THAT(container.Tracks[0].Notes, ElementsAre("1 subtitle is cut short and left out (at byte 14)"));
 }
 
+TEST(UnitGatherer, UnitOfItsHeaderAloneIsWhole) {
+  const Bytes header = {0, 4, 0, 4};
+  EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(header, 90000)), Pack(SubtitlePacket(Other, 180000))})),
+            Join({SupPacket(90000, header), SupPacket(180000, Other)}));
+}
+
 TEST(UnitGatherer, RestOfAUnitWithoutItsStartIsDropped) {
   const Bytes unit = SoundUnit(3000);
   EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(From(unit, 2000))), Pack(SubtitlePacket(Other, 180000))})),

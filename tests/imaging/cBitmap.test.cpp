@@ -147,6 +147,9 @@ TEST_F(Create, SizeBelowOneIsAnInvalidParameter) {
   Bitmap.Create(0, 5);
   ExpectError(2, "Invalid Parameter");
   Log.Errors.clear();
+  Bitmap.Create(5, 0);
+  ExpectError(2, "Invalid Parameter");
+  Log.Errors.clear();
   Bitmap.Create(5, -1);
   ExpectError(2, "Invalid Parameter");
   EXPECT_EQ(Bitmap.Width(), 0);

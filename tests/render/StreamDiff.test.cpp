@@ -126,6 +126,15 @@ TEST(CompareStreams, PicturesOfOtherSizesAreComparedAtTheirPlaces) {
   EXPECT_EQ(pair.OtherPixels, 8);
 }
 
+TEST(CompareStreams, PixelsOnBothSidesOfANarrowerPictureAreCounted) {
+  // 2 of code 1 and 2 of code 2, in the middle of 4 of each.
+  Bytes narrow = SoundPacket().Area(101, 102, 400, 401).UnitBytes();
+  narrow[0] = 0x90;
+  narrow[2] = 0xA0;
+
+  EXPECT_EQ(One(SoundPacket().Build(), SoundPacket().Unit(narrow).Build()).OtherPixels, 4);
+}
+
 TEST(CompareStreams, TheSamePictureOtherwiseCodedHasOtherBytesAlone) {
   // 4 x 1 as a run to the line's end, 00 01.
   EXPECT_THAT(One(SoundPacket().Build(), Changed({{0, 0x00}, {1, 0x01}})).Differences,
