@@ -42,6 +42,11 @@ TEST(VobSubTimes, ShiftOfAllLinesKeepsTheTicks) {
               ElementsAre(270001, 360002, 450089));
 }
 
+TEST(VobSubTimes, LineAtZeroFollowsTheShift) {
+  EXPECT_THAT(Ticks({{.Line = 0, .TimeStamp = 90001}, {.Line = 1000, .TimeStamp = 180002}}),
+              ElementsAre(1, 90002));
+}
+
 TEST(VobSubTimes, LineThatDoesNotFollowTheShiftCounts) {
   EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
                      {.Line = 4500, .TimeStamp = 180002},

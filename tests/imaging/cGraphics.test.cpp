@@ -62,6 +62,16 @@ TEST(FillRectangle, WhatLiesOutsideTheSurfaceIsCutOff) {
   EXPECT_THAT(Pixels(surface), ElementsAre(0xFF3C3C3C, 0xFF000000, 0xFF000000, 0xFF787878));
 }
 
+TEST(FillRectangle, BesideTheSurfaceItPaintsNothing) {
+  QImage surface = Surface(2, 2, QImage::Format_RGB32, 0xFF000000);
+  cGraphics graphics(surface);
+  for (const QRect& area : {QRect(3, 0, 2, 2), QRect(-3, 0, 2, 2), QRect(0, 3, 2, 2), QRect(0, -3, 2, 2)}) {
+    graphics.FillRectangle(area, 0xFFFFFFFF);
+    EXPECT_EQ(graphics.LastStatus(), 0);
+  }
+  EXPECT_THAT(Pixels(surface), Each(0xFF000000U));
+}
+
 TEST(FillRectangle, TranslucentColourIsBlended) {
   QImage surface = Surface(1, 1, QImage::Format_RGB32, 0xFF3C3C3C);
   cGraphics(surface).FillRectangle(QRect(0, 0, 1, 1), 0x88FFFFFF);
@@ -171,6 +181,17 @@ TEST(DrawImageRectRect, TakesTheSourceRectangleAlone) {
   EXPECT_THAT(Pixels(surface), ElementsAre(0xFF000000, 0xFFFF0000, 0xFF000000));
 }
 
+TEST(DrawImageRectRect, BetweenStretchedPixelsAreTheirMixtures) {
+  QImage surface = Surface(4, 1, QImage::Format_RGB32, 0xFF0000FF);
+  const cBitmap image = BitmapOf(2, 1, {0xFF000000, 0xFFFFFFFF});
+  cGraphics(surface).DrawImageRectRect(image, QRect(0, 0, 4, 1), QRect(0, 0, 2, 1));
+  const int second = qGreen(surface.pixel(1, 0));
+  const int third = qGreen(surface.pixel(2, 0));
+  EXPECT_GT(second, 0);
+  EXPECT_LT(second, third);
+  EXPECT_LT(third, 255);
+}
+
 TEST(DrawImageRectRect, EmptyRectanglesDrawNothing) {
   QImage surface = Surface(1, 1, QImage::Format_RGB32, 0xFF000000);
   const cBitmap image = BitmapOf(1, 1, {0xFFFFFFFF});
@@ -196,6 +217,10 @@ TEST(SurfaceStatus, ASuccessClearsTheLastFailure) {
   graphics.DrawImageRectRect(cBitmap(), QRect(0, 0, 1, 1), QRect(0, 0, 1, 1));
   EXPECT_EQ(graphics.LastStatus(), 2);
   graphics.Clear(0xFF000000);
+  EXPECT_EQ(graphics.LastStatus(), 0);
+  graphics.DrawImage(cBitmap(), 0, 0);
+  EXPECT_EQ(graphics.LastStatus(), 2);
+  graphics.DrawImageRectRect(BitmapOf(1, 1, {0xFFFFFFFF}), QRect(0, 0, 1, 1), QRect(0, 0, 1, 1));
   EXPECT_EQ(graphics.LastStatus(), 0);
 }
 

@@ -87,6 +87,14 @@ TEST(Thumbnail, GroundIsTheOneThatTheColoursDifferMoreFrom) {
   EXPECT_EQ(Thumbnail(TwoOfEach(), {Black, Clear, Clear, Blue}).pixel(2, 0), LightGround);
 }
 
+TEST(Thumbnail, TheOnlyColourCounts) {
+  const Bytes packet = OneCodeALine({1, 0, 0, 1}, 100, 400, 4);
+  EXPECT_EQ(FirstColumn(Thumbnail(packet, {Clear, Black, Clear, Clear})),
+            (Pixels{Black, LightGround, LightGround, Black}));
+  EXPECT_EQ(FirstColumn(Thumbnail(packet, {Clear, White, Clear, Clear})),
+            (Pixels{White, DarkGround, DarkGround, White}));
+}
+
 TEST(Thumbnail, EachColourCountsAsOftenAsItIsSeen) {
   // Two of code 3, three of 1, one of 2, two of 3; below it seven of code 3 and a clear pixel.
   Bytes packet = PacketBuilder().Area(100, 107, 400, 401).Build();
@@ -143,6 +151,22 @@ TEST(Thumbnail, FewOfTheEmptyLinesBetweenStay) {
   EXPECT_EQ(
       FirstColumn(Thumbnail(OneCodeALine(codes, 100, 400, 4), {Clear, White, White, Clear})),
       (Pixels{White, DarkGround, DarkGround, White, DarkGround, DarkGround, DarkGround, DarkGround, White}));
+}
+
+TEST(Thumbnail, LinesOfOneLastPixelStay) {
+  // Eight lines of four pixels: the first and the last are of code 1, the others of three clear pixels and
+  // one of code 1.
+  const Bytes last = {0xC5};
+  const Bytes whole = {0x00, 0x01};
+  const Bytes packet =
+      PacketBuilder()
+          .ControlOffset(14)
+          .Unit(Join({whole, last, last, last, last, last, last, whole,
+                      Sequence(0, 14,
+                               {StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 15),
+                                SetArea(100, 103, 400, 407), SetFields(4, 9), EndOfSequence})}))
+          .Build();
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Clear, Clear}).size(), QSize(4, 8));
 }
 
 TEST(Thumbnail, WhatLiesOutsideTheFrameIsNotSeen) {
