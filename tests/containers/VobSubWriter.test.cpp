@@ -62,6 +62,11 @@ TEST_F(VobSubWriter, WhatIsReadAgainIsTheSameToTheTick) {
   EXPECT_THAT(container.Tracks[0].Notes, IsEmpty());
 }
 
+TEST_F(VobSubWriter, FrameIsThatOf576LinesUnlessSaid) {
+  ASSERT_TRUE(Write(SupPacket(0, SoundUnit())));
+  EXPECT_THAT(Read("film.idx"), HasSubstr("\nsize: 720x576\n"));
+}
+
 TEST_F(VobSubWriter, LanguagesShareTheSubInTheOrderOfTime) {
   const Bytes english = Join({SupPacket(90000, SoundUnit(38, 1)), SupPacket(270000, SoundUnit(38, 2))});
   const Bytes german = SupPacket(180000, SoundUnit(38, 3));
