@@ -66,9 +66,9 @@ def run(copy, program, tests, seconds, reached=None):
     environment = dict(os.environ, QT_QPA_PLATFORM='offscreen', LANGUAGE='en', TMPDIR=folder, TEST_TMPDIR=folder + '/')
     if reached:
         environment['QUILLMARK_REACHED_FILE'] = reached
-    else:
-        # The same of a block of memory. A library that the programs of others need does not end well with it.
-        environment.update({'LD_PRELOAD': 'libc_malloc_debug.so.0', 'MALLOC_CHECK_': '3'} if 'test_authoring' not in program else {})
+    elif not program.endswith('test_authoring'):  # programs of others, which do not end well with it
+        # The same of a block of memory.
+        environment.update(LD_PRELOAD='libc_malloc_debug.so.0', MALLOC_CHECK_='3')
     command = ['prlimit', f'--as={MEMORY}', '--core=0', f'--cpu={seconds:.0f}', program, '--gtest_flagfile=' + flags]
     with open(os.path.join(copy, 'build', 'test.log'), 'wb') as log:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, env=environment, cwd=folder,
