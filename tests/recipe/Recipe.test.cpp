@@ -182,6 +182,9 @@ TEST(RunStep, EveryToolDoesWhatItsOptionsSay) {
   // x from 100-103 to 101-104
   EXPECT_THAT(Changes(file, RunOn({"move", {{"x", "1"}, {"only", "2"}}}, file)),
               ElementsAre(Pair(79, 0x50), Pair(80, 0x68)));
+  // y from 400-401 to 402-403
+  EXPECT_THAT(Changes(file, RunOn({"move", {{"y", "2"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(34, 0x21), Pair(35, 0x93)));
   EXPECT_THAT(Changes(file, RunOn({"force", {{"state", "on"}}}, file)),
               ElementsAre(Pair(22, 0), Pair(70, 0)));
   EXPECT_THAT(Changes(file, RunOn({"ends", {{"shortest", "2000"}, {"only", "1"}}}, file)),
@@ -193,6 +196,32 @@ TEST(RunStep, EveryToolDoesWhatItsOptionsSay) {
   EXPECT_THAT(Changes(file, RunOn({"assign", {{"colours", "...9"}, {"only", "1"}}}, file)),
               ElementsAre(Pair(24, 0x92)));
   EXPECT_EQ(RunOn({"salvage", {}}, test::Join({test::Sound(9).Build(), {1, 2}})), test::Sound(9).Build());
+}
+
+/// Of a fix with these options, of which the stream has something to mend or not.
+ToolResult Fixed(const StepText& text, const Bytes& file) {
+  const auto step = ReadStep(text);
+  EXPECT_TRUE(step) << step.Reason();
+  auto result = RunStep(*step, Index(file));
+  EXPECT_TRUE(result) << result.Reason();
+  return std::move(*result);
+}
+
+// What overlaps is cut before what is outside the frame is moved.
+TEST(RunStep, FixNamesWhatItMendedInTheOrderOfTheStream) {
+  const ToolResult fixed = Fixed(
+      {"fix", {}}, test::Join({test::Sound(0).Area(100, 103, 600, 601).Build(),
+                               test::Sound(2 * Second).Delay(300).Build(), test::Sound(3 * Second).Build()}));
+  EXPECT_EQ(fixed.Changed.Text(), "1-2");
+  EXPECT_TRUE(fixed.Left.empty());
+}
+
+// The first line of the frame is one that players may not show.
+TEST(RunStep, FixGoesByTheRulesOfItsProfile) {
+  const Bytes file = test::Sound(0).Area(100, 103, 0, 1).Build();
+  EXPECT_EQ(Fixed({"fix", {}}, file).Changed.Text(), "");
+  EXPECT_EQ(Fixed({"fix", {{"profile", "spec"}}}, file).Changed.Text(), "");
+  EXPECT_EQ(Fixed({"fix", {{"profile", "player"}}}, file).Changed.Text(), "1");
 }
 
 TEST(RunStep, TakingOutAllIsRefused) {
