@@ -111,6 +111,15 @@ TEST(VobSub, UnitsWithoutTimeStampsStartWhereLinesSay) {
   EXPECT_EQ(TrackIn(ThreeLines, packs).Packets, ThreeSubtitles());
 }
 
+TEST(VobSub, UnitsWithoutTimeStampsMayBeShownInAnotherOrder) {
+  const std::string lines =
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000800\n"
+      "timestamp: 00:00:02:000, filepos: 000000000\n";
+  EXPECT_EQ(TrackIn(lines, Join({Pack(SubtitlePacket(A)), Pack(SubtitlePacket(B))})).Packets,
+            Join({SupPacket(90000, B), SupPacket(180000, A)}));
+}
+
 TEST(VobSub, OtherTimeStampsInsideAUnit) {
   const Bytes packs = Join({Pack(SubtitlePacket(Part(A, 0, 20), 90000)),
                             Pack(SubtitlePacket(Part(A, 20, 38), 90500)), Pack(SubtitlePacket(B, 180000))});

@@ -216,6 +216,13 @@ TEST(RunStep, FixNamesWhatItMendedInTheOrderOfTheStream) {
   EXPECT_TRUE(fixed.Left.empty());
 }
 
+TEST(RunStep, FixNamesOnceWhatItMendedTwice) {
+  const ToolResult fixed = Fixed(
+      {"fix", {}},
+      test::Join({test::Sound(0).Delay(300).Area(100, 103, 600, 601).Build(), test::Sound(Second).Build()}));
+  EXPECT_EQ(fixed.Changed.Text(), "1");
+}
+
 // The first line of the frame is one that players may not show.
 TEST(RunStep, FixGoesByTheRulesOfItsProfile) {
   const Bytes file = test::Sound(0).Area(100, 103, 0, 1).Build();

@@ -126,6 +126,13 @@ TEST(AuthoringPicture, AnOddPictureAtTheFramesBottomGrowsUpwards) {
   EXPECT_EQ(Make(bottom, 576).Y, 477);
 }
 
+TEST(AuthoringPicture, AnOddPictureThatIsTallerThanTheFrameDoesNotBeginAboveIt) {
+  Case tall{.Top = {}, .Bottom = {}, .Y = 0, .Height = 481};
+  tall.Top.assign(241, "1232");
+  tall.Bottom.assign(240, "1232");
+  EXPECT_EQ(Make(tall, 480).Y, 0);
+}
+
 TEST(AuthoringPicture, FourVisibleColoursOfAnOddWidthDoubleTheLastColumn) {
   const auto picture =
       Make({.Top = {"01230"}, .Bottom = {"32101"}, .Width = 5, .Colours = {Blue, Red, Green, White}});

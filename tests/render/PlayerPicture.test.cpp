@@ -110,6 +110,15 @@ TEST(PlayerPicture, NothingIsDrawnOfWhatIsNotShown) {
             NoPicture);
 }
 
+TEST(PlayerPicture, WhatIsNoLongerShownIsTakenAway) {
+  LastPicture picture(test::Played(
+      TwoOfEach, {{.Delay = 0, .Commands = FourLines()}, {.Delay = 5, .Commands = StopDisplay}}));
+  picture.Draw(picture.Timeline().States[0]);
+  ASSERT_EQ(picture.Size(), QSize(8, 4));
+  picture.Draw(picture.Timeline().States.back());
+  EXPECT_EQ(picture.Size(), NoPicture);
+}
+
 TEST(PlayerPicture, ForcedSubtitleIsDrawn) {
   EXPECT_EQ(LastPicture(test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()},
                                                  {.Delay = 5, .Commands = test::ForcedStart}}))
