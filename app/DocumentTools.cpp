@@ -7,6 +7,7 @@
 #include "recipe/Recipe.h"
 
 namespace quillmark {
+
 Result<ToolResult> Document::RunTool(const StepText& text, const QString& name) {
   try {
     const Result<Step> step = ReadStep(text);

@@ -230,9 +230,11 @@ void RecoveryJournal::Restore() {
   record_.clear();
   for (JournalChange& change : left.Content.Changes) {
     edits.push_back({.Name = QString::fromStdString(change.Name), .What = std::move(change.What)});
-    WriteEdit(edits.back());
+    if (done_ > 0) {
+      WriteEdit(edits.back());
+    }
   }
-  for (std::size_t undone = left.Content.Done; undone < count; ++undone) {
+  for (std::size_t undone = left.Content.Done; done_ > 0 && undone < count; ++undone) {
     WriteJournalUndo(record_);
   }
   if (const auto restored = document_.Restore(std::move(edits), left.Content.Done); !restored) {
