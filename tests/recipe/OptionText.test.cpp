@@ -34,7 +34,15 @@ TEST(ParseTime, TakesHoursMinutesAndSeconds) {
 
 TEST(ParseTime, RefusesEverythingElse) {
   for (const char* text : {"", ":", "1:", ":1", "-1", "1:60", "1:60:00", "1:2:3:4", "1:-2", "1.5:00", "a",
-                           "1:2.", "x:01:02", "9999999999999999:00:00", "9999999999999999:00"}) {
+                           "1:2.", "1:.5", "x:01:02", "9999999999999999:00:00", "9999999999999999:00"}) {
+    EXPECT_EQ(ParseTime(text), std::nullopt) << text;
+  }
+}
+
+// The largest number of ticks is 28467197644 hours, 36 minutes and 48.6 seconds.
+TEST(ParseTime, EndsWhere64BitsDo) {
+  EXPECT_EQ(ParseTime("28467197644:36:48"), 9223372036854720000);
+  for (const char* text : {"28467197644:36:49", "28467197644:37:00", "28467197645:00:00"}) {
     EXPECT_EQ(ParseTime(text), std::nullopt) << text;
   }
 }
@@ -55,6 +63,7 @@ TEST(ParseSpeed, KnowsThoseOfFilmAndVideo) {
   EXPECT_EQ(ParseSpeed("29.97"), (Ratio{.Numerator = 30000, .Denominator = 1001}));
   EXPECT_EQ(ParseSpeed("30000/1001"), ParseSpeed("29.97"));
   EXPECT_EQ(ParseSpeed("30"), std::nullopt);
+  EXPECT_EQ(ParseSpeed(""), std::nullopt);
 }
 
 TEST(ParsePoints, TakesTwoSubtitlesWithTheirTimes) {

@@ -48,6 +48,28 @@ TEST(ParseRecipe, ReadsWhatIsWritten) {
   EXPECT_EQ(*again, recipe);
 }
 
+TEST(RecipeText, HasALineForEachField) {
+  const Recipe recipe{.Steps = {{.Tool = "move", .Options = {{"y", "-2"}, {"clamp", "true"}}},
+                                {.Tool = "join", .Options = {{"with", "\xC3\xA9.sup"}}}}};
+  EXPECT_EQ(RecipeText(recipe), R"({
+  "version": 1,
+  "steps": [
+    {
+      "tool": "move",
+      "y": "-2",
+      "clamp": true
+    },
+    {
+      "tool": "join",
+      "with": ")"
+                                "\xC3\xA9"
+                                R"(.sup"
+    }
+  ]
+}
+)");
+}
+
 struct WrongRecipe {
   const char* Name;
   const char* Json;
@@ -231,6 +253,45 @@ TEST(RunStep, FixGoesByTheRulesOfItsProfile) {
   EXPECT_EQ(Fixed({"fix", {{"profile", "player"}}}, file).Changed.Text(), "1");
 }
 
+TEST(RunStep, FixGoesByTheLinesOfItsFrame) {
+  const Bytes file = test::Sound(0).Area(100, 103, 480, 481).Build();
+  EXPECT_EQ(Fixed({"fix", {}}, file).Changed.Text(), "");
+  EXPECT_EQ(Fixed({"fix", {{"frame", "576"}}}, file).Changed.Text(), "");
+  EXPECT_EQ(Fixed({"fix", {{"frame", "480"}}}, file).Changed.Text(), "1");
+}
+
+TEST(RunStep, MoveGoesAsFarAsItsFrameWhereItIsClamped) {
+  const Bytes file = test::Sound(0).Build();
+  // y from 400-401 to 478-479, and to 574-575
+  const auto moved = [&](std::vector<std::pair<std::string, std::string>> options) {
+    options.emplace_back("y", "500");
+    return test::Changes(file, RunOn({"move", std::move(options)}, file));
+  };
+  using testing::ElementsAre;
+  using testing::Pair;
+  EXPECT_THAT(moved({{"clamp", "true"}, {"frame", "480"}}),
+              ElementsAre(Pair(33, 0x1D), Pair(34, 0xE1), Pair(35, 0xDF)));
+  EXPECT_THAT(moved({{"clamp", "true"}}), ElementsAre(Pair(33, 0x23), Pair(34, 0xE2), Pair(35, 0x3F)));
+  EXPECT_THAT(moved({}), ElementsAre());
+}
+
+TEST(RunStep, EndsLeaveNoGapWhereNoneIsAsked) {
+  // Shown for 300 x 1000 ticks from 0, the next one from 2 s: 180 x 1000 ticks.
+  const Bytes file = test::Join({test::Sound(0).Delay(300).Build(), test::Sound(2 * Second).Build()});
+  EXPECT_THAT(test::Changes(file, RunOn({"ends", {{"no-overlap", "true"}}}, file)),
+              testing::ElementsAre(testing::Pair(42, 0), testing::Pair(43, 180)));
+}
+
+// The arguments of a unit without a colour command could not be changed.
+TEST(RunStep, AssignLeavesWhatHasNoCommands) {
+  const auto step = ReadStep({"assign", {{"colours", "1111"}}});
+  ASSERT_TRUE(step);
+  const auto result = RunStep(*step, Index(test::Sound().WithoutColour().Build()));
+  ASSERT_TRUE(result) << result.Reason();
+  EXPECT_TRUE(result->Edit.IsEmpty());
+  EXPECT_EQ(result->Left.size(), 1U);
+}
+
 TEST(RunStep, TakingOutAllIsRefused) {
   const SupStream stream = Index(test::Join({test::Sound(1).Build(), test::Sound(2).Build()}));
   Bytes cutShort = test::Sound(1).Build();
@@ -305,6 +366,34 @@ TEST(RunStep, JoinOfAFileThatLosesItsSignatureIsRefused) {
 TEST(ReadStep, GapGoesWithEitherOfItsOptions) {
   EXPECT_TRUE(ReadStep({"ends", {{"fill", "true"}, {"gap", "1"}}}));
   EXPECT_TRUE(ReadStep({"ends", {{"no-overlap", "true"}, {"gap", "1"}}}));
+}
+
+TEST(ReadStep, NumbersAreTakenUpToTheirEnds) {
+  for (const StepText& text : {StepText{"move", {{"x", "-10000"}, {"y", "10000"}}},
+                               {"move", {{"to-line", "0"}}},
+                               {"move", {{"to-line", "575"}}},
+                               {"ends", {{"fill", "true"}, {"gap", "0"}}},
+                               {"ends", {{"fill", "true"}, {"gap", "3600000000"}}},
+                               {"ends", {{"shortest", "0"}}},
+                               {"join", {{"with", "a"}, {"gap", "3600000000"}}}}) {
+    EXPECT_EQ(ReadStep(text).Reason(), "") << text.Options.back().second;
+  }
+  EXPECT_EQ(ReadStep({"move", {{"y", "-10001"}}}).Reason(),
+            "y: '-10001' is no whole number from -10000 to 10000");
+  EXPECT_EQ(ReadStep({"move", {{"to-line", "576"}}}).Reason(),
+            "to-line: '576' is no whole number from 0 to 575");
+  EXPECT_EQ(ReadStep({"ends", {{"fill", "true"}, {"gap", "3600000000.01"}}}).Reason(),
+            "gap: '3600000000.01' is not from 0 to 3600000000 milliseconds");
+}
+
+// A delay counts units of 1000 ticks, 11.1111 ms.
+TEST(ReadStep, OneUnitOfADelayIsLongEnough) {
+  const auto longest = [](const char* text) {
+    return ReadStep({"ends", {{"fill", "true"}, {"longest", text}}}).Reason();
+  };
+  EXPECT_EQ(longest("11.1111"), "");
+  EXPECT_EQ(longest("11.1"),
+            "longest: '11.1' is shorter than a delay can say, which counts units of 1000 ticks");
 }
 
 TEST(ReadStep, FixKnowsTwoProfiles) {
