@@ -180,8 +180,18 @@ TEST(AuthoringPicture, FourVisibleColoursLoseAllLinesThatAreNotDecoded) {
   EXPECT_EQ(whole.Fits, Fit::AsItIs);
 }
 
+TEST(AuthoringPicture, MayBeOfOneColumn) {
+  EXPECT_THAT(Indexes(Make({.Top = {"1"}, .Bottom = {"2"}, .Width = 1}).Image), ElementsAre("1", "2"));
+}
+
+TEST(AuthoringPicture, OneLineIsOfTheTransparentCode) {
+  // The last line of an odd height is not decoded.
+  EXPECT_THAT(Indexes(Make({.Top = {"1111"}, .Bottom = {}, .Height = 1}).Image), ElementsAre("0000"));
+}
+
 TEST(AuthoringPicture, AReversedAreaHasNone) {
   EXPECT_TRUE(Make({.Top = {}, .Bottom = {}, .Width = 0}).Image.isNull());
+  EXPECT_TRUE(Make({.Top = {}, .Bottom = {}, .Height = 0}).Image.isNull());
 }
 
 }  // namespace

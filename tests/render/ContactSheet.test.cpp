@@ -138,6 +138,25 @@ TEST_F(ContactSheet, NumberAndTimesStandAboveTheFrame) {
   EXPECT_EQ(DarkPixels(page, none.adjusted(0, -26, 0, 0)), 0);
 }
 
+/// In how many of the area's lines anything dark stands.
+int DarkLines(const QImage& page, const QRect& area) {
+  int lines = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    lines += DarkPixels(page, QRect(area.left(), y, area.width(), 1)) > 0 ? 1 : 0;
+  }
+  return lines;
+}
+
+// Digits alone, and all are of one height.
+TEST_F(ContactSheet, NumberIsAsHighAsTheTimes) {
+  ASSERT_TRUE(Write(StreamOf(1)));
+  const QImage page(Path("film_001.png"));
+  const QRect frame = Cell(0, 0, 288);
+  const QRect caption(frame.left(), frame.top() - 26, 360, 26);
+  EXPECT_NEAR(DarkLines(page, caption.adjusted(0, 0, -320, 0)),
+              DarkLines(page, caption.adjusted(100, 0, 0, 0)), 1);
+}
+
 TEST_F(ContactSheet, WhatCannotBeConvertedHasItsPlace) {
   const auto written = Write(test::Index(Join(
       {Sound().Build(), Sound(Second).WithoutArea().Build(), Sound(2 * Second).Area(5, 4, 0, 1).Build()})));

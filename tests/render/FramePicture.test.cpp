@@ -61,6 +61,16 @@ TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAFile) {
   ExpectTakenBack();
 }
 
+TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAColourAfterAFile) {
+  QImage green(1, 1, QImage::Format_RGB32);
+  green.fill(0xFF00FF00U);
+  ASSERT_TRUE(green.save(Path("green.png")));
+  Frame.DrawBackground(576, {.Source = Background::Kind::PictureFile, .File = Path("green.png")}, nullptr);
+  Frame.DrawBackground(576, BlueGround, nullptr);
+  EXPECT_EQ(Frame.Image().pixel(300, 300), 0xFF102030U);
+  ExpectTakenBack();
+}
+
 TEST_F(FramePictureTest, FileThatCannotBeReadLeavesTheFrame) {
   Frame.DrawBackground(576, BlueGround, nullptr);
   static_cast<void>(Frame.TakeChanged());
@@ -99,6 +109,36 @@ TEST(DecodePicture, OfAReversedAreaIsNone) {
   cBitmap bitmap;
   DecodePicture({}, control, {}, bitmap);
   EXPECT_TRUE(bitmap.Image().isNull());
+  EXPECT_EQ(bitmap.LastStatus(), 0) << "a failure to draw it";
+}
+
+TEST(DecodePicture, MayBeOfOneColumn) {
+  SpuControl control;
+  control.X1 = control.X2 = 10;
+  control.Y1 = 0;
+  control.Y2 = 1;
+  control.TopFieldOffset = 4;
+  control.BottomFieldOffset = 5;
+  cBitmap bitmap;
+  // A pixel of code 1, and one of code 2.
+  DecodePicture(std::vector<std::uint8_t>{0, 0, 0, 0, 0x50, 0x60, 0, 0}, control,
+                {0, 0xFFFF0000, 0xFF00FF00, 0}, bitmap);
+  ASSERT_EQ(bitmap.Image().size(), QSize(1, 2));
+  EXPECT_EQ(bitmap.Image().pixel(0, 0), 0xFFFF0000U);
+  EXPECT_EQ(bitmap.Image().pixel(0, 1), 0xFF00FF00U);
+}
+
+TEST(DecodePicture, OneLineIsOfPixelsThatNoRunReached) {
+  SpuControl control;
+  control.X1 = 10;
+  control.X2 = 13;
+  control.Y1 = control.Y2 = 0;
+  control.TopFieldOffset = control.BottomFieldOffset = 4;
+  cBitmap bitmap;
+  DecodePicture(std::vector<std::uint8_t>{0, 0, 0, 0, 0x55, 0x55, 0, 0}, control,
+                {0, 0xFFFF0000, 0xFF00FF00, 0}, bitmap);
+  ASSERT_EQ(bitmap.Image().size(), QSize(4, 1));
+  EXPECT_EQ(bitmap.Image().pixel(0, 0), 0U);
 }
 
 }  // namespace

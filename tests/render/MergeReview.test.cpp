@@ -167,6 +167,35 @@ TEST(MergeReview, ClearFrameIsRecolouredWhereTheInvisibleCodeIsNotTheOneWritten)
   EXPECT_EQ(pair.Counts.Recoloured, 720 * 573 - 16);
 }
 
+/// Lines of code 1, as wide as the area is, all opaque.
+Bytes OneCode(unsigned x1, unsigned x2, unsigned y1, unsigned y2) {
+  Bytes fields;
+  for (unsigned line = y1; line <= y2; ++line) {
+    fields.insert(fields.end(), {0x00, 0x01});  // up to the end of the line
+  }
+  const auto control = static_cast<unsigned>(4 + fields.size());
+  return PacketBuilder()
+      .Time(Second)
+      .ControlOffset(control)
+      .Unit(Join({fields, test::Sequence(0, control,
+                                         {test::StartDisplay, test::SetColour(3, 2, 1, 0),
+                                          test::SetContrast(15, 15, 15, 15), test::SetArea(x1, x2, y1, y2),
+                                          test::SetFields(4, 4 + (y2 - y1 + 1)), test::EndOfSequence})}))
+      .Build();
+}
+
+TEST(MergeReview, ClearFrameOfWhichNothingIsLeftIsNotRecoloured) {
+  const MergedPair pair = PairOf(OneCode(0, 719, 2, 573), OneCode(0, 719, 574, 575));
+  EXPECT_EQ(pair.Counts.Recoloured, 0);
+  EXPECT_EQ(pair.Counts.FurthestOff, 0);
+}
+
+TEST(MergeReview, LastPixelOfTheClearFrameIsRecoloured) {
+  const MergedPair pair = PairOf(OneCode(0, 719, 2, 573), OneCode(0, 718, 574, 575));
+  EXPECT_EQ(pair.Counts.Recoloured, 1);
+  EXPECT_EQ(pair.Counts.FurthestOff, 255);
+}
+
 TEST(MergeReview, InvisibleColoursAreOneWhateverTheyAre) {
   MergeSettings settings = test::StartUpSettings();
   settings.Palette[0] = MakeRgb(10, 20, 30);

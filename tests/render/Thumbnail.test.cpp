@@ -87,6 +87,11 @@ TEST(Thumbnail, GroundIsTheOneThatTheColoursDifferMoreFrom) {
   EXPECT_EQ(Thumbnail(TwoOfEach(), {Black, Clear, Clear, Blue}).pixel(2, 0), LightGround);
 }
 
+TEST(Thumbnail, GroundsAreADarkAndALightGrey) {
+  EXPECT_EQ(Thumbnail(TwoOfEach(), {White, Clear, Clear, White}).pixel(2, 0), qRgb(32, 32, 32));
+  EXPECT_EQ(Thumbnail(TwoOfEach(), {Black, Clear, Clear, Blue}).pixel(2, 0), qRgb(236, 236, 236));
+}
+
 TEST(Thumbnail, TheOnlyColourCounts) {
   const Bytes packet = OneCodeALine({1, 0, 0, 1}, 100, 400, 4);
   EXPECT_EQ(FirstColumn(Thumbnail(packet, {Clear, Black, Clear, Clear})),
