@@ -17,5 +17,17 @@ TEST(UnitColour, AsManyAsAreChosenAllStandForThemselves) {
   EXPECT_EQ(TakeTogether(colours, 100), own);
 }
 
+// Of 65 colours, 63 may stay. The rarest is far from all others; those of 60 and of 61 lie the nearest.
+TEST(UnitColour, OnlyTheSixtyFourMostFrequentAreChosenFrom) {
+  std::vector<CountedColour> colours;
+  for (unsigned i = 0; i < 64; ++i) {
+    const unsigned green = i < 61 ? 4 * i : 4 * i - 3;
+    colours.push_back({.Colour = {.Colour = MakeRgb(0, green, 0), .Contrast = 15}, .Count = 2});
+  }
+  colours.push_back({.Colour = {.Colour = MakeRgb(0, 253, 255), .Contrast = 15}, .Count = 1});
+  const auto becomes = TakeTogether(colours, 63);
+  EXPECT_EQ(becomes[64], 63U);
+}
+
 }  // namespace
 }  // namespace quillmark
