@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "tests/app/ShapedTexts.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -37,7 +38,7 @@ class ApplicationFont {
   QFont before_ = QApplication::font();
 };
 
-class Layout : public WindowTest {
+class Layout : public ShapedTexts, public WindowTest {
  protected:
   void SetUp() override {
     LoadStream(ThreeSubtitles());

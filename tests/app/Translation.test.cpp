@@ -22,6 +22,7 @@
 
 #include "base/Words.h"
 #include "tests/app/MergeTest.h"
+#include "tests/app/ShapedTexts.h"
 #include "tests/containers/PackBuilder.h"
 #include "tests/support/IfoBuilder.h"
 #include "translations/UsersLanguage.h"
@@ -57,7 +58,7 @@ class SpokenLanguage {
 using LookAtWindow = std::function<void(const QWidget&)>;
 
 /// Brings up all that the program shows, in a language that is spoken before the window is made.
-class SpokenWindow : public SpokenLanguage, public MergeTest {
+class SpokenWindow : public SpokenLanguage, public ShapedTexts, public MergeTest {
  protected:
   // Reports come in every language.
   explicit SpokenWindow(const QString& language) : SpokenLanguage(language) { Dialogs.AllowMessages(); }

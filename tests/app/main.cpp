@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "tests/app/Screens.h"
+#include "tests/app/ShapedTexts.h"
 
 namespace {
 
@@ -87,6 +88,7 @@ int main(int argc, char** argv) {
   previousHandler = qInstallMessageHandler(DropRemarksOnThePlatform);
   const QApplication application(argc, argv);
   QApplication::setStyle(new QuickStyle);
+  quillmark::test::ShapedTexts::SetStrategy(QFont::PreferNoShaping);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }
