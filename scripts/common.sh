@@ -53,12 +53,16 @@ InstallMissing() {
   fi
 }
 
-# Configure PRESET OPTIONS...
+# Configure PRESET OPTIONS...: once for the same options; the build itself looks whether one of its files has changed since.
+declare -A configured=()
 Configure() {
-  local preset=$1
+  local preset=$1 told="$*"
+  if [ "${configured[$preset]:-}" = "$told" ]; then
+    return
+  fi
   shift
   Say "configuring build/$preset"
-  (cd "$root" && cmake --preset "$preset" --log-level=NOTICE "$@" >&2)
+  (cd "$root" && cmake --preset "$preset" --log-level=NOTICE "$@" >&2) && configured[$preset]=$told
 }
 
 # Build PRESET TARGETS...
