@@ -228,7 +228,6 @@ void frmTestControls::BuildColourLists(QWidget* parent) {
   for (std::size_t code = 0; code < 4; ++code) {
     auto* colours = new CodeList(parent);
     colours->setModel(ImageList1);
-    colours->setIconSize(QSize(16, 16));
     colours->setAccessibleName(Ui::Tr("Colour of the %1").arg(CodeName(code)));
     colours->setToolTip(
         Ui::Tr("Palette entry of the %1 (pixel code %2)", {CodeName(code), QString::number(code)}));
