@@ -7,6 +7,8 @@
 #include <thread>
 #include <utility>
 
+#include <QThread>
+
 #include "base/Words.h"
 #include "render/Composition.h"
 #include "render/PictureFile.h"
@@ -61,6 +63,9 @@ void PictureBatch::Flush() {
       held_[i].Saved = WritePicture(held_[i].Path, held_[i].Picture, Durability::Unsynced);
     }
   };
+  // Without an application, Qt takes the thread that first uses it for the main one, whose data the image
+  // plugins use until the program ends. That of a helper would be gone by then.
+  static_cast<void>(QThread::currentThread());
   {
     std::vector<std::jthread> helpers;
     try {
