@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -89,9 +91,52 @@ std::optional<std::string> WrongFrame(const Json& document) {
              : std::optional(Words::Tr("it has no list of 'steps'"));
 }
 
+/// Looks at the names of an object's fields while they are read: the reader would keep one value of those
+/// that are told twice, and takes the longer for each field the more there are.
+class FieldNames {
+ public:
+  /// Many times more than a tool has options.
+  static constexpr std::size_t Max = 100;
+
+  /// What the reader throws for.
+  struct Refused {
+    Failure Why;
+  };
+
+  void Take(Json::parse_event_t event, const Json& parsed) {
+    if (event == Json::parse_event_t::object_start) {
+      open_.emplace_back();
+    } else if (event == Json::parse_event_t::object_end) {
+      open_.pop_back();
+    } else if (event == Json::parse_event_t::key) {
+      Add(parsed.get_ref<const std::string&>());
+    }
+  }
+
+ private:
+  void Add(const std::string& name) {
+    std::vector<std::string>& names = open_.back();
+    if (std::ranges::find(names, name) != names.end()) {
+      throw Refused{{Words::Tr("'%1' stands twice in one object", {name})}};
+    }
+    if (names.size() == Max) {
+      throw Refused{{Words::Tr("an object of it has more than %1 fields", {std::to_string(Max)})}};
+    }
+    names.push_back(name);
+  }
+
+  std::vector<std::vector<std::string>> open_;
+};
+
 Result<Json> ParseJson(std::string_view text) {
+  FieldNames names;
   try {
-    return Json::parse(text);
+    return Json::parse(text, [&names](int /*depth*/, Json::parse_event_t event, const Json& parsed) {
+      names.Take(event, parsed);
+      return true;
+    });
+  } catch (const FieldNames::Refused& refused) {
+    return refused.Why;
   } catch (const Json::parse_error& error) {
     return Failure{Words::Tr("it is no JSON: byte %1 does not fit", {std::to_string(error.byte)})};
   } catch (const Json::out_of_range&) {

@@ -4506,6 +4506,14 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <translation>es fehlt die Liste „steps“</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; stands twice in one object</source>
+        <translation>„%1“ steht zweimal in einem Objekt</translation>
+    </message>
+    <message>
+        <source>an object of it has more than %1 fields</source>
+        <translation>ein Objekt darin hat mehr als %1 Felder</translation>
+    </message>
+    <message>
         <source>it is no JSON: byte %1 does not fit</source>
         <translation>es ist kein JSON: Byte %1 passt nicht</translation>
     </message>

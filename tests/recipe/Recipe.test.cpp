@@ -93,6 +93,10 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRecipe{"Cut", R"({"version": 1)", "it is no JSON: byte 14 does not fit"},
         WrongRecipe{"NumberNoMachineHolds", R"({"version": 1e999, "steps": []})",
                     "it has a number that is too large"},
+        WrongRecipe{"FieldToldTwice", R"({"version": 1, "steps": [], "steps": [{"tool": "sort"}]})",
+                    "'steps' stands twice in one object"},
+        WrongRecipe{"OptionToldTwice", R"({"version": 1, "steps": [{"tool": "move", "y": 1, "y": 2}]})",
+                    "'y' stands twice in one object"},
         WrongRecipe{"NoObject", "[]", "it is no JSON object"},
         WrongRecipe{"NoVersion", R"({"steps": []})", "it has no 'version', which is 1"},
         WrongRecipe{"TextVersion", R"({"version": "1", "steps": []})", "it has no 'version', which is 1"},
@@ -124,6 +128,25 @@ INSTANTIATE_TEST_SUITE_P(
         WrongRecipe{"NothingToDo", R"({"version": 1, "steps": [{"tool": "ends"}]})",
                     "step 1 (ends): ends needs fill, no-overlap or shortest"}),
     [](const auto& test) { return test.param.Name; });
+
+/// {"f0":0,"f1":0,...}
+std::string ObjectOfFields(int count) {
+  std::string object = "{";
+  for (int i = 0; i < count; ++i) {
+    object += (i > 0 ? ",\"f" : "\"f") + std::to_string(i) + "\":0";
+  }
+  return object + "}";
+}
+
+// Each field takes the longer the more there are: a megabyte of them would take minutes.
+TEST(ParseRecipe, ObjectHasAHundredFieldsAtMost) {
+  EXPECT_EQ(ParseRecipe(ObjectOfFields(100)).Reason(), "unknown field 'f0'");
+  EXPECT_EQ(ParseRecipe(ObjectOfFields(101)).Reason(), "an object of it has more than 100 fields");
+}
+
+TEST(ParseRecipe, FieldsOfDifferentObjectsShareTheirNames) {
+  EXPECT_TRUE(ParseRecipe(R"({"version": 1, "steps": [{"tool": "sort"}, {"tool": "sort"}]})"));
+}
 
 struct WrongStep {
   StepText Step;
