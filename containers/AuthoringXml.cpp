@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <utility>
 
 #include <QByteArray>
 #include <QColor>
@@ -23,6 +24,9 @@ constexpr std::int64_t EndOfTime = std::int64_t{1} << 33U;
 constexpr std::int64_t Gap = 90;
 /// Areas have 12 bits for either end.
 constexpr std::int64_t MaxOffset = 4095;
+/// In bytes, of a tag: many times more than the path of a picture. The parser compares each attribute of a
+/// tag with all others.
+constexpr std::size_t MaxTag = 65536;
 
 /// Where the first element starts; npos without one.
 std::size_t FindFirstElement(std::string_view text) {
@@ -39,6 +43,45 @@ std::size_t FindFirstElement(std::string_view text) {
     if (at == std::string_view::npos) {
       break;
     }
+  }
+  return std::string_view::npos;
+}
+
+/// What stands between tags and may hold any of their characters.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 3> FreeParts = {
+    {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
+
+/// Behind the tag, or the free part, that starts at `at`; npos where it does not end, or not within MaxTag
+/// bytes.
+std::size_t EndOfTag(std::string_view text, std::size_t at) {
+  for (const auto& [start, end] : FreeParts) {
+    if (text.substr(at).starts_with(start)) {
+      const std::size_t found = text.find(end, at + start.size());
+      return found == std::string_view::npos ? text.size() : found + end.size();
+    }
+  }
+  char quote = 0;
+  for (const std::size_t last = std::min(text.size(), at + MaxTag); at < last; ++at) {
+    const char c = text[at];
+    if (quote != 0) {
+      quote = c == quote ? '\0' : quote;
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+    } else if (c == '>' || c == '[') {  // a document type has declarations of its own
+      return at + 1;
+    }
+  }
+  return at == text.size() ? at : std::string_view::npos;
+}
+
+/// Where the first tag starts that is longer than any of a list; npos without one.
+std::size_t FindLongTag(std::string_view text) {
+  for (std::size_t at = 0; (at = text.find('<', at)) != std::string_view::npos;) {
+    const std::size_t end = EndOfTag(text, at);
+    if (end == std::string_view::npos) {
+      return at;
+    }
+    at = end;
   }
   return std::string_view::npos;
 }
@@ -246,6 +289,11 @@ bool StartsLikeAuthoringList(std::string_view head) {
 }
 
 Result<std::vector<AuthoringSpu>> ParseAuthoringXml(std::string_view text) {
+  if (const std::size_t tag = FindLongTag(text); tag != std::string_view::npos) {
+    const auto line = std::ranges::count(text.substr(0, tag), '\n') + 1;
+    return Failure{Words::Tr("line %1", {std::to_string(line)}) + ": " +
+                   Words::Tr("an element has more than %1 bytes", {std::to_string(MaxTag)})};
+  }
   // Lines alone are no document: XML has one root.
   const std::size_t first = FindFirstElement(text);
   const bool isLines = first != std::string_view::npos && StartsElement(text.substr(first), "spu");

@@ -4842,6 +4842,10 @@ Das Überlagern funktioniert möglicherweise nicht richtig</translation>
         <translation>unbekanntes Element „%1“</translation>
     </message>
     <message>
+        <source>an element has more than %1 bytes</source>
+        <translation>ein Element hat mehr als %1 Bytes</translation>
+    </message>
+    <message>
         <source>unknown attribute &quot;%1&quot;</source>
         <translation>unbekanntes Attribut „%1“</translation>
     </message>

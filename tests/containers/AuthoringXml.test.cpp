@@ -221,6 +221,30 @@ TEST(AuthoringXml, TheFirstFaultIsTold) {
             "line 3: xoffset \"4096\" is no number from 0 to 4095");
 }
 
+// The parser compares each attribute with all others: a megabyte of them would take half a minute.
+TEST(AuthoringXml, AnElementHas65536BytesAtMost) {
+  const std::string longest = "<spu image=\"" + std::string(65522, 'x') + "\"/>";
+  ASSERT_EQ(longest.size(), 65537U);
+  EXPECT_EQ(WhyNot(longest), "line 3: an element has more than 65536 bytes");
+  const auto spus = ParseAuthoringXml(ListOf("<spu image=\"" + std::string(65521, 'x') + "\"/>"));
+  ASSERT_TRUE(spus) << spus.Reason();
+  EXPECT_EQ((*spus)[0].Image.size(), 65521U);
+}
+
+TEST(AuthoringXml, WhatStandsInQuotesEndsNoElement) {
+  const std::string filler(40000, 'x');
+  EXPECT_EQ(WhyNot("<spu start=\">\" image=\"" + filler + "\" end='\">' highlight=\"" + filler + "\"/>"),
+            "line 3: an element has more than 65536 bytes");
+}
+
+TEST(AuthoringXml, CommentsAndInstructionsAreAsLongAsTheyLike) {
+  const std::string text = "don't " + std::string(70000, 'x');
+  const auto spus = ParseAuthoringXml("<?note " + text + "?><!DOCTYPE subpictures [<!-- " + text + " -->]>" +
+                                      ListOf("<!-- <spu " + text + " --><spu image=\"a\"/>"));
+  ASSERT_TRUE(spus) << spus.Reason();
+  EXPECT_EQ(spus->size(), 1U);
+}
+
 TEST(AuthoringXml, NoIsNotForced) {
   for (const char* no : {"no", "off", "0"}) {
     const auto spus = ParseAuthoringXml(ListOf(std::string("<spu force=\"") + no + "\"/>"));
