@@ -2,8 +2,8 @@
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
+#include <QComboBox>
 
-#include "app/CodeList.h"
 #include "app/DisplayFrame.h"
 
 namespace quillmark {
@@ -23,9 +23,9 @@ class AccessiblePicture : public QAccessibleWidget, public QAccessibleImageInter
 };
 
 /// On Linux Qt gives a combo box's value as its name, so that nobody hears which list it is.
-class AccessibleCodeList : public QAccessibleWidget {
+class AccessibleList : public QAccessibleWidget {
  public:
-  explicit AccessibleCodeList(CodeList* list) : QAccessibleWidget(list, QAccessible::ComboBox) {}
+  explicit AccessibleList(QComboBox* list) : QAccessibleWidget(list, QAccessible::ComboBox) {}
 
   QString text(QAccessible::Text kind) const override {
     if (kind != QAccessible::Value) {
@@ -63,15 +63,15 @@ class AccessibleCodeList : public QAccessibleWidget {
   }
 
  private:
-  [[nodiscard]] CodeList& List() const { return *static_cast<CodeList*>(widget()); }
+  [[nodiscard]] QComboBox& List() const { return *static_cast<QComboBox*>(widget()); }
 };
 
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
   if (auto* frame = qobject_cast<DisplayFrame*>(object)) {
     return new AccessiblePicture(frame);
   }
-  if (auto* list = qobject_cast<CodeList*>(object)) {
-    return new AccessibleCodeList(list);
+  if (auto* list = qobject_cast<QComboBox*>(object); list != nullptr && !list->isEditable()) {
+    return new AccessibleList(list);
   }
   return nullptr;
 }

@@ -145,6 +145,8 @@ void ToolDialog::BuildFields(QFormLayout* rows) {
     } else {
       rows->addRow(field.Label, row);
       static_cast<QLabel*>(rows->labelForField(row))->setBuddy(editor);
+      // Qt takes the name from a label that stands in the same widget.
+      editor->setAccessibleName(QString(field.Label).remove(u'&'));
     }
     inputs_.push_back({.Field = &field, .Row = row, .Label = rows->labelForField(row), .Editor = editor});
   }

@@ -14,7 +14,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "app/Accessible.h"
 #include "app/CodeList.h"
 #include "app/CodeName.h"
 #include "app/ColourSwatch.h"
@@ -91,7 +90,6 @@ QHBoxLayout* Pair(QWidget* first, QWidget* second) {
 }  // namespace
 
 void frmTestControls::Build(QMainWindow* window, ListPanel* list) {
-  InstallAccessibility();
   Picture1 = new DisplayFrame(window);
   Picture1->setAccessibleName(Ui::Tr("Subtitle picture"));
   Picture1->SetHint(Ui::Tr("Open a SUP file with Ctrl+O, import others with Ctrl+I, or drop one here"));

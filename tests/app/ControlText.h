@@ -1,0 +1,177 @@
+#pragma once
+
+#include <string>
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QAction>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QTabBar>
+#include <QTableView>
+
+/// What controls are to those who do not see them or do not use a mouse, in a line each.
+namespace quillmark::test {
+
+inline void TellLabel(const QLabel& label, QStringList& facts) {
+  facts.append(label.textFormat() == Qt::PlainText  ? "plain"
+               : label.textFormat() == Qt::RichText ? "rich"
+                                                    : "plain or rich");
+  if (label.wordWrap()) {
+    facts.append("wraps");
+  }
+  if (label.textInteractionFlags().testFlag(Qt::TextSelectableByMouse)) {
+    facts.append("selectable");
+  }
+}
+
+inline void TellTable(const QTableView& table, QStringList& facts) {
+  const QHeaderView& columns = *table.horizontalHeader();
+  const std::pair<bool, const char*> said[] = {
+      {table.selectionBehavior() == QAbstractItemView::SelectRows, "rows"},
+      {table.selectionMode() == QAbstractItemView::SingleSelection, "one"},
+      {table.selectionMode() == QAbstractItemView::ExtendedSelection, "many"},
+      {table.editTriggers() != QAbstractItemView::NoEditTriggers, "editable"},
+      {table.tabKeyNavigation(), "keeps Tab"},
+      {table.showGrid(), "grid"},
+      {table.alternatingRowColors(), "striped"},
+      {table.wordWrap(), "wraps"},
+      {table.isCornerButtonEnabled(), "corner"},
+      {!table.verticalHeader()->isHidden(), "numbered"},
+      {table.horizontalScrollMode() == QAbstractItemView::ScrollPerPixel, "smooth"},
+      {columns.highlightSections(), "bold headings"},
+      {columns.sectionsMovable(), "movable"},
+      {columns.sectionsClickable(), "clickable"},
+      {columns.stretchLastSection(), "fills"}};
+  for (const auto& [is, text] : said) {
+    if (is) {
+      facts.append(text);
+    }
+  }
+}
+
+inline void TellKind(const QWidget& control, QStringList& facts) {
+  if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+    TellLabel(*label, facts);
+  } else if (const auto* table = qobject_cast<const QTableView*>(&control)) {
+    TellTable(*table, facts);
+  } else if (const auto* line = qobject_cast<const QLineEdit*>(&control)) {
+    if (line->isReadOnly()) {
+      facts.append("read only");
+    }
+    if (line->isClearButtonEnabled()) {
+      facts.append("can be cleared");
+    }
+    if (!line->placeholderText().isEmpty()) {
+      facts.append('"' + line->placeholderText() + '"');
+    }
+  } else if (const auto* text = qobject_cast<const QPlainTextEdit*>(&control)) {
+    facts.append(text->isReadOnly() ? "read only" : "editable");
+    facts.append(text->tabChangesFocus() ? "Tab goes on" : "keeps Tab");
+    if (text->isUndoRedoEnabled()) {
+      facts.append("remembers");
+    }
+  } else if (const auto* button = qobject_cast<const QPushButton*>(&control)) {
+    if (button->isDefault()) {
+      facts.append("default");
+    } else if (button->autoDefault()) {
+      facts.append("Return");
+    }
+  } else if (const auto* spin = qobject_cast<const QSpinBox*>(&control)) {
+    facts.append(QStringLiteral("%1 to %2%3").arg(spin->minimum()).arg(spin->maximum()).arg(spin->suffix()));
+  } else if (const auto* slider = qobject_cast<const QSlider*>(&control)) {
+    facts.append(QStringLiteral("%1 to %2 by %3 or %4")
+                     .arg(slider->minimum())
+                     .arg(slider->maximum())
+                     .arg(slider->singleStep())
+                     .arg(slider->pageStep()));
+  } else if (const auto* list = qobject_cast<const QComboBox*>(&control)) {
+    facts.append(QStringLiteral("%1 of %2").arg(list->currentIndex()).arg(list->count()));
+  } else if (const auto* splitter = qobject_cast<const QSplitter*>(&control)) {
+    for (int i = 0; i < splitter->count(); ++i) {
+      facts.append(splitter->childrenCollapsible() && splitter->isCollapsible(i) ? "collapses" : "stays");
+    }
+  }
+}
+
+/// "Name 'accessible name', 'tooltip', Tab click, ...".
+inline QString ControlText(const QWidget& control) {
+  QStringList facts;
+  const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&control));
+  facts.append(control.objectName() + " '" + (seen == nullptr ? QString() : seen->text(QAccessible::Name)) +
+               '\'');
+  if (!control.toolTip().isEmpty()) {
+    facts.append('\'' + control.toolTip() + '\'');
+  }
+  if (control.focusPolicy() != Qt::NoFocus) {
+    static constexpr const char* Policies[] = {"", "Tab", "click", "Tab click"};
+    facts.append(control.focusPolicy() == Qt::WheelFocus ? "Tab click wheel"
+                                                         : Policies[control.focusPolicy() & 3]);
+  }
+  const auto* button = qobject_cast<const QAbstractButton*>(&control);
+  if (button != nullptr && button->isChecked()) {
+    facts.append("on");
+  }
+  if (!control.isEnabled()) {
+    facts.append("disabled");
+  }
+  if (control.isHidden()) {
+    facts.append("hidden");
+  }
+  TellKind(control, facts);
+  return facts.join(", ").replace(QChar::Nbsp, ' ');
+}
+
+/// Of all named controls in it but menus, and of what is written beside them; a line each.
+inline std::string ControlTexts(const QWidget& window) {
+  QString texts = "\n";
+  for (const QWidget* control : window.findChildren<QWidget*>()) {
+    const auto* label = qobject_cast<const QLabel*>(control);
+    if (label != nullptr && label->buddy() != nullptr) {
+      texts += label->text() + " for " + label->buddy()->objectName() + '\n';
+    } else if (qobject_cast<const QSplitter*>(control) != nullptr && control->objectName().isEmpty()) {
+      texts += "Splitter" + ControlText(*control) + '\n';
+    } else if (!control->objectName().isEmpty() && !control->objectName().startsWith("qt_") &&
+               qobject_cast<const QMenu*>(control) == nullptr &&
+               qobject_cast<const QMenuBar*>(control) == nullptr &&
+               qobject_cast<const QTabBar*>(control->parentWidget()) == nullptr) {
+      texts += ControlText(*control) + '\n';
+    }
+  }
+  return texts.toStdString();
+}
+
+/// "Name 'text', keys", and whether it can be and is chosen.
+inline std::string ActionTexts(const QWidget& window) {
+  QString texts = "\n";
+  for (const QAction* action : window.findChildren<QAction*>()) {
+    if (action->objectName().startsWith("Action_")) {
+      QStringList facts = {action->objectName() + " '" + action->text() + '\''};
+      for (const QKeySequence& keys : action->shortcuts()) {
+        facts.append(keys.toString());
+      }
+      if (action->isCheckable()) {
+        facts.append(action->isChecked() ? "on" : "off");
+      }
+      if (!action->isEnabled()) {
+        facts.append("disabled");
+      }
+      if (!action->isVisible()) {
+        facts.append("hidden");
+      }
+      texts += facts.join(", ") + '\n';
+    }
+  }
+  return texts.toStdString();
+}
+
+}  // namespace quillmark::test
