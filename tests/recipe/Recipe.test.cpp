@@ -268,6 +268,23 @@ TEST(RunStep, FixNamesOnceWhatItMendedTwice) {
   EXPECT_EQ(fixed.Changed.Text(), "1");
 }
 
+TEST(RunStep, FixNamesWhatItDidNotMend) {
+  const ToolResult fixed =
+      Fixed({"fix", {}}, test::Join({test::Sound(0).Build(), test::Sound(2 * Second).WithoutArea().Build(),
+                                     test::Sound(4 * Second).WithoutColour().WithoutArea().Build()}));
+  EXPECT_EQ(fixed.Chosen, 3);
+  EXPECT_EQ(fixed.Left, (std::vector<LeftSubtitle>{{.Number = 2, .Why = LeftReason::NotMended},
+                                                   {.Number = 3, .Why = LeftReason::NotMended}}));
+}
+
+TEST(RunStep, FixNamesNoSubtitleOfBytesThatAreNone) {
+  const Bytes packet = test::Sound(0).Build();
+  const ToolResult fixed = Fixed({"fix", {}}, test::Join({packet, {1, 2}}));
+  EXPECT_FALSE(fixed.Edit.IsEmpty());
+  EXPECT_EQ(fixed.Changed.Text(), "");
+  EXPECT_TRUE(fixed.Left.empty());
+}
+
 // The first line of the frame is one that players may not show.
 TEST(RunStep, FixGoesByTheRulesOfItsProfile) {
   const Bytes file = test::Sound(0).Area(100, 103, 0, 1).Build();
@@ -336,6 +353,48 @@ TEST(RunStep, OfAnEmptyStreamNothingIsTakenOut) {
   const auto result = RunStep(*step, Index({}));
   ASSERT_TRUE(result) << result.Reason();
   EXPECT_TRUE(result->Edit.IsEmpty());
+}
+
+TEST(RunSteps, EachStepFindsWhatTheOneBeforeItLeft) {
+  const Bytes first = test::Sound(Second).Build();
+  SupStream stream =
+      Index(test::Join({first, test::Sound(2 * Second).Build(), test::Sound(5 * Second).Build()}));
+  const auto steps = ReadSteps({.Steps = {{.Tool = "cut", .Options = {{"only", "2"}}},
+                                          {.Tool = "force", .Options = {{"state", "on"}, {"only", "1-2"}}}}});
+  ASSERT_TRUE(steps) << steps.Reason();
+  const auto outcomes = RunSteps(*steps, stream);
+  ASSERT_TRUE(outcomes) << outcomes.Reason();
+  ASSERT_EQ(outcomes->size(), 2U);
+  EXPECT_EQ(outcomes->at(0).What->Name, "cut");
+  EXPECT_EQ(outcomes->at(0).Changed, 1);
+  EXPECT_EQ(outcomes->at(0).Chosen, 1);
+  EXPECT_EQ(outcomes->at(1).What->Name, "force");
+  EXPECT_EQ(outcomes->at(1).Changed, 2);
+  EXPECT_EQ(outcomes->at(1).Chosen, 2);
+  ASSERT_EQ(stream.Count, 2);
+  Bytes forced = first;
+  forced[22] = 0x00;  // the start command
+  EXPECT_TRUE(std::equal(forced.begin(), forced.end(), stream.RawBytes.begin()));
+}
+
+TEST(RunSteps, SubtitlesThatAreLeftAreTold) {
+  SupStream stream = Index(test::Sound(Second).WithoutArea().Build());
+  const auto steps = ReadSteps({.Steps = {{.Tool = "move", .Options = {{"x", "1"}}}}});
+  ASSERT_TRUE(steps);
+  const auto outcomes = RunSteps(*steps, stream);
+  ASSERT_TRUE(outcomes);
+  EXPECT_EQ(outcomes->front().Left, (std::vector<LeftSubtitle>{{.Number = 1, .Why = LeftReason::NoArea}}));
+}
+
+TEST(RunSteps, StepThatCannotBeRunIsNamed) {
+  const auto reason = [](const StepText& second) {
+    SupStream stream = Index(test::Join({test::Sound(1).Build(), test::Sound(2).Build()}));
+    const auto steps = ReadSteps({.Steps = {{.Tool = "cut", .Options = {{"only", "1"}}}, second}});
+    EXPECT_TRUE(steps);
+    return RunSteps(*steps, stream).Reason();
+  };
+  EXPECT_EQ(reason({"sort", {{"only", "2"}}}), "step 2 (sort): there is no subtitle 2: it has 1");
+  EXPECT_EQ(reason({"cut", {{"only", "1"}}}), "step 2 (cut): no subtitle would be left");
 }
 
 TEST(RunStep, JoinOfAFileThatCannotBeReadNamesIt) {
@@ -428,6 +487,14 @@ TEST(ReadStep, FixKnowsTwoProfiles) {
 TEST(RecipeText, ToolThatThereIsNotHasNoFlags) {
   const Recipe recipe{.Steps = {{.Tool = "nothing", .Options = {{"fill", "true"}}}}};
   EXPECT_THAT(RecipeText(recipe), testing::HasSubstr("\"fill\": \"true\""));
+}
+
+TEST(Tool, OnTheCommandLineOnlyTheStateStandsAlone) {
+  for (const Tool& tool : AllTools()) {
+    for (const ToolOption& option : tool.Options) {
+      EXPECT_EQ(option.IsPositional, option.Name == "state") << tool.Name << " " << option.Name;
+    }
+  }
 }
 
 TEST(TakesOut, CutKeepAndSalvageDo) {
