@@ -57,12 +57,9 @@ std::int64_t CountNotBackground(std::span<const std::uint8_t> codes) {
   return std::ssize(codes) - std::ranges::count(codes, 0);
 }
 
-/// Of two rows that start at columns `x` of the frame; either may be empty.
+/// Of two rows that start at columns `x` of the frame; either may be empty, and then they share no column.
 std::int64_t CountOtherInRow(std::span<const std::uint8_t> first, int firstX,
                              std::span<const std::uint8_t> second, int secondX) {
-  if (first.empty() || second.empty()) {
-    return CountNotBackground(first.empty() ? second : first);
-  }
   const int begin = std::max(firstX, secondX);
   const int end =
       std::min(firstX + static_cast<int>(first.size()), secondX + static_cast<int>(second.size()));

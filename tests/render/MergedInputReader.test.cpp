@@ -105,6 +105,36 @@ TEST(MergedInputReader, BothUnitsAreReadWhereThePrimaryIsInvalid) {
   EXPECT_EQ(reader.SecondaryControl().X1, 7);
 }
 
+TEST(MergedInputReader, NothingIsDescribedOfAnInvalidSubtitle) {
+  const TwoStreams streams(Join({Sound(Second).Build(), Sound(5 * Second).WithoutArea().Build()}),
+                           Join({Sound(Second).Build(), Sound(5 * Second).Build()}));
+  MergedInputReader reader(streams.Primary, streams.Secondary, test::StartUpSettings());
+  EXPECT_FALSE(reader.IsDescribed());
+  ASSERT_EQ(reader.Read(0), MergeOutcome::Encoded);
+  EXPECT_TRUE(reader.IsDescribed());
+  ASSERT_EQ(reader.Read(1), MergeOutcome::InvalidPrimary);
+  EXPECT_FALSE(reader.IsDescribed());
+}
+
+MergeSettings SplitSettings() {
+  MergeSettings settings = test::StartUpSettings();
+  settings.Mode = MergeMode::Split;
+  return settings;
+}
+
+TEST(MergedInputReader, NothingIsDescribedOfAnInvalidUnitOfASplitMerge) {
+  const TwoStreams streams(Join({Sound(Second).Build(), Sound(5 * Second).WithoutArea().Build()}),
+                           Sound(20 * Second).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());
+  DisplayInterval unit{.Start = Second, .End = 2 * Second};
+  unit.First = 0;
+  ASSERT_EQ(reader.ReadUnit(unit), MergeOutcome::Encoded);
+  EXPECT_TRUE(reader.IsDescribed());
+  unit.First = 1;
+  ASSERT_EQ(reader.ReadUnit(unit), MergeOutcome::InvalidPrimary);
+  EXPECT_FALSE(reader.IsDescribed());
+}
+
 TEST(ColourDistance, IsTheLargestDifferenceOfAComponent) {
   EXPECT_EQ(ColourDistance(0xFF102030, 0xFF102030), 0);
   EXPECT_EQ(ColourDistance(0xFF102030, 0xFE182030), 8);
@@ -115,12 +145,6 @@ TEST(ColourDistance, IsTheLargestDifferenceOfAComponent) {
 TEST(ColourDistance, OfAnInvisibleColourTheAlphaAloneCounts) {
   EXPECT_EQ(ColourDistance(0x00FFFFFF, 0x00000000), 0);
   EXPECT_EQ(ColourDistance(0x00FFFFFF, 0x05000000), 5);
-}
-
-MergeSettings SplitSettings() {
-  MergeSettings settings = test::StartUpSettings();
-  settings.Mode = MergeMode::Split;
-  return settings;
 }
 
 TEST(MergedInputReader, UnitOfASplitMergeNeedsNoPlan) {
