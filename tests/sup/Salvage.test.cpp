@@ -114,6 +114,25 @@ TEST(SalvageStream, SignatureInsideThePictureIsNoPacket) {
   EXPECT_EQ(Kept(SalvageStream(file)), file);
 }
 
+/// A packet whose picture is a whole packet itself.
+Bytes PacketInAPacket() {
+  return PacketBuilder()
+      .ControlOffset(52)
+      .Unit(Join({Packet(1), Sequence(0, 52, {StopDisplay, EndOfSequence})}))
+      .Build();
+}
+
+TEST(SalvageStream, PacketInsideThePictureIsPartOfItWhereTheStreamGoesOn) {
+  for (const Bytes& next : {Packet(2), Bytes(), Bytes(13, 0xAA)}) {
+    const auto kept = Kept(SalvageStream(Join({PacketInAPacket(), next})));
+    EXPECT_EQ(kept, Join({PacketInAPacket(), next.size() > 13 ? next : Bytes()})) << next.size();
+  }
+}
+
+TEST(SalvageStream, PacketInsideThePictureIsTakenWhereNoneFollows) {
+  EXPECT_EQ(Kept(SalvageStream(Join({PacketInAPacket(), Bytes(14, 0xAA)}))), Packet(1));
+}
+
 TEST(SalvageStream, NeighbouringDamagedPacketsAreOneRange) {
   const Bytes damaged = PacketBuilder().ControlOffset(0).Build();
   const Bytes file = Join({damaged, damaged, Packet(3)});

@@ -245,6 +245,11 @@ TEST(CheckStream, FieldInsideTheUnitsHeader) {
               ElementsAre(Problem(18, 1, Code::FieldOutside, "top field's offset 3")));
 }
 
+TEST(CheckStream, FieldAtTheUnitsStartIsNoMissingOne) {
+  EXPECT_THAT(Check(WithFields(0, 6).Build()),
+              ElementsAre(Problem(18, 1, Code::FieldOutside, "top field's offset 0")));
+}
+
 TEST(CheckStream, FieldBehindTheUnit) {
   EXPECT_THAT(Check(WithFields(4, 38).Build()),
               ElementsAre(Problem(18, 1, Code::FieldOutside, "bottom field's offset 38")));

@@ -177,6 +177,23 @@ TEST(FixStream, AFirstSequenceGetsItsEndMarkAndThePointersFollow) {
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
+/// So many sequences that start the display and lack their end marks, and a last one.
+Bytes PacketWithoutEndMarks(unsigned count) {
+  Bytes sequences;
+  unsigned at = 8;
+  for (unsigned i = 0; i < count; ++i) {
+    at += 5;
+    sequences = Join({sequences, Sequence(0, at, {StartDisplay})});
+  }
+  return PacketOfSequences(Join({sequences, Sequence(90, at, {Picture, EndOfSequence})}));
+}
+
+TEST(FixStream, EndMarksAreAddedInUnitsOfUpToSixteenSequences) {
+  // 116 bytes, with 15 more and one that makes their number even.
+  EXPECT_EQ(Fix(PacketWithoutEndMarks(15)).File.size(), 132U);
+  EXPECT_EQ(Fix(PacketWithoutEndMarks(16)).File, PacketWithoutEndMarks(16));
+}
+
 TEST(FixStream, ALastSequenceThatPointsToNothingPointsToItself) {
   const Fixed fixed = Fix(PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
                                                   Sequence(90, 0, {StopDisplay, EndOfSequence})})));

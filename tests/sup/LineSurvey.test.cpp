@@ -1,0 +1,51 @@
+#include "sup/LineSurvey.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/PacketBuilder.h"
+
+namespace quillmark {
+namespace {
+
+using test::Bytes;
+
+/// Of a picture of so many lines of 4 pixels whose top field is at unit byte 4 and whose bottom field is
+/// at 6.
+LineSurvey Surveyed(const Bytes& fields, int lines, std::int64_t maxBits) {
+  SpuControl control;
+  control.X1 = control.Y1 = 0;
+  control.X2 = 3;
+  control.Y2 = static_cast<std::int16_t>(lines - 1);
+  control.TopFieldOffset = 4;
+  control.BottomFieldOffset = 6;
+  const Bytes unit = test::Join({Bytes(4), fields, Bytes(4)});
+  return SurveyLines(UnitView(unit), control, static_cast<std::int64_t>(4 + fields.size()), maxBits);
+}
+
+// Four pixels are 0x10 and a code, eight are 0x20 and a code.
+
+TEST(SurveyLines, RunThatPassesTheLinesEndIsFoundInItsField) {
+  const LineSurvey top = Surveyed({0x11, 0x21, 0x12, 0x12}, 4, 100);
+  ASSERT_TRUE(top.FirstOverrun);
+  EXPECT_EQ(top.FirstOverrun->Line, 2);
+  EXPECT_EQ(top.FirstOverrun->Bits, 8);
+  const LineSurvey bottom = Surveyed({0x11, 0x11, 0x21, 0x12}, 4, 100);
+  ASSERT_TRUE(bottom.FirstOverrun);
+  EXPECT_EQ(bottom.FirstOverrun->Line, 1);
+}
+
+TEST(SurveyLines, WhatFollowsTheLastLineIsNone) {
+  EXPECT_FALSE(Surveyed({0x11, 0x21, 0x12, 0x21}, 2, 100).FirstOverrun);
+}
+
+TEST(SurveyLines, LineOfAsManyBitsAsMayBeIsNotLong) {
+  // A pixel of code 1 is the nibble 5.
+  EXPECT_FALSE(Surveyed({0x55, 0x55, 0x12, 0x12}, 2, 16).FirstLong);
+  const auto found = Surveyed({0x55, 0x55, 0x12, 0x12}, 2, 15).FirstLong;
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->Line, 0);
+  EXPECT_EQ(found->Bits, 16);
+}
+
+}  // namespace
+}  // namespace quillmark
