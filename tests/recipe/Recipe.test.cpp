@@ -230,6 +230,9 @@ TEST(RunStep, EveryToolDoesWhatItsOptionsSay) {
   // y from 400-401 to 402-403
   EXPECT_THAT(Changes(file, RunOn({"move", {{"y", "2"}, {"only", "1"}}}, file)),
               ElementsAre(Pair(34, 0x21), Pair(35, 0x93)));
+  // y from 400-401 to 499-500
+  EXPECT_THAT(Changes(file, RunOn({"move", {{"to-line", "500"}, {"only", "1"}}}, file)),
+              ElementsAre(Pair(33, 0x1F), Pair(34, 0x31), Pair(35, 0xF4)));
   EXPECT_THAT(Changes(file, RunOn({"force", {{"state", "on"}}}, file)),
               ElementsAre(Pair(22, 0), Pair(70, 0)));
   EXPECT_THAT(Changes(file, RunOn({"ends", {{"shortest", "2000"}, {"only", "1"}}}, file)),
