@@ -220,6 +220,29 @@ TEST_F(AuthoringProject, ALineLongerThanTheToolTakesIsNoted) {
               testing::Contains("subtitle 1 has a line of 2880 bits, at which spumux may end its run"));
 }
 
+/// 359 and 360 pixels, one nibble each: 1,436 and 1,440 bits.
+TEST_F(AuthoringProject, ALineOf1440BitsIsOneThatTheToolMayNotTake) {
+  const auto notes = [&](unsigned width, const Bytes& end) {
+    Bytes line(179, 0x56);
+    line.insert(line.end(), end.begin(), end.end());
+    const auto stream = test::Index(
+        PacketBuilder()
+            .ControlOffset(364)
+            .Unit(Join({line, line,
+                        test::Sequence(0, 364,
+                                       {test::StartDisplay, test::SetColour(3, 2, 1, 0),
+                                        test::SetContrast(15, 15, 15, 0), test::SetArea(0, width - 1, 0, 1),
+                                        test::SetFields(4, 184), test::EndOfSequence})}))
+            .Build());
+    const auto written = Write(stream, {.Existing = Overwriting::Allowed});
+    EXPECT_TRUE(written) << written.Reason();
+    return written ? written->Notes : std::vector<std::string>();
+  };
+  EXPECT_THAT(notes(359, {0x50}), ElementsAre());
+  EXPECT_THAT(notes(360, {0x55}),
+              ElementsAre("subtitle 1 has a line of 1440 bits, at which spumux may end its run"));
+}
+
 TEST_F(AuthoringProject, CancelledAtAnyStepNothingIsThere) {
   for (const std::uint64_t last : {0U, 1U, 2U}) {
     const auto cancelled =

@@ -141,6 +141,19 @@ TEST(MergeReview, BlendThatNoCodeIsNearIsRecolouredAsFarAsItIsOff) {
   EXPECT_THAT(KindsOf(pair), ElementsAre(Kind::Covered, Kind::Recoloured));
 }
 
+TEST(MergeReview, BlendInARowThatNoUnitHasIsNotRecoloured) {
+  // Rows 1 and 2, both pictures: their lines in row 1 are of opacity 8.
+  const Bytes top = Sound(Second).Contrast(15, 15, 8, 0).Area(100, 103, 1, 2).Build();
+  const MergedPair above = PairOf(top, top);
+  EXPECT_EQ(above.Counts.Covered, 4);
+  EXPECT_EQ(above.Counts.Recoloured, 0);
+  // Rows 574 and 575: their lines in row 575 are.
+  const Bytes bottom = Sound(Second).Contrast(15, 8, 15, 0).Area(100, 103, 574, 575).Build();
+  const MergedPair below = PairOf(bottom, bottom);
+  EXPECT_EQ(below.Counts.Covered, 4);
+  EXPECT_EQ(below.Counts.Recoloured, 0);
+}
+
 TEST(MergeReview, BlendNearACodeIsOffByOne) {
   // 238 parts of (254, 254, 254) and 17 of white are (254, 254, 254): one step from white, code 2.
   MergeSettings settings = test::StartUpSettings();
