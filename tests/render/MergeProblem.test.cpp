@@ -152,6 +152,20 @@ TEST(MergeReviewSummary, CountsPacketsByWhatTheyHave) {
       "each other");
 }
 
+TEST(MergeReviewSummary, CountsTheFirstKindAndTheLastOne) {
+  MergeReviewSummary summary;
+  MergedPair pair = SoundPair();
+  pair.Outcome = MergeOutcome::InvalidPrimary;
+  pair.PrimaryDamage = StreamProblemCode::MissingArea;
+  pair.Counts.Recoloured = 7;
+  pair.Counts.Primary.InEdgeRows = 2;
+  summary.Add(pair);
+  EXPECT_EQ(summary.Recoloured, 7);
+  EXPECT_EQ(summary.Clipped, 2);
+  EXPECT_EQ(SummaryText(summary),
+            "0 packets, 1 with problems: 1 first subtitle damaged, 1 first picture clipped, 1 other colours");
+}
+
 TEST(MergeProblem, FieldsThatEndTooEarlyAreTold) {
   MergedPair pair = SoundPair();
   pair.Unit.IsFieldCut = true;

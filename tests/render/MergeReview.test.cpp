@@ -329,6 +329,26 @@ TEST(MergeReview, SubtitleWithoutAPacketHasNoPair) {
   EXPECT_EQ(pairs[1].Primary, 2U);
 }
 
+TEST(MergeReview, PictureOfOneColumnOrOneLineIsNoDamage) {
+  EXPECT_EQ(PairOf(Sound(Second).Build(), Sound(Second).Area(100, 100, 400, 401).Build()).SecondaryDamage,
+            std::nullopt);
+  EXPECT_EQ(PairOf(Sound(Second).Build(), Sound(Second).Area(100, 103, 400, 400).Build()).SecondaryDamage,
+            std::nullopt);
+}
+
+TEST(MergedPair, OverlapIsRoundedToMilliseconds) {
+  const auto ms = [](std::int64_t ticks) {
+    MergedPair pair;
+    pair.OverlapTicks = ticks;
+    return pair.OverlapMs();
+  };
+  EXPECT_EQ(ms(44), 0);
+  EXPECT_EQ(ms(45), 1);
+  EXPECT_EQ(ms(134), 1);
+  EXPECT_EQ(ms(135), 2);
+  EXPECT_EQ(ms(-900), 0);
+}
+
 TEST(MergedPair, PlannedIsWhatItsSubtitlesAndItsTimeSay) {
   MergedPair pair;
   pair.Primary = 2;
