@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <utility>
 
 #include "sup/ControlSequences.h"
 #include "sup/LineSurvey.h"
@@ -96,7 +97,7 @@ class PlayerCheck {
       Report(UnitStart, Code::OddUnitSize, {packet_.Size});
     }
     const int control = packet_.Size - packet_.ControlOffset;
-    if (control > 0 && static_cast<std::size_t>(control) > MaxPlayerControl) {
+    if (std::cmp_greater(control, MaxPlayerControl)) {
       Report(ControlOffsetStart, Code::PlayerControlSize, {control});
     }
   }

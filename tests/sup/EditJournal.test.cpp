@@ -147,6 +147,12 @@ TEST(WriteJournal, EditRecords) {
   EXPECT_EQ(bytes, Join({SetCodesRecord, MoveBytesRecord}));
 }
 
+TEST(WriteJournal, PaletteRecordHasALongNameWhole) {
+  Bytes bytes;
+  WriteJournalPalette(std::string(100, 'n'), Palette, bytes);
+  EXPECT_EQ(bytes.size(), PaletteRecord.size() + 97);
+}
+
 TEST(WriteJournal, PaletteRecord) {
   Bytes bytes;
   WriteJournalPalette("Pal", Palette, bytes);

@@ -55,6 +55,15 @@ TEST(ForceDisplay, StartCommandBecomesTheForcedOneAndBack) {
       file);
 }
 
+TEST(IsForced, WhereAnyOfItsCommandsIsAForcedStart) {
+  const auto packet = [](const Bytes& unit) { return PacketBuilder().Unit(unit).Build(); };
+  const SupStream stream =
+      Index(Join({test::Sound(0).Build(), packet(LongUnit(20, 0x00)), packet(LongUnit(20, 0x01))}));
+  EXPECT_FALSE(IsForced(stream, 0));
+  EXPECT_TRUE(IsForced(stream, 1));
+  EXPECT_FALSE(IsForced(stream, 2));
+}
+
 TEST(ForceDisplay, WhatIsSoAlreadyIsNotNamed) {
   const SupStream stream = Index(test::Sound(0).Build());
   const ToolResult result = ForceDisplay(stream, SubtitleSet::All(), DisplayStart::Ordinary);

@@ -72,6 +72,11 @@ TEST(CheckStream, FewerThan14BytesAtTheEndAreTrailing) {
               ElementsAre(Problem(48, std::nullopt, Code::TrailingBytes, "13 bytes")));
 }
 
+TEST(CheckStream, AHeaderAloneAtTheEndIsAPacket) {
+  EXPECT_THAT(Check(Join({Sound().Build(), PacketBuilder().Time(Second).Unit({}).ControlOffset(0).Build()})),
+              ElementsAre(Problem(60, 2, Code::ControlOffsetZero)));
+}
+
 TEST(CheckStream, LostSignatureTellsWhereTheNextPacketIs) {
   EXPECT_THAT(Check(Join({Sound().Build(), Bytes(20, 0xAB), Sound(Second).Build()})),
               ElementsAre(Problem(48, std::nullopt, Code::LostSignature, "found at offset 68")));

@@ -177,6 +177,21 @@ TEST(FixStream, AFirstSequenceGetsItsEndMarkAndThePointersFollow) {
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
+TEST(FixStream, ASequenceBeforePictureDataGetsNoEndMark) {
+  // The second sequence is at 31, the bottom field after it, at 37: it would move.
+  const Bytes picture = Join(
+      {SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0), SetArea(100, 103, 400, 401), SetFields(4, 37)});
+  const Bytes file = PacketOfSequences(Join(
+      {Sequence(0, 31, {StartDisplay, picture}), Sequence(90, 31, {StopDisplay, EndOfSequence}), {0x12}}));
+  EXPECT_EQ(Fix(file).File, file);
+}
+
+TEST(FixStream, AControlOffsetInTheUnitsHeaderIsNotMended) {
+  // From 3 on the nine bytes could be read as a sequence that points to itself.
+  const Bytes file = PacketBuilder().ControlOffset(3).Unit({0x00, 0x00, 0x03, 0xFF, 0xFF}).Build();
+  EXPECT_EQ(Fix(file).File, file);
+}
+
 /// So many sequences that start the display and lack their end marks, and a last one.
 Bytes PacketWithoutEndMarks(unsigned count) {
   Bytes sequences;
