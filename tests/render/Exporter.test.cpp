@@ -60,6 +60,18 @@ TEST_F(ExporterTest, AppendedLinesAreThereAtOnceAndPicturesInTheEnd) {
   EXPECT_EQ(exporter.PictureFailures().Text(), QString());
 }
 
+TEST_F(ExporterTest, PictureOfOneColumnIsWritten) {
+  Exporter exporter(Paths(), Exporter::List::Appended);
+  SubtitleDescription description;
+  description.StartTicks = Second;
+  cBitmap picture;
+  picture.Create(1, 2);
+  exporter.Add(description, std::move(picture));
+  exporter.Flush();
+  EXPECT_EQ(QImage(PicturePath(1)).size(), QSize(1, 2));
+  EXPECT_EQ(exporter.PictureFailures().Text(), QString());
+}
+
 TEST_F(ExporterTest, ReplacedListIsWrittenWhenAskedFor) {
   Exporter exporter(Paths(), Exporter::List::Replaced);
   Add(exporter, 1);

@@ -105,6 +105,11 @@ TEST(MergedInputReader, BothUnitsAreReadWhereThePrimaryIsInvalid) {
   EXPECT_EQ(reader.SecondaryControl().X1, 7);
 }
 
+TEST(MergedInputReader, WithoutSubtitlesThereAreNoPackets) {
+  const TwoStreams streams(Bytes{}, Bytes{});
+  EXPECT_EQ(MergedInputReader(streams.Primary, streams.Secondary, test::StartUpSettings()).Count(), 0U);
+}
+
 TEST(MergedInputReader, NothingIsDescribedOfAnInvalidSubtitle) {
   const TwoStreams streams(Join({Sound(Second).Build(), Sound(5 * Second).WithoutArea().Build()}),
                            Join({Sound(Second).Build(), Sound(5 * Second).Build()}));

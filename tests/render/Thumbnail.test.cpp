@@ -116,6 +116,44 @@ TEST(Thumbnail, OutlineMayVanishInTheGround) {
   EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(7, 1), LightGround);
 }
 
+/// Two lines of the pixels that these four bytes have, one nibble each.
+Bytes TwoLinesOf(const Bytes& line) {
+  return PacketBuilder()
+      .ControlOffset(12)
+      .Unit(Join({line, line,
+                  Sequence(0, 12,
+                           {StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 15),
+                            SetArea(100, 107, 400, 401), SetFields(4, 8), EndOfSequence})}))
+      .Build();
+}
+
+TEST(Thumbnail, OutlineIsWhatIsBesideClearPixelsOnEitherSide) {
+  // 1, 0, 1, 0, 2, 1, 0, 2: five ends of code 1 and three of code 2, the line's among them.
+  const Bytes packet = TwoLinesOf({0x54, 0x54, 0x65, 0x46});
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Clear}).pixel(1, 0), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(1, 0), LightGround);
+}
+
+TEST(Thumbnail, OutlineCountsNothingWhereThereIsAnotherColour) {
+  // Of the same pixels; the grey is as far from the dark ground as from the light one.
+  constexpr QRgb Grey = 0xFF868686;
+  const Bytes packet = TwoLinesOf({0x54, 0x54, 0x65, 0x46});
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, Grey, Clear}).pixel(1, 0), DarkGround);
+}
+
+TEST(Thumbnail, GroundIsChosenByLinesFromAllOver) {
+  // Of 48 lines every third one is looked at: one of code 1, ten of code 2, which are the outline, and five
+  // of code 3. The last but one is clear.
+  std::vector<std::uint8_t> codes(48, 2);
+  codes[0] = 1;
+  std::fill(codes.begin() + 33, codes.end(), 3);
+  codes[46] = 0;
+  const QImage picture = Thumbnail(OneCodeALine(codes, 100, 400, 4), {Clear, White, Red, Black},
+                                   {.Pixels = {200, 48}, .Scale = 1});
+  ASSERT_EQ(picture.size(), QSize(4, 48));
+  EXPECT_EQ(picture.pixel(0, 46), LightGround);
+}
+
 TEST(Thumbnail, TranslucentColoursAreSeenOverTheGround) {
   // 128/255 of white over 32: (255 * 128 + 32 * 127) / 255 = 143.9
   EXPECT_EQ(FirstLine(Thumbnail(TwoOfEach(), {White, 0x80FFFFFF, White, White}))[2], qRgb(144, 144, 144));
