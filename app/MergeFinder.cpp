@@ -117,7 +117,7 @@ void MergeFinder::LookAtFirst() {
   try {
     pair = reviewer_->LookAt(mode_ == MergeMode::Pairs ? pairs_[index].Primary : index);
   } catch (const std::bad_alloc&) {
-    return;  // its turn comes again
+    // Its turn comes again.
   }
   if (pair) {
     pair->IsUsedBefore = pairs_[index].IsUsedBefore;

@@ -299,14 +299,12 @@ void ReviewPanel::WantTimes() {
   TellLater();
 }
 
+/// Of several calls the first finds what was wanted last, and the others nothing.
 void ReviewPanel::TellLater() {
-  if (!std::exchange(tells_, true)) {
-    QMetaObject::invokeMethod(this, &ReviewPanel::Tell, Qt::QueuedConnection);
-  }
+  QMetaObject::invokeMethod(this, &ReviewPanel::Tell, Qt::QueuedConnection);
 }
 
 void ReviewPanel::Tell() {
-  tells_ = false;
   if (const auto lines = std::exchange(wantedOffset_, std::nullopt)) {
     if (*lines != document_.YOffset()) {
       emit OffsetChosen(*lines);

@@ -137,7 +137,6 @@ class ReviewPanel : public QWidget {
   QElapsedTimer sinceCount_;                  // since the count was shown
   std::optional<std::int16_t> wantedOffset_;  // chosen and not told yet
   std::optional<MergeTimes> wantedTimes_;     // the same
-  bool tells_ = false;                        // Tell() is about to be called
 };
 
 }  // namespace quillmark
