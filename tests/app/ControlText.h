@@ -57,6 +57,26 @@ inline void TellTable(const QTableView& table, QStringList& facts) {
       facts.append(text);
     }
   }
+  // Of all rows otherwise.
+  if (columns.resizeContentsPrecision() == 0) {
+    facts.append("fits what is in sight");
+  }
+}
+
+/// A line for each column: "  heading, 'in words', right".
+inline QString ColumnTexts(const QTableView& table) {
+  QString texts;
+  const QAbstractItemModel& model = *table.model();
+  for (int column = 0; column < model.columnCount(); ++column) {
+    const auto data = [&](int role) { return model.headerData(column, Qt::Horizontal, role); };
+    texts += "  " + data(Qt::DisplayRole).toString();
+    if (data(Qt::ToolTipRole).isValid()) {
+      texts += ", '" + data(Qt::ToolTipRole).toString() + '\'';
+    }
+    texts += (data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0 ? ", right" : "";
+    texts += table.isColumnHidden(column) ? ", hidden\n" : "\n";
+  }
+  return texts;
 }
 
 inline void TellKind(const QWidget& control, QStringList& facts) {
@@ -96,6 +116,9 @@ inline void TellKind(const QWidget& control, QStringList& facts) {
                      .arg(slider->pageStep()));
   } else if (const auto* list = qobject_cast<const QComboBox*>(&control)) {
     facts.append(QStringLiteral("%1 of %2").arg(list->currentIndex()).arg(list->count()));
+    if (list->sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon) {
+      facts.append(QStringLiteral("%1 letters").arg(list->minimumContentsLength()));
+    }
   } else if (const auto* splitter = qobject_cast<const QSplitter*>(&control)) {
     for (int i = 0; i < splitter->count(); ++i) {
       facts.append(splitter->childrenCollapsible() && splitter->isCollapsible(i) ? "collapses" : "stays");
@@ -145,6 +168,9 @@ inline std::string ControlTexts(const QWidget& window) {
                qobject_cast<const QMenuBar*>(control) == nullptr &&
                qobject_cast<const QTabBar*>(control->parentWidget()) == nullptr) {
       texts += ControlText(*control) + '\n';
+      if (const auto* table = qobject_cast<const QTableView*>(control)) {
+        texts += ColumnTexts(*table);
+      }
     }
   }
   return texts.toStdString();
@@ -169,6 +195,24 @@ inline std::string ActionTexts(const QWidget& window) {
         facts.append("hidden");
       }
       texts += facts.join(", ") + '\n';
+    }
+  }
+  return texts.toStdString();
+}
+
+/// "Name 'title': what it holds", a line for each menu; "-" is a line between entries.
+inline std::string MenuTexts(const QWidget& window) {
+  QString texts = "\n";
+  for (const QMenu* menu : window.findChildren<QMenu*>()) {
+    if (menu->objectName().startsWith("Menu_")) {
+      QStringList entries;
+      for (const QAction* action : menu->actions()) {
+        entries.append(action->isSeparator()            ? "-"
+                       : action->menu() != nullptr      ? action->menu()->objectName()
+                       : action->objectName().isEmpty() ? action->text()
+                                                        : action->objectName().remove("Action_"));
+      }
+      texts += menu->objectName() + " '" + menu->title() + "': " + entries.join(", ") + '\n';
     }
   }
   return texts.toStdString();

@@ -132,12 +132,24 @@ Opacities for Combo1_0
 ListPanel ''
 Tabs_List 'Subtitles', Tab, hidden
 Text_Filter 'Filter', 'Show the subtitles of these numbers (12, 100-200), the one shown at a time (1:02), or those with a problem in these words', Tab click, can be cleared, "Filter: 12, 100-200, 1:02, words"
-Combo_Filter 'Kind of subtitles', 'Show the subtitles of this kind alone', Tab click wheel, 0 of 9
+Combo_Filter 'Kind of subtitles', 'Show the subtitles of this kind alone', Tab click wheel, 0 of 9, 14 letters
 Label_Count '3 of 3', plain or rich
 Strip_Time 'Time of the film'
 Splitter_Problems '', stays, collapses
 Text_Problems 'Problems of the subtitle', 'What is wrong with the current subtitle, and at which byte of the file', Tab click, read only, Tab goes on
-List_Subtitles 'Subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills
+List_Subtitles 'Subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills, fits what is in sight
+  #, 'Number', right
+  Picture, 'Picture'
+  Start, 'Start'
+  End, 'End'
+  Seconds, 'Duration in seconds', right
+  Place, 'Place: left and top edge in pixels'
+  Size, 'Size: width and height in pixels'
+  Colours, 'Colours and opacities of background, pattern, emphasis 1 and 2'
+  Forced, 'Forced: shown even where subtitles are off'
+  Animated, 'Animated: fades, moves or changes its colours on a player'
+  Problems, 'Problems'
+  Compared, 'What differs from the file compared with', hidden
 Header_Subtitles ''
 ReviewPanel '', hidden
 Text_Review 'Merge', click, read only
@@ -152,24 +164,35 @@ Option_Split 'Split', 'Packets for whatever is shown at a time: the first stream
 Spin_Join 'Gaps to close in milliseconds', 'Where a split merge shows nothing for less than this, the packet before is shown longer', Tab click, disabled, 0 to 3600000 ms
 Close gaps &under for Spin_Join
 Text_FilterPairs 'Filter of the review', 'Show the first stream's subtitles of these numbers (12, 100-200), the one shown at a time (1:02), or those with a problem in these words', Tab click, can be cleared, "Filter: 12, 100-200, 1:02, words"
-Combo_FilterPairs 'Kind of problem', 'Show what has this problem alone', Tab click wheel, 0 of 17
+Combo_FilterPairs 'Kind of problem', 'Show what has this problem alone', Tab click wheel, 0 of 17, 14 letters
 Label_CountPairs '', plain or rich
 Splitter_Pairs '', stays, collapses
 Text_PairProblems 'What there is to know of the merged subtitle', 'What there is to know of the current row', Tab click, read only, Tab goes on
-List_Pairs 'Merged subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills
+List_Pairs 'Merged subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills, fits what is in sight
+  #, 'Number of the first stream's subtitle', right
+  2nd #, 'Number of the second stream's subtitle', right
+  Picture, 'The merged picture'
+  ms, 'Milliseconds that both are shown together', right
+  What there is to know, 'What there is to know'
+  Bytes, 'Length of the unit', right
+  Covered, 'Pixels of the second picture that cover the first one', right
+  Clipped, 'Pixels of both pictures that are lost', right
+  Recoloured, 'Pixels that get another colour', right
+  Start, 'When the packet is shown', right, hidden
+  Duration, 'How long the packet is shown, in seconds', right, hidden
 Form_MergedCodes ''
-Combo_SecondaryCode_0 'Code that the second stream's background becomes', 'Code that the second stream's background becomes', Tab click, 0 of 4
-Combo_ResultColour_0 'Palette entry of the result's background', 'Palette entry of the result's background', Tab click, 0 of 17
-Combo_ResultOpacity_0 'Opacity of the result's background', 'Opacity of the result's background', Tab click, 0 of 17
-Combo_SecondaryCode_1 'Code that the second stream's pattern becomes', 'Code that the second stream's pattern becomes', Tab click, 1 of 4
-Combo_ResultColour_1 'Palette entry of the result's pattern', 'Palette entry of the result's pattern', Tab click, 0 of 17
-Combo_ResultOpacity_1 'Opacity of the result's pattern', 'Opacity of the result's pattern', Tab click, 0 of 17
-Combo_SecondaryCode_2 'Code that the second stream's emphasis 1 becomes', 'Code that the second stream's emphasis 1 becomes', Tab click, 2 of 4
-Combo_ResultColour_2 'Palette entry of the result's emphasis 1', 'Palette entry of the result's emphasis 1', Tab click, 0 of 17
-Combo_ResultOpacity_2 'Opacity of the result's emphasis 1', 'Opacity of the result's emphasis 1', Tab click, 0 of 17
-Combo_SecondaryCode_3 'Code that the second stream's emphasis 2 becomes', 'Code that the second stream's emphasis 2 becomes', Tab click, 3 of 4
-Combo_ResultColour_3 'Palette entry of the result's emphasis 2', 'Palette entry of the result's emphasis 2', Tab click, 0 of 17
-Combo_ResultOpacity_3 'Opacity of the result's emphasis 2', 'Opacity of the result's emphasis 2', Tab click, 0 of 17
+Combo_SecondaryCode_0 'Code that the second stream's background becomes', 'Code that the second stream's background becomes', Tab click, 0 of 4, 4 letters
+Combo_ResultColour_0 'Palette entry of the result's background', 'Palette entry of the result's background', Tab click, 0 of 17, 4 letters
+Combo_ResultOpacity_0 'Opacity of the result's background', 'Opacity of the result's background', Tab click, 0 of 17, 4 letters
+Combo_SecondaryCode_1 'Code that the second stream's pattern becomes', 'Code that the second stream's pattern becomes', Tab click, 1 of 4, 4 letters
+Combo_ResultColour_1 'Palette entry of the result's pattern', 'Palette entry of the result's pattern', Tab click, 0 of 17, 4 letters
+Combo_ResultOpacity_1 'Opacity of the result's pattern', 'Opacity of the result's pattern', Tab click, 0 of 17, 4 letters
+Combo_SecondaryCode_2 'Code that the second stream's emphasis 1 becomes', 'Code that the second stream's emphasis 1 becomes', Tab click, 2 of 4, 4 letters
+Combo_ResultColour_2 'Palette entry of the result's emphasis 1', 'Palette entry of the result's emphasis 1', Tab click, 0 of 17, 4 letters
+Combo_ResultOpacity_2 'Opacity of the result's emphasis 1', 'Opacity of the result's emphasis 1', Tab click, 0 of 17, 4 letters
+Combo_SecondaryCode_3 'Code that the second stream's emphasis 2 becomes', 'Code that the second stream's emphasis 2 becomes', Tab click, 3 of 4, 4 letters
+Combo_ResultColour_3 'Palette entry of the result's emphasis 2', 'Palette entry of the result's emphasis 2', Tab click, 0 of 17, 4 letters
+Combo_ResultOpacity_3 'Opacity of the result's emphasis 2', 'Opacity of the result's emphasis 2', Tab click, 0 of 17, 4 letters
 2nd becomes for Combo_SecondaryCode_0
 Colors for Combo_ResultColour_0
 Opacities for Combo_ResultOpacity_0
@@ -279,6 +302,23 @@ Action_Keys '&Keys', F1
 Action_About '&About Quillmark'
 Action_AboutQt 'About &Qt'
 Action_Quit '&Quit', Ctrl+Q
+)");
+  EXPECT_EQ(MenuTexts(Window), R"(
+Menu_SortPairs 'S&ort by': SortPairs_0, SortPairs_1, SortPairs_3, SortPairs_4, SortPairs_5, SortPairs_6, SortPairs_7, SortPairs_8, SortPairs_9, SortPairs_10
+Menu_File '&File': LoadSup, Import, Menu_Recent, Reopen, -, SaveSup, Export, -, LoadPalette, SavePalette, ProgramChains, -, Quit
+Menu_Recent 'Open &recent': 
+Menu_Edit '&Edit': Undo, Redo, -, Copy, -, RevertPreview, -, Recover, Forget
+Menu_Subtitle '&Subtitle': Prev, Next, GoTo, -, NextProblem, PrevProblem, -, Reload
+Menu_Colours '&Colours': SetActual, SetSelected, SetAll
+Menu_View '&View': List, Menu_Columns, -, Player, Play, -, 720x480, 720x576, -, Checker, File, Colour, -, Menu_Ground, PictureBehind, GetGraphics, -, ZoomIn, ZoomOut, Zoom100, ZoomFit, Loupe, -, Menu_Aspect, Menu_DisplayMode, Menu_Guides
+Menu_Aspect 'Display &aspect': Square, 4x3, 16x9
+Menu_DisplayMode '&Display mode': ModeOff, Wide, Letterbox, PanAndScan
+Menu_Guides 'G&uides': SafeAreas, SubtitleArea, Rulers
+Menu_Ground '&Background colour': GroundBlack, GroundWhite, GroundGrey, GroundPick
+Menu_Columns 'List colu&mns': Column_0, Column_1, Column_2, Column_3, Column_4, Column_5, Column_6, Column_7, Column_8, Column_9, Column_10
+Menu_Tools '&Tools': Retime, Ends, Move, Force, -, Cut, Keep, Join, Sort, -, Fix, Salvage, -, SaveRecipe, RunRecipe, -, Compare
+Menu_Merge '&Merge': LoadSecond, Offset, SuggestOffset, MergeReview, SaveSecond, -, LeaveMerge
+Menu_Help '&Help': Report, Keys, -, About, AboutQt
 )");
 }
 
@@ -401,6 +441,12 @@ TEST_F(ControlTextsTest, OfTheListsOfOtherFiles) {
   EXPECT_EQ(In("ProgramChains"), R"(
 Program &chains of vts_01_0.ifo for List_ProgramChains
 List_ProgramChains 'Program chains of vts_01_0.ifo', Tab click, rows, one, editable, clickable, fills
+  Chain
+  What it is
+  Programs
+  Cells
+  Palette
+  Subtitle
 Picture_Chain 'The current subtitle in the palette of the chosen chain'
 Command_Use 'Use this palette', Tab click, default
 )");
@@ -417,7 +463,11 @@ Label_FactsHere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100,
 Label_TitleThere 'other.sup: subtitle 1', plain
 Frame_There 'Picture in the other file'
 Label_FactsThere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100, 400   Size 8x2   Colours 0123   Opacities 0FFF   Forced no', rich, wraps
-List_Differences 'Differences', Tab click, rows, one, striped, smooth, movable, clickable, fills
+List_Differences 'Differences', Tab click, rows, one, striped, smooth, movable, clickable, fills, fits what is in sight
+  # here, 'Number here', right
+  # there, 'Number in the other file', right
+  Start, 'Start here or, where it is added, in the other file'
+  Differences, 'What differs'
 )");
 }
 
@@ -431,6 +481,14 @@ TEST(TrackDialogTexts, OfTheDialog) {
   EXPECT_EQ(ControlTexts(dialog), R"(
 &Tracks of movie.vob for List_Tracks
 List_Tracks 'Tracks of movie.vob', Tab click, rows, one, clickable, fills
+  Track
+  Language
+  Name, hidden
+  Subtitles
+  First
+  Last
+  Palette
+  First picture
 Text_Notes 'What was noted in reading', Tab click, hidden, read only, Tab goes on, remembers
 Combo_Second 'Merge with', 'As Load/Merge secondary SUP does with a file', Tab click wheel, 0 of 1
 &Merge with for Combo_Second
