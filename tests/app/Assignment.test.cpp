@@ -1,5 +1,6 @@
 #include <QFile>
 
+#include "app/Document.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -289,6 +290,16 @@ TEST_F(Assignment, NewAssignmentIsShownAfterReset) {
   Click("Command_Reload");
   EXPECT_EQ(Chosen("ImageCombo2"), "3");
   EXPECT_EQ(FrameColour(102, 400), QColor(2, 252, 2));
+}
+
+TEST_F(Assignment, ChoiceIsDrawnOnce) {
+  LoadStream(ThreeSubtitles());
+  int drawn = 0;
+  QObject::connect(&Window.Content(), &Document::PreviewShown, &Window, [&drawn] { ++drawn; });
+  Choose("ImageCombo2", "4");
+  EXPECT_EQ(drawn, 1);
+  Choose("Combo1_1", "9");
+  EXPECT_EQ(drawn, 2);
 }
 
 }  // namespace

@@ -192,6 +192,29 @@ TEST_F(CompareFile, OneColumnStaysBesidesTheMarks) {
   EXPECT_FALSE(List().isColumnHidden(column::Problems));
 }
 
+TEST_F(CompareFile, SubtitleThatCannotBeShownDiffersInAllThatIsToldOfTheOther) {
+  LoadStream(ThreeSubtitles());
+  CompareWith(InvalidSecond());
+  GoTo("2");
+  EXPECT_EQ(TextOfLabel("Label_FactsThere"),
+            "Start&nbsp;00:00:05.00 &nbsp; <b>cannot&nbsp;be&nbsp;shown</b>");
+  const QString here = TextOfLabel("Label_FactsHere");
+  EXPECT_TRUE(here.startsWith("Start&nbsp;00:00:05.00 &nbsp; <b>End")) << here.toStdString();
+  EXPECT_TRUE(here.endsWith("<b>Forced&nbsp;no</b>")) << here.toStdString();
+}
+
+TEST_F(CompareFile, BothListAndPicturesGrowWithTheWindowThePicturesMore) {
+  LoadAndCompare();
+  auto& window = Control<QWidget>("CompareWindow");
+  const int list = Differences().height();
+  const int picture = Control<QWidget>("Frame_Here").height();
+  window.resize(window.width(), window.height() + 350);
+  QCoreApplication::processEvents();
+  const int grown = Differences().height() - list;
+  EXPECT_GT(grown, 50);
+  EXPECT_GT(Control<QWidget>("Frame_Here").height() - picture, grown);
+}
+
 TEST(SubtitleFrame, DrawsThePictureAtItsPlaceAsLargeAsThereIsRoom) {
   SubtitleFrame frame(576, nullptr);
   frame.resize(1500, 1152);  // two pixels to one, and 30 too many at each side

@@ -172,5 +172,46 @@ TEST_F(Inspector, LetterZIsTypedInFields) {
   EXPECT_FALSE(TheLoupe().isVisible());
 }
 
+TEST_F(Inspector, LoupeStopsAtTheEdgesOfTheFrame) {
+  Press(Qt::Key_Z);
+  const auto goFar = [this](Qt::Key key) {
+    for (int i = 0; i < 80; ++i) {
+      QTest::keyClick(&TheLoupe(), key, Qt::ShiftModifier);
+    }
+  };
+  goFar(Qt::Key_Left);
+  EXPECT_EQ(Pixel(), "0, 400");
+  goFar(Qt::Key_Up);
+  EXPECT_EQ(Pixel(), "0, 0");
+  goFar(Qt::Key_Right);
+  EXPECT_EQ(Pixel(), "719, 0");
+  goFar(Qt::Key_Down);
+  EXPECT_EQ(Pixel(), "719, 575");
+}
+
+TEST_F(Inspector, LoupeFramesItsPixelAndGoesOutOfTheWay) {
+  PointAt(102, 400);
+  Press(Qt::Key_Z);
+  const QImage loupe = TheLoupe().grab().toImage();
+  // Fifteen pixels of 12 screen pixels each, below an edge of two; a white frame in a black one around the
+  // eighth.
+  const int left = 2 + (loupe.width() - 4 - 15 * 12) / 2;
+  const QPoint middle(left + 7 * 12, 2 + 7 * 12);
+  EXPECT_EQ(loupe.pixelColor(middle), TextColour);
+  EXPECT_EQ(loupe.pixelColor(middle - QPoint(1, 0)), QColor(Qt::white));
+  EXPECT_EQ(loupe.pixelColor(middle - QPoint(2, 0)), QColor(Qt::black));
+  EXPECT_EQ(loupe.pixelColor(middle + QPoint(12, 11)), QColor(Qt::white));
+  EXPECT_EQ(loupe.pixelColor(middle + QPoint(13, 11)), QColor(Qt::black));
+  // No sixteenth pixel beside them.
+  ASSERT_GT(left, 4);
+  const QColor empty = Window.palette().color(QPalette::Window);
+  EXPECT_EQ(loupe.pixelColor(left - 2, 20), empty);
+  EXPECT_EQ(loupe.pixelColor(left + 15 * 12 + 1, 20), empty);
+  EXPECT_EQ(TheLoupe().pos(), QPoint(8, 8));
+  PointAt(20, 20);
+  EXPECT_EQ(TheLoupe().geometry().top(), 8);
+  EXPECT_EQ(TheLoupe().geometry().right(), TheLoupe().parentWidget()->width() - 9);
+}
+
 }  // namespace
 }  // namespace quillmark::test

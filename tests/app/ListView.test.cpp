@@ -202,6 +202,31 @@ TEST_F(ListMemory, ColumnsSplittersAndHidingAreRemembered) {
   EXPECT_EQ(window.findChild<QSplitter*>("Splitter_Problems")->sizes().last(), problems);
 }
 
+TEST_F(ListTest, ColumnsThatWouldAllBeHiddenAreNotRestored) {
+  LoadStream(ThreeSubtitles());
+  auto& list = *Window.findChild<SubtitleList*>();
+  QHeaderView& header = *List().horizontalHeader();
+  header.hideSection(column::Number);
+  const QByteArray withoutNumber = list.ColumnState();
+  for (int column = 0; column <= column::Problems; ++column) {
+    header.hideSection(column);
+  }
+  header.showSection(column::Problems + 1);  // that of a comparison, which is hidden without one
+  const QByteArray none = list.ColumnState();
+  for (int column = 0; column <= column::Problems; ++column) {
+    header.showSection(column);
+  }
+  header.hideSection(column::Problems + 1);
+  list.Restore(none, list.SplitterState());
+  EXPECT_FALSE(List().isColumnHidden(column::Start));
+  EXPECT_TRUE(List().isColumnHidden(column::Problems + 1));
+  // The current cell is the one that assistive tools tell.
+  EXPECT_EQ(List().currentIndex().column(), column::Number);
+  list.Restore(withoutNumber, list.SplitterState());
+  EXPECT_TRUE(List().isColumnHidden(column::Number));
+  EXPECT_EQ(List().currentIndex().column(), column::Picture);
+}
+
 // Assistive tools
 
 TEST_F(ListTest, EveryRowSaysInASentenceWhatItIs) {

@@ -288,5 +288,15 @@ TEST_F(Menus, RefusalOfSeveralColoursSaysWhenSetColoursCount) {
   EXPECT_TRUE(remark.contains("saved and loaded again")) << remark.toStdString();
 }
 
+TEST_F(Menus, OptionThatIsChosenStaysSoWhenItIsChosenAgain) {
+  LoadStream(ThreeSubtitles());
+  for (const char* name : {"Action_720x576", "Action_Checker", "Action_Square", "Action_ModeOff"}) {
+    auto* action = Window.findChild<QAction*>(name);
+    ASSERT_TRUE(action->isChecked()) << name;
+    action->trigger();
+    EXPECT_TRUE(action->isChecked()) << name;
+  }
+}
+
 }  // namespace
 }  // namespace quillmark::test

@@ -681,5 +681,18 @@ TEST_F(MergeFirst, FrameOf480LinesIsKept) {
   EXPECT_TRUE(TextIsAt(200, 200));
 }
 
+TEST_F(MergeLoading, PointerIsNormalWhileTheFirstSubtitleIsSaidToBeInvalid) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectOpen(Write("second.sup", Join({PacketBuilder().WithoutColour().Build(),
+                                               FourCodes(PacketBuilder().Time(5 * Second))})));
+  Dialogs.ExpectCancelled(DialogKind::Input);
+  Dialogs.AllowMessages();
+  Click("Command_LoadSecond");
+  for (const ShownDialog& dialog : Dialogs.Shown()) {
+    EXPECT_TRUE(dialog.PointerIsNormal) << dialog.Text.toStdString();
+  }
+  EXPECT_TRUE(Dialogs.MessageTexts().contains("Error converting subtitle!"));
+}
+
 }  // namespace
 }  // namespace quillmark::test

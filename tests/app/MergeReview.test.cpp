@@ -1,8 +1,11 @@
+#include <QApplication>
+#include <QIcon>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSlider>
 #include <QTabBar>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "tests/app/ReviewTest.h"
 
@@ -173,6 +176,8 @@ TEST_F(MergeReviewWindow, StandsInTheListsPlaceWhileTwoStreamsAreLoaded) {
   EXPECT_TRUE(List().isVisible());
   EXPECT_FALSE(Pairs().isVisible());
   EXPECT_EQ(Rows(), std::vector<int>{});
+  EXPECT_EQ(TextOf("Text_Review"), "No second stream is loaded");
+  EXPECT_EQ(TextOf("Text_LeftOut"), "");
 }
 
 TEST_F(MergeReviewWindow, ListShowsBothNumbersWhileMerging) {
@@ -236,6 +241,69 @@ TEST_F(MergeReviewWindow, SavedCodesAreThoseOfTheReview) {
   EXPECT_TRUE(Window.Content().CodesOfMerge() == MergedCodes());
   EXPECT_TRUE(TextIsAt(100, 100));
   EXPECT_EQ(FrameColour(102, 150), EmphasisColour);
+}
+
+TEST_F(MergeReviewWindow, RowOfTheSubtitleShownIsLookedAtFirst) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  bool isToldAlone = false;
+  QObject::connect(Pairs().model(), &QAbstractItemModel::dataChanged, &Window,
+                   [&](const QModelIndex& first, const QModelIndex& last) {
+                     isToldAlone = isToldAlone ||
+                                   (first.row() == 0 && last.row() == 0 && Told(0, pair::Covered) == "12");
+                   });
+  TypeOffset("0");
+  Review();
+  EXPECT_TRUE(isToldAlone);
+}
+
+TEST_F(MergeReviewWindow, IconIsThatOfTheWorstThereIsToKnow) {
+  LoadStream(Join({PrimaryStream({{0, 10}, {100, 100}}),
+                   PacketBuilder().Time(300'000).Delay(100).WithoutColour().Build()}));
+  Merge(Join({FourCodes(PacketBuilder().Time(0), 100, 100), FourCodes(PacketBuilder().Time(90'000), 200, 100),
+              FourCodes(PacketBuilder().Time(280'000), 100, 300)}));
+  Review();
+  const auto icon = [this](int row) {
+    const QModelIndex cell = Pairs().model()->index(row, pair::Primary);
+    return cell.data(Qt::DecorationRole).value<QIcon>().pixmap(14, 14).toImage();
+  };
+  EXPECT_EQ(Told(0, pair::Problems), "12 pixels of the second picture cover the first one");
+  EXPECT_TRUE(Told(2, pair::Problems).contains("is damaged"));
+  EXPECT_FALSE(icon(0).isNull());
+  EXPECT_TRUE(icon(1).isNull());
+  EXPECT_FALSE(icon(2).isNull());
+  EXPECT_NE(icon(0), icon(2));
+}
+
+TEST_F(MergeReviewWindow, WheelChangesNumbersOnlyWhereTheFocusIs) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Click("Option_Split");
+  Review();
+  const auto turn = [](QWidget& control) {
+    const QPointF at = control.rect().center();
+    QWheelEvent event(at, control.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&control, &event);
+    QCoreApplication::processEvents();
+  };
+  Window.activateWindow();
+  QCoreApplication::processEvents();
+  auto& offset = Control<QSpinBox>("Spin_YOffset");
+  auto& slider = Control<QSlider>("Slider_YOffset");
+  auto& join = Control<QSpinBox>("Spin_Join");
+  Pairs().setFocus();
+  for (QWidget* control :
+       {static_cast<QWidget*>(&offset), static_cast<QWidget*>(&slider), static_cast<QWidget*>(&join)}) {
+    turn(*control);
+  }
+  EXPECT_EQ(Offset(), 0);
+  EXPECT_EQ(slider.value(), 0);
+  EXPECT_EQ(join.value(), 0);
+  offset.setFocus();
+  turn(offset);
+  EXPECT_EQ(Offset(), 1);
+  join.setFocus();
+  turn(join);
+  EXPECT_EQ(join.value(), 1);
 }
 
 }  // namespace

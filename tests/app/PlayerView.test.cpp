@@ -301,5 +301,14 @@ TEST_F(Player, SubtitleThatCannotBeShownHasNoTime) {
   EXPECT_FALSE(IsEnabled("Slider_Time"));
 }
 
+TEST(PlayerBarAlone, TellsTheTimeOfTheLengthThatIs) {
+  PlayerBar bar(nullptr);
+  const auto* label = bar.findChild<QLabel*>("Label_Time");
+  bar.Begin(1000);
+  EXPECT_EQ(label->text(), "0.00 / 1.00 s");
+  bar.SetLength(2500);
+  EXPECT_EQ(label->text(), "0.00 / 2.50 s");
+}
+
 }  // namespace
 }  // namespace quillmark::test

@@ -102,6 +102,18 @@ TEST_F(StatusLine, ChoiceThatIsNotSetIsMarked) {
   EXPECT_EQ(Ground("Command_SetActual"), ordinary);
 }
 
+TEST_F(StatusLine, PixelPreviewProblemsAndPlaceStandInThisOrder) {
+  LoadStream(ThreeSubtitles());
+  Choose("ImageCombo2", "4");
+  QCoreApplication::processEvents();
+  int before = -1;
+  for (const char* name : {"Text_Pixel", "Status_Preview", "Status_Problems", "Status_Place"}) {
+    const int left = Control<QWidget>(name).mapTo(&Window, QPoint()).x();
+    EXPECT_GT(left, before) << name;
+    before = left;
+  }
+}
+
 TEST_F(StatusLine, ChoiceOfWhatIsWrittenIsNoPreview) {
   LoadStream(ThreeSubtitles());
   Choose("Combo1_1", "7");

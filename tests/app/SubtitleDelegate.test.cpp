@@ -207,5 +207,63 @@ TEST(SeverityIcon, ColoursTellTheSeverity) {
   EXPECT_GT(blue.blue(), 2 * blue.red());
 }
 
+TEST_F(SubtitleDelegateTest, TextOfAWindowBehindAndOfADisabledOneIsOfTheirColours) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  const auto hasInk = [this](QStyle::State state, const QColor& ink) {
+    QImage image(120, SubtitleDelegate::RowHeight, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QStyleOptionViewItem option;
+    option.rect = image.rect();
+    option.state = state;
+    option.palette.setColor(QPalette::Active, QPalette::Text, QColor(255, 0, 0));
+    option.palette.setColor(QPalette::Inactive, QPalette::Text, QColor(0, 255, 0));
+    option.palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0, 0, 255));
+    QPainter painter(&image);
+    Delegate.paint(&painter, option, Model.index(0, SubtitleModel::Start));
+    painter.end();
+    int most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        const QRgb pixel = image.pixel(x, y);
+        most = std::max(most, qRed(pixel) * (ink.red() / 255) + qGreen(pixel) * (ink.green() / 255) +
+                                  qBlue(pixel) * (ink.blue() / 255));
+      }
+    }
+    return most > 100;
+  };
+  const QColor red(255, 0, 0);
+  const QColor green(0, 255, 0);
+  const QColor blue(0, 0, 255);
+  EXPECT_TRUE(hasInk(QStyle::State_Enabled | QStyle::State_Active, red));
+  EXPECT_TRUE(hasInk(QStyle::State_Enabled, green));
+  EXPECT_FALSE(hasInk(QStyle::State_Enabled, red));
+  EXPECT_TRUE(hasInk(QStyle::State_Active, blue));
+  EXPECT_FALSE(hasInk(QStyle::State_Active, red));
+}
+
+TEST(SeverityIcon, EachBearsItsMark) {
+  const auto grey = [](ProblemSeverity severity, int x, int y) { return qGray(Icon(severity).pixel(x, y)); };
+  // A cross, an exclamation mark whose parts stand apart, and a dot.
+  for (const auto& [x, y] : {std::pair(5, 5), {8, 5}, {5, 8}, {8, 8}}) {
+    EXPECT_GT(grey(ProblemSeverity::CannotBeShown, x, y), 200) << x << ", " << y;
+  }
+  EXPECT_LT(grey(ProblemSeverity::CannotBeShown, 3, 6), 160);
+  EXPECT_LT(grey(ProblemSeverity::ShownWrongly, 7, 6), 90);
+  EXPECT_LT(grey(ProblemSeverity::ShownWrongly, 7, 10), 90);
+  EXPECT_GT(grey(ProblemSeverity::ShownWrongly, 4, 11), 120);
+  EXPECT_GT(grey(ProblemSeverity::Untidy, 7, 7), 200);
+  EXPECT_LT(grey(ProblemSeverity::Untidy, 4, 7), 160);
+}
+
+TEST_F(SubtitleDelegateTest, NumberHasRoomForItsIconAndMark) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  const QStyleOptionViewItem option;
+  const auto widthOf = [&](SubtitleModel::Column column) {
+    return Delegate.sizeHint(option, Model.index(0, column)).width();
+  };
+  EXPECT_GE(widthOf(SubtitleModel::Number), option.fontMetrics.horizontalAdvance('1') + 14 + 10);
+  EXPECT_LT(widthOf(SubtitleModel::Start), option.fontMetrics.horizontalAdvance("00:00:00.00") + 14);
+}
+
 }  // namespace
 }  // namespace quillmark::test

@@ -55,6 +55,8 @@ TEST(SubtitleSentence, WithoutAnEndHasNoDuration) {
   SpokenSubtitle subtitle = Subtitle12();
   subtitle.DurationTicks = std::nullopt;
   EXPECT_EQ(SubtitleSentence(subtitle), "Subtitle 12, 0:01:02.34");
+  subtitle.DurationTicks = 0;
+  EXPECT_EQ(SubtitleSentence(subtitle), "Subtitle 12, 0:01:02.34, 0 seconds");
   subtitle.DurationTicks = -1000;
   EXPECT_EQ(SubtitleSentence(subtitle), "Subtitle 12, 0:01:02.34");
 }

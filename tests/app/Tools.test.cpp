@@ -185,6 +185,7 @@ TEST_F(Tools, WhatHasToBeLeftIsCountedAndNamed) {
     tool.Type("Field_y", "10");
     EXPECT_EQ(tool.Outcome(), "1 subtitle would be moved, 1 has to be left");
     EXPECT_TRUE(tool.Left().startsWith("Subtitle 2 ")) << tool.Left().toStdString();
+    EXPECT_FALSE(tool.Left().contains("more")) << tool.Left().toStdString();
     tool.Check("Field_clamp");
     EXPECT_EQ(tool.Outcome(), "2 subtitles would be moved");
     tool.Run();
@@ -346,6 +347,18 @@ TEST_F(Tools, WhatWasDoneIsSavedAsARecipe) {
             "  ]\n"
             "}\n");
   EXPECT_EQ(Told(), "Saved steps.json, 2 steps");
+}
+
+TEST_F(Tools, RecipeThatCannotBeWrittenIsNotToldAsSaved) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  Dialogs.ExpectSave(Path("missing/steps.json"));
+  Dialogs.ExpectMessageWith({Path("missing/steps.json")});
+  Action("SaveRecipe").trigger();
+  EXPECT_EQ(Told(), "1 subtitle retimed");
 }
 
 TEST_F(Tools, StepsThatWereUndoneAreNotInTheRecipe) {

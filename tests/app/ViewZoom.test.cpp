@@ -23,6 +23,14 @@ TEST(ZoomSteps, GoFrom50To800Percent) {
   EXPECT_EQ(ZoomStepBelow(119.3), 100);
 }
 
+TEST(ZoomSteps, AreTheSameUpAndDown) {
+  const std::vector<int> steps = {50, 75, 100, 150, 200, 300, 400, 600, 800};
+  for (std::size_t i = 1; i < steps.size(); ++i) {
+    EXPECT_EQ(ZoomStepAbove(steps[i - 1]), steps[i]);
+    EXPECT_EQ(ZoomStepBelow(steps[i]), steps[i - 1]);
+  }
+}
+
 TEST(SizeOnScreen, AspectsKeepTheLines) {
   EXPECT_EQ(SizeOnScreen(576, 1, DisplayAspect::Square), QSize(720, 576));
   EXPECT_EQ(SizeOnScreen(576, 1, DisplayAspect::FourToThree), QSize(768, 576));
@@ -231,6 +239,27 @@ TEST_F(ViewZoomTest, KeysZoomAboutTheLowerMiddleThenAboutTheMiddleInSight) {
   const QPoint pixel = PixelAt(View().rect().center());
   Trigger("Action_ZoomIn");
   EXPECT_LE((PixelAt(View().rect().center()) - pixel).manhattanLength(), 2);
+}
+
+TEST_F(ViewZoomTest, NarrowerWindowKeepsTheMiddleColumnThatTheScrollBarLeft) {
+  Trigger("Action_ZoomIn");
+  Trigger("Action_ZoomIn");
+  static_cast<QScrollArea&>(*View().parentWidget()).horizontalScrollBar()->setValue(100);
+  const int before = View().width();
+  const int column = PixelAt(View().rect().center()).x();
+  Resize({1200, 728});
+  ASSERT_LT(View().width(), before);
+  EXPECT_LE(std::abs(PixelAt(View().rect().center()).x() - column), 2);
+}
+
+TEST_F(ViewZoomTest, PointerIsAHandWhereThePictureCanBeDragged) {
+  EXPECT_EQ(View().cursor().shape(), Qt::ArrowCursor);
+  EXPECT_EQ(View().parentWidget()->focusPolicy(), Qt::NoFocus);
+  Trigger("Action_ZoomIn");
+  EXPECT_EQ(View().cursor().shape(), Qt::OpenHandCursor);
+  EXPECT_EQ(View().parentWidget()->focusPolicy(), Qt::StrongFocus);
+  Trigger("Action_Zoom100");
+  EXPECT_EQ(View().cursor().shape(), Qt::ArrowCursor);
 }
 
 /// The picture saved, the stream, and both streams in one.
