@@ -254,6 +254,15 @@ TEST(FixStream, AnEndAfterTheNextStartIsCutToIt) {
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::CutEnd, 1, 90, 60)));
 }
 
+TEST(FixStream, ADelayAfterAStopIsNoEndThatCouldBeCut) {
+  // The second sequence, at 33, takes effect after the next start, and the first one has the stop command.
+  const Bytes late =
+      PacketOfSequences(Join({Sequence(0, 33, {StartDisplay, Picture, StopDisplay, EndOfSequence}),
+                              Sequence(90, 33, {StartDisplay, SetColour(3, 2, 1, 0), EndOfSequence})}));
+  const Bytes file = Join({late, SoundAt(90000).Build()});
+  EXPECT_EQ(Fix(file, {.Profile = CheckProfile::Player}).File, file);
+}
+
 TEST(FixStream, AMissingEndIsTheNextStart) {
   const Fixed fixed = Fix(Join({SoundAt(0).Delay(0).Build(), SoundAt(60500).Delay(0).Build()}));
 
