@@ -100,6 +100,14 @@ TEST_F(AuthoringProject, StartsOfOneTimeHaveAPictureEach) {
               ElementsAre("subtitle 2 starts where subtitle 1 does, which spumux will leave out"));
 }
 
+TEST_F(AuthoringProject, StartsUpToAMillisecondApartAreTold) {
+  const auto written =
+      Write(test::Index(Join({Sound(90000).Build(), Sound(90090).Build(), Sound(90181).Build()})));
+  ASSERT_TRUE(written);
+  EXPECT_THAT(written->Notes,
+              ElementsAre("subtitle 2 starts where subtitle 1 does, which spumux will leave out"));
+}
+
 TEST_F(AuthoringProject, LinesStandInTheOrderOfTheirStarts) {
   ASSERT_TRUE(Write(test::Index(Join({Sound(270000).Build(), Sound(90000).Build()}))));
   EXPECT_THAT(Lines(), ElementsAre(HasSubstr("00002.png"), HasSubstr("00001.png")));

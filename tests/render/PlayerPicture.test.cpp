@@ -309,6 +309,20 @@ TEST(PlayerPicture, PixelBelowWhatWasDrawnIsFoundToo) {
   EXPECT_EQ(pixel->Code, 1U);
 }
 
+TEST(PlayerPicture, PixelOfANarrowerAreaIsNotThatOfTheOneDrawnBefore) {
+  LastPicture picture(test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()},
+                                               {.Delay = 5, .Commands = SetArea(100, 103, 400, 403)}}));
+  picture.Draw(picture.Timeline().States[0]);
+  ASSERT_EQ(picture.Size(), QSize(8, 4));
+  // Two of code 0 and two of code 1 in both lines; the third line begins with code 2.
+  const auto second = picture.At(100, 401);
+  ASSERT_TRUE(second.has_value());
+  EXPECT_EQ(second->Code, 0U);
+  const auto third = picture.At(100, 402);
+  ASSERT_TRUE(third.has_value());
+  EXPECT_EQ(third->Code, 2U);
+}
+
 TEST(PlayerPicture, PixelIsFoundWhereNothingWasDrawn) {
   const Bytes unit = test::Played(TwoOfEach, {{.Delay = 0, .Commands = FourLines()}}).WholeUnit();
   const DisplayTimeline timeline = ReadDisplay(unit, static_cast<std::uint16_t>(unit[2] << 8U | unit[3]));

@@ -92,6 +92,12 @@ TEST(Thumbnail, GroundsAreADarkAndALightGrey) {
   EXPECT_EQ(Thumbnail(TwoOfEach(), {Black, Clear, Clear, Blue}).pixel(2, 0), qRgb(236, 236, 236));
 }
 
+TEST(Thumbnail, DarkColoursOfEachHueStandOnTheLightGround) {
+  for (const QRgb dark : {qRgb(160, 0, 0), qRgb(0, 150, 0), qRgb(0, 0, 255)}) {
+    EXPECT_EQ(Thumbnail(TwoOfEach(), {dark, Clear, Clear, dark}).pixel(2, 0), LightGround) << dark;
+  }
+}
+
 TEST(Thumbnail, TheOnlyColourCounts) {
   const Bytes packet = OneCodeALine({1, 0, 0, 1}, 100, 400, 4);
   EXPECT_EQ(FirstColumn(Thumbnail(packet, {Clear, Black, Clear, Clear})),
