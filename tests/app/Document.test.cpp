@@ -302,5 +302,17 @@ TEST_F(DocumentTest, RandomStepsReturnToEveryStateOfTheHistory) {
   }
 }
 
+TEST(DocumentLanguage, IsThatOfTheTrackThatWasOpenedLast) {
+  Document document;
+  document.BeginLoading();
+  document.SetNumber(1);
+  document.Open(Index(ThreeSubtitles()), "de");
+  EXPECT_EQ(document.Language(), "de");
+  document.BeginLoading();
+  document.SetNumber(1);
+  document.Open(Index(ThreeSubtitles()));
+  EXPECT_EQ(document.Language(), "");
+}
+
 }  // namespace
 }  // namespace quillmark::test
