@@ -76,9 +76,9 @@ class FramePicture {
   std::vector<LaidPicture> laid_;
 };
 
-/// Decodes the picture of a unit into `bitmap`: Width() x Height() pixels of the control data's area, codes
-/// drawn as `colours` say, pixels that no run reached transparent black. `unit` is a whole unit, from its
-/// size field on. A reversed area leaves the bitmap without an image.
+/// Decodes the picture of a unit into `bitmap`, which has no image yet: Width() x Height() pixels of the
+/// control data's area, codes drawn as `colours` say, pixels that no run reached transparent black. `unit` is
+/// a whole unit, from its size field on. A reversed area leaves it without one.
 void DecodePicture(std::span<const std::uint8_t> unit, const SpuControl& control, const CodeColours& colours,
                    cBitmap& bitmap);
 
