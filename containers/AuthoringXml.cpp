@@ -51,8 +51,8 @@ std::size_t FindFirstElement(std::string_view text) {
 constexpr std::array<std::pair<std::string_view, std::string_view>, 3> FreeParts = {
     {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
 
-/// Behind the tag, or the free part, that starts at `at`; npos where it does not end, or not within MaxTag
-/// bytes.
+/// Behind the tag, or the free part, that starts at `at`, or the end of a text that is cut in it; npos for a
+/// tag of more than MaxTag bytes.
 std::size_t EndOfTag(std::string_view text, std::size_t at) {
   for (const auto& [start, end] : FreeParts) {
     if (text.substr(at).starts_with(start)) {
