@@ -14,7 +14,6 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
-#include "app/Accessible.h"
 #include "app/CountText.h"
 #include "app/PicturesAhead.h"
 #include "app/ProblemFinder.h"
@@ -94,8 +93,6 @@ SubtitleList::SubtitleList(Document& document, QWidget* parent)
 SubtitleList::~SubtitleList() = default;
 
 void SubtitleList::Build() {
-  // Before the window's first list, of which Qt keeps what it told of it first.
-  InstallAccessibility();
   text_ = new QLineEdit(this);
   text_->setObjectName(QStringLiteral("Text_Filter"));
   text_->setAccessibleName(Ui::Tr("Filter"));

@@ -14,6 +14,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "app/Accessible.h"
 #include "app/CodeList.h"
 #include "app/CodeName.h"
 #include "app/ColourSwatch.h"
@@ -88,6 +89,10 @@ QHBoxLayout* Pair(QWidget* first, QWidget* second) {
 }
 
 }  // namespace
+
+frmTestControls::frmTestControls() {
+  InstallAccessibility();
+}
 
 void frmTestControls::Build(QMainWindow* window, ListPanel* list) {
   Picture1 = new DisplayFrame(window);

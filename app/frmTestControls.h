@@ -25,6 +25,9 @@ class WindowBody;
 
 /// The main window's controls. Each one's objectName is its name here; element i of an array is "Name_i".
 struct frmTestControls {
+  /// Before the window makes any control: Qt keeps what it told of a control first.
+  frmTestControls();
+
   QPushButton* Command_LoadSup = nullptr;
   QPushButton* Command_SaveSup = nullptr;
   QPushButton* Command_LoadPalette = nullptr;
