@@ -42,4 +42,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   return 0;
 }
 
-QUILLMARK_MUTATOR(1500, quillmark::MutateEbml)
+QUILLMARK_MUTATOR(600, quillmark::MutateEbml)
