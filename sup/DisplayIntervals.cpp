@@ -92,7 +92,6 @@ void DisplayIntervals::Keep(const DisplayInterval& interval) {
   } else if (!IsShort(interval) && !isSame) {
     Append(*kept_, true);
     kept_ = interval;
-    return;
   }
   kept_->End = interval.End;
 }

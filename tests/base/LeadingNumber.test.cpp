@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(OutOfRange, LeadingNumbers,
                                          NumberCase{"1e-99999999999999999999", 0},
                                          NumberCase{"0." + std::string(400, '0') + "1", 0},
                                          NumberCase{"." + std::string(400, '0') + "1e+5", 0},
+                                         // 10^349, which has its first digit far behind the point
+                                         NumberCase{"0." + std::string(350, '0') + "1e+700", Infinity},
                                          NumberCase{"0e999", 0}));
 
 }  // namespace

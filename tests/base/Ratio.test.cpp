@@ -52,6 +52,12 @@ TEST(Scaler, AnswersNothingWhere64BitsDoNotHoldIt) {
   EXPECT_EQ(Scaler({.Numerator = 1, .Denominator = 2}).RoundedSum(Max, 1), std::nullopt);
 }
 
+/// (2^62 + 1) x 2^62 / 2^60 = 2^64 + 4
+TEST(Scaler, AnswersNothingWhereTheQuotientHasJustABitTooMany) {
+  const Scaler scaler({.Numerator = (std::int64_t{1} << 62U) + 1, .Denominator = std::int64_t{1} << 60U});
+  EXPECT_EQ(scaler.Rounded(std::int64_t{1} << 62U), std::nullopt);
+}
+
 /// 6148914691236517205 x 3 / 2 = 9223372036854775807.5
 TEST(Scaler, HalfBelowTheLeastThatItsSizeHoldsIsTheLeast) {
   const Scaler scaler({.Numerator = 3, .Denominator = 2});

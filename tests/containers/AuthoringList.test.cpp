@@ -125,6 +125,17 @@ TEST_F(AuthoringList, APaletteFileGivesTheEntries) {
   EXPECT_EQ((*track.Palette)[3], MakeRgb(0, 0, 0x13));
 }
 
+TEST_F(AuthoringList, AListOfSubtitlesHasThePaletteOfTheFilm) {
+  PutSmall("a.png");
+  Put("film_spu.xml", OneLine);
+  Put("film.rgb",
+      "FF0000 FFFFFF 000010 000011 000012 000013 000014 000015 000016 000017 000018 000019 000020 "
+      "000021 000022 000023");
+  const auto read = ReadAuthoringList(PathFromUtf8(Path("film_spu.xml").toStdString()), {}, {});
+  ASSERT_TRUE(read && *read) << read.Reason();
+  EXPECT_EQ((*(*read)->Tracks.at(0).Palette)[15], MakeRgb(0, 0, 0x23));
+}
+
 TEST_F(AuthoringList, APaletteOfYCrCbIsMetByWhatADiscShows) {
   // Y, Cr, Cb of (3, 253, 251) are A9 12 A4, which read back as another colour.
   PutPicture("a.png", 4, 2, [](int, int) { return qRgb(3, 253, 251); });
@@ -184,6 +195,13 @@ TEST_F(AuthoringList, ACutPictureIsRefusedOrReadAtEveryLength) {
 TEST_F(AuthoringList, APictureLargerThanAnyFrameIsRefused) {
   PutPicture("a.png", 721, 2, [](int, int) { return Red; });
   EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 721x2 pixels, more than 720x576");
+}
+
+TEST_F(AuthoringList, AllBytesOfThePicturesSizeCount) {
+  // A head that says 16777220 x 33554434, and no more than it.
+  Put("a.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\x01\0\0\x04\x02\0\0\x02\x08\x06\0\0\0", 29) +
+                   std::string(100, '\0'));
+  EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 16777220x33554434 pixels, more than 720x576");
 }
 
 TEST_F(AuthoringList, APlacePastAllAreasIsRefused) {
@@ -363,6 +381,26 @@ TEST_F(AuthoringList, AskedToGoOnItDoes) {
   PutSmall("a.png");
   Put("film.xml", OneLine);
   EXPECT_TRUE(Read({}, [](std::uint64_t, std::uint64_t) { return true; }).IsOk());
+}
+
+/// Of a picture that has no alpha.
+TEST_F(AuthoringList, TheTransparentColourOfALineIsNotSeen) {
+  constexpr const char* line = "<spu start=\"1\" image=\"a.png\" transparent=\"#FFFFFF\"/>\n";
+  // Each line is one run to its end, of code 1 and of code 0.
+  const test::Bytes redAboveNothing = {0x00, 0x01, 0x00, 0x00};
+  const auto fieldsOf = [](const Track& track) {
+    return test::Bytes(track.Packets.begin() + 14, track.Packets.begin() + 18);
+  };
+  PutSmall("a.png");
+  EXPECT_EQ(fieldsOf(ReadTrack(line)), redAboveNothing);
+  QImage indexed(4, 2, QImage::Format_Indexed8);
+  indexed.setColorTable({White, Red});
+  for (int x = 0; x < 4; ++x) {
+    indexed.setPixel(x, 0, 1);
+    indexed.setPixel(x, 1, 0);
+  }
+  ASSERT_TRUE(indexed.save(Path("a.png"), "png"));
+  EXPECT_EQ(fieldsOf(ReadTrack(line)), redAboveNothing);
 }
 
 /// The sixteen colours that are seen take all entries; one of a table that no pixel has gets the nearest.

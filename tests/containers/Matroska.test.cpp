@@ -456,6 +456,16 @@ TEST(ReadMatroska, DurationOfAUnitThatDoesNotEndByItselfIsToldLost) {
               IsEmpty());
 }
 
+TEST(ReadMatroska, DurationIsOfItsOwnClustersBlock) {
+  const Bytes first = Cluster(1, BlockGroup(1, 0, PlainUnit(8), NumberElement(0x9B, 2000)));
+  // A block without a group, which is none of the first track's.
+  const Bytes second = Cluster(3, Element(0xA1, BlockData(2, 0, PlainUnit(8))));
+  const Container read = Taken(ReadBytes(MatroskaFile(
+      Joined({TrackList(Joined({TrackEntry(1, "S_VOBSUB"), TrackEntry(2, "S_VOBSUB")})), first, second}))));
+  EXPECT_THAT(read.Tracks.at(0).Notes, ElementsAre(HasSubstr("1 subtitle has no end")));
+  EXPECT_THAT(read.Tracks.at(1).Notes, IsEmpty());
+}
+
 TEST(ReadMatroska, ReadingGoesOnAtTheNextClusterBehindDamage) {
   const Bytes damaged =
       Element(0x1F43B675, Joined({NumberElement(0xE7, 2), Bytes(40), SimpleBlock(1, 0, PlainUnit(8))}));
@@ -513,8 +523,9 @@ TEST(ReadMatroska, OtherFilesAreRefused) {
   EXPECT_FALSE(ReadBytes(Bytes(5000, 0xFF)));
 }
 
+/// 16 MiB and one byte: ID and size of what is in the list take nine.
 TEST(ReadMatroska, ListOfTracksThatIsTooLongIsRefused) {
-  EXPECT_THAT(ReadBytes(MatroskaFile(TrackList(Element(0xEC, Bytes(16777217))))).Reason(),
+  EXPECT_THAT(ReadBytes(MatroskaFile(TrackList(Element(0xEC, Bytes(16777217 - 9))))).Reason(),
               HasSubstr("is too long"));
 }
 

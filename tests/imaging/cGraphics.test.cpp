@@ -181,6 +181,14 @@ TEST(DrawImageRectRect, TakesTheSourceRectangleAlone) {
   EXPECT_THAT(Pixels(surface), ElementsAre(0xFF000000, 0xFFFF0000, 0xFF000000));
 }
 
+TEST(DrawImageRectRect, FollowsTheTranslation) {
+  QImage surface = Surface(2, 2, QImage::Format_RGB32, 0xFF000000);
+  cGraphics graphics(surface);
+  graphics.TranslateTransform(1, 1);
+  graphics.DrawImageRectRect(BitmapOf(1, 1, {0xFF336699}), QRect(0, 0, 1, 1), QRect(0, 0, 1, 1));
+  EXPECT_THAT(Pixels(surface), ElementsAre(0xFF000000, 0xFF000000, 0xFF000000, 0xFF336699));
+}
+
 TEST(DrawImageRectRect, BetweenStretchedPixelsAreTheirMixtures) {
   QImage surface = Surface(4, 1, QImage::Format_RGB32, 0xFF0000FF);
   const cBitmap image = BitmapOf(2, 1, {0xFF000000, 0xFFFFFFFF});

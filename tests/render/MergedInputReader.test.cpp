@@ -170,6 +170,17 @@ TEST(MergedInputReader, UnitOfASplitMergeNeedsNoPlan) {
   EXPECT_EQ(alone.ReadUnit(planned.Planned()), MergeOutcome::Encoded);
 }
 
+TEST(MergedInputReader, NumberOfTheOneThatIsNotThereIsZero) {
+  const TwoStreams streams(Sound(Second).Build(), Sound(5 * Second).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());
+  ASSERT_EQ(reader.Read(0), MergeOutcome::Encoded);
+  EXPECT_FALSE(reader.HasSecondary());
+  EXPECT_EQ(reader.Secondary(), 0U);
+  ASSERT_EQ(reader.Read(1), MergeOutcome::Encoded);
+  EXPECT_FALSE(reader.HasPrimary());
+  EXPECT_EQ(reader.Primary(), 0U);
+}
+
 TEST(MergedInputReader, WithoutACompletePrimaryASecondaryHasItsOwnColours) {
   const TwoStreams streams(Sound(Second).WithoutArea().Build(), Sound(5 * Second).Colour(7, 6, 5, 4).Build());
   MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());

@@ -177,6 +177,16 @@ TEST(WriteJournal, LongestNameIsKeptAndALongerOneIsCut) {
   }
 }
 
+TEST(WriteJournal, LongestNameOfAPaletteIsKeptAndALongerOneIsCut) {
+  for (const std::size_t length : {65535U, 65536U}) {
+    Bytes bytes = BaseRecord;
+    WriteJournalPalette(std::string(length, 'n'), Palette, bytes);
+    const auto journal = ReadJournal(bytes);
+    ASSERT_TRUE(journal.IsOk()) << length;
+    EXPECT_EQ(journal->Changes.at(0).Name, std::string(65535, 'n'));
+  }
+}
+
 TEST(ReadJournal, ChangesStandInTheirOrder) {
   const auto journal = ReadJournal(Join({BaseRecord, SetCodesRecord, PaletteRecord, MoveBytesRecord}));
   ASSERT_TRUE(journal.IsOk());

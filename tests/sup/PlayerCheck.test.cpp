@@ -247,6 +247,8 @@ TEST(CheckForPlayers, PlayersTakeTheDelayAsUnsigned) {
   EXPECT_THAT(problems(33554432 + 90), ElementsAre(Problem(18, Code::NegativeDelay, "")));
   EXPECT_THAT(problems(33554432), ElementsAre(Problem(18, Code::NegativeDelay, ""),
                                               Problem(2, Code::ShortGap, "end it 0 ticks")));
+  EXPECT_THAT(problems(0), ElementsAre(Problem(18, Code::NegativeDelay, ""),
+                                       Problem(2, Code::ShortGap, "show it 33554432 ticks")));
 }
 
 TEST(CheckForPlayers, NoEndAndANextStartFartherThanADelaySays) {
