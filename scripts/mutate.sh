@@ -4,7 +4,7 @@
 # what is changed (scripts/mutation.py). What no test notices is told, unless scripts/mutants-survived.txt has it with the
 # reason. All changes take days; --sample makes N of each folder, chosen by the seed; --again makes those of the last run that
 # nothing noticed. FOLDERs are all but samples where none is named. build/mutate/told grows while it runs. Ends with 1 where
-# fewer than 97 % of the changes that compile, and that the optimised code shows, are noticed.
+# fewer than 97 % are noticed of the changes that compile, that the optimised code shows and that have no reason.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
@@ -82,11 +82,13 @@ awk -F'\t' -v reasons=scripts/mutants-survived.txt '
       print $2 ":" $3 ": " $4 "\n    " $5 " -> " $6
     }
   }
-  function Tell(folder, compiled) {
-    compiled = count[folder, "noticed"] + count[folder, "survived"]
-    share = compiled ? 100 * count[folder, "noticed"] / compiled : 100
-    printf "%-10s %4d of %4d changes were noticed, %5.1f %%; %d of the others have a reason; %d change no code, %d do not compile\n",
-           folder, count[folder, "noticed"], compiled, share, explained[folder], count[folder, "same"], count[folder, "uncompiled"]
+  function Share(noticed, of) { return of ? 100 * noticed / of : 100 }
+  function Tell(folder, noticed, compiled) {
+    noticed = count[folder, "noticed"]
+    compiled = noticed + count[folder, "survived"]
+    share = Share(noticed, compiled - explained[folder])
+    printf "%-10s %4d of %4d changes were noticed, %5.1f %%; %5.1f %% without the %d that have a reason; %d change no code, %d do not compile\n",
+           folder, noticed, compiled, Share(noticed, compiled), share, explained[folder], count[folder, "same"], count[folder, "uncompiled"]
   }
   END {
     for (folder in folders) Tell(folder)
