@@ -166,6 +166,18 @@ TEST_F(DocumentTest, AbandonedLoadTakesNothingAway) {
   EXPECT_TRUE(Opened.IsMerging());
 }
 
+TEST_F(DocumentTest, AbandonedLoadLeavesTheUnitOfASplitMergeShown) {
+  Open(Packets(3));
+  Opened.BeginMerging(Second(Packets(1)));
+  DisplayInterval unit{.Start = Second_, .End = 2 * Second_};
+  unit.First = 1;
+  ASSERT_TRUE(Opened.ShowUnit(unit, 2));
+  Opened.BeginLoading();
+  Opened.AbandonLoading();
+  ASSERT_TRUE(Opened.ShownUnit());
+  EXPECT_EQ(Opened.ShownUnit()->Start, Second_);
+}
+
 TEST_F(DocumentTest, ChoiceIsAPreviewUntilItIsSet) {
   Open(Packets(2));
   EXPECT_FALSE(Opened.IsPreview());
