@@ -92,6 +92,15 @@ TEST(PairSubtitles, TheSamePicturePairsDifferentStarts) {
               ElementsAre(Pair(0, 0), Pair(1, None), Pair(2, 1)));
 }
 
+TEST(PairSubtitles, TheSameBytesOfAnotherSizeAreAnotherPicture) {
+  const auto stream = [](std::int64_t start, unsigned lastColumn) {
+    return test::StreamOf(IndexPrimaryStream(
+        PacketBuilder().Time(start).Delay(10).Area(0, lastColumn, 2, 5).Build(), InvalidFirst::IsPassed));
+  };
+  EXPECT_THAT(PairSubtitles(stream(0, 7), stream(900001, 7)), ElementsAre(Pair(0, 0)));
+  EXPECT_THAT(PairSubtitles(stream(0, 7), stream(900001, 15)), ElementsAre(Pair(0, None), Pair(None, 0)));
+}
+
 TEST(PairSubtitles, StartGoesBeforePicture) {
   // Each picture has moved to the next one's start.
   EXPECT_THAT(Pairs({{0, 1}, {20000, 2}}, {{0, 9}, {20000, 1}}), ElementsAre(Pair(0, 0), Pair(1, 1)));
