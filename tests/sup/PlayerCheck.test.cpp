@@ -184,6 +184,14 @@ TEST(CheckForPlayers, AnAreaOutsideTheFrameIsToldOnce) {
               ElementsAre(Problem(18, Code::AreaOutsideFrame, "leaves the frame")));
 }
 
+TEST(CheckForPlayers, AnAreaMayBeOneColumnWideOrOneLineHigh) {
+  // Its fields have more pixels than that.
+  EXPECT_THAT(ForPlayers(Sound().Area(0, 0, 0, 1).Build()),
+              testing::Contains(Problem(18, Code::OutsideSafeFrame, "lines 0 to 1 of the frame")));
+  EXPECT_THAT(ForPlayers(Sound().Area(0, 3, 0, 0).Build()),
+              testing::Contains(Problem(18, Code::OutsideSafeFrame, "lines 0 to 0 of the frame")));
+}
+
 TEST(CheckForPlayers, AnAreaThatStartsOnAnOddLine) {
   EXPECT_THAT(ForPlayers(Sound().Area(0, 3, 401, 402).Build()),
               ElementsAre(Problem(18, Code::OddFirstLine, "odd line 401")));
@@ -259,6 +267,12 @@ TEST(CheckForPlayers, NoEndAndANextStartFartherThanADelaySays) {
   EXPECT_THAT(problems(67107840), ElementsAre(Problem(18, Code::NoEnd, "")));
   EXPECT_THAT(problems(67107841),
               ElementsAre(Problem(18, Code::NoEnd, ""), Problem(2, Code::TooLongForDelay, "745 s later")));
+}
+
+TEST(CheckForPlayers, WithoutASequenceThereIsNoDelayAndNoGap) {
+  const Bytes nothing = PacketBuilder().Unit({0x11, 0x00, 0x12, 0x00}).ControlOffset(8).Build();
+  EXPECT_THAT(ForPlayers(Join({nothing, Sound(500).Build()})),
+              testing::Not(testing::Contains(Field("Code", &StreamProblem::Code, Code::ShortGap))));
 }
 
 TEST(CheckForPlayers, TimesAtBothEndsOfTheirRangeAreTaken) {
