@@ -89,6 +89,16 @@ TEST(Replace, NumbersThatNoStreamHasFitNone) {
   EXPECT_EQ(bytes, (Bytes{1, 2, 3}));
 }
 
+TEST(Replace, OnePlaceTakesOutAsManyBytesAsThereAreNumbers) {
+  constexpr std::size_t Most = (std::size_t{1} << 32U) - 1;
+  StreamEdit edit;
+
+  edit.Replace(0, 2, {});
+  edit.Replace(2, Most - 2, {});
+
+  EXPECT_EQ(edit.Places, (Places{{.Offset = 0, .Removed = 0xFFFFFFFF}}));
+}
+
 struct BytesCase {
   const char* What;
   Places Where;

@@ -129,6 +129,10 @@ TEST(PairSubtitles, HalfOfTheShorterOnesTimeIsEnough) {
   EXPECT_THAT(Pairs({{0, 1, 10}}, {{5001, 2, 10}}), ElementsAre(Pair(0, None), Pair(None, 0)));
 }
 
+TEST(PairSubtitles, OnesThatAreShownForNoTimeShareNone) {
+  EXPECT_THAT(Pairs({{0, 1, 0}}, {{500000, 2, 0}}), ElementsAre(Pair(0, None), Pair(None, 0)));
+}
+
 TEST(PairSubtitles, OrdersAreKept) {
   // Two subtitles changed places: one pair holds, the other would cross it.
   const auto pairs = Pairs({{0, 1}, {20000, 2}}, {{500000, 2}, {520000, 1}});
