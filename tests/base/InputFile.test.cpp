@@ -5,6 +5,10 @@
 #include <iterator>
 #include <string>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
 #include <gtest/gtest.h>
 
 #include "tests/support/OrdinaryUser.h"
@@ -60,6 +64,20 @@ TEST_F(InputFile, UnreadableOneIsToldAsTheSystemDoes) {
   std::filesystem::permissions(path, std::filesystem::perms::none);
   EXPECT_EQ(ReasonOf(path), "Permission denied");
 }
+
+#ifndef _WIN32
+TEST_F(InputFile, OneThatTheSystemDoesNotOpenIsToldAsTheSystemDoes) {
+  const auto path = Put("a", "");
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  rlimit none = before;
+  none.rlim_cur = 0;
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const std::string reason = ReasonOf(path);
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_EQ(reason, "Too many open files");
+}
+#endif
 
 }  // namespace
 }  // namespace quillmark

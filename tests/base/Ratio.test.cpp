@@ -31,6 +31,10 @@ TEST(Scaler, RoundsASumAsAWhole) {
   EXPECT_EQ(half.RoundedSum(1, -5), -2);
 }
 
+TEST(Scaler, HalfAboveZeroGoesUpThoughAPartOfTheSumIsBelow) {
+  EXPECT_EQ(Scaler({.Numerator = 1, .Denominator = 2}).RoundedSum(-3, 7), 1);  // 0.5
+}
+
 TEST(Scaler, IsExactWhereTheProductNeedsMoreThan64Bits) {
   const Scaler scaler({.Numerator = 9000000000000000001, .Denominator = 9000000000000000000});
   EXPECT_EQ(scaler.Rounded(9000000000000000000), 9000000000000000001);

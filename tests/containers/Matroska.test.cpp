@@ -145,6 +145,12 @@ TEST(ReadMatroska, ScaleOutOfReasonIsRefused) {
   EXPECT_EQ(ReadBytes(MatroskaFile(Joined({Info(0), OneTrack()}))).Reason(),
             "its unit of time, 0 ns, is none that a film has");
   EXPECT_FALSE(ReadBytes(MatroskaFile(Joined({Info(0xFFFFFFFFFFFFFFFF), OneTrack()}))));
+  const auto withScale = [](std::uint64_t scale) {
+    return ReadBytes(
+        MatroskaFile(Joined({Info(scale), OneTrack(), Cluster(0, SimpleBlock(1, 0, PlainUnit(8)))})));
+  };
+  EXPECT_TRUE(withScale(1000000000000)) << "a thousand seconds";
+  EXPECT_FALSE(withScale(1000000000001));
 }
 
 TEST(ReadMatroska, InfoMayStandBehindTheClusters) {
@@ -310,7 +316,9 @@ TEST(ReadMatroska, TrackWithoutSettingsHasNoPalette) {
 TEST(ReadMatroska, ZlibIsUndone) {
   const Bytes unit = PlainUnit(700, 0x33);
   const Bytes zlib = Element(0x5034, NumberElement(0x4254, 0));
-  EXPECT_EQ(ReadTrackWith(Encoding(zlib), Stored(unit)).Tracks.at(0).Packets, Packet(90, unit));
+  const Container read = ReadTrackWith(Encoding(zlib), Stored(unit));
+  EXPECT_EQ(read.Tracks.at(0).Packets, Packet(90, unit));
+  EXPECT_THAT(read.Tracks.at(0).Notes, IsEmpty()) << "nothing comes out but the unit";
 }
 
 TEST(ReadMatroska, EmptyCompressionIsZlib) {

@@ -76,6 +76,13 @@ Bytes Navigation(std::uint32_t start, std::uint32_t end) {
       {PackHead(), PesPacket(0xBB, Bytes(18, 0x80)), PesPacket(0xBF, control), PesPacket(0xBF, search)});
 }
 
+Bytes NavigationAt(std::uint32_t start, std::uint32_t end, std::int64_t clock) {
+  Bytes pack = Navigation(start, end);
+  const Bytes head = PackHead(clock);
+  std::copy(head.begin(), head.end(), pack.begin());
+  return pack;
+}
+
 TEST(ProgramStream, NavigationPackHasItsTimesWhereTheDiscHasThem) {
   const Bytes pack = Navigation(0x11223344, 0x55667788);
   EXPECT_EQ(pack.size(), 2048U);
@@ -124,6 +131,16 @@ TEST(ProgramStream, ClockThatPassesItsBitsGoesOn) {
   }
 }
 
+TEST(ProgramStream, AmongNavigationASubtitleWithoutATimeIsAsFarAheadAsTheOneBefore) {
+  // The first one is a second ahead of its pack. The second one begins behind it, and ends five seconds
+  // later.
+  EXPECT_THAT(
+      TimesIn(Read(Join({NavigationAt(0, 10 * Second, 0), Video(0, 0),
+                         Pack(SubtitlePacket(Join({Unit, test::Part(Unit, 0, 1)}), 2 * Second), Second),
+                         Pack(SubtitlePacket(Bytes(Unit.begin() + 1, Unit.end())), 6 * Second)}))),
+      ElementsAre(2 * Second, 7 * Second));
+}
+
 TEST(ProgramStream, NavigationThatJumpsGoesOnFromTheLastEnd) {
   // The second video object starts at the first one's time again.
   const Container container =
@@ -131,13 +148,6 @@ TEST(ProgramStream, NavigationThatJumpsGoesOnFromTheLastEnd) {
                  Subtitle(12 * Second, 0), Navigation(0, 10 * Second), Subtitle(2 * Second, 0)}));
   EXPECT_THAT(TimesIn(container), ElementsAre(2 * Second, 12 * Second, 22 * Second));
   EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:20.00; times go on"));
-}
-
-Bytes NavigationAt(std::uint32_t start, std::uint32_t end, std::int64_t clock) {
-  Bytes pack = Navigation(start, end);
-  const Bytes head = PackHead(clock);
-  std::copy(head.begin(), head.end(), pack.begin());
-  return pack;
 }
 
 TEST(ProgramStream, ClockThatGoesBackBehindNavigationGoesOnFromTheLastEnd) {

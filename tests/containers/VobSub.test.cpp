@@ -291,6 +291,15 @@ TEST(VobSub, OneUnitAtTwoTimes) {
       Join({SupPacket(90000, A), SupPacket(630000, A)}));
 }
 
+TEST(VobSub, OneUnitAtTwoTimesByThePositionOfItsPacket) {
+  EXPECT_EQ(
+      TrackIn(
+          "id: en, index: 0\ntimestamp: 00:00:02:000, filepos: 80e\ntimestamp: 00:00:07:000, filepos: 80e\n",
+          ThreePacks())
+          .Packets,
+      Join({SupPacket(180000, B), SupPacket(630000, B)}));
+}
+
 TEST(VobSub, LineThatStandsTwiceCountsOnce) {
   EXPECT_EQ(
       TrackIn("id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\ntimestamp: 00:00:01:000, filepos: 0\n",

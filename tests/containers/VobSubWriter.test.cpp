@@ -198,6 +198,19 @@ TEST_F(VobSubWriter, IndexThatCannotTakeItsPlaceLeavesTheOldSub) {
   EXPECT_THAT(Names(), ElementsAre("film.idx", "film.sub"));
 }
 
+TEST_F(VobSubWriter, IndexThatCannotTakeItsPlaceLeavesNoSubWhereNoneWas) {
+  VobSubOptions options;
+  options.Existing = Overwriting::Allowed;
+  const Bytes packets = SupPacket(0, SoundUnit());
+  const auto written = WriteVobSub(Index(), {{.Packets = packets, .Language = {}, .Name = {}}}, options,
+                                   [this](std::uint64_t /*done*/, std::uint64_t /*of*/) {
+                                     QDir(Folder()).mkdir(QStringLiteral("film.idx"));
+                                     return true;
+                                   });
+  EXPECT_THAT(written.Reason(), HasSubstr("film.idx: "));
+  EXPECT_THAT(Names(), ElementsAre("film.idx"));
+}
+
 /// What mkvextract wrote, read and written again, is what it wrote.
 TEST_F(VobSubWriter, PacksAreThoseOfMkvextract) {
   for (const char* name : {"film", "film2"}) {

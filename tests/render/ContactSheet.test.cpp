@@ -158,6 +158,24 @@ TEST_F(ContactSheet, NumberIsAsHighAsTheTimes) {
               DarkLines(page, caption.adjusted(100, 0, 0, 0)), 1);
 }
 
+/// In the middle of what lies below the last row of frames.
+TEST_F(ContactSheet, PageNumberStandsInTheMiddleOfTheFoot) {
+  ASSERT_TRUE(Write(StreamOf(1)));
+  const QImage page(Path("film_001.png"));
+  const QRect foot(0, page.height() - 56, page.width(), 56);
+  int first = foot.bottom();
+  int last = foot.top();
+  for (int y = foot.top(); y <= foot.bottom(); ++y) {
+    for (int x = 0; x < page.width(); ++x) {
+      if (page.pixel(x, y) != page.pixel(0, foot.top())) {
+        first = std::min(first, y);
+        last = std::max(last, y);
+      }
+    }
+  }
+  EXPECT_NEAR((first + last) / 2, foot.center().y(), 4);
+}
+
 TEST_F(ContactSheet, WhatCannotBeConvertedHasItsPlace) {
   const auto written = Write(test::Index(Join(
       {Sound().Build(), Sound(Second).WithoutArea().Build(), Sound(2 * Second).Area(5, 4, 0, 1).Build()})));

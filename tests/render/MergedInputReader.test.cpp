@@ -170,6 +170,26 @@ TEST(MergedInputReader, UnitOfASplitMergeNeedsNoPlan) {
   EXPECT_EQ(alone.ReadUnit(planned.Planned()), MergeOutcome::Encoded);
 }
 
+/// Not the first one's, which is not complete, nor the last one's.
+TEST(MergedInputReader, ASecondaryAloneHasTheColoursOfTheFirstCompletePrimary) {
+  const TwoStreams streams(
+      Join({Sound(Second).WithoutArea().Build(), Sound(2 * Second).Colour(7, 6, 5, 4).Build(),
+            Sound(3 * Second).Colour(9, 8, 7, 6).Build()}),
+      Sound(5 * Second).Build());
+  DisplayInterval unit{.Start = 5 * Second, .End = 6 * Second};
+  unit.Second = 0;
+  MergedInputReader alone(streams.Primary, streams.Secondary, SplitSettings());
+  ASSERT_EQ(alone.ReadUnit(unit), MergeOutcome::Encoded);
+  EXPECT_EQ(alone.Control().ColourBytes[0], 0x76);
+  MergedInputReader planned(streams.Primary, streams.Secondary, SplitSettings());
+  MergeOutcome outcome = MergeOutcome::Skipped;
+  for (std::size_t index = 0; planned.HasPrimary() || index == 0; ++index) {
+    outcome = planned.Read(index);
+  }
+  ASSERT_EQ(outcome, MergeOutcome::Encoded);
+  EXPECT_EQ(planned.Control().ColourBytes[0], 0x76);
+}
+
 TEST(MergedInputReader, NumberOfTheOneThatIsNotThereIsZero) {
   const TwoStreams streams(Sound(Second).Build(), Sound(5 * Second).Build());
   MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());

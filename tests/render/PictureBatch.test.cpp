@@ -6,9 +6,12 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QImage>
 #include <QMessageLogContext>
 #include <gtest/gtest.h>
+
+#include "tests/support/FolderTest.h"
 
 namespace quillmark {
 namespace {
@@ -58,6 +61,22 @@ TEST(PictureBatchDeathTest, QtBelongsToTheThreadThatWritesNotToItsHelpers) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(WriteInFreshPrograms(std::filesystem::path(testing::TempDir()) / "picture-batch"),
               testing::ExitedWithCode(EXIT_SUCCESS), "");
+}
+
+class PictureBatches : public test::FolderTest {};
+
+TEST_F(PictureBatches, WhatIsWrittenIsNotWrittenOnceMore) {
+  PictureBatch batch;
+  QImage image(1, 1, QImage::Format_ARGB32);
+  image.fill(Qt::white);
+  batch.Add(Path("none/a.png"), cBitmap(image));
+  batch.Add(Path("b.png"), cBitmap(image));
+  batch.Flush();
+  EXPECT_EQ(batch.Failures().Count, 1);
+  ASSERT_TRUE(QFile::remove(Path("b.png")));
+  batch.Flush();
+  EXPECT_EQ(batch.Failures().Count, 1);
+  EXPECT_FALSE(QFile::exists(Path("b.png")));
 }
 
 }  // namespace

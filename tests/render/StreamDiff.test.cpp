@@ -90,6 +90,14 @@ TEST(CompareStreams, OtherPixelsAreCounted) {
   EXPECT_EQ(one.OtherPixels, 1);
 }
 
+TEST(CompareStreams, EachCodeIsAnother) {
+  // The upper line is 4 of this code, in place of 4 of code 2.
+  for (const int line : {0x10, 0x11, 0x13}) {
+    EXPECT_EQ(One(Changed({{0, 0x12}}), Changed({{0, static_cast<std::uint8_t>(line)}})).OtherPixels, 4)
+        << line;
+  }
+}
+
 TEST(CompareStreams, PicturesOfOneSizeAreComparedWhereverTheyStand) {
   Bytes unit = PacketBuilder().Delay(100).Area(110, 113, 402, 403).UnitBytes();
   unit[0] = 0xD6;
