@@ -66,6 +66,24 @@ TEST_F(Guides, SafeAreasAreOutlined) {
   }
 }
 
+TEST_F(Guides, OutlinesAreBlackOnTheirOuterSide) {
+  Pick("Action_SafeAreas");
+  for (const QPoint pixel : {QPoint(34, 300), QPoint(685, 300), QPoint(300, 27), QPoint(300, 548),
+                             QPoint(70, 300), QPoint(649, 300), QPoint(300, 56), QPoint(300, 520)}) {
+    EXPECT_EQ(FrameColour(pixel.x(), pixel.y()), QColor(Qt::black)) << pixel.x() << ' ' << pixel.y();
+  }
+}
+
+TEST_F(Guides, RulersHaveATickAtEachHundred) {
+  Pick("Action_Rulers");
+  for (const int at : {100, 200, 300, 400, 500}) {
+    EXPECT_EQ(FrameColour(at, 1), QColor(Qt::white)) << at;
+    EXPECT_NE(FrameColour(at - 2, 1), QColor(Qt::white)) << at;
+    EXPECT_EQ(FrameColour(1, at), QColor(Qt::white)) << at;
+    EXPECT_NE(FrameColour(1, at - 2), QColor(Qt::white)) << at;
+  }
+}
+
 TEST_F(Guides, AreaFollowsTheSubtitle) {
   const QColor light(120, 120, 120);
   ASSERT_EQ(FrameColour(99, 520), QColor(60, 60, 60));

@@ -37,6 +37,13 @@ TEST(ShownPixels, PixelThatNoRunReachedIsNotCoded) {
   EXPECT_EQ(pixels.TextAt({18, 20}), "18, 20");
 }
 
+TEST(ShownPixels, FramesLastLineIsDecodedWithTheOneBelowIt) {
+  const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
+  ShownPixels pixels;
+  pixels.Show(unit, AreaOf(10, 575, 8, 2), DrawnCodes);
+  EXPECT_EQ(pixels.TextAt({12, 575}), "12, 575: code 1 (pattern), entry 1, opacity F");
+}
+
 TEST(ShownPixels, ReversedAreaHasNone) {
   const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
   ShownPixels pixels;

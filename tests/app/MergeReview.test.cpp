@@ -49,6 +49,19 @@ TEST_F(MergeReviewWindow, RowsTellWhatSaveMergedWouldWrite) {
   EXPECT_EQ(units, saved);
 }
 
+TEST_F(MergeReviewWindow, WhatIsTooLongForItsLineIsToldInFullWhereThePointerRests) {
+  ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
+  EXPECT_EQ(Control<QLineEdit>("Text_LeftOut").toolTip(), "Left out: 2 (1 subtitle that no packet shows)");
+}
+
+TEST_F(MergeReviewWindow, RowWithoutProblemsSaysSo) {
+  ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
+  ASSERT_EQ(CurrentPair(), 1);
+  const auto& problems = Control<QPlainTextEdit>("Text_PairProblems");
+  EXPECT_EQ(problems.toPlainText(), "");
+  EXPECT_EQ(problems.placeholderText(), "No problems");
+}
+
 TEST_F(MergeReviewWindow, OffsetMovesTheSecondaryAtOnceAndTheReviewFollows) {
   ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
   EXPECT_EQ(Control<QSpinBox>("Spin_YOffset").value(), 50);

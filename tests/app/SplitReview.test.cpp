@@ -131,6 +131,17 @@ TEST_F(SplitReviewWindow, RowIsShownAsItIsWritten) {
   EXPECT_EQ(CurrentPair(), 2);
 }
 
+TEST_F(SplitReviewWindow, PacketBeforeAllOfTheFirstStreamGoesWithItsFirstSubtitle) {
+  ReviewSplit(PrimaryStream({{100, 10}, {200, 10}}),
+              FourCodes(PacketBuilder().Time(5'000).Delay(10), 200, 200));
+  EXPECT_THAT(Packets(), ElementsAre("-+1", "1+-", "2+-"));
+  ClickPair(3);
+  ASSERT_EQ(TextOf("Text_SubNum"), "2");
+  ClickPair(1);
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
+  ExpectShown(false, {0});
+}
+
 TEST_F(SplitReviewWindow, SavingShowsThePacketAgainThatWasShown) {
   ReviewSplit();
   ClickPair(7);

@@ -76,6 +76,23 @@ PacketBuilder At(std::int64_t seconds) {
   return PacketBuilder().Time(seconds * Second).Delay(80).Area(100, 103, 400, 401);
 }
 
+/// Now on the left, then on the right, each in its line.
+TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& dialog) {
+    int above = -1;
+    for (int fact = fact::Number; fact <= fact::Forced; ++fact) {
+      const QRect now = dialog.Control<QLabel>(Element("Label_Now", fact)).geometry();
+      const QRect then = dialog.Control<QLabel>(Element("Label_Then", fact)).geometry();
+      EXPECT_LT(now.right(), then.left()) << fact;
+      EXPECT_EQ(now.top(), then.top()) << fact;
+      EXPECT_GT(now.top(), above) << fact;
+      above = now.bottom();
+    }
+    dialog.Cancel();
+  });
+}
+
 TEST_F(Tools, RetimeWritesTheNewTimesAndNothingElse) {
   LoadStream(Join({At(1).Build(), At(3).Build()}));
   In("Retime", [](const OpenTool& tool) {
