@@ -70,6 +70,11 @@ TEST(RgbToYCrCb, KnownColours) {
 }
 
 /// One thousandth more or less of a primary colour would make another number of at least one of these.
+/// 257 + 504 + 98 x 181 + 16500 = 34999
+TEST(RgbToYCrCb, SharesAreCutNotRounded) {
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(1, 1, 181)), Packed(34, 115, 207));
+}
+
 TEST(RgbToYCrCb, EachShareOfAPrimaryColourCounts) {
   EXPECT_EQ(RgbToYCrCb(MakeRgb(247, 0, 0)), Packed(79, 236, 91));
   EXPECT_EQ(RgbToYCrCb(MakeRgb(220, 0, 0)), Packed(73, 225, 95));

@@ -200,6 +200,11 @@ TEST(ReadPalPalette, LongLineWithoutLfIsOneEntry) {
   EXPECT_THAT(ReadPalPalette(Lines("\r", 15) + line), Optional(CountingPalette));
 }
 
+TEST(ReadPalPalette, LongLineBehindOneWithLfIsOneEntry) {
+  const std::string line = "0F1F2F" + std::string(106, 'F');
+  EXPECT_THAT(ReadPalPalette("\n\r" + Lines("\r", 15) + line), Optional(CountingPalette));
+}
+
 TEST(ReadPalPalette, LineOf111CharactersWithLfIsOneEntry) {
   const std::string line = "0F1F2F\n" + std::string(104, 'A');
   ASSERT_EQ(line.size(), 111U);
