@@ -68,6 +68,12 @@ TEST_F(CompareFile, TellsWhatDiffers) {
             "None here, subtitle 4 in the other file, 00:00:13.00, added");
 }
 
+TEST_F(CompareFile, TellsOfOtherBytesAfterTheLastSubtitle) {
+  LoadStream(ThreeSubtitles());
+  CompareWith(Join({ThreeSubtitles(), {0x01, 0x02}}));
+  EXPECT_EQ(Counts(), "3 subtitles the same, other bytes after the last subtitle");
+}
+
 TEST_F(CompareFile, ShowsAlsoTheSameWhereAskedTo) {
   LoadAndCompare();
   QTest::mouseClick(&Control<QCheckBox>("Check_OnlyDifferences"), Qt::LeftButton, {}, QPoint(5, 8));

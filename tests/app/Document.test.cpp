@@ -203,6 +203,15 @@ TEST_F(DocumentTest, SetForActualWritesOneSubtitleAndUndoGivesItsBytesBack) {
   EXPECT_EQ(Stream(), expected);
 }
 
+TEST_F(DocumentTest, WithoutASubtitleThereIsNoneToSet) {
+  Open(Packets(2));
+  Opened.Choose(Choice(7, 3));
+  Opened.SetNumber(0);
+  EXPECT_TRUE(Opened.SetActual());
+  EXPECT_EQ(Stream(), Packets(2));
+  EXPECT_EQ(Opened.History().count(), 0);
+}
+
 TEST_F(DocumentTest, SetForAllIsOneStep) {
   Open(Packets(5));
   Opened.Choose(Choice(7, 3));

@@ -21,12 +21,13 @@ constexpr std::uint8_t Start = TimeColumn::Bar | TimeColumn::BarStart;
 /// A strip that is painted without a window, in black on white, and its current subtitle in blue.
 class PaintedStrip {
  public:
-  PaintedStrip(int width, int height, double ratio = 1, int lanes = 1)
+  PaintedStrip(int width, int height, double ratio = 1, int lanes = 1, const QColor& ground = Qt::white,
+               const QColor& text = Qt::black)
       : picture_(width, height, QImage::Format_RGB32), painter_(&picture_) {
-    picture_.fill(Qt::white);
+    picture_.fill(ground);
     QPalette palette;
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::Text, Qt::black);
+    palette.setColor(QPalette::Base, ground);
+    palette.setColor(QPalette::Text, text);
     palette.setColor(QPalette::Highlight, Qt::blue);
     QFont labels;
     labels.setPixelSize(200);  // which there is no room for
@@ -138,6 +139,18 @@ TEST(TimeStripPainter, OnFinerScreensAllIsAsManyPixelsMore) {
               ElementsAreArray(Joined({Times(7, "................"), Times(5, "........oooooo.."),
                                        Times(4, "....bb..oooooo.."), Times(5, "....bb.........."),
                                        Times(9, "....bb..oooooo.."), Times(2, "................")})));
+}
+
+TEST(TimeStripPainter, InDarkThemesProblemsAndOverlapsAreLight) {
+  PaintedStrip painted(3, 16, 1, 1, QColor(50, 50, 50), Qt::white);
+  painted.Strip->DrawLane(0, std::vector<std::uint8_t>{TimeColumn::Bar, TimeColumn::Problem, 0},
+                          {.First = 0, .Last = 2});
+  EXPECT_EQ(painted.At(0, 10), qRgb(173, 173, 173)) << "six tenths of white";
+  EXPECT_EQ(painted.At(1, 10), 0xFFFF7A7A);
+  EXPECT_EQ(painted.At(2, 10), qRgb(50, 50, 50));
+  PaintedStrip overlap(3, 16, 1, 1, QColor(50, 50, 50), Qt::white);
+  overlap.Strip->DrawLane(0, std::vector<std::uint8_t>{TimeColumn::Overlap, 0, 0}, {.First = 0, .Last = 2});
+  EXPECT_EQ(overlap.At(0, 4), 0xFFFFB44A);
 }
 
 TEST(TimeStripPainter, EachLaneHasItsHalf) {
