@@ -219,6 +219,7 @@ TEST_F(DropFiles, OtherFilesAndOtherPairsAreNotTaken) {
   const QUrl palette = QUrl::fromLocalFile(Write("p.pal", PalWithRed()));
   EXPECT_FALSE(Drop(Window, {QUrl::fromLocalFile(Write("movie.txt", ThreeSubtitles()))}));
   EXPECT_FALSE(Drop(Window, {sup, palette}));
+  EXPECT_FALSE(Drop(Window, {palette, sup}));
   EXPECT_FALSE(Drop(Window, {sup, sup, sup}));
 }
 

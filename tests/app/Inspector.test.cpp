@@ -171,6 +171,24 @@ TEST_F(Inspector, LoupeShowsPixelsMagnifiedWherePointedAt) {
   EXPECT_FALSE(TheLoupe().isVisible());
 }
 
+TEST_F(Inspector, LoupeTellsItsPixelInTwoLinesBelowIt) {
+  PointAt(102, 400);
+  Press(Qt::Key_Z);
+  const QImage loupe = TheLoupe().grab().toImage();
+  const int top = 2 + 15 * 12;
+  const int lineHeight = (loupe.height() - 2 - top) / 2;
+  const QRgb ground = loupe.pixel(4, top + 1);
+  for (const int line : {0, 1}) {
+    int inked = 0;
+    for (int y = top + line * lineHeight; y < top + (line + 1) * lineHeight; ++y) {
+      for (int x = 4; x < loupe.width() - 4; ++x) {
+        inked += loupe.pixel(x, y) != ground ? 1 : 0;
+      }
+    }
+    EXPECT_GT(inked, 20) << line;
+  }
+}
+
 TEST_F(Inspector, LetterZIsTypedInFields) {
   auto& filter = Control<QLineEdit>("Text_Filter");
   filter.setFocus();

@@ -207,6 +207,18 @@ TEST(TimeStripPainter, CurrentSubtitleIsThreePixelsWideAtLeastAndMayBeginOutOfSi
   EXPECT_EQ(behind.Rows()[15], "........ttcc");
 }
 
+TEST(TimeStripPainter, ScaleIsOfFaintLinesFromTheTopToTheBottom) {
+  // From half a second on, a millisecond a pixel; labels of such a font need marks two seconds apart.
+  PaintedStrip painted(4500, 16);
+  painted.Strip->DrawScale({.Start = 500, .Span = 4500});
+  for (const int y : {0, 15}) {
+    for (int x = 0; x < 4500; ++x) {
+      const bool isMark = x == 1500 || x == 3500;
+      ASSERT_EQ(painted.At(x, y), isMark ? qRgb(217, 217, 217) : qRgb(255, 255, 255)) << x << ' ' << y;
+    }
+  }
+}
+
 TEST(TimeStripPainter, FrameIsAPixelWideAllAround) {
   PaintedStrip painted(6, 5);
   painted.Strip->DrawFrame();
