@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QFontMetricsF>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -27,6 +29,117 @@ TEST(FilmOn, LetterboxHasItInTheMiddleThreeQuartersOfTheLines) {
 TEST(FilmOn, PanAndScanShowsTheMiddleThreeQuartersOfItsColumns) {
   EXPECT_EQ(FilmOn(DisplayMode::PanAndScan, 576).OnScreen, QRectF(0, 0, 720, 576));
   EXPECT_EQ(FilmOn(DisplayMode::PanAndScan, 576).OfFilm, QRectF(90, 0, 540, 576));
+}
+
+/// Guides on a white frame, of one screen pixel a frame pixel where nothing else is said.
+class PaintedGuides {
+ public:
+  explicit PaintedGuides(const FrameGuides& guides, const QRect& inSight = QRect(0, 0, 720, 576),
+                         QSize onScreen = QSize(720, 576))
+      : picture_(720, 576, QImage::Format_RGB32) {
+    picture_.fill(Qt::white);
+    QPainter painter(&picture_);
+    LineHeight = QFontMetricsF(painter.font()).height();
+    PaintGuides(painter, guides, {.Lines = 576, .OnScreen = onScreen, .Ratio = 1, .InSight = inSight});
+  }
+  /// White is 255; what a label's plate shades, 79.
+  [[nodiscard]] int At(double x, double y) const {
+    return qGray(picture_.pixel(static_cast<int>(x), static_cast<int>(y)));
+  }
+  [[nodiscard]] bool IsPlate(double x, double y) const { return At(x, y) == 79; }
+
+  double LineHeight = 0;
+
+ private:
+  QImage picture_;
+};
+
+TEST(PaintGuides, AreasLabelStandsAboveItsOutline) {
+  FrameGuides guides;
+  guides.Area = true;
+  guides.Subtitles = {QRect(100, 400, 200, 20)};
+  const PaintedGuides painted(guides);
+  const double top = 400 - painted.LineHeight - 3;
+  EXPECT_TRUE(painted.IsPlate(100, top + 2));
+  EXPECT_TRUE(painted.IsPlate(100, 400 - 3 - 2));
+  EXPECT_EQ(painted.At(99, top + 2), 255);
+  EXPECT_EQ(painted.At(100, top - 2), 255);
+  // The text does not touch the plate's edge.
+  for (double y = top + 1; y < 400 - 3 - 1; ++y) {
+    EXPECT_TRUE(painted.IsPlate(100, y) && painted.IsPlate(101, y)) << y;
+  }
+}
+
+TEST(PaintGuides, LabelsStayInSight) {
+  FrameGuides guides;
+  guides.Area = true;
+  guides.Subtitles = {QRect(700, 0, 10, 100)};  // with no room above it or at its right
+  const PaintedGuides painted(guides);
+  EXPECT_TRUE(painted.IsPlate(719, 1));
+  EXPECT_TRUE(painted.IsPlate(690, 0));
+  EXPECT_TRUE(painted.IsPlate(719, painted.LineHeight - 2));
+  EXPECT_EQ(painted.At(719, painted.LineHeight + 2), 255);
+  guides.Subtitles = {QRect(0, 500, 10, 10)};  // left of and below what is in sight
+  const PaintedGuides part(guides, QRect(200, 100, 400, 300));
+  EXPECT_TRUE(part.IsPlate(200, 400 - 2));
+  EXPECT_TRUE(part.IsPlate(200, 400 - part.LineHeight + 2));
+  EXPECT_EQ(part.At(199, 400 - 2), 255);
+}
+
+TEST(PaintGuides, CaptionOfAScreenStandsInTheMiddleBelowTheRuler) {
+  FrameGuides guides;
+  guides.Mode = DisplayMode::Wide;
+  const PaintedGuides alone(guides);
+  const double height = alone.LineHeight;
+  EXPECT_EQ(alone.At(360, height / 2 - 2), 255);
+  EXPECT_NE(alone.At(360, height / 2 + 2), 255);
+  EXPECT_NE(alone.At(360, 1.5 * height - 2), 255);
+  EXPECT_EQ(alone.At(360, 1.5 * height + 2), 255);
+  int left = 0;
+  while (alone.At(left, height) == 255) {
+    ++left;
+  }
+  int right = 719;
+  while (alone.At(right, height) == 255) {
+    --right;
+  }
+  EXPECT_NEAR((left + right) / 2.0, 360, height / 2);
+  guides.Rulers = true;
+  const PaintedGuides ruled(guides);
+  EXPECT_NE(ruled.At(360, 1.5 * height + 4), 255);
+  EXPECT_EQ(ruled.At(365, 2.5 * height + 2), 255);
+}
+
+TEST(PaintGuides, RulersHaveLongTicksWhereTheyHaveNumbers) {
+  FrameGuides guides;
+  guides.Rulers = true;
+  const PaintedGuides painted(guides);
+  const double end = painted.LineHeight - 2;
+  for (const int at : {100, 200, 300, 400, 500}) {
+    EXPECT_EQ(painted.At(at, end), 255) << at;
+    EXPECT_TRUE(painted.IsPlate(at + 40, end)) << at;
+    EXPECT_EQ(painted.At(end, at), 255) << at;
+    EXPECT_TRUE(painted.IsPlate(end, at - 40)) << at;
+  }
+  EXPECT_EQ(painted.At(300, painted.LineHeight + 2), 255) << "the frame, below the plate";
+  // Of half the size only each second hundred has a number.
+  const PaintedGuides half(guides, QRect(0, 0, 360, 288), QSize(360, 288));
+  for (const int at : {200, 400}) {
+    EXPECT_EQ(half.At(at / 2, end), 255) << at;
+    EXPECT_TRUE(half.IsPlate(at / 2 - 20, end)) << at;
+  }
+}
+
+TEST(PaintGuides, MarkIsAroundOnePixel) {
+  FrameGuides guides;
+  guides.Mark = QPoint(300, 200);
+  const PaintedGuides painted(guides);
+  EXPECT_EQ(painted.At(300, 200), 255);
+  for (const QPoint step : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+    EXPECT_EQ(painted.At(300 + step.x(), 200 + step.y()), 255) << "white";
+    EXPECT_EQ(painted.At(300 + 2 * step.x(), 200 + 2 * step.y()), 0) << "black around it";
+    EXPECT_EQ(painted.At(300 + 3 * step.x(), 200 + 3 * step.y()), 255);
+  }
 }
 
 class Guides : public MergeTest {

@@ -232,6 +232,18 @@ TEST_F(MergeReviewWindow, CodesOfTheResultAreShownAndSaved) {
   EXPECT_TRUE(TextIsAt(100, 100));
 }
 
+TEST_F(MergeReviewWindow, CodesOfTheNextMergeAreShownFromTheirDefaults) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  Click("Check_MergedCodes");
+  Choose("Combo_SecondaryCode_1", "3");
+  Choose("Combo_ResultOpacity_1", "0");
+  Action("LeaveMerge").trigger();
+  Merge(ThreeSecond(), "50");
+  Review();
+  EXPECT_EQ(Chosen("Combo_SecondaryCode_1"), "1");
+  EXPECT_EQ(Chosen("Combo_ResultOpacity_1"), "as 1st");
+}
+
 TEST_F(MergeReviewWindow, TabGoesFromTheButtonOfTheCodesThroughThem) {
   ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
   Click("Check_MergedCodes");

@@ -48,6 +48,7 @@ class SubtitleDelegateTest : public testing::Test {
     option.palette.setColor(QPalette::Text, text);
     QPainter painter(&image);
     Delegate.paint(&painter, option, Model.index(0, column));
+    EXPECT_FALSE(painter.testRenderHint(QPainter::Antialiasing)) << "the next cell's too";
     painter.end();
     image.setDevicePixelRatio(1);
     return image;
@@ -83,6 +84,29 @@ TEST_F(SubtitleDelegateTest, PictureHasThePixelsOfTheScreen) {
   ExpectPictureAt(Painted(SubtitleModel::Picture, 60, 2), {6, 22}, 2);
   // 3.75 and 14 screen pixels; a frame pixel is not drawn larger by a part.
   ExpectPictureAt(Painted(SubtitleModel::Picture, 60, 1.25), {4, 14}, 1);
+}
+
+TEST_F(SubtitleDelegateTest, TextEndsInItsCell) {
+  Open(PacketBuilder().Time(90000).Delay(100).Build());
+  QImage image(200, SubtitleDelegate::RowHeight, QImage::Format_RGB32);
+  image.fill(Paper);
+  QStyleOptionViewItem option;
+  option.rect = QRect(0, 0, 40, SubtitleDelegate::RowHeight);
+  option.state = QStyle::State_Enabled | QStyle::State_Active;
+  QPainter painter(&image);
+  Delegate.paint(&painter, option, Model.index(0, SubtitleModel::Start));
+  painter.end();
+  const auto inked = [&](int from, int to) {
+    int count = 0;
+    for (int x = from; x < to; ++x) {
+      for (int y = 0; y < image.height(); ++y) {
+        count += image.pixelColor(x, y) != Paper ? 1 : 0;
+      }
+    }
+    return count;
+  };
+  EXPECT_GT(inked(0, 40), 20);
+  EXPECT_EQ(inked(40, 200), 0);
 }
 
 TEST_F(SubtitleDelegateTest, SwatchesShowColoursAndOpacities) {
