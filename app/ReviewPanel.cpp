@@ -24,6 +24,7 @@
 #include "app/PairModel.h"
 #include "app/PathText.h"
 #include "app/RowFollower.h"
+#include "app/ShownField.h"
 #include "app/SubtitleTable.h"
 #include "app/Ui.h"
 
@@ -258,7 +259,7 @@ void ReviewPanel::ShowProblems() {
   if (lines != problems_->toPlainText()) {
     problems_->setPlainText(lines);
   }
-  problems_->setPlaceholderText(pair ? Ui::Tr("No problems") : QString());
+  SetPlaceholder(*problems_, pair ? Ui::Tr("No problems") : QString());
 }
 
 void ReviewPanel::ShowOffset() {

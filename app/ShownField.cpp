@@ -1,5 +1,7 @@
 #include "app/ShownField.h"
 
+#include <QPlainTextEdit>
+
 namespace quillmark {
 
 ShownField::ShownField(const QString& widest, QWidget* parent) : QLineEdit(parent), widest_(widest) {
@@ -25,6 +27,13 @@ QSize ShownField::sizeHint() const {
 
 QSize ShownField::minimumSizeHint() const {
   return widest_.isEmpty() ? QLineEdit::minimumSizeHint() : sizeHint();
+}
+
+void SetPlaceholder(QPlainTextEdit& field, const QString& text) {
+  if (text != field.placeholderText()) {
+    field.setPlaceholderText(text);
+    field.viewport()->update();
+  }
 }
 
 }  // namespace quillmark

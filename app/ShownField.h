@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+class QPlainTextEdit;
+
 namespace quillmark {
 
 /// A field that the program fills: readable and copyable, not editable, and without the looks of a field that
@@ -17,5 +19,9 @@ class ShownField : public QLineEdit {
  private:
   QString widest_;
 };
+
+/// What stands in a field while it has no text, and on the screen at once: Qt leaves another such text there
+/// until the field is painted for some other reason.
+void SetPlaceholder(QPlainTextEdit& field, const QString& text);
 
 }  // namespace quillmark

@@ -15,6 +15,7 @@
 #include "app/DrawnSubtitle.h"
 #include "app/ProblemFinder.h"
 #include "app/RowFollower.h"
+#include "app/ShownField.h"
 #include "app/SubtitleList.h"
 #include "app/SubtitleTable.h"
 #include "app/TimeStrip.h"
@@ -88,9 +89,9 @@ void SubtitleList::ShowProblems() {
   if (lines != problems_->toPlainText()) {
     problems_->setPlainText(lines);
   }
-  problems_->setPlaceholderText(!current.isValid()       ? QString()
-                                : !finder_->IsFinished() ? Ui::Tr("Looking for problems...")
-                                                         : Ui::Tr("No problems"));
+  SetPlaceholder(*problems_, !current.isValid()       ? QString()
+                             : !finder_->IsFinished() ? Ui::Tr("Looking for problems...")
+                                                      : Ui::Tr("No problems"));
 }
 
 std::vector<std::size_t> SubtitleList::Selected() const {

@@ -1,0 +1,98 @@
+#include <string>
+
+#include <QCoreApplication>
+#include <QScreen>
+#include <QTest>
+
+#include "tests/app/ReviewTest.h"
+
+namespace quillmark::test {
+namespace {
+
+/// What stands on the screen after each step is what painting the whole window anew gives: nothing of what
+/// stood there before is left.
+class OnScreen : public ReviewTest {
+ protected:
+  void SetUp() override {
+    LoadStream(ThreeSubtitles());
+    Window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window));
+  }
+  static Bytes OtherTwo() {
+    return Join({FourCodes(PacketBuilder().Time(1 * Second).Delay(100), 100, 380),
+                 FourCodes(PacketBuilder().Time(5 * Second).Delay(100), 100, 400)});
+  }
+  void ExpectRepainted(const std::string& after) {
+    for (int i = 0; i < 3; ++i) {
+      QCoreApplication::processEvents();
+    }
+    const QImage shown = Window.screen()
+                             ->grabWindow(Window.winId(), 0, 0, Window.width(), Window.height())
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32);
+    const QImage anew = Window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(shown.size(), anew.size());
+    QRect differs;
+    for (int y = 0; y < anew.height(); ++y) {
+      for (int x = 0; x < anew.width(); ++x) {
+        if (shown.pixel(x, y) != anew.pixel(x, y)) {
+          differs |= QRect(x, y, 1, 1);
+        }
+      }
+    }
+    EXPECT_TRUE(differs.isEmpty()) << after << ": " << differs.x() << ", " << differs.y() << ", "
+                                   << differs.width() << " x " << differs.height();
+  }
+};
+
+TEST_F(OnScreen, AfterEachStepItIsWhatPaintingAnewGives) {
+  ExpectRepainted("loading");
+  Click("Command_Next");
+  ExpectRepainted("the next subtitle");
+  Dialogs.ExpectColour(QColor(10, 20, 30));
+  Click("Label1_1");
+  Dialogs.Verify();
+  ExpectRepainted("another colour of the palette");
+  Choose("ImageCombo2", "7");
+  ExpectRepainted("another colour of a code");
+  Choose("Combo1_1", "5");
+  ExpectRepainted("another opacity");
+  Click("Command_SetAll");
+  ExpectRepainted("setting it for all");
+  Action("Undo").trigger();
+  ExpectRepainted("taking it back");
+  Click("Option_Colour");
+  ExpectRepainted("another background");
+  Click("Option_720x480");
+  ExpectRepainted("another frame");
+  for (const char* guide : {"SafeAreas", "SubtitleArea", "Rulers", "Letterbox", "ZoomIn", "ZoomOut"}) {
+    Action(guide).trigger();
+    ExpectRepainted(guide);
+  }
+  Click("Command_Prev");
+  ExpectRepainted("the subtitle before");
+}
+
+TEST_F(OnScreen, WhileStreamsAreMergedToo) {
+  Merge(OtherTwo(), "20");
+  Review();
+  ExpectRepainted("merging");
+  TypeOffset("-150");
+  Review();
+  ExpectRepainted("another offset");
+  ClickPair(2);
+  ExpectRepainted("another row");
+  Click("Check_MergedCodes");
+  ExpectRepainted("the codes");
+  Choose("Combo_SecondaryCode_1", "3");
+  Review();
+  ExpectRepainted("another code");
+  Click("Option_Split");
+  Review();
+  ExpectRepainted("packets of both");
+  Action("LeaveMerge").trigger();
+  ExpectRepainted("leaving");
+}
+
+}  // namespace
+}  // namespace quillmark::test
