@@ -62,6 +62,17 @@ class Layout : public ShapedTexts, public WindowTest {
   [[nodiscard]] int LeftOf(const QString& name) const {
     return Control<QWidget>(name).mapTo(&Window, QPoint()).x();
   }
+  void ExpectApart() const {
+    const std::vector<QWidget*> controls = VisibleControls();
+    for (const QWidget* one : controls) {
+      for (const QWidget* other : controls) {
+        if (one < other && one->parentWidget() == other->parentWidget()) {
+          EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+              << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+      }
+    }
+  }
   [[nodiscard]] std::vector<QWidget*> VisibleControls() const {
     std::vector<QWidget*> controls;
     for (QWidget* control : Window.findChildren<QWidget*>()) {
@@ -217,15 +228,30 @@ TEST_F(Layout, DetailFieldsShowTheirTextsWhole) {
 }
 
 TEST_F(Layout, ControlsDoNotOverlap) {
-  const std::vector<QWidget*> controls = VisibleControls();
-  for (const QWidget* one : controls) {
-    for (const QWidget* other : controls) {
-      if (one < other && one->parentWidget() == other->parentWidget()) {
-        EXPECT_FALSE(one->geometry().intersects(other->geometry()))
-            << one->objectName().toStdString() << " and " << other->objectName().toStdString();
-      }
+  ExpectApart();
+}
+
+TEST_F(Layout, ControlsOfAReviewDoNotOverlapAndStandInTheirOrder) {
+  const QString second = Write("second.sup", ThreeSubtitles());
+  Dialogs.ExpectOpen(second);
+  Dialogs.ExpectMessageWith({"Found secondary Subtitles: "});
+  Dialogs.ExpectInput("0");
+  Click("Command_LoadSecond");
+  Dialogs.Verify();
+  Click("Check_MergedCodes");
+  QCoreApplication::processEvents();
+  ExpectApart();
+  const auto inOrder = [this](std::initializer_list<const char*> names) {
+    int left = -1;
+    for (const char* name : names) {
+      EXPECT_GE(LeftOf(name), left) << name;
+      left = LeftOf(name) + Control<QWidget>(name).width();
     }
-  }
+  };
+  inOrder({"Spin_YOffset", "Slider_YOffset", "Command_SuggestOffset", "Check_MergedCodes"});
+  EXPECT_GT(Control<QWidget>("Slider_YOffset").width(), Control<QWidget>("Spin_YOffset").width())
+      << "what room is left is the slider's";
+  inOrder({"Option_Pairs", "Option_Split", "Spin_Join"});
 }
 
 TEST_F(Layout, FrameStandsLeftOfTheCommands) {

@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QTest>
 
+#include "tests/app/PaletteFiles.h"
 #include "tests/app/ReviewTest.h"
 
 namespace quillmark::test {
@@ -53,6 +54,10 @@ TEST_F(OnScreen, AfterEachStepItIsWhatPaintingAnewGives) {
   Click("Label1_1");
   Dialogs.Verify();
   ExpectRepainted("another colour of the palette");
+  Dialogs.ExpectOpen(Write("red.pal", PalWithRed()));
+  Click("Command_LoadPalette");
+  Dialogs.Verify();
+  ExpectRepainted("another palette");
   Choose("ImageCombo2", "7");
   ExpectRepainted("another colour of a code");
   Choose("Combo1_1", "5");

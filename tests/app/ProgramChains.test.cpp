@@ -95,6 +95,16 @@ TEST_F(ProgramChains, ChosenPaletteIsSetAndShown) {
   EXPECT_EQ(FrameColour(102, 400), RedOfChain);
 }
 
+TEST_F(ProgramChains, DoubleClickTakesThePaletteOfItsRow) {
+  Open([](QDialog& dialog) {
+    QTableView& list = List(dialog);
+    const QPoint place = list.visualRect(list.model()->index(1, 1)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+  });
+  EXPECT_EQ(SwatchColour(1), RedOfChain);
+}
+
 TEST_F(ProgramChains, ChoiceIsOneStepOfTheHistory) {
   const QColor before = SwatchColour(1);
   Open(TakeSecond);
