@@ -241,4 +241,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   return 0;
 }
 
-QUILLMARK_MUTATOR(240, [](Bytes& input, Dice& dice) { MutateTwoStreams(4, input, dice); })
+QUILLMARK_MUTATOR(180, [](Bytes& input, Dice& dice) { MutateTwoStreams(4, input, dice); })

@@ -52,4 +52,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   return 0;
 }
 
-QUILLMARK_MUTATOR(150, MutateStream)
+QUILLMARK_MUTATOR(110, MutateStream)
