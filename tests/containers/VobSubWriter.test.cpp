@@ -47,6 +47,18 @@ class VobSubWriter : public test::FolderTest {
     auto read = ReadVobSub(Index());
     return read && *read ? std::move(**read) : Container();
   }
+  /// The folder is made while the packs are written.
+  void WriteWithAFolderInTheIndexsPlace() const {
+    VobSubOptions options;
+    options.Existing = Overwriting::Allowed;
+    const Bytes packets = SupPacket(0, SoundUnit());
+    const auto written = WriteVobSub(Index(), {{.Packets = packets, .Language = {}, .Name = {}}}, options,
+                                     [this](std::uint64_t /*done*/, std::uint64_t /*of*/) {
+                                       QDir(Folder()).mkdir(QStringLiteral("film.idx"));
+                                       return true;
+                                     });
+    EXPECT_THAT(written.Reason(), HasSubstr("film.idx: "));
+  }
 };
 
 TEST_F(VobSubWriter, WhatIsReadAgainIsTheSameToTheTick) {
@@ -185,29 +197,13 @@ TEST_F(VobSubWriter, IndexThatCannotBeWrittenLeavesNoSub) {
 
 TEST_F(VobSubWriter, IndexThatCannotTakeItsPlaceLeavesTheOldSub) {
   Put("film.sub", "old");
-  VobSubOptions options;
-  options.Existing = Overwriting::Allowed;
-  const Bytes packets = SupPacket(0, SoundUnit());
-  const auto written = WriteVobSub(Index(), {{.Packets = packets, .Language = {}, .Name = {}}}, options,
-                                   [this](std::uint64_t /*done*/, std::uint64_t /*of*/) {
-                                     QDir(Folder()).mkdir(QStringLiteral("film.idx"));
-                                     return true;
-                                   });
-  EXPECT_THAT(written.Reason(), HasSubstr("film.idx: "));
+  WriteWithAFolderInTheIndexsPlace();
   EXPECT_EQ(Read("film.sub"), "old");
   EXPECT_THAT(Names(), ElementsAre("film.idx", "film.sub"));
 }
 
 TEST_F(VobSubWriter, IndexThatCannotTakeItsPlaceLeavesNoSubWhereNoneWas) {
-  VobSubOptions options;
-  options.Existing = Overwriting::Allowed;
-  const Bytes packets = SupPacket(0, SoundUnit());
-  const auto written = WriteVobSub(Index(), {{.Packets = packets, .Language = {}, .Name = {}}}, options,
-                                   [this](std::uint64_t /*done*/, std::uint64_t /*of*/) {
-                                     QDir(Folder()).mkdir(QStringLiteral("film.idx"));
-                                     return true;
-                                   });
-  EXPECT_THAT(written.Reason(), HasSubstr("film.idx: "));
+  WriteWithAFolderInTheIndexsPlace();
   EXPECT_THAT(Names(), ElementsAre("film.idx"));
 }
 
