@@ -495,6 +495,17 @@ TEST_F(Recovery, EditThatDoesNotFitLeavesNoTrace) {
   EXPECT_FALSE(Offers());
 }
 
+TEST_F(Recovery, FirstEditThatDoesNotFitLeavesNothingToRestore) {
+  const QString path = LoadStream(ThreeSubtitles());
+  StreamEdit edit;
+  edit.Replace(100'000, 1, Bytes{1});
+  EXPECT_FALSE(Window.Content().Make({.Name = "Wrong", .What = edit}).IsOk());
+  LoadInto(Window, path);
+  EXPECT_FALSE(Offers());
+  SetAll(Window, 7);
+  EXPECT_EQ(Stream(), Recoloured(7));
+}
+
 TEST_F(Recovery, FolderThatCannotBeWrittenIsToldOnceAndCostsNothingElse) {
   ASSERT_TRUE(QFile(State.Path() + "/quillmark").open(QIODevice::WriteOnly));
   const QString path = LoadStream(ThreeSubtitles());
