@@ -179,10 +179,9 @@ StreamEdit AssignCodesTo(const SupStream& stream, std::size_t subtitles, const I
   EditBuilder edit;
   const ArgumentChange colours(codes.Colours);
   const ArgumentChange contrasts(codes.Contrasts);
-  const bool isOfBoth = colours.IsNeeded && contrasts.IsNeeded;
   edit.Expect(subtitles);
   const WholeCodes whole(stream, colours.Whole(), contrasts.Whole());
-  const bool allWhole = isOfBoth && !colours.ReadsOld && !contrasts.ReadsOld;
+  const bool allWhole = !colours.ReadsOld && !contrasts.ReadsOld;
   for (std::size_t k = 0; k < subtitles; ++k) {
     const std::size_t i = indexAt(k);
     if (codes.NeedsCommands && !HasCommandsFor(stream, i, codes)) {

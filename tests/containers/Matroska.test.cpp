@@ -491,6 +491,15 @@ TEST(ReadMatroska, DamageBetweenClustersIsPassed) {
   EXPECT_THAT(Times(read), ElementsAre(90, 270));
 }
 
+/// Wherever its ID stands among the blocks of bytes in which it is looked for.
+TEST(ReadMatroska, ClusterBehindDamageIsFoundWhereverItStarts) {
+  for (std::size_t damage = 1000; damage < 1100; ++damage) {
+    const Container read = Taken(ReadBytes(
+        MatroskaFile(Joined({OneTrack(), Bytes(damage), Cluster(3, SimpleBlock(1, 0, PlainUnit(8)))}))));
+    EXPECT_THAT(Times(read), ElementsAre(270)) << damage;
+  }
+}
+
 TEST(ReadMatroska, BlockThatPassesItsClusterIsDamage) {
   Bytes block = SimpleBlock(1, 0, PlainUnit(8));
   block[8] = 0xFF;  // the last byte of its size

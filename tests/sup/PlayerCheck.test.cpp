@@ -271,6 +271,8 @@ TEST(CheckForPlayers, NoEndAndANextStartFartherThanADelaySays) {
 
 TEST(CheckForPlayers, WithoutASequenceThereIsNoDelayAndNoGap) {
   const Bytes nothing = PacketBuilder().Unit({0x11, 0x00, 0x12, 0x00}).ControlOffset(8).Build();
+  EXPECT_THAT(ForPlayers(nothing),
+              testing::Not(testing::Contains(Field("Code", &StreamProblem::Code, Code::MissingStart))));
   EXPECT_THAT(ForPlayers(Join({nothing, Sound(500).Build()})),
               testing::Not(testing::Contains(Field("Code", &StreamProblem::Code, Code::ShortGap))));
 }

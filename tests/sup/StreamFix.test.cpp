@@ -295,6 +295,13 @@ TEST(FixStream, PlayersNeedAMillisecondBeforeTheNextStart) {
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
+TEST(FixStream, BothBytesOfTheDelayThatWasAreNoted) {
+  // 300 x 1000 ticks end at the next start; 292 x 1024 are 299,008.
+  const Fixed fixed =
+      Fix(Join({SoundAt(0).Delay(300).Build(), SoundAt(300000).Build()}), {.Profile = CheckProfile::Player});
+  EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::CutEnd, 1, 300, 292)));
+}
+
 TEST(FixStream, PlayersNeedAStopCommand) {
   const Bytes without = PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
                                                 Sequence(90, 32, {StartDisplay, EndOfSequence})}));

@@ -120,5 +120,12 @@ TEST(PacketMarks, SeverityIsThatOfTheWorstProblem) {
   EXPECT_EQ(marks.Severity(), ProblemSeverity::CannotBeShown);
 }
 
+TEST(ProblemMessage, FieldOutsideTellsItsOffsetAndTheUnitsSize) {
+  EXPECT_EQ(ProblemMessage(MakeProblem(0, 1, 14, Code::FieldOutside, {0, 60, 38})),
+            "the top field's offset 60 leads out of the unit of 38 bytes");
+  EXPECT_EQ(ProblemMessage(MakeProblem(0, 1, 14, Code::FieldOutside, {1, 61, 39})),
+            "the bottom field's offset 61 leads out of the unit of 39 bytes");
+}
+
 }  // namespace
 }  // namespace quillmark
