@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "sup/PacketCheck.h"
 #include "sup/PacketMarks.h"
 
 namespace quillmark {
