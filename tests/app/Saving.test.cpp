@@ -69,6 +69,14 @@ TEST_F(Saving, NameWithoutAPointIsWrittenAsItIs) {
   EXPECT_EQ(Read(Path("movie")), ThreeSubtitles());
 }
 
+TEST_F(Saving, ProposalForAPathOfFourCharactersHasItsName) {
+  LoadStream(ThreeSubtitles());
+  Control<QLineEdit>("Text1").setText("abcd");
+  Dialogs.ExpectCancelled(DialogKind::SaveFile);
+  Click("Command_SaveSup");
+  EXPECT_EQ(QFileInfo(Dialogs.Last().Name).fileName(), "abcd_new.sup");
+}
+
 TEST_F(Saving, ProposalForAPathBelowFourCharactersIsTestNewInTheProgramsFolder) {
   LoadStream(ThreeSubtitles());
   Control<QLineEdit>("Text1").setText("abc");

@@ -231,6 +231,11 @@ TEST(AuthoringXml, AnElementHas65536BytesAtMost) {
   EXPECT_EQ((*spus)[0].Image.size(), 65521U);
 }
 
+TEST(AuthoringXml, EmptyLinesBeforeALongElementCount) {
+  const std::string longest = "<spu image=\"" + std::string(65522, 'x') + "\"/>";
+  EXPECT_EQ(ParseAuthoringXml("\n\n" + longest).Reason(), "line 3: an element has more than 65536 bytes");
+}
+
 TEST(AuthoringXml, WhatStandsInQuotesEndsNoElement) {
   const std::string filler(40000, 'x');
   EXPECT_EQ(WhyNot("<spu start=\">\" image=\"" + filler + "\" end='\">' highlight=\"" + filler + "\"/>"),

@@ -367,6 +367,15 @@ TEST(FactsOfSubstreams, StreamThatIsNotPresentNamesNoSubstream) {
   EXPECT_EQ(facts->Languages[3], "");
 }
 
+TEST(FactsOfSubstreams, StreamOfAChainThatTheTitlesDoNotHaveSaysNothing) {
+  const auto facts = FactsOfSubstreams(
+      *ReadIfo(FileWithTwoLanguages({.Subpictures = {{0x80, 0, 0, 0}, {0x81, 0, 0, 0}, {0x82, 0, 0, 0}}})));
+  ASSERT_TRUE(facts);
+  EXPECT_EQ(facts->Languages[1], "de");
+  EXPECT_EQ(facts->Languages[2], "");
+  EXPECT_EQ(facts->Names[2], "");
+}
+
 TEST(FactsOfSubstreams, FormsOfWideVideoAreSubstreamsOfTheirOwn) {
   Bytes file = FileWithTwoLanguages({.Subpictures = {{0x80, 1, 2, 0}, {0x80, 3, 0, 0}}});
   file[0x200] = 0x4C;

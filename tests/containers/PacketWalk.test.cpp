@@ -133,6 +133,12 @@ TEST(PacketWalk, LengthThatRunsOverTheNextPackIsCutThere) {
               ElementsAre(A, B));
 }
 
+TEST(PacketWalk, LengthThatRunsOverAPackRightBehindItIsCutThere) {
+  // Of the packet there is its start code and its length alone.
+  const Bytes head = {0x00, 0x00, 0x01, 0xBD, 0x00, 0x64};
+  EXPECT_THAT(PayloadsIn(Join({PackA, PackHead(), head, PackB, Bytes(100, 0x12)})), testing::Contains(B));
+}
+
 TEST(PacketWalk, PacketsWithoutPacks) {
   const Bytes packet = SubtitlePacket(A);
   EXPECT_THAT(PayloadsIn(Join({packet, SubtitlePacket(B)})), ElementsAre(A, B));

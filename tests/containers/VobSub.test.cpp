@@ -265,22 +265,42 @@ TEST(VobSub, UnitsWithoutTimesOfTheirOwnAreNotTold) {
   EXPECT_THAT(track.Notes, IsEmpty());
 }
 
-TEST(VobSub, LinesThatNameOneUnitOverAndOverAreRefused) {
-  // Two languages of 135 lines each, all of which name a unit of 65,000 bytes in a .sub of 65,060: no more
-  // than the lines of one language fit four times the .sub and 16 MiB.
+/// A unit of 65,000 bytes in two packets.
+Bytes LargeUnitPacks() {
   const Bytes unit = SoundUnit(65000);
-  const Bytes packs = Join(
+  return Join(
       {PackHead(), SubtitlePacket(Part(unit, 0, 40000), 90000), SubtitlePacket(Part(unit, 40000, 65000))});
-  ASSERT_EQ(packs.size(), 65039U);
+}
+
+/// So many lines of one language, all of which name the first unit.
+std::string LinesOfOneUnit(int lines) {
   std::string language = "id: en, index: 0\n";
-  for (int i = 0; i < 135; ++i) {
+  for (int i = 0; i < lines; ++i) {
     language += "timestamp: 00:" + std::to_string(10 + i / 60) + ":" + std::to_string(10 + i % 50) + ":" +
                 std::to_string(100 + i) + ", filepos: 0\n";
   }
+  return language;
+}
+
+TEST(VobSub, LinesThatNameOneUnitOverAndOverAreRefused) {
+  // Two languages of 135 lines each, in a .sub of 65,039 bytes: no more than the lines of one language fit
+  // four times the .sub and 16 MiB.
+  const Bytes packs = LargeUnitPacks();
+  ASSERT_EQ(packs.size(), 65039U);
+  const std::string language = LinesOfOneUnit(135);
   EXPECT_EQ(TrackIn(language, packs).Packets.size(), 135U * 65010U);
   EXPECT_EQ(ReadPair(language + language, packs).Reason(),
             "the index names the same subtitles over and over: 17552700 bytes of them out of a .sub of 65039 "
             "bytes");
+}
+
+TEST(VobSub, LinesMayNameFourTimesTheSubAnd16MibAndNoByteMore) {
+  // 264 lines of 65,010 bytes are 17,162,640: four times 96,356, and 16,777,216.
+  const std::string index = LinesOfOneUnit(132) + LinesOfOneUnit(132);
+  const Bytes packs = Join({LargeUnitPacks(), Bytes(31317, 0xFF)});
+  ASSERT_EQ(packs.size(), 96356U);
+  EXPECT_TRUE(ReadPair(index, packs));
+  EXPECT_FALSE(ReadPair(index, Join({LargeUnitPacks(), Bytes(31316, 0xFF)})));
 }
 
 TEST(VobSub, OneUnitAtTwoTimes) {

@@ -176,6 +176,19 @@ TEST_F(ContactSheet, PageNumberStandsInTheMiddleOfTheFoot) {
   EXPECT_NEAR((first + last) / 2, foot.center().y(), 4);
 }
 
+TEST_F(ContactSheet, PageNumberIsGreyThatTheCaptionsComeFirst) {
+  ASSERT_TRUE(Write(StreamOf(1)));
+  const QImage page(Path("film_001.png"));
+  int darkest = 255;
+  for (int y = page.height() - 56; y < page.height(); ++y) {
+    for (int x = 0; x < page.width(); ++x) {
+      darkest = std::min(darkest, qGray(page.pixel(x, y)));
+    }
+  }
+  EXPECT_GE(darkest, 0x70);
+  EXPECT_LT(darkest, 0xB0);
+}
+
 TEST_F(ContactSheet, WhatCannotBeConvertedHasItsPlace) {
   const auto written = Write(test::Index(Join(
       {Sound().Build(), Sound(Second).WithoutArea().Build(), Sound(2 * Second).Area(5, 4, 0, 1).Build()})));

@@ -281,6 +281,12 @@ TEST(CheckStream, ReversedArea) {
   EXPECT_THAT(Check(Sound().Area(0, 9, 2, 0).Build()), ElementsAre(Problem(18, 1, Code::ReversedArea)));
 }
 
+TEST(CheckStream, AreaOfOneColumnOrOneLineIsNotReversed) {
+  EXPECT_THAT(Check(Sound().Area(10, 10, 0, 1).Build()), IsEmpty());
+  EXPECT_THAT(Check(Sound().Area(0, 9, 2, 2).Build()),
+              ElementsAre(Problem(18, 1, Code::OddHeight, "height 1")));
+}
+
 TEST(CheckStream, NoDelayIsNoEnd) {
   EXPECT_THAT(Check(PacketBuilder().Build()), ElementsAre(Problem(18, 1, Code::NoEnd)));
 }

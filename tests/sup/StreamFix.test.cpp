@@ -218,6 +218,15 @@ TEST(FixStream, ALastSequenceThatPointsToNothingPointsToItself) {
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::ClosedSequences, 1, 0)));
 }
 
+TEST(FixStream, ALastSequenceThatPointsIntoFillingPointsToItself) {
+  const auto packet = [](unsigned next, const Bytes& rest) {
+    return PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
+                                   Sequence(90, next, {StopDisplay, EndOfSequence}), rest}));
+  };
+  EXPECT_EQ(Fix(packet(0, {0x00, 0xFF})).File, packet(32, {0x00, 0xFF}));
+  EXPECT_EQ(Fix(packet(0, {0x00, 0x01})).File, packet(0, {0x00, 0x01}));
+}
+
 TEST(FixStream, ACommandThatIsCutShortIsNotMended) {
   const Bytes file = PacketOfSequences(Sequence(0, 8, {StartDisplay, {0x05, 0x12, 0x34}}));
 
