@@ -38,6 +38,20 @@ TEST(ColourName, HuesGoRound) {
   }
 }
 
+TEST(ColourName, EachHueBeginsAtItsDegree) {
+  // 14 and 15 degrees, 44 and 45, 69 and 70, and so on, with 256 steps between two of 60 degrees.
+  static constexpr Named Hues[] = {
+      {MakeRgb(255, 63, 0), "red"},     {MakeRgb(255, 64, 0), "orange"},   {MakeRgb(255, 191, 0), "orange"},
+      {MakeRgb(255, 192, 0), "yellow"}, {MakeRgb(217, 255, 0), "yellow"},  {MakeRgb(213, 255, 0), "green"},
+      {MakeRgb(0, 255, 191), "green"},  {MakeRgb(0, 255, 192), "cyan"},    {MakeRgb(0, 196, 255), "cyan"},
+      {MakeRgb(0, 192, 255), "blue"},   {MakeRgb(84, 0, 255), "blue"},     {MakeRgb(85, 0, 255), "purple"},
+      {MakeRgb(191, 0, 255), "purple"}, {MakeRgb(192, 0, 255), "magenta"}, {MakeRgb(255, 0, 90), "magenta"},
+      {MakeRgb(255, 0, 85), "red"}};
+  for (const Named& hue : Hues) {
+    EXPECT_EQ(ColourName(hue.Colour).toStdString(), hue.Name);
+  }
+}
+
 TEST(ColourName, LightAndDarkAreTold) {
   static constexpr Named Colours[] = {
       {MakeRgb(252, 150, 150), "light red"},  {MakeRgb(150, 253, 150), "light green"},

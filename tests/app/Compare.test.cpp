@@ -68,6 +68,17 @@ TEST_F(CompareFile, TellsWhatDiffers) {
             "None here, subtitle 4 in the other file, 00:00:13.00, added");
 }
 
+TEST_F(CompareFile, NumbersStandAtTheRightAndTextsAtTheLeft) {
+  LoadAndCompare();
+  QList<int> alignments;
+  for (int column = 0; column < 4; ++column) {
+    alignments.append(Differences().model()->index(0, column).data(Qt::TextAlignmentRole).toInt());
+  }
+  constexpr int Right = Qt::AlignRight | Qt::AlignVCenter;
+  constexpr int Left = Qt::AlignLeft | Qt::AlignVCenter;
+  EXPECT_EQ(alignments, (QList<int>{Right, Right, Left, Left}));
+}
+
 TEST_F(CompareFile, TellsOfOtherBytesAfterTheLastSubtitle) {
   LoadStream(ThreeSubtitles());
   CompareWith(Join({ThreeSubtitles(), {0x01, 0x02}}));

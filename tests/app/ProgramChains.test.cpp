@@ -89,6 +89,18 @@ TEST_F(ProgramChains, SubtitleShownIsDrawnInEachPalette) {
   });
 }
 
+TEST_F(ProgramChains, WithoutASubtitleThereIsNoColumnOfPictures) {
+  Open([](QDialog& dialog) {
+    EXPECT_FALSE(List(dialog).isColumnHidden(5));
+    dialog.reject();
+  });
+  LoadStream({});
+  Open([](QDialog& dialog) {
+    EXPECT_TRUE(List(dialog).isColumnHidden(5));
+    dialog.reject();
+  });
+}
+
 TEST_F(ProgramChains, ChosenPaletteIsSetAndShown) {
   Open(TakeSecond);
   EXPECT_EQ(SwatchColour(1), RedOfChain);

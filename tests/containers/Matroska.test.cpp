@@ -378,6 +378,13 @@ TEST(ReadMatroska, OtherCompressionsAreNamed) {
               ElementsAre("track 1 is compressed with bzlib, which is not read"));
 }
 
+TEST(ReadMatroska, FirstCompressionThatIsNotReadIsNamed) {
+  const Bytes bzlib = Element(0x6240, Element(0x5034, NumberElement(0x4254, 1)));
+  const Bytes lzo1x = Element(0x6240, Element(0x5034, NumberElement(0x4254, 2)));
+  EXPECT_THAT(ReadTrackWith(Element(0x6D80, Joined({bzlib, lzo1x}))).Notes,
+              ElementsAre("track 1 is compressed with bzlib, which is not read"));
+}
+
 TEST(ReadMatroska, EncryptedTrackIsSaidToBe) {
   const Container read =
       ReadTrackWith(Encoding(Joined({NumberElement(0x5033, 1), Element(0x5035, Bytes())})));

@@ -98,6 +98,8 @@ TEST(VobSubPacks, LastTimeOfAll) {
 
 TEST(VobSubPacks, LineHasMillisecondsCutOff) {
   EXPECT_EQ(VobSubLine(90089, 0xA800), "timestamp: 00:00:01:000, filepos: 00000a800\n");
+  EXPECT_EQ(VobSubLine(324000000, 0), "timestamp: 01:00:00:000, filepos: 000000000\n");
+  EXPECT_EQ(VobSubLine(5400000, 0), "timestamp: 00:01:00:000, filepos: 000000000\n");
   EXPECT_EQ(VobSubLine(8589934591, 0x123456789), "timestamp: 26:30:43:717, filepos: 123456789\n");
 }
 
