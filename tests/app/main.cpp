@@ -14,10 +14,16 @@ namespace {
 
 QtMessageHandler previousHandler = nullptr;
 
+/// What Qt warns of while a test runs is a fault: a painter that is not restored, a connection that is none.
 /// Off screen there is no window manager, and Qt says so at every dialog.
-void DropRemarksOnThePlatform(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  if (!text.startsWith("This plugin does not support")) {
-    previousHandler(type, context, text);
+void TakeWarnings(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (text.startsWith("This plugin does not support")) {
+    return;
+  }
+  previousHandler(type, context, text);
+  if (type != QtDebugMsg && type != QtInfoMsg &&
+      testing::UnitTest::GetInstance()->current_test_info() != nullptr) {
+    ADD_FAILURE() << text.toStdString();
   }
 }
 
@@ -85,7 +91,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
   QStandardPaths::setTestModeEnabled(true);
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  previousHandler = qInstallMessageHandler(DropRemarksOnThePlatform);
+  previousHandler = qInstallMessageHandler(TakeWarnings);
   const QApplication application(argc, argv);
   QApplication::setStyle(new QuickStyle);
   quillmark::test::ShapedTexts::SetStrategy(QFont::PreferNoShaping);
