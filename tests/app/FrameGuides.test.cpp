@@ -253,6 +253,8 @@ TEST_F(Guides, RulersStayInSightWhereTheFrameScrolls) {
   const QRect across(60, 0, view->width() - 60, 4);
   EXPECT_EQ(after.copy(across), before.copy(across));
   EXPECT_EQ(after.pixel(0, view->height() - 1), shaded);
+  Pick("Action_Rulers");
+  EXPECT_NE(view->grab().toImage().copy(across), after.copy(across)) << "it was a ruler";
 }
 
 TEST_F(Guides, NothingOfThemIsWritten) {

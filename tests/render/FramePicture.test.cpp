@@ -61,6 +61,17 @@ TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAFile) {
   ExpectTakenBack();
 }
 
+TEST_F(FramePictureTest, FileIsDrawnOverBlackWhereItIsTransparent) {
+  QImage picture(2, 1, QImage::Format_ARGB32);
+  picture.setPixel(0, 0, 0x00000000U);
+  picture.setPixel(1, 0, 0xFF00FF00U);
+  ASSERT_TRUE(picture.save(Path("half.png")));
+  Frame.DrawBackground(576, BlueGround, nullptr);
+  Frame.DrawBackground(576, {.Source = Background::Kind::PictureFile, .File = Path("half.png")}, nullptr);
+  EXPECT_EQ(Frame.Image().pixel(0, 300), 0xFF000000U);
+  EXPECT_EQ(Frame.Image().pixel(719, 300), 0xFF00FF00U);
+}
+
 TEST_F(FramePictureTest, TakesBackWhatWasLaidOverAColourAfterAFile) {
   QImage green(1, 1, QImage::Format_RGB32);
   green.fill(0xFF00FF00U);

@@ -153,6 +153,22 @@ TEST(MergedPicture, LastLineOfAnOddHeightShowsWhatIsBelow) {
   EXPECT_EQ(PixelAt(image, 10, 22), 0xFF0000FFU);
 }
 
+TEST(MergedPicture, PictureOfOneColumnIsShown) {
+  const QImage image = Composed(Input(Flat(10, 20, 4, 2, 1), Flat(12, 20, 1, 2, 3)));
+  EXPECT_EQ(PixelAt(image, 11, 20), 0xFF0000FFU);
+  EXPECT_EQ(PixelAt(image, 12, 20), 0xFFFFFFFFU);
+  EXPECT_EQ(PixelAt(image, 13, 20), 0xFF0000FFU);
+}
+
+TEST(MergedPicture, RowsAreShownAsFarAsTheFrameGoes) {
+  for (int rows = 1; rows <= 5; ++rows) {
+    const QImage image = Composed(Input(Flat(0, 0, 2, 2, 1), Flat(10, 576 - rows, 4, 8, 3)));
+    EXPECT_EQ(PixelAt(image, 10, 575 - rows), 0U);
+    EXPECT_EQ(PixelAt(image, 10, 576 - rows), 0xFFFFFFFFU) << rows;
+    EXPECT_EQ(PixelAt(image, 10, 575), 0xFFFFFFFFU) << rows;
+  }
+}
+
 TEST(MergedPicture, EqualColoursOfDifferentOriginAreOneCell) {
   // White over blue and white over nothing.
   const Picture primary = Flat(10, 20, 8, 4, 1);
