@@ -18,7 +18,6 @@ namespace {
 
 constexpr int ShortestResult = 3;
 constexpr Rgb DarkestChoice = 2;
-constexpr int CustomColourCount = 16;
 
 /// Tells a file's type by its name. Qt's own provider reads into every file of the folder whose ending it
 /// does not know, which takes long for discs and for folders of other machines.
@@ -74,7 +73,7 @@ QString UpToNul(const QString& text) {
 /// all of its colour dialogs; once, at the first use, it is made black.
 void PrepareCustomColours() {
   static const bool prepared = [] {
-    for (int i = 0; i < CustomColourCount; ++i) {
+    for (int i = 0; i < QColorDialog::customCount(); ++i) {
       QColorDialog::setCustomColor(i, Qt::black);
     }
     return true;

@@ -237,8 +237,6 @@ StreamEdit AssignCodes(const SupStream& stream, std::span<const std::size_t> ind
 }
 
 ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only, const CodeAssignment& codes) {
-  CodeAssignment sound = codes;
-  sound.NeedsCommands = true;
   const bool writesColours = ArgumentChange(codes.Colours).IsNeeded;
   const bool writesContrasts = ArgumentChange(codes.Contrasts).IsNeeded;
   const auto file = FileOf(stream);
@@ -257,7 +255,7 @@ ToolResult AssignChosen(const SupStream& stream, const SubtitleSet& only, const 
       written.push_back(index);
     }
   });
-  const StreamEdit edit = AssignCodes(stream, written, sound);
+  const StreamEdit edit = AssignCodes(stream, written, codes);
   EditBuilder differences;
   std::span<const std::uint8_t> fresh = edit.Bytes;
   auto index = written.begin();

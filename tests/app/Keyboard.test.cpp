@@ -196,6 +196,9 @@ TEST_F(Keyboard, ReturnPressesTheFocusedButton) {
   Dialogs.ExpectColour(QColor(10, 20, 30));
   Press(Qt::Key_Return);
   EXPECT_EQ(SwatchColour(4), QColor(10, 20, 30));
+  Dialogs.ExpectColour(QColor(30, 20, 10));
+  Press(Qt::Key_Enter);
+  EXPECT_EQ(SwatchColour(4), QColor(30, 20, 10));
 }
 
 TEST_F(Keyboard, StepButtonThatEndsHandsTheFocusToTheOther) {

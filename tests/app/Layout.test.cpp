@@ -62,6 +62,9 @@ class Layout : public ShapedTexts, public WindowTest {
   [[nodiscard]] int LeftOf(const QString& name) const {
     return Control<QWidget>(name).mapTo(&Window, QPoint()).x();
   }
+  [[nodiscard]] int TopOf(const QString& name) const {
+    return Control<QWidget>(name).mapTo(&Window, QPoint()).y();
+  }
   void ExpectApart() const {
     const std::vector<QWidget*> controls = VisibleControls();
     for (const QWidget* one : controls) {
@@ -147,6 +150,8 @@ TEST_F(Layout, GroupsBelowTheFrameGoToTheCommandsWhereTheFrameNeedsTheirPlace) {
   }
   Resize(ScaledScreen);
   EXPECT_TRUE(IsWhole("Picture1"));
+  EXPECT_LT(TopOf("Frame1"), TopOf("Frame2"));
+  EXPECT_EQ(TopOf("Frame2"), TopOf("Frame3"));
   for (const char* name : {"Frame1", "Frame2", "Frame3"}) {
     EXPECT_GE(LeftOf(name), right) << name;
     EXPECT_TRUE(IsWhole(name)) << name;
@@ -264,7 +269,7 @@ TEST_F(Layout, GroupsStandInTheOrderOfWork) {
   int above = -1;
   for (const char* name :
        {"Command_LoadSup", "Command_Next", "Text_StartTime", "Label1_0", "ImageCombo1", "Combo1_0"}) {
-    const int top = Control<QWidget>(name).mapTo(&Window, QPoint()).y();
+    const int top = TopOf(name);
     EXPECT_GT(top, above) << name;
     above = top;
   }

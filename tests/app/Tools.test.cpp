@@ -93,6 +93,22 @@ TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
   });
 }
 
+/// A field's unit stands behind it.
+TEST_F(Tools, WhatAFieldCountsStandsBehindIt) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& dialog) {
+    const auto& shift = dialog.Control<QLineEdit>("Field_shift");
+    const QLabel* unit = nullptr;
+    for (const QLabel* label : shift.parentWidget()->findChildren<QLabel*>()) {
+      unit = label->text() == "ms, later; a negative number is earlier" ? label : unit;
+    }
+    ASSERT_NE(unit, nullptr);
+    EXPECT_TRUE(unit->isVisible());
+    EXPECT_GT(unit->geometry().left(), shift.geometry().right());
+    dialog.Cancel();
+  });
+}
+
 TEST_F(Tools, RetimeWritesTheNewTimesAndNothingElse) {
   LoadStream(Join({At(1).Build(), At(3).Build()}));
   In("Retime", [](const OpenTool& tool) {

@@ -236,6 +236,11 @@ TEST(AuthoringXml, EmptyLinesBeforeALongElementCount) {
   EXPECT_EQ(ParseAuthoringXml("\n\n" + longest).Reason(), "line 3: an element has more than 65536 bytes");
 }
 
+TEST(AuthoringXml, LongElementBehindACommentIsRefused) {
+  EXPECT_EQ(WhyNot("<!-- <spu> --><spu image=\"" + std::string(65522, 'x') + "\"/>"),
+            "line 3: an element has more than 65536 bytes");
+}
+
 TEST(AuthoringXml, WhatStandsInQuotesEndsNoElement) {
   const std::string filler(40000, 'x');
   EXPECT_EQ(WhyNot("<spu start=\">\" image=\"" + filler + "\" end='\">' highlight=\"" + filler + "\"/>"),

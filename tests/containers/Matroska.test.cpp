@@ -471,6 +471,16 @@ TEST(ReadMatroska, DurationOfAUnitThatDoesNotEndByItselfIsToldLost) {
               IsEmpty());
 }
 
+TEST(ReadMatroska, DurationOfABlockWithoutAUnitIsNotToldLost) {
+  const Bytes duration = NumberElement(0x9B, 2000);
+  for (const Bytes& payload : {Bytes(3), Bytes{0, 8, 0, 4}}) {  // no unit, and one that is cut short
+    const Container read = Taken(ReadBytes(MatroskaFile(Joined(
+        {OneTrack(),
+         Cluster(1, Joined({BlockGroup(1, 0, PlainUnit(8)), BlockGroup(1, 0, payload, duration)}))}))));
+    EXPECT_THAT(read.Tracks.at(0).Notes, testing::Not(testing::Contains(HasSubstr("has no end"))));
+  }
+}
+
 TEST(ReadMatroska, DurationIsOfItsOwnClustersBlock) {
   const Bytes first = Cluster(1, BlockGroup(1, 0, PlainUnit(8), NumberElement(0x9B, 2000)));
   // A block without a group, which is none of the first track's.

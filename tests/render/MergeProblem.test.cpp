@@ -106,6 +106,12 @@ TEST(MergeProblem, ClippedPixelsByWhereTheyLie) {
             "have, in 1 row of it");
 }
 
+TEST(MergeProblem, SubtitleThatIsUsedAgainHasItsNumber) {
+  MergedPair pair = SoundPair();
+  pair.IsUsedBefore = true;
+  EXPECT_EQ(MessageOf(pair), "an earlier packet shows subtitle 7 of the second stream, too");
+}
+
 TEST(MergeProblem, CoveredAndRecolouredPixels) {
   MergedPair pair = SoundPair();
   pair.Counts.Covered = 24;

@@ -76,6 +76,7 @@ TEST(JoinStreams, BytesThatNothingCanFollowStayAtTheEnd) {
   const Bytes scrap = {1, 2, 3};
   EXPECT_EQ(Joined(Index(Join({ShownAt(0), cut})), Index(ShownAt(9)), {}),
             Join({ShownAt(0), ShownAt(90000), cut}));
+  EXPECT_EQ(Joined(Index(cut), Index(ShownAt(9)), {}), Join({ShownAt(0), cut}));
   EXPECT_EQ(Joined(Index(Join({ShownAt(0), scrap})), Index(ShownAt(9)), {}),
             Join({ShownAt(0), ShownAt(90000), scrap}));
   EXPECT_EQ(Joined(Index(ShownAt(0)), Index(Join({ShownAt(9), scrap})), {}),

@@ -34,6 +34,17 @@ TEST(SurveyLines, RunThatPassesTheLinesEndIsFoundInItsField) {
   EXPECT_EQ(bottom.FirstOverrun->Line, 1);
 }
 
+TEST(SurveyLines, RunsOfTheSmallestValuesOfTheirLength) {
+  // 0x10 are four pixels of code 0 in two nibbles, 0x040 sixteen in three.
+  const LineSurvey two = Surveyed({0x10, 0x21, 0x12, 0x12}, 4, 100);
+  ASSERT_TRUE(two.FirstOverrun);
+  EXPECT_EQ(two.FirstOverrun->Line, 2);
+  const LineSurvey three = Surveyed({0x04, 0x00, 0x12, 0x12}, 4, 100);
+  ASSERT_TRUE(three.FirstOverrun);
+  EXPECT_EQ(three.FirstOverrun->Line, 0);
+  EXPECT_EQ(three.FirstOverrun->Bits, 12);
+}
+
 TEST(SurveyLines, WhatFollowsTheLastLineIsNone) {
   EXPECT_FALSE(Surveyed({0x11, 0x21, 0x12, 0x21}, 2, 100).FirstOverrun);
 }

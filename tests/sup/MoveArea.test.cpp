@@ -69,6 +69,13 @@ TEST(MoveArea, ClampMovesAsFarAsItGoes) {
   EXPECT_THAT(AreaOf(Moved(file, {.X = 5, .ToLine = 0, .Clamp = true})), ElementsAre(105, 108, 0, 1));
 }
 
+TEST(MoveArea, ClampLeavesWhatStandsAtTheFramesEdgesThere) {
+  const Bytes corner = PacketBuilder().Area(716, 719, 574, 575).Build();
+  EXPECT_THAT(AreaOf(Moved(corner, {.X = 5, .Y = 5, .Clamp = true})), ElementsAre(716, 719, 574, 575));
+  const Bytes origin = PacketBuilder().Area(0, 3, 0, 1).Build();
+  EXPECT_THAT(AreaOf(Moved(origin, {.X = -5, .Y = -5, .Clamp = true})), ElementsAre(0, 3, 0, 1));
+}
+
 TEST(MoveArea, ClampNeverMovesTheOtherWay) {
   const SupStream stream = Index(PacketBuilder().Area(700, 729, 400, 401).Build());
   EXPECT_THAT(MoveArea(stream, SubtitleSet::All(), {.X = 10, .Clamp = true}).Left,

@@ -165,6 +165,7 @@ TEST(FixStream, ALastSequenceGetsItsEndMark) {
                                                 Sequence(90, 32, {StopDisplay, EndOfSequence})})));
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::AddedEndMark, 1)));
   EXPECT_THAT(fixed.Left, IsEmpty());
+  EXPECT_TRUE(fixed.Edit.Reindexes) << "packets may have moved";
 }
 
 TEST(FixStream, AFirstSequenceGetsItsEndMarkAndThePointersFollow) {

@@ -121,6 +121,13 @@ TEST(PacketMarks, SeverityIsThatOfTheWorstProblem) {
   EXPECT_EQ(marks.Severity(), ProblemSeverity::CannotBeShown);
 }
 
+TEST(ProblemMessage, LostSignatureTellsWhetherThereIsAnotherPacket) {
+  EXPECT_EQ(ProblemMessage(MakeProblem(0, 1, 0, Code::LostSignature, {1})),
+            "no \"SP\" where a packet should start; the next packet was found at offset 1");
+  EXPECT_EQ(ProblemMessage(MakeProblem(0, 1, 0, Code::LostSignature, {0})),
+            "no \"SP\" where a packet should start; no further packet was found");
+}
+
 TEST(ProblemMessage, FieldOutsideTellsItsOffsetAndTheUnitsSize) {
   EXPECT_EQ(ProblemMessage(MakeProblem(0, 1, 14, Code::FieldOutside, {0, 60, 38})),
             "the top field's offset 60 leads out of the unit of 38 bytes");

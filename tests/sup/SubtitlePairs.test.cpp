@@ -101,6 +101,11 @@ TEST(PairSubtitles, TheSameBytesOfAnotherSizeAreAnotherPicture) {
   EXPECT_THAT(PairSubtitles(stream(0, 7), stream(900001, 15)), ElementsAre(Pair(0, None), Pair(None, 0)));
 }
 
+TEST(PairSubtitles, TheSamePictureAmongOthersIsPaired) {
+  EXPECT_THAT(Pairs({{0, 1}, {20000, 5}, {40000, 2}}, {{900001, 8}, {920001, 5}, {940001, 9}}),
+              testing::Contains(Pair(1, 1)));
+}
+
 TEST(PairSubtitles, StartGoesBeforePicture) {
   // Each picture has moved to the next one's start.
   EXPECT_THAT(Pairs({{0, 1}, {20000, 2}}, {{0, 9}, {20000, 1}}), ElementsAre(Pair(0, 0), Pair(1, 1)));
