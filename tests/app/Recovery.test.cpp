@@ -230,6 +230,15 @@ TEST_F(Recovery, StripGoesWithItsStream) {
   EXPECT_FALSE(Offers());
 }
 
+TEST_F(Recovery, StreamThatIsLoadedAgainOffersAgain) {
+  const QString path = LeaveAnEdit();
+  LoadInto(Window, path);
+  LoadInto(Window, path);
+  EXPECT_TRUE(Offers());
+  Click("Command_Recover");
+  EXPECT_EQ(Stream(), Recoloured(7));
+}
+
 TEST_F(Recovery, ContentCountsAndNotTheName) {
   const QString path = LeaveAnEdit();
   Bytes different = ThreeSubtitles();

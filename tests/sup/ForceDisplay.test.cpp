@@ -44,6 +44,26 @@ TEST(ForceDisplay, UnitsThatAreAlikeUpToTheirLastSequenceAreToldApart) {
   EXPECT_THAT(result.Left, IsEmpty());
 }
 
+TEST(ForceDisplay, PacketLikeTheOthersWhoseEndIsMissingIsLeft) {
+  // Bytes that nothing reads follow the control sequences; of the third packet some of them are cut off.
+  const auto packet = [](unsigned size) {
+    return PacketBuilder().Unit(Join({PacketBuilder().UnitBytes(), Bytes(64)})).Size(size).Build();
+  };
+  const ToolResult result = ForceDisplay(Index(Join({packet(102), packet(102), packet(110)})),
+                                         SubtitleSet::All(), DisplayStart::Forced);
+  EXPECT_THAT(result.Left, ElementsAre(LeftSubtitle{.Number = 3, .Fault = PacketFault::PastEnd}));
+}
+
+TEST(ForceDisplay, PacketLikeTheOthersWhosePointersLeadElsewhereIsLeft) {
+  Bytes unit = PacketBuilder().UnitBytes();
+  unit[7] = 64;   // the first sequence's pointer to the one at 32
+  unit[31] = 64;  // the last one's pointer to itself
+  const Bytes sound = PacketBuilder().Build();
+  const ToolResult result = ForceDisplay(Index(Join({sound, sound, PacketBuilder().Unit(unit).Build()})),
+                                         SubtitleSet::All(), DisplayStart::Forced);
+  EXPECT_THAT(result.Left, ElementsAre(LeftSubtitle{.Number = 3, .Fault = PacketFault::ControlUnfinished}));
+}
+
 TEST(ForceDisplay, StartCommandBecomesTheForcedOneAndBack) {
   const Bytes file = Join({test::Sound(0).Build(), test::Sound(1).Build()});
   const SupStream stream = Index(file);

@@ -558,6 +558,13 @@ TEST(LoadSecondaryStream, EmptyFileHasNoSubtitles) {
   EXPECT_THAT(secondary.LatestEnd, IsEmpty());
 }
 
+TEST(LoadSecondaryStream, StreamHasThePathThatItWasLoadedFrom) {
+  const TemporaryFile file(PacketBuilder().Build());
+  const auto loaded = LoadSecondaryStream(file.Path(), Index(PacketBuilder().Build()));
+  ASSERT_TRUE(loaded);
+  EXPECT_EQ(loaded->Stream.Path, file.Path());
+}
+
 TEST(LoadSecondaryStream, SeveralAssignmentsSetTheFlags) {
   const SupStream secondary =
       LoadOver(Index(PacketBuilder().Build()),
