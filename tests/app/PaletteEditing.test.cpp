@@ -34,6 +34,31 @@ TEST_F(PaletteEditing, DialogStartsAtTheSwatchesColour) {
   EXPECT_EQ(Dialogs.Last().Owner, &Window);
 }
 
+TEST_F(PaletteEditing, SwatchHasAnEdgeAllAround) {
+  auto& swatch = Control<QWidget>("Label1_6");
+  const auto widthOfEdge = [&swatch](const QColor& edge) {
+    const QImage image = swatch.grab().toImage();
+    int width = 0;
+    for (QRect ring = image.rect(); ring.width() > 4; ring.adjust(1, 1, -1, -1), ++width) {
+      for (int along = 0; along < ring.width(); ++along) {
+        for (const QPoint& place : {ring.topLeft() + QPoint(along, 0), ring.bottomLeft() + QPoint(along, 0),
+                                    ring.topLeft() + QPoint(0, along), ring.topRight() + QPoint(0, along)}) {
+          if (image.pixelColor(place) != edge) {
+            return width;
+          }
+        }
+      }
+    }
+    return width;
+  };
+  Window.activateWindow();
+  QCoreApplication::processEvents();
+  Control<QWidget>("Command_LoadSup").setFocus();
+  EXPECT_EQ(widthOfEdge(swatch.palette().color(QPalette::WindowText)), 1);
+  swatch.setFocus();
+  EXPECT_EQ(widthOfEdge(swatch.palette().color(QPalette::Highlight)), 2);
+}
+
 TEST_F(PaletteEditing, ChosenColourTakesTheEntry) {
   Edit(1, QColor(10, 20, 30));
   EXPECT_EQ(SwatchColour(1), QColor(10, 20, 30));

@@ -54,6 +54,13 @@ TEST(VobSubTimes, LineThatDoesNotFollowTheShiftCounts) {
               ElementsAre(270001, 405000, 450089));
 }
 
+TEST(VobSubTimes, LastLineMayHaveTheSmallestShift) {
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
+                     {.Line = 4000, .TimeStamp = 180002},
+                     {.Line = 4000, .TimeStamp = 270089}}),
+              ElementsAre(270001, 360002, 360000));
+}
+
 TEST(VobSubTimes, LineBeforeZeroGivesWay) {
   EXPECT_THAT(Ticks({{.Line = -5000, .TimeStamp = 90001}, {.Line = -4000, .TimeStamp = 180002}}),
               ElementsAre(90001, 180002));

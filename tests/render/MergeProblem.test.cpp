@@ -99,6 +99,9 @@ TEST(MergeProblem, ClippedPixelsByWhereTheyLie) {
       MessageOf(pair),
       "the second picture loses 8 pixels outside the frame and 4 pixels in its rows 0, 1 or last, which "
       "merged units do not have, in 3 rows of it");
+  pair.Counts.Secondary.OutsideFrame = 1;
+  EXPECT_THAT(MessageOf(pair),
+              testing::HasSubstr("loses 1 pixel outside the frame and 4 pixels in its rows"));
   pair.Counts.Secondary = {};
   pair.Counts.Primary = {.Rows = 1, .OutsideFrame = 0, .InEdgeRows = 4};
   EXPECT_EQ(MessageOf(pair),

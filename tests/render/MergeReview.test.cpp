@@ -59,6 +59,10 @@ TEST(MergeReview, PicturesApartLoseNothing) {
   EXPECT_FALSE(pair.Unit.IsFieldCut);
 }
 
+TEST(MergeReview, DelayIsThatOfTheUnit) {
+  EXPECT_EQ(PairOf(Sound(Second).Delay(70).Build(), Sound(Second).Delay(80).Build()).Delay, 70);
+}
+
 TEST(MergeReview, VisiblePixelsOverVisibleOnesAreCovered) {
   // Columns 102 and 103 of row 401.
   const MergedPair pair = PairOf(Sound(Second).Build(), Sound(Second).Area(102, 105, 401, 402).Build());
