@@ -192,6 +192,13 @@ TEST_F(AuthoringList, ACutPictureIsRefusedOrReadAtEveryLength) {
   }
 }
 
+TEST_F(AuthoringList, APictureHigherThanAnyFrameIsRefused) {
+  PutPicture("a.png", 2, 576, [](int, int) { return Red; });
+  EXPECT_TRUE(ReadLines(OneLine));
+  PutPicture("a.png", 2, 577, [](int, int) { return Red; });
+  EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 2x577 pixels, more than 720x576");
+}
+
 TEST_F(AuthoringList, APictureLargerThanAnyFrameIsRefused) {
   PutPicture("a.png", 721, 2, [](int, int) { return Red; });
   EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 721x2 pixels, more than 720x576");
@@ -403,23 +410,30 @@ TEST_F(AuthoringList, TheTransparentColourOfALineIsNotSeen) {
   EXPECT_EQ(fieldsOf(ReadTrack(line)), redAboveNothing);
 }
 
-/// The sixteen colours that are seen take all entries; one of a table that no pixel has gets the nearest.
-TEST_F(AuthoringList, AnUnseenColourTakesNoEntry) {
-  const auto putTable = [&](const QString& name, const QList<QRgb>& table, int used) {
-    QImage image(4, 2, QImage::Format_Indexed8);
-    image.setColorTable(table);
-    for (int x = 0; x < 4; ++x) {
-      for (int y = 0; y < 2; ++y) {
-        image.setPixel(x, y, static_cast<unsigned>(x % used));
-      }
+/// Four by two pixels of the first `used` colours of a table.
+void PutTable(const QString& path, const QList<QRgb>& table, int used) {
+  QImage image(4, 2, QImage::Format_Indexed8);
+  image.setColorTable(table);
+  for (int x = 0; x < 4; ++x) {
+    for (int y = 0; y < 2; ++y) {
+      image.setPixel(x, y, static_cast<unsigned>(x % used));
     }
-    ASSERT_TRUE(image.save(Path(name), "png"));
-  };
+  }
+  ASSERT_TRUE(image.save(path, "png"));
+}
+
+TEST_F(AuthoringList, AnUnseenColourTakesAnEntryThatIsFree) {
+  PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120), qRgb(1, 2, 3)}, 3);
+  EXPECT_THAT(*ReadTrack(LinesOf(1)).Palette, testing::Contains(MakeRgb(1, 2, 3)));
+}
+
+/// The sixteen colours that are seen take all entries; one of a table that no pixel has gets the nearest.
+TEST_F(AuthoringList, AnUnseenColourTakesNoEntryOfASeenOne) {
   for (int i = 0; i < 4; ++i) {
-    putTable(QString::number(i) + ".png",
+    PutTable(Path(QString::number(i) + ".png"),
              {Shade(60 * i), Shade(60 * i + 15), Shade(60 * i + 30), Shade(60 * i + 45)}, 4);
   }
-  putTable("4.png", {Shade(0), Shade(15), Shade(30), qRgb(1, 2, 3)}, 3);
+  PutTable(Path("4.png"), {Shade(0), Shade(15), Shade(30), qRgb(1, 2, 3)}, 3);
   const Track track = ReadTrack(LinesOf(5));
   EXPECT_THAT(*track.Palette, testing::Not(testing::Contains(MakeRgb(1, 2, 3))));
 }

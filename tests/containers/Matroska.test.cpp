@@ -335,6 +335,12 @@ TEST(ReadMatroska, StrippedHeaderIsPutBack) {
             Packet(90, unit));
 }
 
+TEST(ReadMatroska, EncodingThatSaysNothingOfItselfIsZlib) {
+  const Bytes unit = PlainUnit(20, 0x44);
+  EXPECT_EQ(ReadTrackWith(Encoding(NumberElement(0x5031, 0)), Stored(unit)).Tracks.at(0).Packets,
+            Packet(90, unit));
+}
+
 TEST(ReadMatroska, EncodingOfTheHighestOrderIsUndoneFirst) {
   const Bytes unit = PlainUnit(20, 0x44);
   const Bytes stripping = Element(

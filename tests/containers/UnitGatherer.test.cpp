@@ -87,10 +87,12 @@ TEST(UnitGatherer, ItsOwnTimeStampInLaterPackets) {
 }
 
 TEST(UnitGatherer, TimeStampOfTheUnitBehindTheRestOfAnother) {
-  EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Part(Unit, 0, 37), 90000)),
-                            Pack(SubtitlePacket(Join({From(Unit, 37), Part(Other, 0, 20)}), 180000)),
-                            Pack(SubtitlePacket(From(Other, 20)))})),
-            Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
+  for (const std::size_t first : {4U, 37U}) {
+    EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Part(Unit, 0, first), 90000)),
+                              Pack(SubtitlePacket(Join({From(Unit, first), Part(Other, 0, 20)}), 180000)),
+                              Pack(SubtitlePacket(From(Other, 20)))})),
+              Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
+  }
 }
 
 TEST(UnitGatherer, UnitWithoutATimeStampBehindAnother) {

@@ -67,7 +67,9 @@ TEST(ForceDisplay, PacketLikeTheOthersWhosePointersLeadElsewhereIsLeft) {
 TEST(ForceDisplay, StartCommandBecomesTheForcedOneAndBack) {
   const Bytes file = Join({test::Sound(0).Build(), test::Sound(1).Build()});
   const SupStream stream = Index(file);
-  const Bytes forced = Applied(stream, ForceDisplay(stream, SubtitleSet::All(), DisplayStart::Forced).Edit);
+  const StreamEdit edit = ForceDisplay(stream, SubtitleSet::All(), DisplayStart::Forced).Edit;
+  EXPECT_FALSE(edit.Reindexes) << "nothing moves";
+  const Bytes forced = Applied(stream, edit);
   EXPECT_THAT(Changes(file, forced), ElementsAre(testing::Pair(22, 0), testing::Pair(70, 0)));
   const SupStream forcedStream = Index(forced);
   EXPECT_EQ(
