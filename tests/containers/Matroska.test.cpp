@@ -507,6 +507,17 @@ TEST(ReadMatroska, ReadingGoesOnAtTheNextClusterBehindDamage) {
   EXPECT_THAT(read.Notes, ElementsAre(HasSubstr("it is damaged at byte ")));
 }
 
+TEST(ReadMatroska, FirstOfSeveralDamagesIsNamed) {
+  const Bytes file =
+      MatroskaFile(Joined({OneTrack(), Bytes(1000), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(1000),
+                           Cluster(3, SimpleBlock(1, 0, PlainUnit(8)))}));
+  const auto damage = std::search_n(file.begin(), file.end(), 1000, std::uint8_t{0}) - file.begin();
+  const Container read = Taken(ReadBytes(file));
+  EXPECT_THAT(Times(read), ElementsAre(90, 270));
+  EXPECT_THAT(read.Notes, ElementsAre("it is damaged at byte " + std::to_string(damage) +
+                                      " and 1 more; what stands there is left out"));
+}
+
 TEST(ReadMatroska, DamageBetweenClustersIsPassed) {
   const Container read =
       Taken(ReadBytes(MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))),

@@ -287,5 +287,13 @@ TEST(PacketWalk, FailureOfTheSourceIsKept) {
   EXPECT_EQ(reader.Status().Reason(), "it is gone");
 }
 
+TEST(ForwardReader, NothingIsLeftOnceTheSourceFailed) {
+  UnreadableSource source(PackA, 100000);
+  ForwardReader reader(source, NoProgress);
+  ASSERT_GE(reader.Peek(4).size(), 4U);
+  reader.Skip(reader.Peek(4).size() - 3);
+  EXPECT_EQ(reader.Peek(4).size(), 0U);
+}
+
 }  // namespace
 }  // namespace quillmark

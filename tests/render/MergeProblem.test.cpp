@@ -126,6 +126,16 @@ TEST(MergeProblem, CoveredAndRecolouredPixels) {
   EXPECT_EQ(MessageOf(pair), "12 pixels get another colour, at the most by 40 of 255, that of code 2");
 }
 
+TEST(MergeProblem, OnePixelIsEnough) {
+  MergedPair pair = SoundPair();
+  pair.Counts.Covered = 1;
+  EXPECT_EQ(MessageOf(pair), "1 pixel of the second picture covers the first one");
+  pair.Counts.Covered = 0;
+  pair.Counts.Recoloured = 1;
+  pair.Counts.FurthestOff = 40;
+  EXPECT_EQ(MessageOf(pair), "1 pixel gets another colour, at the most by 40 of 255, that of code 0");
+}
+
 TEST(MergeProblem, KindsAreThoseOfTheProblems) {
   MergedPair pair = SoundPair();
   pair.IsUsedBefore = true;

@@ -226,6 +226,11 @@ TEST(Thumbnail, WhatLiesOutsideTheFrameIsNotSeen) {
   EXPECT_TRUE(Thumbnail(OneCodeALine({1, 1}, 720, 400, 4), colours).isNull());
 }
 
+TEST(Thumbnail, OneColumnIsEnough) {
+  EXPECT_EQ(FirstLine(Thumbnail(OneCodeALine({1, 1}, 100, 400, 1), {Clear, Red, Clear, Clear})),
+            (Pixels{Red}));
+}
+
 TEST(Thumbnail, NothingToSeeIsNoPicture) {
   EXPECT_TRUE(Thumbnail(TwoOfEach(), {Clear, Clear, Clear, Clear}).isNull());
   EXPECT_TRUE(

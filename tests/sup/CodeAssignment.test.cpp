@@ -274,6 +274,19 @@ TEST(AssignCodes, CodeWithoutANibbleKeepsItsOwn) {
   EXPECT_EQ(stream.RawBytes, Changed(file, {{24, 0x32}, {25, 0x90}, {27, 0xF5}, {28, 0xDC}}));
 }
 
+TEST(AssignChosen, EachSubtitleKeepsItsOwnOtherCodes) {
+  const Bytes file =
+      Join({PacketBuilder().Colour(3, 2, 1, 0).Build(), PacketBuilder().Colour(7, 6, 9, 4).Build(),
+            PacketBuilder().Colour(15, 14, 13, 12).Build()});
+  SupStream stream = Index(file);
+  ToolResult result =
+      AssignChosen(stream, SubtitleSet::All(),
+                   {.Colours = {std::nullopt, 9, std::nullopt, std::nullopt}, .Contrasts = {}});
+  ASSERT_TRUE(ApplyEdit(stream, result.Edit));
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{25, 0x90}, {96 + 25, 0x9C}}));
+  EXPECT_EQ(result.Changed.Text(), "1,3") << "the second one had it";
+}
+
 TEST(AssignCodes, CommandOfWhichNoCodeChangesIsNotNamed) {
   const SupStream stream = Index(PacketBuilder().Build());
 

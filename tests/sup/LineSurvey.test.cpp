@@ -45,6 +45,13 @@ TEST(SurveyLines, RunsOfTheSmallestValuesOfTheirLength) {
   EXPECT_EQ(three.FirstOverrun->Bits, 12);
 }
 
+TEST(SurveyLines, LinesStartOnBytes) {
+  // Pixels 1, 1 and 2 of code 1 are the nibbles 5, 5, 9; the nibble behind them belongs to no line.
+  const LineSurvey found = Surveyed({0x55, 0x90, 0x11, 0x21}, 4, 100);
+  ASSERT_TRUE(found.FirstOverrun);
+  EXPECT_EQ(found.FirstOverrun->Line, 3);
+}
+
 TEST(SurveyLines, WhatFollowsTheLastLineIsNone) {
   EXPECT_FALSE(Surveyed({0x11, 0x21, 0x12, 0x21}, 2, 100).FirstOverrun);
 }

@@ -87,6 +87,13 @@ TEST(FixStream, NothingIsASoundStream) {
 
 // What stands between packets, and their sizes.
 
+TEST(FixStream, SignatureOfWhichTheFileHasTheStartAloneIsLeftOut) {
+  for (const Bytes& start :
+       {Bytes{'S'}, Bytes{'S', 'P'}, Bytes{'S', 'P', 0, 0, 0, 0, 0, 0, 0, 0, 0, 38, 0}}) {
+    EXPECT_EQ(Fix(Join({SoundAt(0).Build(), start})).File, SoundAt(0).Build());
+  }
+}
+
 TEST(FixStream, BytesThatAreNoPacketAreLeftOut) {
   const Fixed fixed =
       Fix(Join({Bytes(20, 'x'), SoundAt(0).Build(), Bytes(30, 'y'), SoundAt(180000).Build(), {1, 2}}));
@@ -246,6 +253,19 @@ TEST(FixStream, PacketsComeInTheOrderOfTheirStarts) {
   EXPECT_EQ(fixed.File, Join({SoundAt(0).Build(), SoundAt(180000).Build(), SoundAt(360000).Build()}));
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::PutInOrder, 1, 3)));
   EXPECT_THAT(fixed.Left, IsEmpty());
+}
+
+TEST(FixStream, PacketsPutInOrderAreToldInTheirNewOrder) {
+  const Fixed fixed = Fix(
+      Join({SoundAt(540000).Build(), SoundAt(360000).Build(), SoundAt(180000).Build(), SoundAt(0).Build()}));
+
+  std::vector<std::int64_t> numbers;
+  for (const Mend& mend : fixed.Mends) {
+    EXPECT_EQ(mend.Kind, MendKind::PutInOrder);
+    numbers.push_back(mend.Packet);
+  }
+  EXPECT_EQ(numbers.size(), 3U);
+  EXPECT_TRUE(std::ranges::is_sorted(numbers));
 }
 
 TEST(FixStream, MendsBeforeTheSortingHaveTheNumbersAfterIt) {
