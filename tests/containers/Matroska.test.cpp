@@ -518,6 +518,13 @@ TEST(ReadMatroska, FirstOfSeveralDamagesIsNamed) {
                                       " and 1 more; what stands there is left out"));
 }
 
+TEST(ReadMatroska, DamageUpToTheEndIsDamage) {
+  const Container read = Taken(ReadBytes(
+      MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(1000)}))));
+  EXPECT_THAT(Times(read), ElementsAre(90));
+  EXPECT_THAT(read.Notes, ElementsAre(HasSubstr("it is damaged at byte ")));
+}
+
 TEST(ReadMatroska, DamageBetweenClustersIsPassed) {
   const Container read =
       Taken(ReadBytes(MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))),

@@ -196,6 +196,17 @@ TEST(VobSub, PositionOfNoPackGivesWayToTheTime) {
               ElementsAre("line 2: no subtitle starts at position 0x123; the one of its time was taken"));
 }
 
+TEST(VobSub, UnitThatWasFoundByItsTimeIsNotFoundAgain) {
+  // Units at 1, 2 and 3 seconds; the second line gets the one behind its position.
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000123\n"
+      "timestamp: 00:00:01:000, filepos: 000000123\n"
+      "timestamp: 00:00:03:000, filepos: 000001000\n",
+      ThreePacks());
+  EXPECT_EQ(track.Packets, Join({SupPacket(90000, A), SupPacket(90000, B), SupPacket(270000, C)}));
+}
+
 /// Packs at 0, 0x800, 0x1000 and 0x1800, with units at 1, 5, 12 and 30 seconds.
 Bytes UnevenPacks() {
   return Join({Pack(SubtitlePacket(A, 90000)), Pack(SubtitlePacket(B, 450000)),

@@ -61,6 +61,10 @@ TEST(VobSubTimes, LastLineMayHaveTheSmallestShift) {
               ElementsAre(270001, 360002, 360000));
 }
 
+TEST(VobSubTimes, LineAtZeroCountsBeforeATimeStampFarAway) {
+  EXPECT_THAT(Ticks({{.Line = 0, .TimeStamp = 900000}}), ElementsAre(0));
+}
+
 TEST(VobSubTimes, LineBeforeZeroGivesWay) {
   EXPECT_THAT(Ticks({{.Line = -5000, .TimeStamp = 90001}, {.Line = -4000, .TimeStamp = 180002}}),
               ElementsAre(90001, 180002));
