@@ -196,6 +196,23 @@ TEST_F(DropFiles, TwoSupFilesBecomePrimaryAndSecond) {
   EXPECT_FALSE(IsEnabled("Command_SaveSup"));
 }
 
+TEST_F(DropFiles, StreamWhoseSecondPacketIsMissingEndsTheMerge) {
+  const QString first = Write("first.sup", FourCodes(PacketBuilder(), 100, 100));
+  const QString second = Write("second.sup", FourCodes(PacketBuilder(), 200, 200));
+  Dialogs.ExpectReport();
+  Dialogs.ExpectMessageWith({"Found secondary Subtitles: 1"});
+  Dialogs.ExpectInput("0");
+  ASSERT_TRUE(Drop(Window, {QUrl::fromLocalFile(first), QUrl::fromLocalFile(second)}));
+  ASSERT_EQ(FrameColour(202, 200), QColor(3, 253, 251));
+  Dialogs.ExpectMessage("Error: No SUP signature found");
+  const Bytes broken = Join({FourCodes(PacketBuilder(), 300, 100), Bytes(20, 'x')});
+  EXPECT_TRUE(Drop(Write("broken.sup", broken)));
+  EXPECT_EQ(FrameColour(302, 100), QColor(3, 253, 251));
+  EXPECT_NE(FrameColour(202, 200), QColor(3, 253, 251));
+  Dialogs.ExpectMessage("Error: No primary sup file loaded");
+  Click("Command_LoadSecond");
+}
+
 TEST_F(DropFiles, SecondIsNotLoadedWhereTheFirstFails) {
   const QString first = Write("first.sup", Bytes(20, 'x'));
   const QString second = Write("second.sup", FourCodes(PacketBuilder()));

@@ -4,9 +4,11 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QRegularExpression>
 
 #include "app/DisplayFrame.h"
+#include "files/SystemCalls.h"
 #include "tests/app/MergeTest.h"
 
 namespace quillmark::test {
@@ -328,6 +330,42 @@ TEST_F(MergeSaving, HourglassStandsDuringTheSave) {
   MergedBytes();
   EXPECT_EQ(recorder.Hourglass.mid(0, 3), QList<bool>({true, true, true}));
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+/// Has a button clicked whenever a file is closed, as far as an event can.
+class ClicksAtClosing {
+ public:
+  explicit ClicksAtClosing(QWidget& button) : calls_(System()) {
+    target = &button;
+    closeFile = calls_.Close;
+    System().Close = [](int file) {
+      for (const auto kind : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const QPoint place = target->rect().center();
+        QCoreApplication::postEvent(
+            target, new QMouseEvent(kind, place, target->mapToGlobal(place), Qt::LeftButton,
+                                    kind == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {}));
+      }
+      return closeFile(file);
+    };
+  }
+  ~ClicksAtClosing() { System() = calls_; }
+  ClicksAtClosing(const ClicksAtClosing&) = delete;
+  ClicksAtClosing& operator=(const ClicksAtClosing&) = delete;
+
+ private:
+  static inline QWidget* target = nullptr;
+  static inline int (*closeFile)(int) = nullptr;
+  SystemCalls calls_;
+};
+
+TEST_F(MergeSaving, ClicksOfTheMeantimeAreLost) {
+  MergeThree();
+  {
+    const ClicksAtClosing clicks(Control<QWidget>("Command_Next"));
+    MergedBytes();
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
 }
 
 TEST_F(MergeSaving, UnwritableTargetIsTold) {

@@ -93,6 +93,21 @@ TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
   });
 }
 
+/// It waits for the user; nothing goes on and on.
+TEST_F(Tools, DialogComesToRest) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& dialog) {
+    dialog.Type("Field_shift", "40");
+    QEventLoop loop;
+    int turns = 0;
+    while (turns < 100 && loop.processEvents()) {
+      ++turns;
+    }
+    EXPECT_LT(turns, 100);
+    dialog.Cancel();
+  });
+}
+
 /// A field's unit stands behind it.
 TEST_F(Tools, WhatAFieldCountsStandsBehindIt) {
   LoadStream(At(1).Build());
