@@ -220,8 +220,7 @@ void DisplayFrame::PaintHint(QPainter& painter) const {
   painter.drawText(plate, Qt::AlignCenter, hint_);
 }
 
-void DisplayFrame::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
+void DisplayFrame::moveEvent(QMoveEvent* /*event*/) {
   if (guides_.IsAny()) {
     update();  // some of them keep their place in what is in sight
   }
@@ -235,8 +234,7 @@ void DisplayFrame::mouseMoveEvent(QMouseEvent* event) {
   QWidget::mouseMoveEvent(event);
 }
 
-void DisplayFrame::leaveEvent(QEvent* event) {
-  QWidget::leaveEvent(event);
+void DisplayFrame::leaveEvent(QEvent* /*event*/) {
   emit PointedAt(std::nullopt);
 }
 

@@ -114,14 +114,12 @@ void ReviewPanel::ConnectControls() {
           &ReviewPanel::SelectionChanged);
 }
 
-void ReviewPanel::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
+void ReviewPanel::showEvent(QShowEvent* /*event*/) {
   FollowMerge();
   follower_->Follow();
 }
 
-void ReviewPanel::hideEvent(QHideEvent* event) {
-  QWidget::hideEvent(event);
+void ReviewPanel::hideEvent(QHideEvent* /*event*/) {
   Pause();
 }
 

@@ -230,8 +230,7 @@ bool WindowBody::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-void WindowBody::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
+void WindowBody::resizeEvent(QResizeEvent* /*event*/) {
   Arrange();
 }
 
