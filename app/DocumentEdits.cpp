@@ -204,7 +204,6 @@ void Document::Redo() {
 }
 
 void Document::MarkSaved() {
-  history_.setClean();
   emit Saved();
 }
 
