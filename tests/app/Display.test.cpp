@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <utility>
 
 #include <QFile>
 #include <QPainter>
@@ -221,6 +222,24 @@ TEST_F(Display, EmptyFrameSaysHowToBegin) {
   Dialogs.ExpectCancelled(DialogKind::OpenFile);
   Click("Command_LoadSup");
   EXPECT_EQ(differs(), 0);
+}
+
+/// What shades the frame begins with its full darkness, whichever side one comes from.
+TEST_F(Display, PlateBelowTheHintHasNoOutline) {
+  Click("Option_720x576");
+  const QImage frame = Frame();
+  const auto ground = [](const QPoint& at) { return (at.x() / 16) % 2 == (at.y() / 16) % 2 ? Dark : Light; };
+  for (const auto& [from, step] :
+       {std::pair(QPoint(360, 0), QPoint(0, 1)), std::pair(QPoint(360, 575), QPoint(0, -1)),
+        std::pair(QPoint(0, 288), QPoint(1, 0)), std::pair(QPoint(719, 288), QPoint(-1, 0))}) {
+    QPoint at = from;
+    while (frame.rect().contains(at) && frame.pixelColor(at) == ground(at)) {
+      at += step;
+    }
+    ASSERT_TRUE(frame.rect().contains(at)) << step.x() << ' ' << step.y();
+    // 47 parts in 255 of what is below it.
+    ExpectNear(frame.pixelColor(at), ground(at) == Dark ? QColor(11, 11, 11) : QColor(22, 22, 22));
+  }
 }
 
 TEST_F(Display, LastLineOfAnOddHeightStaysTransparent) {

@@ -243,11 +243,11 @@ class ZoomedDisplay : public DisplayScale {
     QCoreApplication::processEvents();
   }
   /// So far from the upper left corner.
-  void Scroll(int value) const {
+  void Scroll(int x, int y) const {
     const QWidget& view = *Control<QWidget>("Picture1").parentWidget();
     auto* area = qobject_cast<QScrollArea*>(view.parentWidget());
-    area->horizontalScrollBar()->setValue(value);
-    area->verticalScrollBar()->setValue(value);
+    area->horizontalScrollBar()->setValue(x);
+    area->verticalScrollBar()->setValue(y);
     QCoreApplication::processEvents();
   }
   /// What of the screen is the picture's, and where that is in the picture.
@@ -283,7 +283,7 @@ TEST_P(ZoomedDisplay, WholeStepsAreSharpAndLeaveNothing) {
     while (Control<DisplayFrame>("Picture1").Percent() < percent) {
       Trigger("Action_ZoomIn");
     }
-    Scroll(7);
+    Scroll(7, 7);
     side = SideOn(GetParam()) * percent / 100;
     const auto [seen, inPicture] = PartInSight(QSize(720, 576) * side);
     for (const QRect& area : areas) {
@@ -297,6 +297,23 @@ TEST_P(ZoomedDisplay, WholeStepsAreSharpAndLeaveNothing) {
     }
     GoTo("1");
   }
+}
+
+/// On the screens that show all of the window.
+class EdgeOfZoomedDisplay : public ZoomedDisplay {};
+
+TEST_P(EdgeOfZoomedDisplay, StepsReachTheLastColumn) {
+  const QRect area(656, 40, 64, 2);
+  LoadStream(Join({FilledAt(700, 40), FilledAt(656, 40, 64)}));
+  const int side = 2 * SideOn(GetParam());
+  while (Control<DisplayFrame>("Picture1").Percent() < 200) {
+    Trigger("Action_ZoomIn");
+  }
+  Scroll(720 * side, 7);
+  Click("Command_Next");
+  const auto [seen, inPicture] = PartInSight(QSize(720, 576) * side);
+  ASSERT_GT(inPicture.x() + seen.width(), 719 * side);
+  EXPECT_TRUE(Same(ScreenOf(Window).copy(seen), Expected(area, side, QRect(inPicture, seen.size()))));
 }
 
 /// The most that two bytes differ, of pictures of one size.
@@ -320,7 +337,7 @@ TEST_P(ZoomedDisplay, SmoothedStepsLeaveNothing) {
   LoadStream(Join({FilledAt(101, 103, 40), FilledAt(121, 122, 9)}));
   for (const char* action : {"Action_ZoomFit", "Action_16x9", "Action_ZoomIn"}) {
     Trigger(action);
-    Scroll(11);
+    Scroll(11, 11);
     const QRect seen = PartInSight(Control<QWidget>("Picture1").size() * Window.devicePixelRatioF()).first;
     for (const char* step : {"Command_Next", "Command_Prev"}) {
       const QImage before = ScreenOf(Window).copy(seen);
@@ -358,6 +375,7 @@ TEST_P(ZoomedDisplay, WheelKeepsThePixelUnderThePointer) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, ZoomedDisplay, testing::Range(0, 6));
+INSTANTIATE_TEST_SUITE_P(Screens, EdgeOfZoomedDisplay, testing::Range(0, 3));
 INSTANTIATE_TEST_SUITE_P(Screens, DisplayScale, testing::Range(0, 6));
 
 }  // namespace

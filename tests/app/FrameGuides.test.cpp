@@ -130,6 +130,28 @@ TEST(PaintGuides, RulersHaveLongTicksWhereTheyHaveNumbers) {
   }
 }
 
+/// The one on the left from below upwards.
+TEST(PaintGuides, NumbersOfRulersBeginAtTheirTicks) {
+  FrameGuides guides;
+  guides.Rulers = true;
+  const PaintedGuides painted(guides);
+  const auto hasInk = [&](int from, int end, bool isAcross) {
+    bool has = false;
+    for (int along = from; along < end; ++along) {
+      for (int deep = static_cast<int>(painted.LineHeight / 2); deep < painted.LineHeight - 1; ++deep) {
+        has = has || !(isAcross ? painted.IsPlate(along, deep) : painted.IsPlate(deep, along));
+      }
+    }
+    return has;
+  };
+  for (const int at : {100, 200, 300, 400, 500}) {
+    EXPECT_TRUE(hasInk(at + 2, at + 10, true)) << at;
+    EXPECT_FALSE(hasInk(at - 9, at, true)) << at;
+    EXPECT_TRUE(hasInk(at - 9, at - 1, false)) << at;
+    EXPECT_FALSE(hasInk(at + 1, at + 10, false)) << at;
+  }
+}
+
 TEST(PaintGuides, MarkIsAroundOnePixel) {
   FrameGuides guides;
   guides.Mark = QPoint(300, 200);

@@ -228,6 +228,22 @@ TEST_F(Keyboard, OptionsAreEnteredAtTheChosenOne) {
   }
 }
 
+TEST_F(Keyboard, TabStopsAtTheBackgroundsColourWhileItIsShown) {
+  LoadStream(ThreeSubtitles());
+  Click("Option_Colour");
+  Activate();
+  Control<QWidget>("Option_Colour").setFocus();
+  for (const char* next : {"Label_Ground", "Command_GetGraphics"}) {
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+  }
+  Click("Option_Checker");
+  Activate();
+  Control<QWidget>("Option_Checker").setFocus();
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_GetGraphics");
+}
+
 TEST_F(Keyboard, WheelChangesAListOnlyWhenItHasTheFocus) {
   LoadStream(ThreeSubtitles());
   const auto turn = [this](const char* name) {

@@ -137,6 +137,22 @@ TEST_F(MergeReviewWindow, HeadingsSortAndTheFilterNarrows) {
   EXPECT_EQ(Rows(), std::vector<int>{});
 }
 
+TEST_F(MergeReviewWindow, HeadingShowsWhichWayItSorts) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto heading = [this] {
+    const QHeaderView* header = Pairs().horizontalHeader();
+    const QRect section(header->sectionViewportPosition(pair::Covered), 0,
+                        header->sectionSize(pair::Covered), header->height());
+    return header->viewport()->grab(section).toImage();
+  };
+  ClickHeading(pair::Covered);
+  const QImage ascending = heading();
+  ClickHeading(pair::Covered);
+  EXPECT_NE(heading(), ascending);
+  ClickHeading(pair::Covered);
+  EXPECT_EQ(heading(), ascending);
+}
+
 TEST_F(MergeReviewWindow, NextProblemIsTheReviews) {
   // Clipped by 100 lines: the first and the second.
   ReviewMerge(ThreeFirst(), ThreeSecond(), "-150");
@@ -279,6 +295,20 @@ TEST_F(MergeReviewWindow, RowOfTheSubtitleShownIsLookedAtFirst) {
   TypeOffset("0");
   Review();
   EXPECT_TRUE(isToldAlone);
+}
+
+TEST_F(MergeReviewWindow, RowsThatAreFoundAnewAreToldInAllColumns) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  int told = 0;
+  QObject::connect(Pairs().model(), &QAbstractItemModel::dataChanged, &Window,
+                   [&told](const QModelIndex& first, const QModelIndex& last) {
+                     ++told;
+                     EXPECT_EQ(first.column(), pair::Primary);
+                     EXPECT_EQ(last.column(), pair::Duration);
+                   });
+  TypeOffset("0");
+  Review();
+  EXPECT_GT(told, 0);
 }
 
 TEST_F(MergeReviewWindow, IconIsThatOfTheWorstThereIsToKnow) {

@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "tests/app/PaletteFiles.h"
@@ -76,6 +78,19 @@ TEST_F(OnScreen, AfterEachStepItIsWhatPaintingAnewGives) {
   }
   Click("Command_Prev");
   ExpectRepainted("the subtitle before");
+}
+
+TEST_F(OnScreen, WhileWhatIsPaintedOverTheFrameScrollsToo) {
+  for (const char* action : {"Rulers", "ZoomIn", "ZoomIn"}) {
+    Action(action).trigger();
+  }
+  const auto* area = qobject_cast<QScrollArea*>(Control<QWidget>("Picture1").parentWidget()->parentWidget());
+  for (QScrollBar* bar : {area->verticalScrollBar(), area->horizontalScrollBar()}) {
+    const int before = bar->value();
+    bar->setValue(before - 37);
+    ASSERT_EQ(bar->value(), before - 37);
+    ExpectRepainted("scrolling");
+  }
 }
 
 TEST_F(OnScreen, WhileStreamsAreMergedToo) {

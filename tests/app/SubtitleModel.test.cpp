@@ -124,7 +124,9 @@ TEST_F(SubtitleModelTest, EditsAreSeen) {
   Opened.Choose({.Colours = {0, 7, 2, 3}, .Contrasts = {0, 15, 15, 15}});
   ASSERT_TRUE(Opened.SetSelected(std::vector<std::size_t>{1}));
   Model.TellChanged();
-  EXPECT_EQ(changed.count(), 1);
+  ASSERT_EQ(changed.count(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex(), Model.index(0, SubtitleModel::Number));
+  EXPECT_EQ(changed[0][1].toModelIndex(), Model.index(2, SubtitleModel::Compared));
   EXPECT_EQ(Texts(1)[SubtitleModel::Colours], "0723 0FFF");
   EXPECT_EQ(Texts(0)[SubtitleModel::Colours], "0123 0FFF");
 }
@@ -160,8 +162,8 @@ TEST_F(SubtitleModelTest, MarksThatWereFoundChangeTheirRowsAlone) {
   EXPECT_TRUE(changed.isEmpty());
   Model.TellMarked(1, 3);
   ASSERT_EQ(changed.count(), 1);
-  EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
-  EXPECT_EQ(changed[0][1].toModelIndex().row(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex(), Model.index(1, SubtitleModel::Number));
+  EXPECT_EQ(changed[0][1].toModelIndex(), Model.index(1, SubtitleModel::Compared));
 }
 
 TEST_F(SubtitleModelTest, SubtitlesThatAreGoneAreEmptyRows) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 
 #include <QCheckBox>
@@ -76,10 +77,18 @@ PacketBuilder At(std::int64_t seconds) {
   return PacketBuilder().Time(seconds * Second).Delay(80).Area(100, 103, 400, 401);
 }
 
-/// Now on the left, then on the right, each in its line.
+/// Now on the left, then on the right, each in its line below what it is.
 TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
   LoadStream(At(1).Build());
   In("Retime", [](const OpenTool& dialog) {
+    for (const QString& side : {QStringLiteral("Now"), QStringLiteral("Then")}) {
+      const auto& first = dialog.Control<QLabel>("Label_" + side + "_0");
+      const auto labels = first.parentWidget()->findChildren<QLabel*>();
+      const auto heading = std::ranges::find(labels, side, &QLabel::text);
+      ASSERT_NE(heading, labels.end()) << side.toStdString();
+      EXPECT_LT((*heading)->geometry().bottom(), first.geometry().top()) << side.toStdString();
+      EXPECT_EQ((*heading)->geometry().left(), first.geometry().left()) << side.toStdString();
+    }
     int above = -1;
     for (int fact = fact::Number; fact <= fact::Forced; ++fact) {
       const QRect now = dialog.Control<QLabel>(Element("Label_Now", fact)).geometry();

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QSettings>
 
+#include "tests/app/PaletteFiles.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -213,6 +214,28 @@ TEST_F(Remembering, FirstDialogStartsInTheLastFolder) {
   window.show();
   Dialogs.ExpectCancelled(DialogKind::OpenFile);
   window.findChild<QAction*>("Action_LoadSup")->trigger();
+  EXPECT_EQ(Dialogs.Last().Folder, Folder.path());
+}
+
+TEST_F(Remembering, NextDialogStartsInTheFolderChosenBefore) {
+  {
+    UserMemory memory;
+    memory.Keep();
+    memory.SetFolder("palette", QDir::tempPath());
+  }
+  frmTest window;
+  window.RememberUser();
+  window.show();
+  QFile palette(Folder.filePath("red.pal"));
+  ASSERT_TRUE(palette.open(QIODevice::WriteOnly));
+  palette.write(PalWithRed());
+  palette.close();
+  auto* loads = window.findChild<QAction*>("Action_LoadPalette");
+  Dialogs.ExpectOpen(palette.fileName());
+  loads->trigger();
+  EXPECT_EQ(Dialogs.Last().Folder, QDir::tempPath());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  loads->trigger();
   EXPECT_EQ(Dialogs.Last().Folder, Folder.path());
 }
 
