@@ -185,6 +185,7 @@ TEST_F(Controls, EntriesOfAnOpenListTellTheirColours) {
   EXPECT_EQ(entries->child(4)->text(QAccessible::Name), "4, yellow");
   EXPECT_EQ(entries->child(12)->text(QAccessible::Name), "C, grey");
   EXPECT_EQ(seen->indexOfChild(entries), 0);
+  EXPECT_EQ(seen->indexOfChild(entries->child(4)), -1);
   seen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_FALSE(seen->state().expanded);
 }

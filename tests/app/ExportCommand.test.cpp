@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QStatusBar>
 
+#include "app/ExportDialog.h"
 #include "tests/app/ListTest.h"
 #include "tests/support/FaultySystem.h"
 
@@ -137,6 +138,18 @@ TEST_F(ExportCommand, VobSubPairHasUnitsPaletteAndLanguage) {
   ASSERT_EQ(packs.size(), 3U * 2048U);
   const Bytes stream = ThreeSubtitles();
   EXPECT_TRUE(std::equal(stream.begin() + 10, stream.begin() + 48, packs.begin() + 0x1D));
+}
+
+TEST(ExportDialogTest, LanguageIsProposedAsTheFileHadIt) {
+  const SupStream stream;
+  const std::pair<const char*, const char*> languages[] = {
+      {"de", "German (de)"},        {"DE", "German (de)"}, {"ger", "German (de)"}, {"de-AT", "German (de)"},
+      {"pt-BR", "Portuguese (pt)"}, {"", "unknown"},       {"zz", "unknown"}};
+  for (const auto& [tag, name] : languages) {
+    const ExportDialog dialog({.Stream = stream, .Path = "movie.sup", .Selected = {}, .Language = tag},
+                              nullptr);
+    EXPECT_EQ(dialog.findChild<QComboBox*>("Combo_Language")->currentText(), name) << tag;
+  }
 }
 
 TEST_F(ExportCommand, EitherFileOfAPairNamesBoth) {

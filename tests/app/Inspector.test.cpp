@@ -127,6 +127,24 @@ TEST_F(Inspector, FieldTellsOfTheSecondStream) {
   EXPECT_EQ(Pixel(), "102, 400: code 1 (pattern), entry 1, opacity F");
 }
 
+TEST_F(Inspector, FieldFollowsWhatIsMerged) {
+  Merge(SecondaryStream({90, 450}), "10");  // at the starts of the first two
+  Click("Command_Next");
+  PointAt(102, 400);
+  EXPECT_EQ(Pixel(), "102, 400");
+  PointAt(102, 420);
+  EXPECT_EQ(Pixel(), "102, 420: code 1 (pattern), entry 1, opacity F");
+  PointAt(202, 230);
+  EXPECT_EQ(Pixel(), "202, 230: 2nd, code 1 (pattern), entry 1, opacity F");
+  Click("Check_MergedCodes");
+  Choose("Combo_SecondaryCode_1", "3");
+  Choose("Combo_ResultColour_1", "4");
+  PointAt(102, 420);
+  EXPECT_EQ(Pixel(), "102, 420: code 1 (pattern), entry 4, opacity F");
+  PointAt(202, 230);
+  EXPECT_EQ(Pixel(), "202, 230: 2nd, code 3 (emphasis 2), entry 3, opacity F");
+}
+
 TEST_F(Inspector, LoupeOpensInTheSubtitleAndIsMovedByKeys) {
   auto& next = Control<QWidget>("Command_Next");
   next.setFocus();

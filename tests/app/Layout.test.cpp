@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "tests/app/Placing.h"
 #include "tests/app/ShapedTexts.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
@@ -65,26 +66,6 @@ class Layout : public ShapedTexts, public WindowTest {
   [[nodiscard]] int TopOf(const QString& name) const {
     return Control<QWidget>(name).mapTo(&Window, QPoint()).y();
   }
-  void ExpectApart() const {
-    const std::vector<QWidget*> controls = VisibleControls();
-    for (const QWidget* one : controls) {
-      for (const QWidget* other : controls) {
-        if (one < other && one->parentWidget() == other->parentWidget()) {
-          EXPECT_FALSE(one->geometry().intersects(other->geometry()))
-              << one->objectName().toStdString() << " and " << other->objectName().toStdString();
-        }
-      }
-    }
-  }
-  [[nodiscard]] std::vector<QWidget*> VisibleControls() const {
-    std::vector<QWidget*> controls;
-    for (QWidget* control : Window.findChildren<QWidget*>()) {
-      if (control->isVisible() && !control->isWindow()) {
-        controls.push_back(control);
-      }
-    }
-    return controls;
-  }
 };
 
 TEST_F(Layout, WindowFitsASmallScreen) {
@@ -95,7 +76,7 @@ TEST_F(Layout, WindowFitsASmallScreen) {
 }
 
 TEST_F(Layout, EveryControlLiesInsideItsParent) {
-  for (const QWidget* control : VisibleControls()) {
+  for (const QWidget* control : VisibleControls(Window)) {
     EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()))
         << control->metaObject()->className() << ' ' << control->objectName().toStdString();
     EXPECT_FALSE(control->size().isEmpty()) << control->objectName().toStdString();
@@ -207,7 +188,7 @@ TEST_F(Layout, ControlWithTheFocusComesIntoSight) {
 }
 
 TEST_F(Layout, EveryCaptionHasRoom) {
-  for (QWidget* control : VisibleControls()) {
+  for (QWidget* control : VisibleControls(Window)) {
     const bool hasCaption = qobject_cast<QAbstractButton*>(control) != nullptr ||
                             qobject_cast<QLabel*>(control) != nullptr ||
                             qobject_cast<QComboBox*>(control) != nullptr;
@@ -233,7 +214,7 @@ TEST_F(Layout, DetailFieldsShowTheirTextsWhole) {
 }
 
 TEST_F(Layout, ControlsDoNotOverlap) {
-  ExpectApart();
+  ExpectApart(Window);
 }
 
 TEST_F(Layout, ControlsOfAReviewDoNotOverlapAndStandInTheirOrder) {
@@ -245,7 +226,7 @@ TEST_F(Layout, ControlsOfAReviewDoNotOverlapAndStandInTheirOrder) {
   Dialogs.Verify();
   Click("Check_MergedCodes");
   QCoreApplication::processEvents();
-  ExpectApart();
+  ExpectApart(Window);
   const auto inOrder = [this](std::initializer_list<const char*> names) {
     int left = -1;
     for (const char* name : names) {
@@ -287,7 +268,7 @@ TEST_F(Layout, SwatchesStandInOneRow) {
 TEST_F(Layout, LargerWindowKeepsEveryControlInside) {
   Window.resize(1900, 1000);
   QCoreApplication::processEvents();
-  for (const QWidget* control : VisibleControls()) {
+  for (const QWidget* control : VisibleControls(Window)) {
     EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()))
         << control->objectName().toStdString();
   }

@@ -141,8 +141,8 @@ TEST_F(MergeReviewWindow, HeadingShowsWhichWayItSorts) {
   ReviewMerge(ThreeFirst(), ThreeSecond());
   const auto heading = [this] {
     const QHeaderView* header = Pairs().horizontalHeader();
-    const QRect section(header->sectionViewportPosition(pair::Covered), 0,
-                        header->sectionSize(pair::Covered), header->height());
+    const QRect section(header->sectionViewportPosition(pair::Covered), 0, header->sectionSize(pair::Covered),
+                        header->height());
     return header->viewport()->grab(section).toImage();
   };
   ClickHeading(pair::Covered);

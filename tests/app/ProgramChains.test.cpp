@@ -81,6 +81,9 @@ TEST_F(ProgramChains, SubtitleShownIsDrawnInEachPalette) {
   Open([](QDialog& dialog) {
     EXPECT_FALSE(Holds(Picture(dialog, 0, 5), RedOfChain));
     EXPECT_TRUE(Holds(Picture(dialog, 1, 5), RedOfChain));
+    for (const int column : {0, 1, 2, 3}) {
+      EXPECT_TRUE(Picture(dialog, 0, column).isNull()) << column;
+    }
     const auto& frame = *static_cast<SubtitleFrame*>(dialog.findChild<QWidget*>("Picture_Chain"));
     EXPECT_FALSE(Holds(frame.Picture(), RedOfChain));
     QTest::keyClick(&List(dialog), Qt::Key_Down);

@@ -345,6 +345,27 @@ TEST_F(Recovery, EditsRestoredBehindASaveThatWasUndoneBelongToWhatWasSaved) {
   EXPECT_EQ(Stream(), Recoloured(7));
 }
 
+// Where another edit stood that was undone before.
+TEST_F(Recovery, UndoOfWhatWasRestoredBehindASaveIsOneInTheJournalToo) {
+  const QString path = LeaveAnEdit(7);
+  {
+    const auto another = OpenAnother(path);
+    SetAll(*another, 5);
+    Dialogs.ExpectSave(path);
+    In<QAbstractButton>(*another, "Command_SaveSup").click();
+    Trigger(*another, "Action_Undo");
+    SetAll(*another, 9);
+    Trigger(*another, "Action_Undo");
+    In<QAbstractButton>(*another, "Command_Recover").click();
+    EXPECT_EQ(StreamOf(*another), Recoloured(7));
+    Trigger(*another, "Action_Undo");
+  }
+  LoadInto(Window, path);
+  EXPECT_TRUE(OfferText().startsWith("One edit ")) << OfferText().toStdString();
+  Click("Command_Recover");
+  EXPECT_EQ(Stream(), ThreeSubtitles());
+}
+
 TEST_F(Recovery, RestoringWaitsUntilNewEditsAreUndone) {
   const QString path = LeaveAnEdit(7);
   LoadInto(Window, path);

@@ -160,6 +160,17 @@ TEST_F(TimeStripTest, DraggingMovesAndChoosesNothing) {
   EXPECT_THAT(Chosen, IsEmpty());
 }
 
+TEST_F(TimeStripTest, DraggingOnInAShorterFilmStaysInIt) {
+  Strip.SetLane(0, Film(1000));
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  QTest::mouseMove(&Strip, {400, 5});
+  Strip.SetLane(0, Film(10));
+  const TimeView whole = Strip.View();
+  QTest::mouseMove(&Strip, {300, 5});
+  EXPECT_EQ(Strip.View(), whole);
+  QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {300, 5});
+}
+
 TEST_F(TimeStripTest, TheCurrentSubtitleIsMovedIntoView) {
   Strip.SetLane(0, Film(1000));
   Turn(0, 20);

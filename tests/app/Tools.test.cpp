@@ -102,6 +102,24 @@ TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
   });
 }
 
+TEST_F(Tools, FactsThatBecomeOthersAreBold) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& dialog) {
+    const auto isBold = [&dialog](const QString& fact) {
+      return dialog.Control<QLabel>("Label_" + fact).font().bold();
+    };
+    EXPECT_FALSE(isBold("Then_1"));
+    dialog.Type("Field_shift", "40");
+    EXPECT_TRUE(isBold("Then_1"));
+    EXPECT_TRUE(isBold("Then_2"));
+    EXPECT_FALSE(isBold("Then_3"));
+    EXPECT_FALSE(isBold("Now_1"));
+    dialog.Type("Field_shift", "0");
+    EXPECT_FALSE(isBold("Then_1"));
+    dialog.Cancel();
+  });
+}
+
 /// It waits for the user; nothing goes on and on.
 TEST_F(Tools, DialogComesToRest) {
   LoadStream(At(1).Build());

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QSettings>
+#include <QSplitter>
 
 #include "tests/app/PaletteFiles.h"
 #include "tests/app/Streams.h"
@@ -201,6 +202,29 @@ TEST_F(Remembering, WindowComesBackToItsPlace) {
   window.RememberUser();
   window.show();
   EXPECT_EQ(QRect(window.pos(), window.size()), left);
+}
+
+TEST_F(Remembering, ColumnOfTheListIsAsWideAsItWasLeft) {
+  const auto columns = [](const frmTest& window) { return window.findChild<QSplitter*>("Splitter_List"); };
+  QList<int> left;
+  {
+    frmTest window;
+    window.RememberUser();
+    window.resize(1700, 1000);
+    window.show();
+    QCoreApplication::processEvents();
+    const QList<int> usual = columns(window)->sizes();
+    columns(window)->setSizes({usual.value(0) + 30, usual.value(1) - 30});
+    left = columns(window)->sizes();
+    ASSERT_NE(left, usual);
+    window.close();
+  }
+  frmTest window;
+  window.RememberUser();
+  window.resize(1700, 1000);
+  window.show();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(columns(window)->sizes(), left);
 }
 
 TEST_F(Remembering, FirstDialogStartsInTheLastFolder) {

@@ -1,0 +1,159 @@
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLabel>
+
+#include "app/ImportJob.h"
+#include "app/TrackDialog.h"
+#include "tests/app/Placing.h"
+#include "tests/app/ShapedTexts.h"
+#include "tests/app/Streams.h"
+#include "tests/app/WindowTest.h"
+#include "tests/support/IfoBuilder.h"
+
+namespace quillmark::test {
+namespace {
+
+class DialogLayout : public ShapedTexts, public WindowTest {
+ protected:
+  void SetUp() override { LoadStream(ThreeSubtitles()); }
+  /// Looks at the dialog that this brings up, and cancels it.
+  void In(const QString& action, const std::function<void(QDialog&)>& look) {
+    Dialogs.Expect(DialogKind::Other, [look](QDialog& dialog) {
+      look(dialog);
+      dialog.reject();
+    });
+    Window.findChild<QAction*>("Action_" + action)->trigger();
+    QCoreApplication::processEvents();
+    Dialogs.Verify();
+  }
+};
+
+TEST_F(DialogLayout, ControlsOfEveryToolStandApart) {
+  for (const char* tool :
+       {"Retime", "Move", "Force", "Ends", "Cut", "Keep", "Sort", "Join", "Fix", "Salvage"}) {
+    const testing::ScopedTrace trace(__FILE__, __LINE__, tool);
+    In(tool, [tool](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), tool);
+      ExpectApart(dialog);
+      ExpectDownwards(dialog, {"Label_Now_0", "Label_Outcome", "Command_Run"});
+      ExpectAcross(dialog, {"Label_Now_0", "Label_Then_0", "Picture_Trial"});
+    });
+  }
+}
+
+TEST_F(DialogLayout, FieldsOfEachWayStandInTheirOrder) {
+  const auto way = [](const QDialog& dialog, int row) {
+    dialog.findChild<QComboBox*>("Combo_Way")->setCurrentIndex(row);
+    QCoreApplication::processEvents();
+    ExpectApart(dialog);
+  };
+  In("Retime", [&](QDialog& dialog) {
+    way(dialog, 0);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_shift", "Option_All", "Label_Now_0"});
+    ExpectAcross(dialog, {"Option_All", "Option_Selected", "Option_These", "Text_Only"});
+    way(dialog, 1);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_from", "Field_to", "Field_shift", "Option_All"});
+    way(dialog, 2);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_scale", "Field_shift", "Option_All"});
+    way(dialog, 3);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_points", "Option_All"});
+  });
+  In("Move", [&](QDialog& dialog) {
+    way(dialog, 0);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_x", "Field_y", "Field_frame", "Field_clamp", "Option_All"});
+    way(dialog, 1);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_x", "Field_to-line", "Field_frame", "Field_clamp"});
+  });
+  In("Join", [&](QDialog& dialog) {
+    way(dialog, 0);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_with", "Field_gap", "Label_Now_0"});
+    ExpectAcross(dialog, {"Field_with", "Command_Browse"});
+    way(dialog, 1);
+    ExpectDownwards(dialog, {"Combo_Way", "Field_with", "Field_at", "Label_Now_0"});
+  });
+}
+
+TEST_F(DialogLayout, ControlsOfExportStandInTheirOrder) {
+  In("Export", [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Export");
+    ExpectApart(dialog);
+    ExpectDownwards(
+        dialog, {"Combo_What", "Option_All", "Text_Path", "Combo_Language", "Label_Files", "Command_Export"});
+    ExpectAcross(dialog, {"Option_All", "Option_Selected"});
+    ExpectAcross(dialog, {"Text_Path", "Command_Browse"});
+  });
+}
+
+/// There is room for three lines; one stands in the first of them.
+TEST_F(DialogLayout, WhatIsExportedStandsRightBelowTheFields) {
+  In("Export", [](QDialog& dialog) {
+    auto& files = *dialog.findChild<QLabel*>("Label_Files");
+    const int line = files.fontMetrics().lineSpacing();
+    ASSERT_GE(files.height(), 3 * line);
+    const QImage shown = files.grab().toImage();
+    const auto isInked = [&shown](int top, int end) {
+      for (int y = top; y < end; ++y) {
+        for (int x = 0; x < shown.width(); ++x) {
+          if (shown.pixel(x, y) != shown.pixel(shown.width() - 1, shown.height() - 1)) {
+            return true;
+          }
+        }
+      }
+      return false;
+    };
+    EXPECT_TRUE(isInked(0, line));
+    EXPECT_FALSE(isInked(line, shown.height()));
+  });
+}
+
+TEST_F(DialogLayout, ControlsOfPalettesOfATitleStandInTheirOrder) {
+  Dialogs.ExpectOpen(
+      Write("vts_01_0.ifo", TitleSetFile({{.Category = 0x81, .Palette = {{0x10, 0x80, 0x80}}}})));
+  In("ProgramChains", [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Palettes of a title");
+    ExpectApart(dialog);
+    ExpectDownwards(dialog, {"List_ProgramChains", "Picture_Chain", "Command_Use"});
+  });
+}
+
+TEST_F(DialogLayout, ControlsOfAComparisonStandInTheirOrder) {
+  Dialogs.ExpectOpen(Write("other.sup", ThreeSubtitles()));
+  Window.findChild<QAction*>("Action_Compare")->trigger();
+  QCoreApplication::processEvents();
+  const auto& compare = Control<QWidget>("CompareWindow");
+  ExpectApart(compare);
+  ExpectDownwards(compare, {"Label_Differences", "Check_OnlyDifferences", "List_Differences",
+                            "Label_TitleHere", "Frame_Here", "Label_FactsHere"});
+  ExpectDownwards(compare, {"List_Differences", "Label_TitleThere", "Frame_There", "Label_FactsThere"});
+  ExpectAcross(compare, {"Check_OnlyDifferences", "Command_CloseCompare"});
+  ExpectAcross(compare, {"Frame_Here", "Frame_There"});
+}
+
+TEST_F(DialogLayout, ControlsOfAnImportStandInTheirOrder) {
+  ImportedFile file;
+  const auto add = [&file](std::string id) {
+    file.Tracks.push_back({.What = {.Id = std::move(id),
+                                    .Language = "de",
+                                    .Name = {},
+                                    .Palette = {},
+                                    .Packets = {},
+                                    .Notes = {"damaged"}},
+                           .Loaded = *IndexPrimaryStream(ThreeSubtitles())});
+  };
+  add("0x20");
+  add("0x21");
+  const DvdPalette present{};
+  TrackDialog dialog("movie.vob", file, present, nullptr);
+  Dialogs.Expect(DialogKind::Other, [](QDialog& shown) {
+    EXPECT_EQ(shown.windowTitle(), "Import subtitles");
+    ExpectApart(shown);
+    ExpectDownwards(shown, {"List_Tracks", "Text_Notes", "Combo_Second", "Command_Open"});
+    shown.reject();
+  });
+  dialog.exec();
+}
+
+}  // namespace
+}  // namespace quillmark::test
