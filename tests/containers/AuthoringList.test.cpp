@@ -410,16 +410,26 @@ TEST_F(AuthoringList, TheTransparentColourOfALineIsNotSeen) {
   EXPECT_EQ(fieldsOf(ReadTrack(line)), redAboveNothing);
 }
 
-/// Four by two pixels of the first `used` colours of a table.
-void PutTable(const QString& path, const QList<QRgb>& table, int used) {
-  QImage image(4, 2, QImage::Format_Indexed8);
+/// Lines of four pixels of the first `used` colours of a table.
+void PutTable(const QString& path, const QList<QRgb>& table, int used, int lines = 2) {
+  QImage image(4, lines, QImage::Format_Indexed8);
   image.setColorTable(table);
   for (int x = 0; x < 4; ++x) {
-    for (int y = 0; y < 2; ++y) {
+    for (int y = 0; y < lines; ++y) {
       image.setPixel(x, y, static_cast<unsigned>(x % used));
     }
   }
   ASSERT_TRUE(image.save(path, "png"));
+}
+
+TEST_F(AuthoringList, LineThatIsAddedToATableWithoutAClearColourIsNotSeen) {
+  PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120)}, 3, 3);
+  const Track track = ReadTrack(LinesOf(1));
+  const auto unit = std::span(track.Packets).subspan(10);
+  const auto controlOffset = static_cast<std::int16_t>(unit[2] << 8 | unit[3]);
+  const SpuControl control = DecodeControl(unit, controlOffset);
+  EXPECT_EQ(control.Height(), 4);
+  EXPECT_THAT(control.Contrast, testing::Contains(0)) << "of the fourth line";
 }
 
 TEST_F(AuthoringList, AnUnseenColourTakesAnEntryThatIsFree) {

@@ -115,6 +115,15 @@ TEST(UnitGatherer, BytesBehindTheUnitAreDropped) {
             Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
 }
 
+TEST(UnitGatherer, BytesBehindTheUnitThatOnlyStartLikeAnotherAreDropped) {
+  // A size of 8, and a control sequence at 4 that never ends.
+  const Bytes rest = {0x00, 0x08, 0x00, 0x04, 0x12, 0x34, 0x56, 0x78};
+  const Container container =
+      Read(Join({Pack(SubtitlePacket(Join({Unit, rest}), 90000)), Pack(SubtitlePacket(Other, 180000))}));
+  ASSERT_EQ(container.Tracks.size(), 1U);
+  EXPECT_EQ(container.Tracks[0].Packets, Join({SupPacket(90000, Unit), SupPacket(180000, Other)}));
+}
+
 TEST(UnitGatherer, PacketWithoutATimeStampStartsNone) {
   EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(Other)), Pack(SubtitlePacket(Unit, 90000))})),
             SupPacket(90000, Unit));

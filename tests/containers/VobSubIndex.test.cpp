@@ -249,6 +249,7 @@ TEST(VobSubIndex, CustomColours) {
 }
 
 TEST(VobSubIndex, OtherSettings) {
+  EXPECT_EQ(ParseVobSubIndex("langidx: en\n").Preselected, 0U);
   const VobSubIndex index = ParseVobSubIndex("time offset: -250\nforced subs: ON\nlangidx: 2\n");
   EXPECT_EQ(index.TimeOffset, -250);
   EXPECT_TRUE(index.ShowsForcedAlone);

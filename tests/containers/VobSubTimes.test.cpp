@@ -88,6 +88,14 @@ TEST(VobSubTimes, TimeStampsThatDiffer) {
   EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, true, false, false, false, false}));
 }
 
+TEST(VobSubTimes, ShiftsOfASecondEitherWayAreNoDifference) {
+  const std::vector<VobSubTime> times = {{.Line = 2000, .TimeStamp = 90000},
+                                         {.Line = 3000, .TimeStamp = 180000},
+                                         {.Line = 4000, .TimeStamp = 270000},
+                                         {.Line = 3000, .TimeStamp = 360000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, false}));
+}
+
 TEST(VobSubTimes, CommonShiftIsNoDifference) {
   const std::vector<VobSubTime> times = {{.Line = 11000, .TimeStamp = 90000},
                                          {.Line = 12000, .TimeStamp = 180000},

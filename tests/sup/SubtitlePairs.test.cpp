@@ -145,6 +145,11 @@ TEST(PairSubtitles, OrdersAreKept) {
   EXPECT_EQ(pairs.size(), 3U);
 }
 
+TEST(PairSubtitles, AsManyAsCanKeepTheirOrderArePaired) {
+  const auto pairs = Pairs({{0, 1}, {20000, 2}, {40000, 3}}, {{500000, 3}, {520000, 1}, {540000, 2}});
+  EXPECT_THAT(pairs, testing::IsSupersetOf({Pair(0, 1), Pair(1, 2)}));
+}
+
 TEST(PairSubtitles, TimesAtBothEndsOfTheirRangeAreTaken) {
   constexpr std::int64_t EarliestStart = std::numeric_limits<std::int64_t>::min();
   constexpr std::int64_t LatestStart = std::numeric_limits<std::int64_t>::max();
