@@ -21,7 +21,8 @@ SKIPPED = re.compile(
 ROOM = re.compile(r'\breserve\([^;]*;|\bmallopt\([^;]*;')
 DRAWN = re.compile(
     r'\b(?:set(?:ContentsMargins|Spacing|HorizontalSpacing|VerticalSpacing)|addSpacing)\([^;]*;'
-    r'|\bconstexpr (?:int|double) \w+(?:Margin|Gap|Edge|Width|Height|Side|Distance|Rows|Lines|Letters|Column|Columns|Reach) = [^;]*;')
+    r'|\bconstexpr (?:int|double) \w+(?:Margin|Gap|Edge|Width|Height|Side|Distance|Rows|Lines|Letters|Column|Columns|Reach) = [^;]*;'
+    r'|\bconstexpr QSize \w+(?:Size|Room)\([^;]*;')
 
 # A value that something has before it gets its own; most never show.
 INITIAL = re.compile(r' = 0[uUlL]*;')

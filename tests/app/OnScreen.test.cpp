@@ -76,6 +76,18 @@ TEST_F(OnScreen, AfterEachStepItIsWhatPaintingAnewGives) {
     Action(guide).trigger();
     ExpectRepainted(guide);
   }
+  // Without the letterbox, which has no room to scroll.
+  for (const char* action : {"Letterbox", "ZoomIn", "ZoomIn"}) {
+    Action(action).trigger();
+  }
+  ExpectRepainted("a larger frame");
+  auto* view = qobject_cast<QScrollArea*>(Control<QWidget>("Picture1").parentWidget()->parentWidget());
+  ASSERT_NE(view, nullptr);
+  for (QScrollBar* bar : {view->verticalScrollBar(), view->horizontalScrollBar()}) {
+    ASSERT_GT(bar->maximum(), 64);
+    bar->setValue(bar->value() > 64 ? bar->value() - 64 : 64);
+    ExpectRepainted("scrolling the frame");
+  }
   Click("Command_Prev");
   ExpectRepainted("the subtitle before");
 }
