@@ -115,6 +115,18 @@ TEST_F(ContactSheet, AFrameIsDrawnWithThePaletteAtHalfItsSize) {
   EXPECT_EQ(page.pixel(Cell(0, 0, 240).center()), 0xFF3C3C3CU);
 }
 
+TEST_F(ContactSheet, RowsStandBelowEachOther) {
+  ASSERT_TRUE(Write(StreamOf(9)));
+  const QImage page(Path("film_001.png"));
+  for (int row = 0; row < 3; ++row) {
+    const QRect frame = Cell(row, 0, 288);
+    for (const QPoint& corner : {frame.topLeft(), frame.bottomRight()}) {
+      EXPECT_NE(page.pixel(corner), 0xFFFFFFFFU) << row;
+    }
+    EXPECT_EQ(page.pixel(frame.bottomRight() + QPoint(0, 1)), 0xFFFFFFFFU) << row;
+  }
+}
+
 TEST_F(ContactSheet, EveryFrameStartsFromTheBackground) {
   const auto stream = test::Index(
       Join({PacketBuilder().Unit(FullFrame(480)).ControlOffset(964).Build(), Sound(Second).Build()}));
