@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -327,6 +329,56 @@ TEST_F(MergeReviewWindow, IconIsThatOfTheWorstThereIsToKnow) {
   EXPECT_TRUE(icon(1).isNull());
   EXPECT_FALSE(icon(2).isNull());
   EXPECT_NE(icon(0), icon(2));
+}
+
+TEST_F(MergeReviewWindow, KindsTellHowManyPacketsTheyHave) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  auto& kinds = Control<QComboBox>("Combo_FilterPairs");
+  QStringList told;
+  for (int entry = 0; entry < kinds.count(); ++entry) {
+    if (const QString text = kinds.itemData(entry, Qt::ToolTipRole).toString(); !text.isEmpty()) {
+      told.append(kinds.itemText(entry) + ": " + text);
+    }
+  }
+  EXPECT_EQ(told, QStringList("Pictures over each other: 1 packets"));
+}
+
+/// Of each 100 delay units the first 80 and the last 20 have a second subtitle each: the shorter one is left
+/// out.
+TEST_F(MergeReviewWindow, TwelvePartsOfWhatIsLeftOutAreNamed) {
+  Bytes first;
+  Bytes second;
+  for (int i = 0; i < 13; ++i) {
+    first = Join({first, FourCodes(PacketBuilder().Time(i * 100'000).Delay(90), 100, 100)});
+    second = Join({second, FourCodes(PacketBuilder().Time(i * 100'000), 200, 200),
+                   FourCodes(PacketBuilder().Time(i * 100'000 + 80'000), 200, 200)});
+  }
+  ReviewMerge(first, second);
+  EXPECT_EQ(
+      TextOf("Text_LeftOut"),
+      "Left out: 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24 and more (13 subtitles that no packet shows)");
+  EXPECT_EQ(Control<QLineEdit>("Text_LeftOut").cursorPosition(), 0) << "its start is in sight";
+  EXPECT_EQ(Control<QLineEdit>("Text_Review").cursorPosition(), 0);
+}
+
+TEST_F(MergeReviewWindow, TypedNumberIsASubtitleToGoTo) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  ClickHeading(pair::Covered);
+  ASSERT_EQ(Rows(), (std::vector{2, 3, 1}));
+  QTest::keyClick(&Pairs(), '3');
+  QCoreApplication::processEvents();
+  EXPECT_EQ(CurrentPair(), 2);
+  EXPECT_EQ(TextOf("Text_SubNum"), "3");
+}
+
+TEST_F(MergeReviewWindow, CopiedRowsHaveAllColumnsButThePicture) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  ClickPair(2);
+  Pairs().setFocus();
+  Action("Copy").trigger();
+  const QStringList lines = QApplication::clipboard()->text().split('\n', Qt::SkipEmptyParts);
+  ASSERT_FALSE(lines.isEmpty());
+  EXPECT_TRUE(lines.back().startsWith("2\t2\t1111\t")) << lines.back().toStdString();
 }
 
 TEST_F(MergeReviewWindow, WheelChangesNumbersOnlyWhereTheFocusIs) {

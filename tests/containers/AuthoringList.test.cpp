@@ -422,14 +422,23 @@ void PutTable(const QString& path, const QList<QRgb>& table, int used, int lines
   ASSERT_TRUE(image.save(path, "png"));
 }
 
+SpuControl FirstControl(const Track& track) {
+  const auto unit = std::span(track.Packets).subspan(10);
+  return DecodeControl(unit, static_cast<std::int16_t>(unit[2] << 8 | unit[3]));
+}
+
 TEST_F(AuthoringList, LineThatIsAddedToATableWithoutAClearColourIsNotSeen) {
   PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120)}, 3, 3);
-  const Track track = ReadTrack(LinesOf(1));
-  const auto unit = std::span(track.Packets).subspan(10);
-  const auto controlOffset = static_cast<std::int16_t>(unit[2] << 8 | unit[3]);
-  const SpuControl control = DecodeControl(unit, controlOffset);
+  const SpuControl control = FirstControl(ReadTrack(LinesOf(1)));
   EXPECT_EQ(control.Height(), 4);
   EXPECT_THAT(control.Contrast, testing::Contains(0)) << "of the fourth line";
+}
+
+TEST_F(AuthoringList, LineThatIsAddedToATableGetsItsClearColour) {
+  PutTable(Path("0.png"), {Shade(0), Shade(60), qRgba(0, 0, 0, 0), Shade(120)}, 4, 3);
+  const SpuControl control = FirstControl(ReadTrack(LinesOf(1)));
+  EXPECT_EQ(control.Height(), 4);
+  EXPECT_THAT(control.Contrast, ElementsAre(15, 15, 0, 15)) << "the codes are those of the table";
 }
 
 TEST_F(AuthoringList, AnUnseenColourTakesAnEntryThatIsFree) {
