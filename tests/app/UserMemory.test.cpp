@@ -78,6 +78,14 @@ TEST_F(UserMemoryTest, MemoryThatIsNotKeptLeavesNoFile) {
   EXPECT_FALSE(QFile::exists(Settings.File()));
 }
 
+TEST_F(UserMemoryTest, MemoryThatIsNotKeptLastsForTheRun) {
+  UserMemory memory;
+  memory.SetArrangement("columns", 3);
+  memory.SetPlace({.Corner = {10, 20}, .Size = {800, 600}});
+  EXPECT_EQ(memory.Arrangement("columns"), 3);
+  EXPECT_TRUE(memory.Place() == (WindowPlace{.Corner = {10, 20}, .Size = {800, 600}}));
+}
+
 TEST_F(UserMemoryTest, FolderThatIsGoneIsNone) {
   UserMemory memory;
   memory.SetFolder("sup", "/no/such/folder");

@@ -276,6 +276,13 @@ TEST_F(AuthoringList, ShorterThanHalfADelayUnitHasOne) {
   EXPECT_EQ(ControlsOf(ReadTrack("<spu start=\"1\" end=\"1.001\" image=\"a.png\"/>"))[0].Delay, 1);
 }
 
+TEST_F(AuthoringList, APictureOfWhichTheFirstColumnIsSeenAloneHasTwo) {
+  PutPicture("a.png", 40, 2, [](int x, int) { return x == 0 ? Red : qRgba(0, 0, 0, 0); });
+  const SpuControl control = ControlsOf(ReadTrack(OneLine))[0];
+  EXPECT_EQ(control.Width(), 2);
+  EXPECT_EQ(control.Height(), 2);
+}
+
 TEST_F(AuthoringList, FourVisibleColoursKeepAnOddWidth) {
   PutPicture("a.png", 5, 2, [](int x, int) { return Shade(x % 4 * 60); });
   const auto controls = ControlsOf(ReadTrack(OneLine));
@@ -422,21 +429,16 @@ void PutTable(const QString& path, const QList<QRgb>& table, int used, int lines
   ASSERT_TRUE(image.save(path, "png"));
 }
 
-SpuControl FirstControl(const Track& track) {
-  const auto unit = std::span(track.Packets).subspan(10);
-  return DecodeControl(unit, static_cast<std::int16_t>(unit[2] << 8 | unit[3]));
-}
-
 TEST_F(AuthoringList, LineThatIsAddedToATableWithoutAClearColourIsNotSeen) {
   PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120)}, 3, 3);
-  const SpuControl control = FirstControl(ReadTrack(LinesOf(1)));
+  const SpuControl control = ControlsOf(ReadTrack(LinesOf(1)))[0];
   EXPECT_EQ(control.Height(), 4);
   EXPECT_THAT(control.Contrast, testing::Contains(0)) << "of the fourth line";
 }
 
 TEST_F(AuthoringList, LineThatIsAddedToATableGetsItsClearColour) {
   PutTable(Path("0.png"), {Shade(0), Shade(60), qRgba(0, 0, 0, 0), Shade(120)}, 4, 3);
-  const SpuControl control = FirstControl(ReadTrack(LinesOf(1)));
+  const SpuControl control = ControlsOf(ReadTrack(LinesOf(1)))[0];
   EXPECT_EQ(control.Height(), 4);
   EXPECT_THAT(control.Contrast, ElementsAre(15, 15, 0, 15)) << "the codes are those of the table";
 }

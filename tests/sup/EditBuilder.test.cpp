@@ -21,6 +21,21 @@ TEST(EditBuilder, PlacesThatFollowOneAnotherBecomeOneOfAnyLength) {
   EXPECT_EQ(edit.Bytes.size(), 265U);
 }
 
+TEST(EditBuilder, PlaceThatFollowsAReplacedOneIsPartOfIt) {
+  EditBuilder builder;
+  builder.Replace(100, 5, Five);
+  builder.Write(105, std::array<std::uint8_t, 2>{6, 7});
+  const StreamEdit edit = builder.Finish();
+  EXPECT_THAT(edit.Bytes, ElementsAre(1, 2, 3, 4, 5, 6, 7));
+  std::uint32_t end = 100;
+  for (const EditPlace& place : edit.Places) {
+    EXPECT_EQ(place.Offset, end);
+    EXPECT_EQ(place.Removed, place.Inserted);
+    end += static_cast<std::uint32_t>(place.Removed);
+  }
+  EXPECT_EQ(end, 107U);
+}
+
 TEST(EditBuilder, KeepsAnyNumberOfPlacesInTheirOrder) {
   EditBuilder builder;
   for (std::uint32_t i = 0; i < 1200; ++i) {
