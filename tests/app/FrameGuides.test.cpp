@@ -130,25 +130,30 @@ TEST(PaintGuides, RulersHaveLongTicksWhereTheyHaveNumbers) {
   }
 }
 
-/// The one on the left from below upwards.
-TEST(PaintGuides, NumbersOfRulersBeginAtTheirTicks) {
+/// Behind the tick along the top, and upwards from it along the left, inside what is in sight.
+TEST(PaintGuides, NumbersOfRulersStandBesideTheirTicks) {
   FrameGuides guides;
   guides.Rulers = true;
-  const PaintedGuides painted(guides);
-  const auto hasInk = [&](int from, int end, bool isAcross) {
-    bool has = false;
-    for (int along = from; along < end; ++along) {
-      for (int deep = static_cast<int>(painted.LineHeight / 2); deep < painted.LineHeight - 1; ++deep) {
-        has = has || !(isAcross ? painted.IsPlate(along, deep) : painted.IsPlate(deep, along));
+  const QPoint corner(40, 30);
+  const PaintedGuides painted(guides, QRect(corner, QSize(600, 500)));
+  const int depth = static_cast<int>(painted.LineHeight);
+  // Between the short ticks and the ruler's inner edge.
+  const auto hasInk = [&](bool isAcross, int from, int to) {
+    for (int along = from; along < to; ++along) {
+      for (int across = depth / 2; across < depth - 2; ++across) {
+        if (!painted.IsPlate(isAcross ? along : corner.x() + across,
+                             isAcross ? corner.y() + across : along)) {
+          return true;
+        }
       }
     }
-    return has;
+    return false;
   };
   for (const int at : {100, 200, 300, 400, 500}) {
-    EXPECT_TRUE(hasInk(at + 2, at + 10, true)) << at;
-    EXPECT_FALSE(hasInk(at - 9, at, true)) << at;
-    EXPECT_TRUE(hasInk(at - 9, at - 1, false)) << at;
-    EXPECT_FALSE(hasInk(at + 1, at + 10, false)) << at;
+    EXPECT_TRUE(hasInk(true, at + 4, at + 20)) << at;
+    EXPECT_FALSE(hasInk(true, at - 20, at - 4)) << at;
+    EXPECT_TRUE(hasInk(false, at - 20, at - 4)) << at;
+    EXPECT_FALSE(hasInk(false, at + 4, at + 20)) << at;
   }
 }
 

@@ -65,6 +65,11 @@ TEST(VobSubTimes, LineAtZeroCountsBeforeATimeStampFarAway) {
   EXPECT_THAT(Ticks({{.Line = 0, .TimeStamp = 900000}}), ElementsAre(0));
 }
 
+TEST(VobSubTimes, ShiftThatHalfTheLinesHaveIsNotCommon) {
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001}, {.Line = 7000, .TimeStamp = 180002}}),
+              ElementsAre(270000, 630000));
+}
+
 TEST(VobSubTimes, LineBeforeZeroGivesWay) {
   EXPECT_THAT(Ticks({{.Line = -5000, .TimeStamp = 90001}, {.Line = -4000, .TimeStamp = 180002}}),
               ElementsAre(90001, 180002));
