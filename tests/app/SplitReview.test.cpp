@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <QLineEdit>
+#include <QMenu>
 #include <QRadioButton>
 
 #include "tests/app/ReviewTest.h"
@@ -175,6 +176,55 @@ TEST_F(SplitReviewWindow, GapsAreClosedAndTimesFilter) {
   filter.clear();
   QTest::keyClicks(&filter, "0:02.8");  // 252 delay units
   EXPECT_THAT(Packets(), ElementsAre("-+3"));
+}
+
+TEST_F(SplitReviewWindow, TimesStandBehindTheNumbers) {
+  ReviewSplit();
+  const QHeaderView& header = *Pairs().horizontalHeader();
+  QStringList headings;
+  for (int place = 0; place < header.count(); ++place) {
+    if (const int column = header.logicalIndex(place); !header.isSectionHidden(column)) {
+      headings.append(header.model()->headerData(column, Qt::Horizontal).toString());
+    }
+  }
+  EXPECT_EQ(headings, (QStringList{"#", "2nd #", "Start", "Duration", "Picture", "ms",
+                                   "What there is to know", "Bytes", "Covered", "Clipped", "Recoloured"}));
+  EXPECT_TRUE(header.isSortIndicatorShown());
+  EXPECT_EQ(header.sortIndicatorSection(), pair::Primary);
+  EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+TEST_F(SplitReviewWindow, MenuSortsByEachColumnThatIsShown) {
+  ReviewSplit();
+  const QHeaderView& header = *Pairs().horizontalHeader();
+  const auto* menu = Window.findChild<QMenu*>("Menu_SortPairs");
+  ASSERT_NE(menu, nullptr);
+  const auto shown = [menu] {
+    int count = 0;
+    for (const QAction* action : menu->actions()) {
+      count += action->isVisible() ? 1 : 0;
+    }
+    return count;
+  };
+  EXPECT_EQ(shown(), 10) << "all but the picture";
+  QAction* start = nullptr;
+  for (QAction* action : menu->actions()) {
+    start = action->objectName().endsWith(QString::number(pair::Start)) ? action : start;
+  }
+  ASSERT_NE(start, nullptr);
+  start->trigger();
+  EXPECT_EQ(header.sortIndicatorSection(), pair::Start);
+  EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+  EXPECT_THAT(Packets(), ElementsAre("1+-", "1+1", "-+1", "2+-", "2+2", "2+-", "-+3"));
+  start->trigger();
+  EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
+  EXPECT_THAT(Packets(), ElementsAre("-+3", "2+-", "2+2", "2+-", "-+1", "1+1", "1+-"));
+  start->trigger();
+  EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+  Click("Option_Pairs");
+  Review();
+  EXPECT_EQ(shown(), 8);
+  EXPECT_EQ(header.sortIndicatorSection(), pair::Primary) << "packets of pairs have no times of their own";
 }
 
 TEST_F(SplitReviewWindow, AnotherSecondFileIsMergedInPairs) {
