@@ -22,7 +22,20 @@
 /// What controls are to those who do not see them or do not use a mouse, in a line each.
 namespace quillmark::test {
 
+/// Where the text stands, if not at the left and half way down.
+inline void TellAlignment(Qt::Alignment alignment, QStringList& facts) {
+  if (alignment.testFlag(Qt::AlignRight)) {
+    facts.append("at the right");
+  } else if (alignment.testFlag(Qt::AlignHCenter)) {
+    facts.append("in the middle");
+  }
+  if (alignment.testFlag(Qt::AlignTop)) {
+    facts.append("at the top");
+  }
+}
+
 inline void TellLabel(const QLabel& label, QStringList& facts) {
+  TellAlignment(label.alignment(), facts);
   facts.append(label.textFormat() == Qt::PlainText  ? "plain"
                : label.textFormat() == Qt::RichText ? "rich"
                                                     : "plain or rich");
@@ -51,6 +64,7 @@ inline void TellTable(const QTableView& table, QStringList& facts) {
       {columns.highlightSections(), "bold headings"},
       {columns.sectionsMovable(), "movable"},
       {columns.sectionsClickable(), "clickable"},
+      {columns.isSortIndicatorShown(), "sorts"},
       {columns.stretchLastSection(), "fills"}};
   for (const auto& [is, text] : said) {
     if (is) {
@@ -85,6 +99,10 @@ inline void TellKind(const QWidget& control, QStringList& facts) {
   } else if (const auto* table = qobject_cast<const QTableView*>(&control)) {
     TellTable(*table, facts);
   } else if (const auto* line = qobject_cast<const QLineEdit*>(&control)) {
+    TellAlignment(line->alignment(), facts);
+    if (line->maxLength() != 32767) {
+      facts.append(QStringLiteral("%1 signs").arg(line->maxLength()));
+    }
     if (line->isReadOnly()) {
       facts.append("read only");
     }
@@ -108,6 +126,12 @@ inline void TellKind(const QWidget& control, QStringList& facts) {
     }
   } else if (const auto* spin = qobject_cast<const QSpinBox*>(&control)) {
     facts.append(QStringLiteral("%1 to %2%3").arg(spin->minimum()).arg(spin->maximum()).arg(spin->suffix()));
+    if (spin->singleStep() != 1) {
+      facts.append(QStringLiteral("by %1").arg(spin->singleStep()));
+    }
+    if (!spin->keyboardTracking()) {
+      facts.append("tells when all is typed");
+    }
   } else if (const auto* slider = qobject_cast<const QSlider*>(&control)) {
     facts.append(QStringLiteral("%1 to %2 by %3 or %4")
                      .arg(slider->minimum())
@@ -150,6 +174,19 @@ inline QString ControlText(const QWidget& control) {
   if (control.isHidden()) {
     facts.append("hidden");
   }
+  const bool isText = qobject_cast<const QLineEdit*>(&control) != nullptr ||
+                      qobject_cast<const QPlainTextEdit*>(&control) != nullptr;
+  if (control.testAttribute(Qt::WA_SetCursor) && !isText) {
+    facts.append(control.cursor().shape() == Qt::PointingHandCursor ? "hand" : "other pointer");
+  }
+  if (control.acceptDrops() && !isText) {
+    facts.append("takes drops");
+  }
+  if (control.contextMenuPolicy() != Qt::DefaultContextMenu) {
+    facts.append(control.contextMenuPolicy() == Qt::ActionsContextMenu ? "menu of its own"
+                 : control.contextMenuPolicy() == Qt::NoContextMenu    ? "no menu"
+                                                                       : "other menu");
+  }
   TellKind(control, facts);
   return facts.join(", ").replace(QChar::Nbsp, ' ');
 }
@@ -161,6 +198,11 @@ inline std::string ControlTexts(const QWidget& window) {
     const auto* label = qobject_cast<const QLabel*>(control);
     if (label != nullptr && label->buddy() != nullptr) {
       texts += label->text() + " for " + label->buddy()->objectName() + '\n';
+    } else if (label != nullptr && label->objectName().isEmpty() && !label->text().isEmpty()) {
+      texts += "Text '" + label->text() + "'\n";
+    } else if (const auto* button = qobject_cast<const QPushButton*>(control);
+               button != nullptr && button->objectName().isEmpty()) {
+      texts += "Button" + ControlText(*control) + '\n';
     } else if (qobject_cast<const QSplitter*>(control) != nullptr && control->objectName().isEmpty()) {
       texts += "Splitter" + ControlText(*control) + '\n';
     } else if (!control->objectName().isEmpty() && !control->objectName().startsWith("qt_") &&

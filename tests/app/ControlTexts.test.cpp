@@ -47,7 +47,7 @@ Frame1 'Background'
 Option_Checker 'Checker', 'Show subtitles over grey squares', Tab click, on
 Option_File 'Graph. File', 'Show subtitles over the picture file named here', click
 Option_Colour 'Colour', 'Show subtitles over one colour, that of the square', click
-Label_Ground 'Background colour, black', 'Click to pick the background colour', click
+Label_Ground 'Background colour, black', 'Click to pick the background colour', click, hand, menu of its own
 Text_GraphFile 'Background picture file', 'Path of the background picture (BMP, GIF, JPEG or PNG)', Tab click
 Command_GetGraphics 'Load Background graphic form file', 'Choose the background picture file', Tab click, Return
 Frame2 'Size'
@@ -83,38 +83,38 @@ Size (W,H) for Text_Width
 Check_Player 'As a player shows it', 'Carry out all control sequences at their times: fades, moves, changes of colour', Tab click
 Command_Play 'Play', 'Show the subtitle in its own time, as a player does (Ctrl+P)', Tab click, Return
 Slider_Time 'Time after the subtitle's start in milliseconds', 'When after the subtitle's start the picture is shown; Space plays', Tab click, disabled, 0 to 0 by 40 or 500
-Label_Time '0.00 / 0.00 s', plain or rich
-Label1_0 'Palette entry 0, black', 'Click color to edit', Tab click
+Label_Time '0.00 / 0.00 s', at the right, plain or rich
+Label1_0 'Palette entry 0, black', 'Click color to edit', Tab click, hand
 Picture2_0 'Palette', hidden, plain or rich
-Label1_1 'Palette entry 1, cyan', 'Click color to edit', click
+Label1_1 'Palette entry 1, cyan', 'Click color to edit', click, hand
 Picture2_1 'Palette', hidden, plain or rich
-Label1_2 'Palette entry 2, white', 'Click color to edit', click
+Label1_2 'Palette entry 2, white', 'Click color to edit', click, hand
 Picture2_2 'Palette', hidden, plain or rich
-Label1_3 'Palette entry 3, green', 'Click color to edit', click
+Label1_3 'Palette entry 3, green', 'Click color to edit', click, hand
 Picture2_3 'Palette', hidden, plain or rich
-Label1_4 'Palette entry 4, yellow', 'Click color to edit', click
+Label1_4 'Palette entry 4, yellow', 'Click color to edit', click, hand
 Picture2_4 'Palette', hidden, plain or rich
-Label1_5 'Palette entry 5, magenta', 'Click color to edit', click
+Label1_5 'Palette entry 5, magenta', 'Click color to edit', click, hand
 Picture2_5 'Palette', hidden, plain or rich
-Label1_6 'Palette entry 6, light blue', 'Click color to edit', click
+Label1_6 'Palette entry 6, light blue', 'Click color to edit', click, hand
 Picture2_6 'Palette', hidden, plain or rich
-Label1_7 'Palette entry 7, magenta', 'Click color to edit', click
+Label1_7 'Palette entry 7, magenta', 'Click color to edit', click, hand
 Picture2_7 'Palette', hidden, plain or rich
-Label1_8 'Palette entry 8, light red', 'Click color to edit', click
+Label1_8 'Palette entry 8, light red', 'Click color to edit', click, hand
 Picture2_8 'Palette', hidden, plain or rich
-Label1_9 'Palette entry 9, light green', 'Click color to edit', click
+Label1_9 'Palette entry 9, light green', 'Click color to edit', click, hand
 Picture2_9 'Palette', hidden, plain or rich
-Label1_10 'Palette entry A, light blue', 'Click color to edit', click
+Label1_10 'Palette entry A, light blue', 'Click color to edit', click, hand
 Picture2_10 'Palette', hidden, plain or rich
-Label1_11 'Palette entry B, light magenta', 'Click color to edit', click
+Label1_11 'Palette entry B, light magenta', 'Click color to edit', click, hand
 Picture2_11 'Palette', hidden, plain or rich
-Label1_12 'Palette entry C, grey', 'Click color to edit', click
+Label1_12 'Palette entry C, grey', 'Click color to edit', click, hand
 Picture2_12 'Palette', hidden, plain or rich
-Label1_13 'Palette entry D, black', 'Click color to edit', click
+Label1_13 'Palette entry D, black', 'Click color to edit', click, hand
 Picture2_13 'Palette', hidden, plain or rich
-Label1_14 'Palette entry E, black', 'Click color to edit', click
+Label1_14 'Palette entry E, black', 'Click color to edit', click, hand
 Picture2_14 'Palette', hidden, plain or rich
-Label1_15 'Palette entry F, black', 'Click color to edit', click
+Label1_15 'Palette entry F, black', 'Click color to edit', click, hand
 Picture2_15 'Palette', hidden, plain or rich
 ImageCombo1 'Colour of the background', 'Palette entry of the background (pixel code 0)', Tab click, 0 of 16
 Combo1_0 'Opacity of the background', 'Opacity of the background (pixel code 0): 0 invisible, F opaque', Tab click, 0 of 16
@@ -129,6 +129,10 @@ Command_SetSelected 'Set for selected', 'Write the chosen colours and opacities 
 Command_SetAll 'Set for all', 'Write the chosen colours and opacities into every subtitle', Tab click, Return
 Colors for ImageCombo1
 Opacities for Combo1_0
+Text '0 background'
+Text '1 pattern'
+Text '2 emphasis 1'
+Text '3 emphasis 2'
 ListPanel ''
 Tabs_List 'Subtitles', Tab, hidden
 Text_Filter 'Filter', 'Show the subtitles of these numbers (12, 100-200), the one shown at a time (1:02), or those with a problem in these words', Tab click, can be cleared, "Filter: 12, 100-200, 1:02, words"
@@ -137,7 +141,7 @@ Label_Count '3 of 3', plain or rich
 Strip_Time 'Time of the film'
 Splitter_Problems '', stays, collapses
 Text_Problems 'Problems of the subtitle', 'What is wrong with the current subtitle, and at which byte of the file', Tab click, read only, Tab goes on
-List_Subtitles 'Subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills, fits what is in sight
+List_Subtitles 'Subtitles', Tab click, menu of its own, rows, many, striped, smooth, movable, clickable, fills, fits what is in sight
   #, 'Number', right
   Picture, 'Picture'
   Start, 'Start'
@@ -150,7 +154,7 @@ List_Subtitles 'Subtitles', Tab click, rows, many, striped, smooth, movable, cli
   Animated, 'Animated: fades, moves or changes its colours on a player'
   Problems, 'Problems'
   Compared, 'What differs from the file compared with', hidden
-Header_Subtitles ''
+Header_Subtitles '', menu of its own
 ReviewPanel '', hidden
 Text_Review 'Merge', click, read only
 Text_LeftOut 'Left out', click, read only
@@ -168,7 +172,7 @@ Combo_FilterPairs 'Kind of problem', 'Show what has this problem alone', Tab cli
 Label_CountPairs '', plain or rich
 Splitter_Pairs '', stays, collapses
 Text_PairProblems 'What there is to know of the merged subtitle', 'What there is to know of the current row', Tab click, read only, Tab goes on
-List_Pairs 'Merged subtitles', Tab click, rows, many, striped, smooth, movable, clickable, fills, fits what is in sight
+List_Pairs 'Merged subtitles', Tab click, menu of its own, rows, many, striped, smooth, movable, clickable, sorts, fills, fits what is in sight
   #, 'Number of the first stream's subtitle', right
   2nd #, 'Number of the second stream's subtitle', right
   Picture, 'The merged picture'
@@ -181,15 +185,19 @@ List_Pairs 'Merged subtitles', Tab click, rows, many, striped, smooth, movable, 
   Start, 'When the packet is shown', right, hidden
   Duration, 'How long the packet is shown, in seconds', right, hidden
 Form_MergedCodes ''
+Text '0 background'
 Combo_SecondaryCode_0 'Code that the second stream's background becomes', 'Code that the second stream's background becomes', Tab click, 0 of 4, 4 letters
 Combo_ResultColour_0 'Palette entry of the result's background', 'Palette entry of the result's background', Tab click, 0 of 17, 4 letters
 Combo_ResultOpacity_0 'Opacity of the result's background', 'Opacity of the result's background', Tab click, 0 of 17, 4 letters
+Text '1 pattern'
 Combo_SecondaryCode_1 'Code that the second stream's pattern becomes', 'Code that the second stream's pattern becomes', Tab click, 1 of 4, 4 letters
 Combo_ResultColour_1 'Palette entry of the result's pattern', 'Palette entry of the result's pattern', Tab click, 0 of 17, 4 letters
 Combo_ResultOpacity_1 'Opacity of the result's pattern', 'Opacity of the result's pattern', Tab click, 0 of 17, 4 letters
+Text '2 emphasis 1'
 Combo_SecondaryCode_2 'Code that the second stream's emphasis 1 becomes', 'Code that the second stream's emphasis 1 becomes', Tab click, 2 of 4, 4 letters
 Combo_ResultColour_2 'Palette entry of the result's emphasis 1', 'Palette entry of the result's emphasis 1', Tab click, 0 of 17, 4 letters
 Combo_ResultOpacity_2 'Opacity of the result's emphasis 1', 'Opacity of the result's emphasis 1', Tab click, 0 of 17, 4 letters
+Text '3 emphasis 2'
 Combo_SecondaryCode_3 'Code that the second stream's emphasis 2 becomes', 'Code that the second stream's emphasis 2 becomes', Tab click, 3 of 4, 4 letters
 Combo_ResultColour_3 'Palette entry of the result's emphasis 2', 'Palette entry of the result's emphasis 2', Tab click, 0 of 17, 4 letters
 Combo_ResultOpacity_3 'Opacity of the result's emphasis 2', 'Opacity of the result's emphasis 2', Tab click, 0 of 17, 4 letters
@@ -324,6 +332,7 @@ Menu_Help '&Help': Report, Keys, -, About, AboutQt
 
 TEST_F(ControlTextsTest, OfTheToolsDialogs) {
   EXPECT_EQ(In("Retime"), R"(
+Text 'Moves or stretches the start times, and the delays with them.'
 Combo_Way 'How', Tab click wheel, 0 of 4
 &How for Combo_Way
 Field_from 'Timed for', Tab click wheel, 2 of 4
@@ -331,40 +340,56 @@ Ti&med for for Field_from
 Field_to 'Wanted for', Tab click wheel, 0 of 4
 &Wanted for for Field_to
 Field_scale 'Scale', Tab click
+Text 'times, such as 25/24'
 Sca&le for Field_scale
 Field_shift 'Shift', Tab click
+Text 'ms, later; a negative number is earlier'
 &Shift for Field_shift
 Field_points 'Two points', Tab click
+Text 'number=start time, twice'
 Two &points for Field_points
 Option_All 'All 3 subtitles', Tab click, on
 Option_Selected 'Those selected in the list: 1', Tab click
 Option_These 'These:', Tab click
 Text_Only 'Numbers of the subtitles', 'Numbers and ranges: 3,7-9,20-', Tab click
+Text 'Now'
+Text 'Then'
+Text 'Number'
 Label_Now_0 'Number now', plain or rich
 Label_Then_0 'Number then', plain or rich
+Text 'Start'
 Label_Now_1 'Start now', plain or rich
 Label_Then_1 'Start then', plain or rich
+Text 'End'
 Label_Now_2 'End now', plain or rich
 Label_Then_2 'End then', plain or rich
+Text 'Position (X,Y)'
 Label_Now_3 'Position (X,Y) now', plain or rich
 Label_Then_3 'Position (X,Y) then', plain or rich
+Text 'Size (W,H)'
 Label_Now_4 'Size (W,H) now', plain or rich
 Label_Then_4 'Size (W,H) then', plain or rich
+Text 'Forced'
 Label_Now_5 'Forced now', plain or rich
 Label_Then_5 'Forced then', plain or rich
 Picture_Trial 'The subtitle in the frame'
 Label_Outcome '0 subtitles would be retimed', plain, wraps
 Text_Left 'Subtitles that have to be left, and why', Tab click, hidden, read only, Tab goes on, remembers
+Button 'Cancel', Tab click, Return
 Command_Run 'Retime', Tab click, disabled, default
 )");
   EXPECT_EQ(In("Move"), R"(
+Text 'Moves the pictures within the frame. They are not encoded anew.'
 Combo_Way 'How', Tab click wheel, 0 of 2
 &How for Combo_Way
 Field_x 'X', Tab click
+Text 'pixels to the right; negative: to the left'
 &X for Field_x
 Field_y 'Y', Tab click
+Text 'lines down; negative: up'
 &Y for Field_y
 Field_to-line 'To line', Tab click
+Text 'of the bottom edge, from 0'
 To &line for Field_to-line
 Field_frame 'Frame', Tab click wheel, 1 of 2
 &Frame for Field_frame
@@ -373,48 +398,69 @@ Option_All 'All 3 subtitles', Tab click, on
 Option_Selected 'Those selected in the list: 1', Tab click
 Option_These 'These:', Tab click
 Text_Only 'Numbers of the subtitles', 'Numbers and ranges: 3,7-9,20-', Tab click
+Text 'Now'
+Text 'Then'
+Text 'Number'
 Label_Now_0 'Number now', plain or rich
 Label_Then_0 'Number then', plain or rich
+Text 'Start'
 Label_Now_1 'Start now', plain or rich
 Label_Then_1 'Start then', plain or rich
+Text 'End'
 Label_Now_2 'End now', plain or rich
 Label_Then_2 'End then', plain or rich
+Text 'Position (X,Y)'
 Label_Now_3 'Position (X,Y) now', plain or rich
 Label_Then_3 'Position (X,Y) then', plain or rich
+Text 'Size (W,H)'
 Label_Now_4 'Size (W,H) now', plain or rich
 Label_Then_4 'Size (W,H) then', plain or rich
+Text 'Forced'
 Label_Now_5 'Forced now', plain or rich
 Label_Then_5 'Forced then', plain or rich
 Picture_Trial 'The subtitle in the frame'
 Label_Outcome '0 subtitles would be moved', plain, wraps
 Text_Left 'Subtitles that have to be left, and why', Tab click, hidden, read only, Tab goes on, remembers
+Button 'Cancel', Tab click, Return
 Command_Run 'Move', Tab click, disabled, default
 )");
   EXPECT_EQ(In("Join"), R"(
+Text 'Adds the subtitles of another stream after the last one.'
 Combo_Way 'How', Tab click wheel, 0 of 2
 &How for Combo_Way
 Field_with 'With', Tab click
 Command_Browse 'Browse...', Tab click
 &With for Field_with
 Field_gap 'Gap', Tab click
+Text 'ms after the last end'
 &Gap for Field_gap
 Field_at 'At', Tab click
+Text 'its start, such as 1:02:03.5'
 &At for Field_at
+Text 'Now'
+Text 'Then'
+Text 'Number'
 Label_Now_0 'Number now', plain or rich
 Label_Then_0 'Number then', plain or rich
+Text 'Start'
 Label_Now_1 'Start now', plain or rich
 Label_Then_1 'Start then', plain or rich
+Text 'End'
 Label_Now_2 'End now', plain or rich
 Label_Then_2 'End then', plain or rich
+Text 'Position (X,Y)'
 Label_Now_3 'Position (X,Y) now', plain or rich
 Label_Then_3 'Position (X,Y) then', plain or rich
+Text 'Size (W,H)'
 Label_Now_4 'Size (W,H) now', plain or rich
 Label_Then_4 'Size (W,H) then', plain or rich
+Text 'Forced'
 Label_Now_5 'Forced now', plain or rich
 Label_Then_5 'Forced then', plain or rich
 Picture_Trial 'The subtitle in the frame'
 Label_Outcome 'Join needs with', plain, wraps
 Text_Left 'Subtitles that have to be left, and why', Tab click, hidden, read only, Tab goes on, remembers
+Button 'Cancel', Tab click, Return
 Command_Run 'Join', Tab click, disabled, default
 )");
 }
@@ -425,12 +471,14 @@ Combo_What 'What', Tab click wheel, 0 of 4
 &What for Combo_What
 Option_All 'All 3', Tab click, on
 Option_Selected 'Those selected in the list: 1', Tab click
+Text 'Subtitles'
 Text_Path 'File', Tab click
 Command_Browse 'Browse...', Tab click
 &File for Text_Path
 Combo_Language 'Language', 'What players call the subtitles; the subtitles are not changed', Tab click wheel, disabled, 0 of 181
 &Language for Combo_Language
-Label_Files 'Writes movie_new.sup', plain, wraps
+Label_Files 'Writes movie_new.sup', at the top, plain, wraps
+Button 'Cancel', Tab click, Return
 Command_Export 'Export', Tab click, default
 )");
 }
@@ -448,6 +496,7 @@ List_ProgramChains 'Program chains of vts_01_0.ifo', Tab click, rows, one, edita
   Palette
   Subtitle
 Picture_Chain 'The current subtitle in the palette of the chosen chain'
+Button 'Cancel', Tab click, Return
 Command_Use 'Use this palette', Tab click, default
 )");
   Dialogs.ExpectOpen(Write("other.sup", ThreeSubtitles()));
@@ -459,10 +508,10 @@ Command_CloseCompare 'Close', Tab click
 Splitter '', stays, stays
 Label_TitleHere 'Here: subtitle 1', plain
 Frame_Here 'Picture here'
-Label_FactsHere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100, 400   Size 8x2   Colours 0123   Opacities 0FFF   Forced no', rich, wraps
+Label_FactsHere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100, 400   Size 8x2   Colours 0123   Opacities 0FFF   Forced no', at the top, rich, wraps
 Label_TitleThere 'other.sup: subtitle 1', plain
 Frame_There 'Picture in the other file'
-Label_FactsThere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100, 400   Size 8x2   Colours 0123   Opacities 0FFF   Forced no', rich, wraps
+Label_FactsThere 'Start 00:00:01.00   End 00:00:02.11   Seconds 1.12   Place 100, 400   Size 8x2   Colours 0123   Opacities 0FFF   Forced no', at the top, rich, wraps
 List_Differences 'Differences', Tab click, rows, one, striped, smooth, movable, clickable, fills, fits what is in sight
   # here, 'Number here', right
   # there, 'Number in the other file', right

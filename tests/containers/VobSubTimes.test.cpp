@@ -110,6 +110,14 @@ TEST(VobSubTimes, CommonShiftIsNoDifference) {
   EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, true, false}));
 }
 
+TEST(VobSubTimes, LineOfItsOwnTimeStampIsNoDifferenceWhateverTheCommonShift) {
+  const std::vector<VobSubTime> times = {{.Line = 11000, .TimeStamp = 90000},
+                                         {.Line = 12000, .TimeStamp = 180000},
+                                         {.Line = 13000, .TimeStamp = 270000},
+                                         {.Line = 5000, .TimeStamp = 360000}};  // a second
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, false}));
+}
+
 TEST(VobSubTimes, TimeStampsThatAreAllTheSameSayNothing) {
   const std::vector<VobSubTime> times = {{.Line = 11000, .TimeStamp = 0},
                                          {.Line = 17000, .TimeStamp = 0},
