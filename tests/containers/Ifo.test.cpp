@@ -247,6 +247,8 @@ TEST(ReadIfo, FileCutInItsFirstSectorIsNamedAsSuch) {
   Bytes file = TitleSetFile({{}});
   file.resize(2047);
   EXPECT_EQ(ReadIfo(file).Reason(), "it is cut short: of its first 2,048 bytes there are 2047");
+  file.resize(12);
+  EXPECT_EQ(ReadIfo(file).Reason(), "it is cut short: of its first 2,048 bytes there are 12");
 }
 
 TEST(ReadIfo, LongestFileIsReadAndALongerOneNot) {

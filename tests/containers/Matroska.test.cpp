@@ -520,6 +520,15 @@ TEST(ReadMatroska, FirstOfSeveralDamagesIsNamed) {
                                       " and 1 more; what stands there is left out"));
 }
 
+TEST(ReadMatroska, StartOfAnElementAtTheEndIsACut) {
+  const Bytes whole = MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8)))}));
+  const Bytes cut =
+      MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), {0x1F, 0x43, 0xB6}}));
+  const Container read = Taken(ReadBytes(cut));
+  EXPECT_THAT(Times(read), ElementsAre(90));
+  EXPECT_THAT(read.Notes, ElementsAre("it is cut short at byte " + std::to_string(whole.size())));
+}
+
 TEST(ReadMatroska, DamageUpToTheEndIsDamage) {
   const Container read = Taken(ReadBytes(
       MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(1000)}))));

@@ -140,6 +140,13 @@ TEST(Thumbnail, OutlineIsWhatIsBesideClearPixelsOnEitherSide) {
   EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(1, 0), LightGround);
 }
 
+TEST(Thumbnail, ColourThatIsNowhereBesideClearPixelsIsNoOutline) {
+  // 1, four of 2, 1, 0, 1.
+  const Bytes packet = TwoLinesOf({0x56, 0x66, 0x65, 0x45});
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Clear}).pixel(6, 0), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(6, 0), LightGround);
+}
+
 TEST(Thumbnail, OutlineCountsNothingWhereThereIsAnotherColour) {
   // Of the same pixels; the grey is as far from the dark ground as from the light one.
   constexpr QRgb Grey = 0xFF868686;
