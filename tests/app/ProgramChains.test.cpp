@@ -73,6 +73,9 @@ TEST_F(ProgramChains, EveryChainHasARowWithItsPalette) {
     EXPECT_EQ(Text(dialog, 2, 1), "title 3, no picture");
     EXPECT_FALSE(Holds(Picture(dialog, 0, 4), RedOfChain));
     EXPECT_TRUE(Holds(Picture(dialog, 1, 4), RedOfChain));
+    for (int column = 0; column < 4; ++column) {
+      EXPECT_TRUE(Picture(dialog, 1, column).isNull()) << column;
+    }
     dialog.reject();
   });
 }
