@@ -276,6 +276,18 @@ TEST(VobSub, UnitsWithoutTimesOfTheirOwnAreNotTold) {
   EXPECT_THAT(track.Notes, IsEmpty());
 }
 
+TEST(VobSub, UnitsWithoutTimesStartWhereTheLinesSayInDecimalToo) {
+  const Bytes packs =
+      Join({Pack(SubtitlePacket(A, 90000)), Pack(SubtitlePacket(B)), Pack(SubtitlePacket(C))});
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000000\n"
+      "timestamp: 00:00:07:000, filepos: 000002048\n"
+      "timestamp: 00:00:09:000, filepos: 000004096\n",
+      packs);
+  EXPECT_EQ(track.Packets, Join({SupPacket(90000, A), SupPacket(630000, B), SupPacket(810000, C)}));
+}
+
 /// A unit of 65,000 bytes in two packets.
 Bytes LargeUnitPacks() {
   const Bytes unit = SoundUnit(65000);
