@@ -539,8 +539,9 @@ List_Tracks 'Tracks of movie.vob', Tab click, rows, one, clickable, fills
   Palette
   First picture
 Text_Notes 'What was noted in reading', Tab click, hidden, read only, Tab goes on, remembers
-Combo_Second 'Merge with', 'As Load/Merge secondary SUP does with a file', Tab click wheel, 0 of 1
+Combo_Second 'no other track', 'As Load/Merge secondary SUP does with a file', Tab click wheel, 0 of 1
 &Merge with for Combo_Second
+Button 'Cancel', Tab click, Return
 Command_Open 'Open', Tab click, default
 )");
 }
