@@ -63,17 +63,6 @@ TEST_F(BackgroundColour, SquarePicksOne) {
   EXPECT_EQ(Control<QWidget>("Label_Ground").grab().toImage().pixelColor(6, 6), QColor(10, 20, 30));
 }
 
-TEST_F(BackgroundColour, TabStopsAtTheSquareWhileItsColourIsShown) {
-  const auto tabStops = [this] {
-    return (Control<QWidget>("Label_Ground").focusPolicy() & Qt::TabFocus) != 0;
-  };
-  EXPECT_FALSE(tabStops());
-  Click("Option_Colour");
-  EXPECT_TRUE(tabStops());
-  Click("Option_Checker");
-  EXPECT_FALSE(tabStops());
-}
-
 TEST_F(BackgroundColour, PickThatIsCancelledChangesNothing) {
   const QImage before = Shown();
   Dialogs.ExpectCancelled(DialogKind::Colour);

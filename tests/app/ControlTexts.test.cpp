@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QTest>
 
+#include "app/Accessible.h"
 #include "app/ImportJob.h"
 #include "app/TrackDialog.h"
 #include "tests/app/ControlText.h"
@@ -521,6 +522,7 @@ List_Differences 'Differences', Tab click, rows, one, striped, smooth, movable, 
 }
 
 TEST(TrackDialogTexts, OfTheDialog) {
+  InstallAccessibility();  // as the window does before it
   ImportedFile file;
   file.Tracks.push_back(
       {.What = {.Id = "0x20", .Language = "de", .Name = {}, .Palette = {}, .Packets = {}, .Notes = {}},
@@ -539,7 +541,7 @@ List_Tracks 'Tracks of movie.vob', Tab click, rows, one, clickable, fills
   Palette
   First picture
 Text_Notes 'What was noted in reading', Tab click, hidden, read only, Tab goes on, remembers
-Combo_Second 'no other track', 'As Load/Merge secondary SUP does with a file', Tab click wheel, 0 of 1
+Combo_Second 'Merge with', 'As Load/Merge secondary SUP does with a file', Tab click wheel, 0 of 1
 &Merge with for Combo_Second
 Button 'Cancel', Tab click, Return
 Command_Open 'Open', Tab click, default

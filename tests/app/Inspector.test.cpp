@@ -125,11 +125,6 @@ TEST_F(Inspector, FieldTellsOfTheSecondStream) {
   EXPECT_EQ(Pixel(), "202, 210: 2nd, code 1 (pattern), entry 1, opacity F");
   PointAt(102, 400);
   EXPECT_EQ(Pixel(), "102, 400: code 1 (pattern), entry 1, opacity F");
-  Click("Command_Next");
-  PointAt(102, 400);
-  EXPECT_EQ(Pixel(), "102, 400");
-  PointAt(104, 421);
-  EXPECT_EQ(Pixel(), "104, 421: code 2 (emphasis 1), entry 2, opacity F");
 }
 
 TEST_F(Inspector, FieldFollowsWhatIsMerged) {

@@ -218,23 +218,6 @@ TEST_F(Tools, CurrentSubtitleIsShownAsItIsAndAsItWouldBe) {
   });
 }
 
-TEST_F(Tools, WhatChangesIsBold) {
-  LoadStream(Join({At(1).Build(), At(3).Build()}));
-  In("Retime", [](const OpenTool& tool) {
-    const auto isBold = [&tool](const char* label, int fact) {
-      return tool.Control<QLabel>(Element(label, fact)).font().bold();
-    };
-    tool.Type("Field_shift", "40");
-    for (int fact = fact::Number; fact <= fact::Forced; ++fact) {
-      EXPECT_FALSE(isBold("Label_Now", fact)) << fact;
-      EXPECT_EQ(isBold("Label_Then", fact), fact == fact::Start || fact == fact::End) << fact;
-    }
-    tool.Type("Field_shift", "0");
-    EXPECT_FALSE(isBold("Label_Then", fact::Start));
-    tool.Cancel();
-  });
-}
-
 TEST_F(Tools, NegativeStartIsNamedAndCannotBeRun) {
   LoadStream(Join({At(1).Build(), At(3).Build()}));
   In("Retime", [](const OpenTool& tool) {
