@@ -1,5 +1,6 @@
 #include "app/UserMemory.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QMenu>
