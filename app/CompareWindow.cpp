@@ -133,7 +133,8 @@ void CompareWindow::Build() {
   sides->addWidget(BuildHalf(halves_[0], QStringLiteral("Here"), Ui::Tr("Picture here")), 1);
   sides->addWidget(BuildHalf(halves_[1], QStringLiteral("There"), Ui::Tr("Picture in the other file")), 1);
   table_->setMinimumHeight(table_->horizontalHeader()->sizeHint().height() +
-                           LeastDifferences * table_->verticalHeader()->defaultSectionSize());
+                           LeastDifferences * table_->verticalHeader()->defaultSectionSize() +
+                           2 * table_->frameWidth());
   splitter->setStretchFactor(0, 2);
   splitter->setStretchFactor(1, 5);
 

@@ -186,9 +186,9 @@ void ProgramChainsDialog::BuildList(const QString& name) {
   QHeaderView& columns = *List_ProgramChains->horizontalHeader();
   columns.setHighlightSections(false);
   columns.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  columns.setStretchLastSection(true);
   List_ProgramChains->setColumnHidden(ChainColumns::Picture, !trial_.Index);
   List_ProgramChains->resizeColumnsToContents();
+  columns.setStretchLastSection(true);  // from its contents' width on
   const int frame = 2 * List_ProgramChains->frameWidth();
   List_ProgramChains->setMinimumWidth(columns.length() + frame +
                                       List_ProgramChains->verticalScrollBar()->sizeHint().width());
