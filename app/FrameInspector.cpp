@@ -87,7 +87,6 @@ void FrameInspector::OpenLoupe() {
   focusBefore_ = QApplication::focusWidget();
   LookAt(pointed_.value_or(Middle()));
   loupe_->show();
-  loupe_->raise();
   loupe_->setFocus();
 }
 
