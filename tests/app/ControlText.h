@@ -65,7 +65,8 @@ inline void TellTable(const QTableView& table, QStringList& facts) {
       {columns.sectionsMovable(), "movable"},
       {columns.sectionsClickable(), "clickable"},
       {columns.isSortIndicatorShown(), "sorts"},
-      {columns.stretchLastSection(), "fills"}};
+      {columns.stretchLastSection(), "fills"},
+      {columns.defaultAlignment().testFlag(Qt::AlignLeft), "headings at the left"}};
   for (const auto& [is, text] : said) {
     if (is) {
       facts.append(text);

@@ -489,7 +489,7 @@ TEST_F(ControlTextsTest, OfTheListsOfOtherFiles) {
       Write("vts_01_0.ifo", TitleSetFile({{.Category = 0x81, .Palette = {{0x10, 0x80, 0x80}}}})));
   EXPECT_EQ(In("ProgramChains"), R"(
 Program &chains of vts_01_0.ifo for List_ProgramChains
-List_ProgramChains 'Program chains of vts_01_0.ifo', Tab click, rows, one, editable, clickable, fills
+List_ProgramChains 'Program chains of vts_01_0.ifo', Tab click, rows, one, editable, clickable, fills, headings at the left
   Chain
   What it is
   Programs
@@ -531,7 +531,7 @@ TEST(TrackDialogTexts, OfTheDialog) {
   const TrackDialog dialog("movie.vob", file, present, nullptr);
   EXPECT_EQ(ControlTexts(dialog), R"(
 &Tracks of movie.vob for List_Tracks
-List_Tracks 'Tracks of movie.vob', Tab click, rows, one, clickable, fills
+List_Tracks 'Tracks of movie.vob', Tab click, rows, one, clickable, fills, headings at the left
   Track
   Language
   Name, hidden

@@ -2,7 +2,11 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
 
 #include "app/ImportJob.h"
 #include "app/TrackDialog.h"
@@ -86,6 +90,20 @@ TEST_F(DialogLayout, ControlsOfExportStandInTheirOrder) {
   });
 }
 
+/// All of it is in sight where there is not much of it, and pictures are not cut.
+void ExpectWhole(const QTableView& list, int heightOfPictures) {
+  EXPECT_EQ(list.horizontalScrollBar()->maximum(), 0);
+  EXPECT_EQ(list.verticalScrollBar()->maximum(), 0);
+  EXPECT_GE(list.rowHeight(0), heightOfPictures);
+  EXPECT_EQ(list.iconSize().height(), heightOfPictures);
+  for (int column = 0; column + 1 < list.model()->columnCount(); ++column) {
+    EXPECT_TRUE(list.isColumnHidden(column) ||
+                list.columnWidth(column) >=
+                    const_cast<QTableView&>(list).sizeHintForIndex(list.model()->index(0, column)).width())
+        << column;
+  }
+}
+
 /// There is room for three lines; one stands in the first of them.
 TEST_F(DialogLayout, WhatIsExportedStandsRightBelowTheFields) {
   In("Export", [](QDialog& dialog) {
@@ -109,12 +127,18 @@ TEST_F(DialogLayout, WhatIsExportedStandsRightBelowTheFields) {
 }
 
 TEST_F(DialogLayout, ControlsOfPalettesOfATitleStandInTheirOrder) {
-  Dialogs.ExpectOpen(
-      Write("vts_01_0.ifo", TitleSetFile({{.Category = 0x81, .Palette = {{0x10, 0x80, 0x80}}}})));
+  std::vector<ChainSpec> chains;
+  for (std::uint8_t category = 0x81; category <= 0x87; ++category) {
+    chains.push_back({.Category = category, .Palette = {{0x10, 0x80, 0x80}}});
+  }
+  Dialogs.ExpectOpen(Write("vts_01_0.ifo", TitleSetFile(chains)));
   In("ProgramChains", [](QDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Palettes of a title");
     ExpectApart(dialog);
     ExpectDownwards(dialog, {"List_ProgramChains", "Picture_Chain", "Command_Use"});
+    const auto& list = *dialog.findChild<QTableView*>("List_ProgramChains");
+    ExpectWhole(list, 36);
+    EXPECT_EQ(dialog.focusWidget(), &list);
   });
 }
 
@@ -129,6 +153,18 @@ TEST_F(DialogLayout, ControlsOfAComparisonStandInTheirOrder) {
   ExpectDownwards(compare, {"List_Differences", "Label_TitleThere", "Frame_There", "Label_FactsThere"});
   ExpectAcross(compare, {"Check_OnlyDifferences", "Command_CloseCompare"});
   ExpectAcross(compare, {"Frame_Here", "Frame_There"});
+  const auto& list = Control<QTableView>("List_Differences");
+  EXPECT_GE(list.columnWidth(2), list.fontMetrics().horizontalAdvance("00:00:00.00"));
+  Control<QWidget>("CompareWindow").resize(compare.minimumSizeHint());
+  QCoreApplication::processEvents();
+  EXPECT_GE(list.viewport()->height(), 4 * list.verticalHeader()->defaultSectionSize());
+  Control<QWidget>("CompareWindow").activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Control<QWidget>("CompareWindow")));
+  Control<QWidget>("List_Differences").setFocus();
+  for (const char* next : {"Check_OnlyDifferences", "Command_CloseCompare"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+  }
 }
 
 TEST_F(DialogLayout, ControlsOfAnImportStandInTheirOrder) {
@@ -136,20 +172,26 @@ TEST_F(DialogLayout, ControlsOfAnImportStandInTheirOrder) {
   const auto add = [&file](std::string id) {
     file.Tracks.push_back({.What = {.Id = std::move(id),
                                     .Language = "de",
-                                    .Name = {},
+                                    .Name = "The film's own songs",
                                     .Palette = {},
                                     .Packets = {},
                                     .Notes = {"damaged"}},
                            .Loaded = *IndexPrimaryStream(ThreeSubtitles())});
   };
-  add("0x20");
-  add("0x21");
+  for (const char* id : {"0x20", "0x21", "0x22", "0x23", "0x24", "0x25", "0x26", "0x27"}) {
+    add(id);
+  }
   const DvdPalette present{};
   TrackDialog dialog("movie.vob", file, present, nullptr);
   Dialogs.Expect(DialogKind::Other, [](QDialog& shown) {
     EXPECT_EQ(shown.windowTitle(), "Import subtitles");
     ExpectApart(shown);
     ExpectDownwards(shown, {"List_Tracks", "Text_Notes", "Combo_Second", "Command_Open"});
+    const auto& list = *shown.findChild<QTableView*>("List_Tracks");
+    ExpectWhole(list, 40);
+    EXPECT_GE(list.columnWidth(2), list.fontMetrics().horizontalAdvance("The film's own songs") + 12)
+        << "with room before the next column";
+    EXPECT_EQ(shown.focusWidget(), &list);
     shown.reject();
   });
   dialog.exec();

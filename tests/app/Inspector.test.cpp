@@ -232,6 +232,22 @@ TEST_F(Inspector, LoupeStopsAtTheEdgesOfTheFrame) {
   EXPECT_EQ(Pixel(), "719, 575");
 }
 
+TEST_F(Inspector, PixelOfTheLoupeComesIntoSight) {
+  for (int i = 0; i < 4; ++i) {
+    Window.findChild<QAction*>("Action_ZoomIn")->trigger();
+  }
+  QCoreApplication::processEvents();
+  PointAt(102, 400);
+  Press(Qt::Key_Z);
+  for (int i = 0; i < 80; ++i) {
+    QTest::keyClick(&TheLoupe(), Qt::Key_Up, Qt::ShiftModifier);
+    QTest::keyClick(&TheLoupe(), Qt::Key_Left, Qt::ShiftModifier);
+  }
+  EXPECT_EQ(Pixel(), "0, 0");
+  EXPECT_TRUE(Control<QWidget>("Picture1").visibleRegion().contains(QPoint(0, 0)) ||
+              Control<QWidget>("Picture1").pos() == QPoint(0, 0));
+}
+
 TEST_F(Inspector, LoupeFramesItsPixelAndGoesOutOfTheWay) {
   PointAt(102, 400);
   Press(Qt::Key_Z);

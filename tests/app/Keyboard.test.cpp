@@ -26,6 +26,10 @@ class Keyboard : public WindowTest {
   }
 };
 
+TEST_F(Keyboard, WorkBeginsAtLoadSup) {
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_LoadSup");
+}
+
 TEST_F(Keyboard, ControlOLoads) {
   Dialogs.ExpectOpen(Write("movie.sup", ThreeSubtitles()));
   Dialogs.ExpectReport();

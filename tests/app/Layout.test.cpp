@@ -114,6 +114,24 @@ TEST_F(Layout, ListHasAColumnOfItsOwnFrom1600On) {
   EXPECT_TRUE(FrameIsWhole("List_Subtitles"));
 }
 
+TEST_F(Layout, WhatRoomIsLeftIsBelowTheCommandsAndTheListsOwn) {
+  Resize({1366, 1000});
+  EXPECT_LT(TopOf("Frame1"), TopOf("Picture1") + 576 + 40);
+  Window.findChild<QAction*>("Action_List")->trigger();
+  QCoreApplication::processEvents();
+  const int palette = TopOf("Label1_0");
+  Resize({1366, 900});
+  EXPECT_EQ(TopOf("Label1_0"), palette);
+  Window.findChild<QAction*>("Action_List")->trigger();
+  Resize({1700, 900});
+  const int commands = Control<QWidget>("Command_SetAll").width();
+  const int list = Control<QWidget>("List_Subtitles").width();
+  Resize({1800, 900});
+  EXPECT_EQ(Control<QWidget>("Command_SetAll").width(), commands);
+  EXPECT_EQ(Control<QWidget>("List_Subtitles").width(), list + 100);
+  EXPECT_EQ(Control<QWidget>("Strip_Time").height(), Control<QWidget>("Strip_Time").sizeHint().height());
+}
+
 TEST_F(Layout, HiddenListLeavesItsPlaceEmpty) {
   Window.findChild<QAction*>("Action_List")->trigger();
   QCoreApplication::processEvents();

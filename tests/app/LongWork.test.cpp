@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include "tests/app/Placing.h"
 #include "tests/support/DialogScript.h"
 
 namespace quillmark::test {
@@ -53,6 +54,20 @@ TEST_F(LongWork, DialogComesWhenPatienceIsOverAndCancels) {
   EXPECT_EQ(Run(std::chrono::milliseconds(1), GoOn), Completion::Cancelled);
   EXPECT_TRUE(Dialogs.Last().IsModal);
   EXPECT_TRUE(Dialogs.Last().PointerIsNormal);
+}
+
+TEST_F(LongWork, DialogSaysWhatIsDoneAboveItsBar) {
+  Owner.setWindowTitle("Quillmark");
+  Dialogs.Expect(DialogKind::Other, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Quillmark");
+    ExpectApart(dialog);
+    const auto* what = dialog.findChild<QLabel*>();
+    EXPECT_EQ(what->text(), "Reading movie.vob");
+    EXPECT_LT(what->geometry().bottom(), PlaceIn(dialog, "Progress_Done").top());
+    ExpectDownwards(dialog, {"Progress_Done", "Command_Cancel"});
+    dialog.reject();
+  });
+  EXPECT_EQ(Run(std::chrono::milliseconds(0), GoOn), Completion::Cancelled);
 }
 
 TEST_F(LongWork, DialogShowsHowFarItIs) {

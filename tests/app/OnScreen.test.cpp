@@ -103,6 +103,21 @@ TEST_F(OnScreen, WhileWhatIsPaintedOverTheFrameScrollsToo) {
     ASSERT_EQ(bar->value(), before - 37);
     ExpectRepainted("scrolling");
   }
+  Window.resize(Window.size() - QSize(60, 40));
+  ExpectRepainted("a smaller window");
+  Window.resize(Window.size() + QSize(60, 40));
+  ExpectRepainted("a larger window");
+}
+
+TEST_F(OnScreen, WhileTheLoupeGoesAboutToo) {
+  Action("Loupe").trigger();
+  ExpectRepainted("the loupe");
+  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left}) {
+    QTest::keyClick(&Control<QWidget>("Loupe"), key);
+    ExpectRepainted("another pixel");
+  }
+  QTest::keyClick(&Control<QWidget>("Loupe"), Qt::Key_Escape);
+  ExpectRepainted("no loupe");
 }
 
 TEST_F(OnScreen, WhileStreamsAreMergedToo) {

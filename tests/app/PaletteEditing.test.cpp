@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QLabel>
 
+#include "app/Document.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -58,6 +59,21 @@ TEST_F(PaletteEditing, SwatchHasAnEdgeAllAround) {
   EXPECT_EQ(widthOfEdge(swatch.palette().color(QPalette::WindowText)), 1);
   swatch.setFocus();
   EXPECT_EQ(widthOfEdge(swatch.palette().color(QPalette::Highlight)), 2);
+}
+
+TEST_F(PaletteEditing, SwatchesThatCannotBePickedArePaler) {
+  const auto& swatch = Control<QWidget>("Label1_6");
+  EXPECT_EQ(swatch.cursor().shape(), Qt::PointingHandCursor);
+  const auto centre = [this] { return SwatchColour(6); };
+  const QColor usual = centre();
+  EXPECT_EQ(usual, QColor(148, 150, 240));
+  Window.Content().SetBusy(true);
+  const QColor ground = Window.palette().color(QPalette::Window);
+  // 45 parts in 100 of it over the window.
+  EXPECT_NEAR(centre().red(), 0.45 * usual.red() + 0.55 * ground.red(), 3);
+  EXPECT_NEAR(centre().green(), 0.45 * usual.green() + 0.55 * ground.green(), 3);
+  Window.Content().SetBusy(false);
+  EXPECT_EQ(centre(), usual);
 }
 
 TEST_F(PaletteEditing, ChosenColourTakesTheEntry) {

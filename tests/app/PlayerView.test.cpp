@@ -10,6 +10,7 @@
 #include "app/DisplayFrame.h"
 #include "app/PlayerBar.h"
 #include "tests/app/MergeTest.h"
+#include "tests/app/Placing.h"
 #include "tests/support/PlayedUnit.h"
 
 namespace quillmark::test {
@@ -299,6 +300,26 @@ TEST_F(Player, SubtitleThatCannotBeShownHasNoTime) {
   Dialogs.Verify();
   EXPECT_FALSE(Bar().IsPlaying());
   EXPECT_FALSE(IsEnabled("Slider_Time"));
+}
+
+/// Whatever they say: nothing beside them moves while it plays.
+TEST_F(Player, ControlsKeepTheirSizes) {
+  LoadStream(Moving().Build());
+  Click("Check_Player");
+  const auto places = [this] {
+    QCoreApplication::processEvents();
+    return std::vector{Control<QWidget>("Command_Play").geometry(), Slider().geometry(),
+                       Control<QWidget>("Label_Time").geometry()};
+  };
+  const auto before = places();
+  Click("Command_Play");
+  EXPECT_EQ(places(), before);
+  Pass(300);
+  EXPECT_EQ(places(), before);
+  EXPECT_TRUE(Control<QLabel>("Label_Time").alignment().testFlag(Qt::AlignRight));
+  ExpectAcross(Window, {"Command_Play", "Slider_Time", "Label_Time"});
+  LoadStream(PacketBuilder().Build());
+  EXPECT_EQ(places(), before);
 }
 
 TEST(PlayerBarAlone, TellsTheTimeOfTheLengthThatIs) {

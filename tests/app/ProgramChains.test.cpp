@@ -168,6 +168,8 @@ TEST_F(ProgramChains, DamageIsTold) {
     const auto* const notes = dialog.findChild<QLabel*>("Label_Notes");
     ASSERT_NE(notes, nullptr);
     EXPECT_EQ(notes->text(), "1 program chain outside the file or its table left out");
+    EXPECT_TRUE(notes->wordWrap());
+    EXPECT_GT(notes->geometry().top(), List(dialog).geometry().bottom());
     dialog.reject();
   });
   Window.findChild<QAction*>("Action_ProgramChains")->trigger();

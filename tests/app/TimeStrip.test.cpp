@@ -160,6 +160,26 @@ TEST_F(TimeStripTest, DraggingMovesAndChoosesNothing) {
   EXPECT_THAT(Chosen, IsEmpty());
 }
 
+TEST_F(TimeStripTest, HandHoldsTheFilmWhileItIsDragged) {
+  Strip.SetLane(0, Film(1000));
+  Turn(500, 10);
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  EXPECT_EQ(Strip.cursor().shape(), Qt::ArrowCursor);
+  QTest::mouseMove(&Strip, {400, 5});
+  EXPECT_EQ(Strip.cursor().shape(), Qt::ClosedHandCursor);
+  QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {400, 5});
+  EXPECT_EQ(Strip.cursor().shape(), Qt::ArrowCursor);
+}
+
+/// A window that comes up meanwhile may have taken the release.
+TEST_F(TimeStripTest, ClickAfterADragWithoutAnEndChooses) {
+  Strip.SetLane(0, Film(10));
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  QTest::mouseMove(&Strip, {400, 5});
+  QTest::mouseClick(&Strip, Qt::LeftButton, {}, {At(42), 5});
+  EXPECT_THAT(Chosen, ElementsAre(4U));
+}
+
 TEST_F(TimeStripTest, DraggingOnInAShorterFilmStaysInIt) {
   Strip.SetLane(0, Film(1000));
   QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});

@@ -112,6 +112,31 @@ TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
   });
 }
 
+/// In the upper left, one below the other, while the dialog and what is told change.
+TEST_F(Tools, FactsKeepTheirPlaces) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& dialog) {
+    const auto place = [&dialog](const QString& name) {
+      QCoreApplication::processEvents();
+      return dialog.Control<QWidget>(name).geometry();
+    };
+    const QRect now = place("Label_Now_1");
+    const QRect last = place("Label_Now_5");
+    const QSize picture = place("Picture_Trial").size();
+    EXPECT_LT(last.top() - now.top(), 5 * 2 * dialog.Control<QLabel>("Label_Now_1").fontMetrics().height());
+    const QRect then = place("Label_Then_1");
+    dialog.Type("Field_shift", "36000040");
+    EXPECT_EQ(place("Label_Then_1"), then);
+    QWidget& window = *dialog.Control<QWidget>("Picture_Trial").window();
+    window.resize(window.size() + QSize(0, 300));
+    EXPECT_EQ(place("Label_Now_1"), now);
+    EXPECT_EQ(place("Label_Now_5"), last);
+    window.resize(window.size() + QSize(300, 0));
+    EXPECT_EQ(place("Picture_Trial").size(), picture);
+    dialog.Cancel();
+  });
+}
+
 TEST_F(Tools, FactsThatBecomeOthersAreBold) {
   LoadStream(At(1).Build());
   In("Retime", [](const OpenTool& dialog) {
@@ -157,6 +182,8 @@ TEST_F(Tools, WhatAFieldCountsStandsBehindIt) {
     ASSERT_NE(unit, nullptr);
     EXPECT_TRUE(unit->isVisible());
     EXPECT_GT(unit->geometry().left(), shift.geometry().right());
+    EXPECT_LT(unit->geometry().left(), shift.geometry().right() + 20);
+    EXPECT_EQ(shift.accessibleDescription(), unit->text());
     dialog.Cancel();
   });
 }
