@@ -130,6 +130,19 @@ TEST_F(Recovery, UndoneEditIsRestoredAsOneToRedo) {
   EXPECT_EQ(Stream(), Recoloured(9));
 }
 
+TEST_F(Recovery, UndoneEditInThePlaceOfAnotherOneIsUndoneInTheJournalToo) {
+  const QString path = LoadStream(ThreeSubtitles());
+  SetAll(Window, 5);
+  SetAll(Window, 7);
+  Trigger(Window, "Action_Undo");
+  SetAll(Window, 9);
+  Trigger(Window, "Action_Undo");
+  LoadInto(Window, path);
+  EXPECT_TRUE(OfferText().startsWith("One edit ")) << OfferText().toStdString();
+  Click("Command_Recover");
+  EXPECT_EQ(Stream(), Recoloured(5));
+}
+
 TEST_F(Recovery, PaletteIsRestored) {
   const QString path = Write("movie.sup", ThreeSubtitles());
   DvdPalette palette = StartUpPalette;
