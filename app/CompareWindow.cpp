@@ -193,7 +193,6 @@ void CompareWindow::keyPressEvent(QKeyEvent* event) {
 
 void CompareWindow::FollowComparison() {
   if (!comparison_.IsOpen()) {
-    shown_.reset();
     model_->Show(true);
     hide();
     return;

@@ -151,6 +151,7 @@ TEST_F(Layout, GroupsBelowTheFrameGoToTheCommandsWhereTheFrameNeedsTheirPlace) {
   EXPECT_TRUE(IsWhole("Picture1"));
   EXPECT_LT(TopOf("Frame1"), TopOf("Frame2"));
   EXPECT_EQ(TopOf("Frame2"), TopOf("Frame3"));
+  EXPECT_EQ(LeftOf("Frame1"), LeftOf("Frame2"));
   for (const char* name : {"Frame1", "Frame2", "Frame3"}) {
     EXPECT_GE(LeftOf(name), right) << name;
     EXPECT_TRUE(IsWhole(name)) << name;

@@ -430,7 +430,7 @@ void PutTable(const QString& path, const QList<QRgb>& table, int used, int lines
 }
 
 TEST_F(AuthoringList, LineThatIsAddedToATableWithoutAClearColourIsNotSeen) {
-  PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120)}, 3, 3);
+  PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120), Shade(180)}, 3, 3);
   const SpuControl control = ControlsOf(ReadTrack(LinesOf(1)))[0];
   EXPECT_EQ(control.Height(), 4);
   EXPECT_THAT(control.Contrast, testing::Contains(0)) << "of the fourth line";
@@ -446,6 +446,14 @@ TEST_F(AuthoringList, LineThatIsAddedToATableGetsItsClearColour) {
 TEST_F(AuthoringList, AnUnseenColourTakesAnEntryThatIsFree) {
   PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120), qRgb(1, 2, 3)}, 3);
   EXPECT_THAT(*ReadTrack(LinesOf(1)).Palette, testing::Contains(MakeRgb(1, 2, 3)));
+}
+
+TEST_F(AuthoringList, ColoursOfAllCodesOfTablesAreCounted) {
+  for (int i = 0; i < 5; ++i) {
+    PutTable(Path(QString::number(i) + ".png"),
+             {Shade(48 * i), Shade(48 * i + 12), Shade(48 * i + 24), Shade(48 * i + 36)}, 4);
+  }
+  EXPECT_THAT(ReadLines(LinesOf(5)).Reason(), testing::HasSubstr("with it the list has 20 colours"));
 }
 
 /// The sixteen colours that are seen take all entries; one of a table that no pixel has gets the nearest.

@@ -180,6 +180,10 @@ TEST(SplitReview, EndOfAUnitThatTheFileCutsShortIsRead) {
               ElementsAre("1+1 at 90000 for 20", "1+- at 110000 for 70"));
 }
 
+TEST(SplitReview, StreamWithoutSubtitlesLeavesTheOtherAlone) {
+  EXPECT_THAT(TextsOf(ReviewSplit({Sound(Second).Build(), Bytes()})), ElementsAre("1+- at 90000 for 90"));
+}
+
 TEST(SplitReview, GapsAreJoined) {
   const TwoStreams streams(Sound(Second).Build(), Sound(Second + 95000).Build());
   MergeSettings settings = SplitSettings();

@@ -59,8 +59,8 @@ TEST(ForceDisplay, PacketLikeTheOthersWhosePointersLeadElsewhereIsLeft) {
   unit[7] = 64;   // the first sequence's pointer to the one at 32
   unit[31] = 64;  // the last one's pointer to itself
   const Bytes sound = PacketBuilder().Build();
-  const ToolResult result = ForceDisplay(Index(Join({sound, sound, PacketBuilder().Unit(unit).Build()})),
-                                         SubtitleSet::All(), DisplayStart::Forced);
+  const Bytes file = Join({sound, sound, PacketBuilder().Unit(unit).Build(), sound, sound});
+  const ToolResult result = ForceDisplay(Index(file), SubtitleSet::All(), DisplayStart::Forced);
   EXPECT_THAT(result.Left, ElementsAre(LeftSubtitle{.Number = 3, .Fault = PacketFault::ControlUnfinished}));
 }
 
