@@ -27,6 +27,7 @@ CodeChoice ChoiceOf(const SpuControl& control) {
 
 Document::Document(QObject* parent) : QObject(parent) {
   connect(&history_, &QUndoStack::indexChanged, this, &Document::CommandsChanged);
+  connect(&history_, &QUndoStack::cleanChanged, this, &Document::CommandsChanged);
 }
 
 Document::~Document() {

@@ -204,6 +204,7 @@ void Document::Redo() {
 }
 
 void Document::MarkSaved() {
+  history_.setClean();
   emit Saved();
 }
 

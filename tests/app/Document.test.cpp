@@ -269,12 +269,24 @@ TEST_F(DocumentTest, StepsOfTheHistoryAreToldBeforeTheyHappen) {
   EXPECT_EQ(seen, std::vector({Grey(9), StartUpPalette}));
 }
 
+TEST_F(DocumentTest, SavingMarksTheCleanState) {
+  Open(Packets(1));
+  Opened.Choose(Choice(7, 3));
+  ASSERT_TRUE(Opened.SetActual());
+  EXPECT_FALSE(Opened.History().isClean());
+  Opened.MarkSaved();
+  EXPECT_TRUE(Opened.History().isClean());
+  Opened.Undo();
+  EXPECT_FALSE(Opened.History().isClean());
+}
+
 TEST_F(DocumentTest, OpeningBeginsANewHistory) {
   Open(Packets(1));
   Opened.Choose(Choice(7, 3));
   ASSERT_TRUE(Opened.SetActual());
   Open(Packets(2));
   EXPECT_EQ(Opened.History().count(), 0);
+  EXPECT_TRUE(Opened.History().isClean());
   EXPECT_FALSE(Opened.Enabled().Undo);
 }
 
