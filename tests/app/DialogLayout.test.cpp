@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>

@@ -21,7 +21,7 @@ TEST(EditBuilder, PlacesThatFollowOneAnotherBecomeOneOfAnyLength) {
   EXPECT_EQ(edit.Bytes.size(), 265U);
 }
 
-TEST(EditBuilder, PlaceThatFollowsAReplacedOneIsPartOfIt) {
+TEST(EditBuilder, PlaceThatFollowsAReplacedOneGoesOnWhereThatEnds) {
   EditBuilder builder;
   builder.Replace(100, 5, Five);
   builder.Write(105, std::array<std::uint8_t, 2>{6, 7});
