@@ -334,6 +334,9 @@ class Judge:
             # Newer than the object that was made of the change.
             shutil.copyfile(whole, target)
             os.remove(whole)
+            if path.endswith('.h'):
+                # Clang takes none that is older than what it was made of.
+                compiler.precompiled.clear()
 
     def work_off(self, name, changes, told):
         compiler = Compiler(os.path.join(self.work, name))
