@@ -427,6 +427,13 @@ TEST_F(IfoFiles, FileOfTheVideoManagerIsReadToo) {
   EXPECT_EQ(info->Kind, IfoKind::VideoManager);
 }
 
+TEST_F(IfoFiles, FileThatIsTooLongHasAReason) {
+  Bytes file = TitleSetFile({{}});
+  file.resize(1048577);
+  EXPECT_EQ(ReadIfoFile(PathFromUtf8(Put("a.ifo", {file.begin(), file.end()}).toStdString())).Reason(),
+            "it is too long: an IFO file has at most 1,048,576 bytes");
+}
+
 TEST_F(IfoFiles, MissingFileHasAReason) {
   EXPECT_EQ(ReadIfoFile(PathFromUtf8(Path("missing.ifo").toStdString())).Reason(),
             "No such file or directory");

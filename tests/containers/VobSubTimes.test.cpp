@@ -19,6 +19,7 @@ TEST(VobSubTimes, WithoutATimeStampTheLineCounts) {
 
 TEST(VobSubTimes, TimeStampHasTheTicksOfALineThatWasCutOff) {
   EXPECT_THAT(Ticks({{.Line = 1000, .TimeStamp = 90089}}), ElementsAre(90089));
+  EXPECT_THAT(Ticks({{.Line = 1000, .TimeStamp = 90090}}), ElementsAre(90090));
 }
 
 TEST(VobSubTimes, TimeStampHasTheTicksOfALineThatWasRounded) {
@@ -99,6 +100,18 @@ TEST(VobSubTimes, ShiftsOfASecondEitherWayAreNoDifference) {
                                          {.Line = 4000, .TimeStamp = 270000},
                                          {.Line = 3000, .TimeStamp = 360000}};
   EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, false}));
+}
+
+TEST(VobSubTimes, ShiftOfASecondIsNoDifferenceBesideALongerOne) {
+  const std::vector<VobSubTime> times = {{.Line = 2000, .TimeStamp = 90000},
+                                         {.Line = 8000, .TimeStamp = 180000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, true}));
+}
+
+TEST(VobSubTimes, FirstLineAloneMayDiffer) {
+  const std::vector<VobSubTime> times = {{.Line = 6000, .TimeStamp = 90000},
+                                         {.Line = 2000, .TimeStamp = 180000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{true, false}));
 }
 
 TEST(VobSubTimes, CommonShiftIsNoDifference) {

@@ -94,6 +94,7 @@ TEST_F(ContactSheet, PagesOfTwentyFour) {
 }
 
 TEST_F(ContactSheet, AFullPageIsTheOnlyOne) {
+  EXPECT_THAT(ContactSheetPaths("film", StreamOf(24), SubtitleSet::All()), ElementsAre("./film_001.png"));
   const auto written = Write(StreamOf(24));
   ASSERT_TRUE(written);
   EXPECT_EQ(written->Pages, 1);

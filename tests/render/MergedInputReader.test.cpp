@@ -190,6 +190,17 @@ TEST(MergedInputReader, ASecondaryAloneHasTheColoursOfTheFirstCompletePrimary) {
   EXPECT_EQ(planned.Control().ColourBytes[0], 0x76);
 }
 
+TEST(MergedInputReader, UnitOfASplitMergeIsDescribedAsLongAsItIsShown) {
+  const TwoStreams streams(Sound(Second).Delay(200).Build(), Sound(5 * Second).Build());
+  MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());
+  DisplayInterval unit{.Start = 2 * Second, .End = 3 * Second, .Delay = 90};
+  unit.First = 0;
+  ASSERT_EQ(reader.ReadUnit(unit), MergeOutcome::Encoded);
+  EXPECT_EQ(reader.Description().StartTicks, 2 * Second);
+  EXPECT_EQ(reader.Description().EndTicks, 2 * Second + 90 * 1000);
+  EXPECT_EQ(reader.Description().DurationMs, 1005);  // 90450 / 90
+}
+
 TEST(MergedInputReader, NumberOfTheOneThatIsNotThereIsZero) {
   const TwoStreams streams(Sound(Second).Build(), Sound(5 * Second).Build());
   MergedInputReader reader(streams.Primary, streams.Secondary, SplitSettings());

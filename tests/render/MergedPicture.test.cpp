@@ -207,7 +207,7 @@ TEST(MergedPicture, CellsHaveTheCodesOfTheirColours) {
 
 TEST(MergedPicture, ReversedAreasShowNothing) {
   Picture primary = Flat(10, 20, 4, 2, 1);
-  primary.Control.X2 = 9;
+  primary.Control.X2 = 4;
   Picture secondary = Flat(10, 20, 4, 2, 1);
   secondary.Control.Y2 = 10;
   MergedPicture picture;

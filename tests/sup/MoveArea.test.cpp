@@ -127,6 +127,24 @@ TEST(MoveArea, ColourChangeBeforeTheAreaMovesWithIt) {
             file(moved, test::SetArea(13, 22, 25, 34)));
 }
 
+TEST(MoveArea, UnitsThatAreLaidOutTheSameAtTheirStartAloneMoveEachByItsOwn) {
+  // The commands of the first 34 bytes are the same, those after them stand in another order.
+  const auto packet = [](const Bytes& late) {
+    const Bytes early = Join({test::SetColour(3, 2, 1, 0), Bytes(26, 0x01), {0x01}});
+    return PacketBuilder()
+        .Unit(Join({Bytes(4, 0), test::Sequence(0, 8, {early, late, test::EndOfSequence})}))
+        .Build();
+  };
+  const Bytes fields = test::SetFields(4, 6);
+  const Bytes area = test::SetArea(10, 19, 20, 29);
+  const Bytes moved = test::SetArea(13, 22, 25, 34);
+  const Bytes first = packet(Join({area, fields}));
+  const Bytes second = packet(Join({fields, area}));
+  EXPECT_EQ(Moved(Join({first, first, second, first}), {.X = 3, .Y = 5}),
+            Join({packet(Join({moved, fields})), packet(Join({moved, fields})), packet(Join({fields, moved})),
+                  packet(Join({moved, fields}))}));
+}
+
 TEST(MoveArea, LowestAreaComesToTheLine) {
   const Bytes after = Moved(TwoAreas({}), {.ToLine = 201});
   const Bytes first = test::SetArea(10, 19, 22, 31);

@@ -120,6 +120,7 @@ TEST(SubtitleFilter, TimeIsTakenAsExactlyAsItWasTyped) {
   EXPECT_THAT(Numbers("1:02.500", stream), IsEmpty());
   EXPECT_THAT(Numbers("1:02.4", stream), IsEmpty());
   EXPECT_THAT(Numbers("1:01", stream), IsEmpty());
+  EXPECT_THAT(Numbers("1:", StreamOf({{Minute, Minute + TicksPerSecond / 2}})), ElementsAre(1));
 }
 
 TEST(SubtitleFilter, SubtitleWithoutAnEndIsShownFromItsStartOn) {
