@@ -778,6 +778,7 @@ TEST(ReadMatroska, BlockThatEndsInItsHeadHasNoUnit) {
         Joined({OneTrack(), Cluster(0, Joined({Element(0xA3, head), SimpleBlock(1, 0, PlainUnit(8))}))}))));
     ASSERT_EQ(read.Tracks.size(), 1U);
     EXPECT_EQ(read.Tracks[0].Packets, Packet(0, PlainUnit(8)));
+    EXPECT_THAT(read.Tracks[0].Notes, IsEmpty());
   }
 }
 

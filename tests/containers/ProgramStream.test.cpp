@@ -119,6 +119,11 @@ TEST(ProgramStream, TimesCountFromTheFirstNavigationPack) {
               ElementsAre(7));
 }
 
+TEST(ProgramStream, VideoBeforeTheFirstNavigationPacksStartDoesNotMoveIt) {
+  EXPECT_THAT(TimesIn(Read(Join({Navigation(48600, 102600), Video(45000, 0), Subtitle(48600 + 7, 0)}))),
+              ElementsAre(7));
+}
+
 TEST(ProgramStream, ClockThatPassesItsBitsGoesOn) {
   for (const bool withVideo : {false, true}) {
     const Bytes first = withVideo ? Video(Turn - 10 * Second, Turn - 11 * Second) : Bytes();
@@ -158,6 +163,14 @@ TEST(ProgramStream, ClockThatGoesBackBehindNavigationGoesOnFromTheLastEnd) {
             Subtitle(12 * Second, 11 * Second), Subtitle(3 * Second, 0), Subtitle(7 * Second, 5 * Second)}));
   EXPECT_THAT(TimesIn(container), ElementsAre(2 * Second, 12 * Second, 23 * Second, 27 * Second));
   EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:20.00; times go on"));
+}
+
+TEST(ProgramStream, ClockThatIsFurtherBehindThanPacksAreSentAheadStartsAgain) {
+  // 2.5 s before the start of what the navigation pack is about.
+  EXPECT_THAT(TimesIn(Read(Join({NavigationAt(0, 10 * Second, 0), Video(Second, 0),
+                                 NavigationAt(10 * Second, 20 * Second, 9 * Second),
+                                 Subtitle(8 * Second, 15 * Second / 2)}))),
+              ElementsAre(20 * Second + Second / 2));
 }
 
 TEST(ProgramStream, NavigationBehindThatGoesOnByTheClock) {

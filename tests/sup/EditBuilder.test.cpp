@@ -49,6 +49,26 @@ TEST(EditBuilder, KeepsAnyNumberOfPlacesInTheirOrder) {
   }
 }
 
+TEST(EditBuilder, LastOfManyLongPlacesBecomesLonger) {
+  constexpr std::array<std::uint8_t, 8> eight = {1, 2, 3, 4, 5, 6, 7, 8};
+  EditBuilder builder;
+  for (std::size_t i = 0; i < 512; ++i) {
+    builder.Write(100 * i, eight);
+  }
+  builder.Write(51108, eight);
+  builder.Write(51116, eight);
+  const StreamEdit edit = builder.Finish();
+  ASSERT_EQ(edit.Bytes.size(), 514U * 8);
+  for (std::size_t i = 0; i < edit.Bytes.size(); ++i) {
+    ASSERT_EQ(edit.Bytes[i], 1 + i % 8);
+  }
+  std::size_t end = 0;
+  for (const EditPlace& place : edit.Places) {
+    end = place.Offset + place.Inserted;
+  }
+  EXPECT_EQ(end, 51124U);
+}
+
 TEST(EditBuilder, OfBytesThatAreTheSameNamesNone) {
   EditBuilder builder;
   EXPECT_FALSE(builder.WriteDifferences(10, Five, Five));

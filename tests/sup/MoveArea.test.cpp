@@ -145,6 +145,23 @@ TEST(MoveArea, UnitsThatAreLaidOutTheSameAtTheirStartAloneMoveEachByItsOwn) {
                   packet(Join({moved, fields}))}));
 }
 
+TEST(MoveArea, SequenceThatOneUnitHasMoreThanTheOthersMovesToo) {
+  // Sequences at 8, 20 and 26; of the second unit the third one points to a fourth one, at 32.
+  const auto packet = [](unsigned next, const Bytes& area, const Bytes& fourth) {
+    return PacketBuilder()
+        .Unit(Join({Bytes(4, 0), test::Sequence(0, 20, {area, test::EndOfSequence}),
+                    test::Sequence(10, 26, {test::StartDisplay, test::EndOfSequence}),
+                    test::Sequence(20, next, {test::StopDisplay, test::EndOfSequence}),
+                    test::Sequence(30, 32, {fourth, test::EndOfSequence})}))
+        .Build();
+  };
+  const Bytes area = test::SetArea(10, 19, 20, 29);
+  const Bytes moved = test::SetArea(13, 22, 25, 34);
+  EXPECT_EQ(
+      Moved(Join({packet(26, area, area), packet(26, area, area), packet(32, area, area)}), {.X = 3, .Y = 5}),
+      Join({packet(26, moved, area), packet(26, moved, area), packet(32, moved, moved)}));
+}
+
 TEST(MoveArea, LowestAreaComesToTheLine) {
   const Bytes after = Moved(TwoAreas({}), {.ToLine = 201});
   const Bytes first = test::SetArea(10, 19, 22, 31);
