@@ -102,6 +102,12 @@ TEST(ProgramStream, TimesCountFromTheFirstPictureOfTheVideo) {
               ElementsAre(5 * Second));
 }
 
+TEST(ProgramStream, FilmWithoutSubtitlesHasNothingToTell) {
+  const Container film = Read(Join({Video(Second, 0), Video(2 * Second, Second)}));
+  EXPECT_THAT(film.Tracks, IsEmpty());
+  EXPECT_THAT(film.Notes, IsEmpty());
+}
+
 TEST(ProgramStream, LaterVideoDoesNotMoveTheStart) {
   EXPECT_THAT(TimesIn(Read(Join({Video(20 * Second, 19 * Second), Video(2 * Second, 19 * Second),
                                  Subtitle(25 * Second, 24 * Second)}))),
@@ -292,6 +298,15 @@ TEST_F(ProgramStreamFiles, FirstPartOfATitleIsReadWithTheOthers) {
   const auto alone = ReadContainer(second);
   ASSERT_TRUE(alone && *alone);
   EXPECT_THAT(TimesIn(**alone), ElementsAre(2 * Second));
+}
+
+TEST_F(ProgramStreamFiles, TitleWithItsPartsCanBeCancelled) {
+  const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
+  File("VTS_01_2.VOB", Subtitle(2 * Second, 0));
+  const auto read =
+      ReadProgramStream(path, [](std::uint64_t /*done*/, std::uint64_t /*of*/) { return false; });
+  ASSERT_TRUE(read) << read.Reason();
+  EXPECT_FALSE(*read);
 }
 
 TEST_F(ProgramStreamFiles, OtherNamesAreReadAlone) {

@@ -411,6 +411,12 @@ TEST(IsAnimated, NotByWhatNobodySees) {
                          {.Delay = 9, .Commands = Join({StopDisplay, SetContrast(0, 0, 0, 0)})}}));
 }
 
+TEST(IsAnimated, NotByWhatASecondSequenceOfTheSameTimeTakesBack) {
+  EXPECT_FALSE(Animated({{.Delay = 0, .Commands = Picture()},
+                         {.Delay = 5, .Commands = SetColour(1, 1, 1, 1)},
+                         {.Delay = 5, .Commands = SetColour(7, 6, 5, 4)}}));
+}
+
 TEST(IsAnimated, WhereAnythingOfThePictureChanges) {
   for (const Bytes& change : {SetColour(0, 6, 5, 4), SetContrast(0, 14, 13, 0), SetArea(100, 163, 402, 433),
                               SetFields(0x0204, 0x0308)}) {

@@ -293,6 +293,18 @@ TEST(FixStream, ADelayAfterAStopIsNoEndThatCouldBeCut) {
   EXPECT_EQ(Fix(file, {.Profile = CheckProfile::Player}).File, file);
 }
 
+TEST(FixStream, AnEndBehindAChangeOfColoursIsNotCut) {
+  // Line 400 in other colours from column 100 on; the second sequence is at 49.
+  const Bytes change = {0x07, 0x00, 0x10, 0x01, 0x90, 0x11, 0x90, 0x00, 0x64,
+                        0x32, 0x10, 0xFF, 0xF0, 0x0F, 0xFF, 0xFF, 0xFF};
+  const Bytes animated =
+      PacketOfSequences(Join({Sequence(0, 49, {StartDisplay, Picture, change, EndOfSequence}),
+                              Sequence(90, 49, {StopDisplay, EndOfSequence}),
+                              {0xFF}}));
+  const Bytes file = Join({animated, SoundAt(90000).Build()});
+  EXPECT_EQ(Fix(file, {.Profile = CheckProfile::Player}).File, file);
+}
+
 TEST(FixStream, AMissingEndIsTheNextStart) {
   const Fixed fixed = Fix(Join({SoundAt(0).Delay(0).Build(), SoundAt(60500).Delay(0).Build()}));
 
