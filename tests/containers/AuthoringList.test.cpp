@@ -467,5 +467,17 @@ TEST_F(AuthoringList, AnUnseenColourTakesNoEntryOfASeenOne) {
   EXPECT_THAT(*track.Palette, testing::Not(testing::Contains(MakeRgb(1, 2, 3))));
 }
 
+TEST_F(AuthoringList, AnUnseenColourTakesNoEntryOfAPaletteThatWasGiven) {
+  PutTable(Path("0.png"), {Shade(0), Shade(60), Shade(120), qRgb(1, 2, 3)}, 3);
+  std::string palette = "000000 3C3C3C 787878";
+  for (int i = 3; i < 16; ++i) {
+    palette += " 0000" + std::to_string(10 + i);
+  }
+  Put("film.rgb", palette);
+  const Track track = ReadTrack(LinesOf(1));
+  EXPECT_THAT(track.Notes, ElementsAre());
+  EXPECT_THAT(*track.Palette, testing::Not(testing::Contains(MakeRgb(1, 2, 3))));
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -210,6 +210,15 @@ TEST(PacketWalk, PacketsAcrossPiecesOfTheFile) {
   EXPECT_EQ(PayloadsIn(stream), expected);
 }
 
+TEST(PacketWalk, PacketThatEndsNearTheEndOfAPieceIsWhole) {
+  const Bytes payload(1000, 0x22);
+  const Bytes pack = Join({PackHead(), SubtitlePacket(payload)});
+  for (std::size_t shift = 0; shift <= 10; ++shift) {
+    const Bytes filling(ForwardReader::PieceSize + 5 - shift - pack.size(), 0xFF);
+    EXPECT_THAT(PayloadsIn(Join({filling, pack, pack})), ElementsAre(payload, payload)) << shift;
+  }
+}
+
 /// A long stream of one pack over and over, which remembers what was asked of it.
 class LongSource : public ByteSource {
  public:

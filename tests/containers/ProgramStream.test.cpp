@@ -177,6 +177,11 @@ TEST(ProgramStream, ClockThatIsFurtherBehindThanPacksAreSentAheadStartsAgain) {
                                  NavigationAt(10 * Second, 20 * Second, 9 * Second),
                                  Subtitle(8 * Second, 15 * Second / 2)}))),
               ElementsAre(20 * Second + Second / 2));
+  // 1.5 s before it.
+  EXPECT_THAT(TimesIn(Read(Join({NavigationAt(0, 10 * Second, 0), Video(Second, 0),
+                                 NavigationAt(10 * Second, 20 * Second, 10 * Second),
+                                 Subtitle(12 * Second, 17 * Second / 2)}))),
+              ElementsAre(12 * Second));
 }
 
 TEST(ProgramStream, NavigationBehindThatGoesOnByTheClock) {

@@ -71,6 +71,13 @@ TEST(VobSubTimes, ShiftThatHalfTheLinesHaveIsNotCommon) {
               ElementsAre(270000, 630000));
 }
 
+TEST(VobSubTimes, WithoutACommonShiftLinesCountThatAreAMillisecondAndAHalfLate) {
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
+                     {.Line = 7000, .TimeStamp = 180002},
+                     {.Line = 1000, .TimeStamp = 89850}}),
+              ElementsAre(270000, 630000, 90000));
+}
+
 TEST(VobSubTimes, LineBeforeZeroGivesWay) {
   EXPECT_THAT(Ticks({{.Line = -5000, .TimeStamp = 90001}, {.Line = -4000, .TimeStamp = 180002}}),
               ElementsAre(90001, 180002));
@@ -121,6 +128,15 @@ TEST(VobSubTimes, CommonShiftIsNoDifference) {
                                          {.Line = 19000, .TimeStamp = 450000},
                                          {.Line = 16000, .TimeStamp = 540000}};
   EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, true, false}));
+}
+
+TEST(VobSubTimes, CommonShiftMayBeThatOfBarelyMoreThanHalf) {
+  const std::vector<VobSubTime> times = {{.Line = 1000, .TimeStamp = 90000},
+                                         {.Line = 2000, .TimeStamp = 180000},
+                                         {.Line = 8000, .TimeStamp = 270000},
+                                         {.Line = 9000, .TimeStamp = 360000},
+                                         {.Line = 10000, .TimeStamp = 450000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>(5, false)));
 }
 
 TEST(VobSubTimes, LineOfItsOwnTimeStampIsNoDifferenceWhateverTheCommonShift) {

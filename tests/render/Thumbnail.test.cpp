@@ -233,6 +233,12 @@ TEST(Thumbnail, WhatLiesOutsideTheFrameIsNotSeen) {
   EXPECT_TRUE(Thumbnail(OneCodeALine({1, 1}, 720, 400, 4), colours).isNull());
 }
 
+/// Kept oddity: it is not decoded.
+TEST(Thumbnail, LastLineOfAnOddHeightIsEmpty) {
+  const QImage picture = Thumbnail(OneCodeALine({1, 2, 1}, 100, 400, 4), {Red, Green, Blue, Clear});
+  EXPECT_EQ(FirstColumn(picture), (Pixels{Green, Blue}));
+}
+
 TEST(Thumbnail, OneColumnIsEnough) {
   EXPECT_EQ(FirstLine(Thumbnail(OneCodeALine({1, 1}, 100, 400, 1), {Clear, Red, Clear, Clear})),
             (Pixels{Red}));
