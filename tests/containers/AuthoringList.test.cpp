@@ -205,10 +205,10 @@ TEST_F(AuthoringList, APictureLargerThanAnyFrameIsRefused) {
 }
 
 TEST_F(AuthoringList, AllBytesOfThePicturesSizeCount) {
-  // A head that says 16777220 x 33554434, and no more than it.
-  Put("a.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\x01\0\0\x04\x02\0\0\x02\x08\x06\0\0\0", 29) +
+  // A head that says 0x01020304 x 0x05060708, and no more than it.
+  Put("a.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\1\2\3\4\5\6\7\x08\x08\x06\0\0\0", 29) +
                    std::string(100, '\0'));
-  EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 16777220x33554434 pixels, more than 720x576");
+  EXPECT_EQ(ReadLines(OneLine).Reason(), "line 1: a.png: it has 16909060x84281096 pixels, more than 720x576");
 }
 
 TEST_F(AuthoringList, APlacePastAllAreasIsRefused) {

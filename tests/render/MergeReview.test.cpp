@@ -145,6 +145,14 @@ TEST(MergeReview, BlendThatNoCodeIsNearIsRecolouredAsFarAsItIsOff) {
   EXPECT_THAT(KindsOf(pair), ElementsAre(Kind::Covered, Kind::Recoloured));
 }
 
+TEST(MergeReview, BlendOfAColourWithItselfIsRecoloured) {
+  // Cyan of opacity 8 over the same; the lower lines are white.
+  const Bytes picture = Sound(Second).Contrast(15, 15, 8, 0).Build();
+  const MergedPair pair = PairOf(picture, picture);
+  EXPECT_EQ(pair.Counts.Covered, 8);
+  EXPECT_EQ(pair.Counts.Recoloured, 4);
+}
+
 TEST(MergeReview, BlendInARowThatNoUnitHasIsNotRecoloured) {
   // Rows 1 and 2, both pictures: their lines in row 1 are of opacity 8.
   const Bytes top = Sound(Second).Contrast(15, 15, 8, 0).Area(100, 103, 1, 2).Build();

@@ -93,6 +93,12 @@ TEST(OffsetSearch, PictureBesideTheFrameIsClippedWholly) {
   EXPECT_EQ(Searched(streams, SettingsAt(0)).CostOf(0), (OffsetCost{.Covered = 0, .Clipped = 8}));
 }
 
+TEST(OffsetSearch, PictureAtTheFramesLeftEdgeCounts) {
+  const TwoStreams streams(Sound(Second).Area(0, 3, 400, 401).Build(),
+                           Sound(Second).Area(0, 3, 400, 401).Build());
+  EXPECT_EQ(Searched(streams, SettingsAt(0)).CostOf(0), (OffsetCost{.Covered = 8, .Clipped = 0}));
+}
+
 TEST(OffsetSearch, OneColumnInTheFrameIsCoveredByItsNeighbour) {
   const TwoStreams streams(Sound(Second).Area(716, 719, 400, 401).Build(),
                            Sound(Second).Area(719, 722, 400, 401).Build());

@@ -269,6 +269,18 @@ TEST(CheckForPlayers, NoEndAndANextStartFartherThanADelaySays) {
               ElementsAre(Problem(18, Code::NoEnd, ""), Problem(2, Code::TooLongForDelay, "745 s later")));
 }
 
+TEST(CheckForPlayers, AnEarlierNextStartIsNoGapAndNotTooFar) {
+  const auto codes = [](const PacketBuilder& first) {
+    std::vector<Code> codes;
+    for (const StreamProblem& problem : ForPlayers(Join({first.Build(), Sound(0).Build()}))) {
+      codes.push_back(problem.Code);
+    }
+    return codes;
+  };
+  EXPECT_THAT(codes(PacketBuilder().Time(90000)), ElementsAre(Code::NoEnd, Code::TimeBackwards));
+  EXPECT_THAT(codes(Sound(90000)), ElementsAre(Code::TimeBackwards));
+}
+
 TEST(CheckForPlayers, WithoutASequenceThereIsNoDelayAndNoGap) {
   const Bytes nothing = PacketBuilder().Unit({0x11, 0x00, 0x12, 0x00}).ControlOffset(8).Build();
   EXPECT_THAT(ForPlayers(nothing),
