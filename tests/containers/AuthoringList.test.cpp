@@ -161,6 +161,19 @@ TEST_F(AuthoringList, AnotherPaletteGivesWay) {
               ElementsAre("film.rgb does not have all colours of the pictures; some of its others gave way"));
 }
 
+TEST_F(AuthoringList, EntryOfAColourThatThePaletteHasGivesWayToNone) {
+  PutSmall("a.png");
+  std::string palette = "FF0000";
+  for (int i = 1; i < 16; ++i) {
+    palette += " 0000" + std::to_string(10 + i);
+  }
+  Put("film.rgb", palette);
+  const Track track = ReadTrack(OneLine);
+  EXPECT_EQ((*track.Palette)[0], MakeRgb(255, 0, 0));
+  EXPECT_EQ((*track.Palette)[1], MakeRgb(255, 255, 255));
+  EXPECT_EQ(ControlsOf(track)[0].Colour[1], 0);
+}
+
 TEST_F(AuthoringList, WhatIsNoPaletteIsNotUsed) {
   PutSmall("a.png");
   Put("film.pal", "hello");

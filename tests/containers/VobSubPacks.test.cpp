@@ -96,6 +96,10 @@ TEST(VobSubPacks, LastTimeOfAll) {
   EXPECT_EQ(Stretch(packs, 23, 5), (Bytes{0x2F, 0xFF, 0xFF, 0xFF, 0xFF}));
 }
 
+TEST(VobSubPacks, TimeBehindItStartsAgain) {
+  EXPECT_EQ(Packs(10, 8589934592 + 90000), Packs(10, 90000));
+}
+
 TEST(VobSubPacks, LineHasMillisecondsCutOff) {
   EXPECT_EQ(VobSubLine(90089, 0xA800), "timestamp: 00:00:01:000, filepos: 00000a800\n");
   EXPECT_EQ(VobSubLine(324000000, 0), "timestamp: 01:00:00:000, filepos: 000000000\n");

@@ -130,6 +130,12 @@ TEST(VobSubTimes, CommonShiftIsNoDifference) {
   EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{false, false, false, true, false}));
 }
 
+TEST(VobSubTimes, LineAtZeroMayDiffer) {
+  const std::vector<VobSubTime> times = {{.Line = 0, .TimeStamp = 900000},
+                                         {.Line = 2000, .TimeStamp = 180000}};
+  EXPECT_EQ(DifferingTimes(times), (std::vector<bool>{true, false}));
+}
+
 TEST(VobSubTimes, CommonShiftMayBeThatOfBarelyMoreThanHalf) {
   const std::vector<VobSubTime> times = {{.Line = 1000, .TimeStamp = 90000},
                                          {.Line = 2000, .TimeStamp = 180000},

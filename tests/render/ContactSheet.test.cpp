@@ -151,6 +151,16 @@ TEST_F(ContactSheet, NumberAndTimesStandAboveTheFrame) {
   EXPECT_EQ(DarkPixels(page, none.adjusted(0, -26, 0, 0)), 0);
 }
 
+TEST_F(ContactSheet, OneWithAnEndHasTwoTimes) {
+  ASSERT_TRUE(Write(test::Index(Join({Sound(0).Delay(90).Build(), Sound(2 * Second).Delay(0).Build()}))));
+  const QImage page(Path("film_001.png"));
+  const auto times = [&page](int column) {
+    const QRect frame = Cell(0, column, 288);
+    return DarkPixels(page, QRect(frame.left() + 100, frame.top() - 26, 260, 26));
+  };
+  EXPECT_GT(2 * times(0), 3 * times(1));
+}
+
 /// In how many of the area's lines anything dark stands.
 int DarkLines(const QImage& page, const QRect& area) {
   int lines = 0;
