@@ -363,6 +363,13 @@ TEST(FactsOfSubstreams, SubstreamHasTheLanguageOfItsStream) {
   EXPECT_EQ(facts->Languages[1], "");
 }
 
+TEST(FactsOfSubstreams, SubstreamOfTwoStreamsHasTheLanguageOfTheFirst) {
+  const auto facts =
+      FactsOfSubstreams(*ReadIfo(FileWithTwoLanguages({.Subpictures = {{0x80, 0, 0, 0}, {0x80, 0, 0, 0}}})));
+  ASSERT_TRUE(facts);
+  EXPECT_EQ(facts->Languages[0], "en");
+}
+
 TEST(FactsOfSubstreams, StreamThatIsNotPresentNamesNoSubstream) {
   const auto facts = FactsOfSubstreams(*ReadIfo(FileWithTwoLanguages({.Subpictures = {{0x03, 0, 0, 0}}})));
   ASSERT_TRUE(facts);

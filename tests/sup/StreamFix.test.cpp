@@ -384,6 +384,9 @@ TEST(FixStream, PlayersDoNotShowTheFirstAndTheLastLines) {
   EXPECT_TRUE(Fix(SoundAt(0).Area(0, 3, 0, 1).Build()).Edit.IsEmpty());
   EXPECT_EQ(Fix(SoundAt(0).Area(0, 3, 0, 1).Build(), {.Profile = CheckProfile::Player}).File,
             SoundAt(0).Area(0, 3, 2, 3).Build());
+  // A line down would do, and two are an even number.
+  EXPECT_EQ(Fix(SoundAt(0).Area(0, 3, 1, 2).Build(), {.Profile = CheckProfile::Player}).File,
+            SoundAt(0).Area(0, 3, 3, 4).Build());
   EXPECT_EQ(Fix(SoundAt(0).Area(0, 3, 478, 481).Build(), {.FrameLines = 480}).File,
             SoundAt(0).Area(0, 3, 476, 479).Build());
 }
