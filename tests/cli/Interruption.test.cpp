@@ -102,7 +102,7 @@ TEST_F(InterruptedCommand, OtherCommandsLeaveNothing) {
   EXPECT_THAT(out_.str(), IsEmpty());
 }
 
-/// The program as a child whose standard error is a pipe that nobody empties.
+/// The program as a child that tells everything to a pipe that nobody empties.
 class InterruptedProgram : public test::ProgramTest {
  protected:
   void Start(const std::vector<std::string>& arguments) {
@@ -117,6 +117,7 @@ class InterruptedProgram : public test::ProgramTest {
     argv.push_back(nullptr);
     child_ = fork();
     if (child_ == 0) {
+      dup2(ends[1], STDOUT_FILENO);
       dup2(ends[1], STDERR_FILENO);
       close(ends[0]);
       close(ends[1]);
@@ -124,27 +125,27 @@ class InterruptedProgram : public test::ProgramTest {
       _exit(127);
     }
     close(ends[1]);
-    errorOutput_ = ends[0];
+    output_ = ends[0];
   }
 
   /// Waits until the program has said something.
   void AwaitFirstWord() {
     char first = 0;
-    ASSERT_EQ(read(errorOutput_, &first, 1), 1);
+    ASSERT_EQ(read(output_, &first, 1), 1);
   }
 
   int AwaitEnd() {
     char bytes[4096];
-    while (read(errorOutput_, bytes, sizeof bytes) > 0) {
+    while (read(output_, bytes, sizeof bytes) > 0) {
     }
-    close(errorOutput_);
+    close(output_);
     int status = 0;
     waitpid(child_, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   }
 
   pid_t child_ = -1;
-  int errorOutput_ = -1;
+  int output_ = -1;
 };
 
 TEST_F(InterruptedProgram, ExportEndsInOrder) {
@@ -169,6 +170,29 @@ TEST_F(InterruptedProgram, ExportEndsInOrder) {
   EXPECT_FALSE(Exists("b_SubPng/00+00+09+00.png"));
   EXPECT_EQ(ReadText("b_spu.xml"), "an older list");
   EXPECT_THAT(Names(), ElementsAre("a.sup", "b_SubPng", "b_spu.xml"));
+}
+
+/// There is nothing that they would have to end first.
+TEST_F(InterruptedProgram, ReadingCommandsEndAtOnce) {
+  Bytes stream = Sound(Second).Build();
+  Bytes other = stream;
+  const Bytes bad = Sound(5 * Second).WithoutArea().Build();
+  const Bytes sound = Sound(5 * Second).Build();
+  for (int i = 0; i < 20000; ++i) {
+    stream.insert(stream.end(), bad.begin(), bad.end());
+    other.insert(other.end(), sound.begin(), sound.end());
+  }
+  Write("a.sup", stream);
+  Write("b.sup", other);
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"report", Path("a.sup")},
+                                                    {"list", Path("a.sup")},
+                                                    {"check", Path("a.sup")},
+                                                    {"diff", Path("a.sup"), Path("b.sup")}}) {
+    Start(arguments);
+    AwaitFirstWord();
+    ASSERT_EQ(kill(child_, SIGINT), 0);
+    EXPECT_EQ(AwaitEnd(), -SIGINT) << arguments[0];
+  }
 }
 
 TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {

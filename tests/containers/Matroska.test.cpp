@@ -534,6 +534,21 @@ TEST(ReadMatroska, StartOfAnElementAtTheEndIsACut) {
   EXPECT_THAT(read.Notes, ElementsAre("it is cut short at byte " + std::to_string(whole.size())));
 }
 
+TEST(ReadMatroska, ElementThatTheFileDoesNotHaveWholeIsACut) {
+  // Of the unknown sizes of a live film nothing tells it but the element's own.
+  const Bytes whole = Joined(
+      {test::EbmlHead(),
+       UnknownSizeElement(
+           0x18538067,
+           Joined({OneTrack(), UnknownSizeElement(0x1F43B675, Joined({NumberElement(0xE7, 1),
+                                                                      SimpleBlock(1, 0, PlainUnit(8))}))}))});
+  Bytes cut = Joined({whole, SimpleBlock(1, 1, PlainUnit(8))});
+  cut.pop_back();
+  const Container read = Taken(ReadBytes(cut));
+  EXPECT_THAT(Times(read), ElementsAre(90));
+  EXPECT_THAT(read.Notes, ElementsAre("it is cut short at byte " + std::to_string(whole.size())));
+}
+
 TEST(ReadMatroska, DamageUpToTheEndIsDamage) {
   const Container read = Taken(ReadBytes(
       MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(1000)}))));

@@ -142,6 +142,16 @@ TEST(ProgramStream, ClockThatPassesItsBitsGoesOn) {
   }
 }
 
+TEST(ProgramStream, NavigationThatPassesItsBitsGoesOn) {
+  // Its times have 32 bits.
+  constexpr std::int64_t NavigationTurn = 4294967296;
+  const Container container = Read(
+      Join({Navigation(NavigationTurn - 10 * Second, 5 * Second), Subtitle(NavigationTurn - 5 * Second, 0),
+            Navigation(5 * Second, 15 * Second), Subtitle(6 * Second, 0)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(5 * Second, 16 * Second));
+  EXPECT_THAT(container.Notes, IsEmpty());
+}
+
 TEST(ProgramStream, AmongNavigationASubtitleWithoutATimeIsAsFarAheadAsTheOneBefore) {
   // The first one is a second ahead of its pack. The second one begins behind it, and ends five seconds
   // later.

@@ -1,6 +1,8 @@
 #include "containers/UnitColour.h"
 
 #include <gmock/gmock.h>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +29,15 @@ TEST(UnitColour, OnlyTheSixtyFourMostFrequentAreChosenFrom) {
   colours.push_back({.Colour = {.Colour = MakeRgb(0, 253, 255), .Contrast = 15}, .Count = 1});
   const auto becomes = TakeTogether(colours, 63);
   EXPECT_EQ(becomes[64], 63U);
+}
+
+TEST(UnitColour, ColourThatStandsForAnotherCountsForBoth) {
+  // The two of 20 and 21 together are more than that of 70, which is then taken together with that of 110.
+  std::vector<CountedColour> colours;
+  for (const auto& [red, count] : {std::pair(110U, 10U), {70U, 9U}, {20U, 4U}, {21U, 4U}}) {
+    colours.push_back({.Colour = {.Colour = MakeRgb(red, 0, 0), .Contrast = 15}, .Count = count});
+  }
+  EXPECT_EQ(TakeTogether(colours, 2), (std::vector<std::size_t>{0, 0, 2, 2}));
 }
 
 }  // namespace

@@ -157,6 +157,23 @@ TEST(EncodePng, QtReadsIndexesWithTheirColours) {
   EXPECT_EQ(read.convertToFormat(QImage::Format_ARGB32), picture.convertToFormat(QImage::Format_ARGB32));
 }
 
+TEST(EncodePng, TableOfAllColoursThatAByteCanNameIsWhole) {
+  QList<QRgb> table;
+  for (int i = 0; i < 256; ++i) {
+    table.push_back(qRgba(i, 255 - i, 7, 255 - i));
+  }
+  const auto chunks = ChunksOf(EncodePng(Indexes(1, 1, {255}, table)));
+  ASSERT_EQ(chunks.size(), 5U);
+  EXPECT_EQ(chunks[1].Name, "PLTE");
+  ASSERT_EQ(chunks[1].Data.size(), 768);
+  EXPECT_EQ(chunks[1].Data.first(6), Hex("00FF07 01FE07"));
+  EXPECT_EQ(chunks[1].Data.last(6), Hex("FE0107 FF0007"));
+  EXPECT_EQ(chunks[2].Name, "tRNS");
+  ASSERT_EQ(chunks[2].Data.size(), 256);
+  EXPECT_EQ(chunks[2].Data.first(2), Hex("FF FE"));
+  EXPECT_EQ(chunks[2].Data.last(2), Hex("01 00"));
+}
+
 TEST(IsForEncodePng, NeitherIsOneOfMoreThanAGibibyte) {
   // Nothing is written to its pixels, so that it takes no memory.
   const QImage image(16385, 16384, QImage::Format_ARGB32);
