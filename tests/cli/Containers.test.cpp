@@ -1,3 +1,5 @@
+#include <QImage>
+
 #include "tests/cli/Program.h"
 
 namespace quillmark::cli {
@@ -224,6 +226,23 @@ TEST_F(ContainerCommands, ProjectHasItsListPicturesPaletteAndDisc) {
   EXPECT_TRUE(Exists("disc_pictures/00002.png"));
   EXPECT_TRUE(Exists("disc.pal"));
   EXPECT_TRUE(Exists("disc_dvdauthor.xml"));
+}
+
+TEST_F(ContainerCommands, ColoursOfAListAreTakenTogetherWhereThatIsAskedFor) {
+  QImage picture(5, 2, QImage::Format_ARGB32);
+  for (int x = 0; x < 5; ++x) {
+    picture.setPixel(x, 0, qRgb(50 * x, 0, 0));
+    picture.setPixel(x, 1, qRgb(50 * x, 0, 0));
+  }
+  ASSERT_TRUE(picture.save(QString::fromStdString(Path("five.png"))));
+  WriteText("five.xml", "<spu start=\"1\" end=\"2\" image=\"five.png\"/>\n");
+  const auto kept = Run({"convert", "five.xml", "-o", "five.sup"});
+  EXPECT_EQ(kept.ExitCode, 1);
+  EXPECT_THAT(kept.Err, HasSubstr("five.png: it has 5 colours, of which a subtitle has at most four"));
+  EXPECT_FALSE(Exists("five.sup"));
+  const auto reduced = Run({"convert", "five.xml", "--reduce", "-o", "five.sup"});
+  EXPECT_EQ(reduced.ExitCode, 0) << reduced.Err;
+  EXPECT_EQ(reduced.Out, "wrote 1 subtitle to five.sup\n");
 }
 
 TEST_F(ContainerCommands, SubtitlesThatAProjectCannotHoldAreNamedAndFail) {

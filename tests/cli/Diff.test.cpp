@@ -62,6 +62,11 @@ TEST_F(DiffCommand, JsonHasEveryPair) {
      "differences": ["other_trailing_bytes"], "other_pixels": 0}])"));
 }
 
+TEST_F(DiffCommand, DifferencesAsJsonAreTheExitCode1Too) {
+  EXPECT_EQ(Run({"diff", "a.sup", "b.sup", "--json"}).ExitCode, 1);
+  EXPECT_EQ(Run({"diff", "a.sup", "a.sup", "--json"}).ExitCode, 0);
+}
+
 TEST_F(DiffCommand, AFileThatCannotBeReadIsNoDifference) {
   WriteText("text.sup", "this is a text and no stream");
   for (const char* file : {"missing.sup", "text.sup"}) {

@@ -184,8 +184,7 @@ TEST_F(InterruptedProgram, ReadingCommandsEndAtOnce) {
   }
   Write("a.sup", stream);
   Write("b.sup", other);
-  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"report", Path("a.sup")},
-                                                    {"list", Path("a.sup")},
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"list", Path("a.sup")},
                                                     {"check", Path("a.sup")},
                                                     {"diff", Path("a.sup"), Path("b.sup")}}) {
     Start(arguments);
@@ -201,6 +200,14 @@ TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {
   const Console console{.Out = out, .Err = err};
   ProgressBar(console, 10).Show(5);
   EXPECT_THAT(err.str(), IsEmpty());
+}
+
+TEST(ProgressBarTest, GoesAwayFromItsStartToo) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const Console console{.Out = out, .Err = err, .ErrIsTerminal = true};
+  ProgressBar(console, 1000).Show(0);
+  EXPECT_EQ(err.str(), "\r\033[K[                                        ]   0%\r\033[K");
 }
 
 TEST(ProgressBarTest, DrawsEachPercentOnceAndGoesAway) {

@@ -296,6 +296,22 @@ TEST_F(AuthoringList, APictureOfWhichTheFirstColumnIsSeenAloneHasTwo) {
   EXPECT_EQ(control.Height(), 2);
 }
 
+TEST_F(AuthoringList, APictureOfOneColumnHasTwo) {
+  PutPicture("a.png", 1, 2, [](int, int) { return Red; });
+  const SpuControl control = ControlsOf(ReadTrack(OneLine))[0];
+  EXPECT_EQ(control.Width(), 2);
+  EXPECT_EQ(control.Height(), 2);
+}
+
+TEST_F(AuthoringList, BlackIsAColourAsAnyOther) {
+  PutPicture("a.png", 4, 2, [](int, int y) { return y == 0 ? Red : Shade(0); });
+  const Track track = ReadTrack(OneLine);
+  EXPECT_EQ((*track.Palette)[0], MakeRgb(255, 0, 0));
+  EXPECT_EQ((*track.Palette)[1], MakeRgb(0, 0, 0));
+  EXPECT_EQ(ControlsOf(track)[0].Colour[1], 0);
+  EXPECT_EQ(ControlsOf(track)[0].Colour[2], 1);
+}
+
 TEST_F(AuthoringList, FourVisibleColoursKeepAnOddWidth) {
   PutPicture("a.png", 5, 2, [](int x, int) { return Shade(x % 4 * 60); });
   const auto controls = ControlsOf(ReadTrack(OneLine));

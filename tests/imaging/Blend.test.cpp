@@ -35,6 +35,11 @@ TEST(BlendOver, ColourOverATranslucentPixelIsWeightedByBothAlphas) {
   EXPECT_EQ(BlendOver(0x80FF0000, 0x400000FF), 0xA0CC0033U);
 }
 
+TEST(BlendOver, OpacityIsRoundedToNearest) {
+  // (10 * 255 + 10 * 245) / 255 = 19.6
+  EXPECT_EQ(BlendOver(0x0A000000, 0x0A000000), 0x14000000U);
+}
+
 TEST(BlendOver, EqualColoursStayExact) {
   for (std::uint32_t alpha = 1; alpha < 256; ++alpha) {
     EXPECT_EQ(BlendOver(alpha << 24 | 0x00EB8001, 0x33EB8001) & 0x00FFFFFF, 0x00EB8001U) << alpha;

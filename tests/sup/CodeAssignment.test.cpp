@@ -413,6 +413,18 @@ TEST(AssignCodes, CommandsWithOthersBetweenThemAreWrittenInEitherOrder) {
                                             {28 + 24, 0x80}}));
 }
 
+TEST(AssignCodes, SomeColoursAndContrastsWhereTheContrastCommandComesFirst) {
+  const Bytes unit = {0x00, 0x00, 0x00, 0x04, 0x04, 0xFE, 0xDC, 0x03, 0x32, 0x10, 0xFF, 0x00, 0x00};
+  const Bytes file = PacketBuilder().Unit(unit).ControlOffset(4).Build();
+  SupStream stream = Index(file);
+
+  Assign(stream, 0, 1,
+         {.Colours = {std::nullopt, 9, 8, std::nullopt}, .Contrasts = {std::nullopt, 7, 5, std::nullopt}});
+
+  // Code 2 is the low nibble of the first byte, code 1 the high one of the second.
+  EXPECT_EQ(stream.RawBytes, Changed(file, {{19, 0xF5}, {20, 0x7C}, {22, 0x38}, {23, 0x90}}));
+}
+
 TEST(AssignCodes, AllColoursAndSomeContrasts) {
   const Bytes file = PacketBuilder().Colour(3, 2, 1, 0).Contrast(15, 14, 13, 12).Build();
   SupStream stream = Index(file);
