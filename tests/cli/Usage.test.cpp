@@ -101,6 +101,16 @@ TEST_F(Usage, HelpOfACommandNamesItsOptions) {
                              HasSubstr("PRIMARY"), HasSubstr("SECONDARY")));
 }
 
+TEST_F(Usage, HelpOfACommandSaysWhatHoldsUnlessItIsAskedForOtherwise) {
+  for (const char* command : {"check", "fix"}) {
+    EXPECT_THAT(Run({command, "--help"}).Out,
+                AllOf(HasSubstr("--profile spec|player=spec "), HasSubstr("--frame 480|576=576 ")));
+  }
+  EXPECT_THAT(Run({"merge", "--help"}).Out,
+              AllOf(HasSubstr("--frame 480|576=576 "), HasSubstr("--mode pairs|split=pairs "),
+                    HasSubstr("--join MS=0 ")));
+}
+
 struct WrongCase {
   const char* Name;
   std::vector<std::string> Arguments;

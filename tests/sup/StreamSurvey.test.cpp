@@ -126,6 +126,11 @@ TEST(StreamSurvey, GoesFromProblemToProblem) {
   EXPECT_EQ(survey.PrevWithProblems(1), std::nullopt);
 }
 
+TEST(StreamSurvey, GoesBackToTheFirstSubtitle) {
+  const Bytes file = Join({Sound(0).Area(0, 9, 0, 2).Build(), Sound(Second).Build()});
+  EXPECT_EQ(Survey(file).PrevWithProblems(2), 0U);
+}
+
 TEST(StreamSurvey, AForcedStartIsATrait) {
   const Bytes commands = Join({ForcedStart, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0),
                                SetArea(100, 103, 400, 401), SetFields(4, 6), EndOfSequence});
