@@ -20,14 +20,24 @@ using test::Sound;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(InterruptionGuardTest, RemembersTheFirstSignal) {
+/// Not ignored to begin with, as it is by what a shell starts in the background.
+class InterruptionGuardTest : public testing::Test {
+ protected:
+  InterruptionGuardTest() : previous_(std::signal(SIGINT, SIG_DFL)) {}
+  ~InterruptionGuardTest() override { std::signal(SIGINT, previous_); }
+
+ private:
+  void (*previous_)(int);
+};
+
+TEST_F(InterruptionGuardTest, RemembersTheFirstSignal) {
   const InterruptionGuard guard;
   EXPECT_FALSE(InterruptionGuard::Interrupted());
   std::raise(SIGINT);
   EXPECT_TRUE(InterruptionGuard::Interrupted());
 }
 
-TEST(InterruptionGuardTest, SecondSignalEndsTheProgram) {
+TEST_F(InterruptionGuardTest, SecondSignalEndsTheProgram) {
   EXPECT_EXIT(
       {
         const InterruptionGuard guard;
@@ -37,7 +47,7 @@ TEST(InterruptionGuardTest, SecondSignalEndsTheProgram) {
       testing::KilledBySignal(SIGINT), "");
 }
 
-TEST(InterruptionGuardTest, IgnoredSignalStaysIgnored) {
+TEST_F(InterruptionGuardTest, IgnoredSignalStaysIgnored) {
   const auto previous = std::signal(SIGINT, SIG_IGN);
   {
     const InterruptionGuard guard;
@@ -121,6 +131,8 @@ class InterruptedProgram : public test::ProgramTest {
       dup2(ends[1], STDERR_FILENO);
       close(ends[0]);
       close(ends[1]);
+      // As where a shell did not start it in the background.
+      std::signal(SIGINT, SIG_DFL);
       execv(argv[0], argv.data());
       _exit(127);
     }
