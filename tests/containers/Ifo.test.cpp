@@ -324,7 +324,7 @@ TEST(ReadIfo, FirstPlayChainOutsideTheFileIsTold) {
   const auto info = ReadIfo(file);
   ASSERT_TRUE(info);
   EXPECT_THAT(Texts(*info), ElementsAre("menu (fr)"));
-  EXPECT_EQ(info->Notes.size(), 1U);
+  EXPECT_THAT(info->Notes, ElementsAre("1 program chain outside the file or its table left out"));
 }
 
 TEST(ReadIfo, LanguageOfOtherSignsThanLettersIsUnknown) {
