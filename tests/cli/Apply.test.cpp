@@ -86,6 +86,14 @@ TEST_F(ApplyCommand, WhatIsLeftIsNamedWithItsStep) {
   EXPECT_TRUE(Exists("out/b.sup"));
 }
 
+TEST_F(ApplyCommand, WhatALaterStepLeavesIsNamedToo) {
+  Write("b.sup",
+        Join({test::Sound(Second).Build(), PacketBuilder().Time(2 * Second).ControlOffset(0).Build()}));
+  WriteText("r.json", R"({"version": 1, "steps": [{"tool": "sort"}, {"tool": "retime", "shift": 40}]})");
+  EXPECT_THAT(Run({"apply", "r.json", "b.sup", "--out-dir", "out"}).Err,
+              HasSubstr("b.sup: step 2 (retime): subtitle 2 is damaged"));
+}
+
 TEST_F(ApplyCommand, ExistingFileIsWrittenOverByForceAlone) {
   ASSERT_EQ(Run({"apply", "r.json", "b.sup", "--out-dir", "."}).ExitCode, 1);
   EXPECT_EQ(Read("b.sup"), test::Sound(2 * Second).Build());

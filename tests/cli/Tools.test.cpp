@@ -160,6 +160,14 @@ TEST_F(JoinCommand, TakesATimeForEachStreamButTheFirst) {
   EXPECT_FALSE(Exists("d.sup"));
 }
 
+TEST_F(JoinCommand, CountsWhatIsLeftOfAllThatIsAdded) {
+  Write("b.sup", test::Sound(7).Build());
+  Write("damaged.sup", Join({test::Sound(7).Build(), test::Sound(Second).ControlOffset(0).Build()}));
+  const auto run = Run({"join", "b.sup", "b.sup", "damaged.sup", "-o", "c.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err, HasSubstr("b.sup: 1 of 3 subtitles are left as they are\n"));
+}
+
 TEST_F(JoinCommand, NeedsTwoStreams) {
   EXPECT_EQ(Run({"join", "a.sup", "-o", "b.sup"}).ExitCode, 2);
 }

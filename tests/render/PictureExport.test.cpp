@@ -25,6 +25,13 @@ void Put(const QString& path, const QByteArray& bytes) {
   ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+TEST(AuthoringTimeText, IsRoundedToTheNearestTenThousandthOfASecond) {
+  // Nine ticks each.
+  EXPECT_EQ(AuthoringTimeText(4), "00:00:00.0000");
+  EXPECT_EQ(AuthoringTimeText(5), "00:00:00.0001");
+  EXPECT_EQ(AuthoringTimeText(3599 * 90000 + 89996), "01:00:00.0000");
+}
+
 TEST(ExportPathsFor, TheLastFourCharactersAreDropped) {
   const ExportPaths paths = ExportPathsFor("/films/first.sup");
   EXPECT_EQ(paths.Folder, "/films/first_SubPng");
