@@ -219,6 +219,7 @@ TEST(CompareStreams, LinesOfOtherFieldsAreOtherPixels) {
   const ComparedPair swapped = One(SoundPacket().Build(), Changed({{24, 6}, {26, 4}}));
   EXPECT_THAT(swapped.Differences, ElementsAre(Difference::Pixels));
   EXPECT_EQ(swapped.OtherPixels, 8);
+  EXPECT_EQ(One(SoundPacket().Build(), Changed({{24, 6}})).OtherPixels, 4);
   EXPECT_EQ(One(SoundPacket().Build(), Changed({{26, 4}})).OtherPixels, 4);
 }
 
