@@ -176,6 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongCase{"EmptyBackground",
                   {"picture", "x.sup", "1", "-o", "x.png", "--background", ""},
                   "--background: '' names no file"},
+        WrongCase{"MissingState", {"force", "x.sup", "-o", "y.sup"}, "FILE is required"},
         WrongCase{"EmptyJoinedFile", {"join", "x.sup", "", "-o", "y.sup"}, "FILES: '' names no file"},
         WrongCase{"EmptyAppliedFile",
                   {"apply", "x.json", "x.sup", "", "--out-dir", "y"},

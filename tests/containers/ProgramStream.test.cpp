@@ -318,10 +318,14 @@ TEST_F(ProgramStreamFiles, FirstPartOfATitleIsReadWithTheOthers) {
 TEST_F(ProgramStreamFiles, TitleWithItsPartsCanBeCancelled) {
   const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
   File("VTS_01_2.VOB", Subtitle(2 * Second, 0));
-  const auto read =
-      ReadProgramStream(path, [](std::uint64_t /*done*/, std::uint64_t /*of*/) { return false; });
+  std::uint64_t all = 0;
+  const auto read = ReadProgramStream(path, [&all](std::uint64_t /*done*/, std::uint64_t of) {
+    all = of;
+    return false;
+  });
   ASSERT_TRUE(read) << read.Reason();
   EXPECT_FALSE(*read);
+  EXPECT_EQ(all, Subtitle(Second, 0).size() + Subtitle(2 * Second, 0).size());
 }
 
 TEST_F(ProgramStreamFiles, OtherNamesAreReadAlone) {

@@ -94,6 +94,11 @@ TEST(FixStream, SignatureOfWhichTheFileHasTheStartAloneIsLeftOut) {
   }
 }
 
+TEST(FixStream, AByteThatIsNoPacketIsLeftOut) {
+  const Fixed fixed = Fix(Join({{'x'}, SoundAt(0).Build(), {'y'}, SoundAt(180000).Build()}));
+  EXPECT_EQ(fixed.File, Join({SoundAt(0).Build(), SoundAt(180000).Build()}));
+}
+
 TEST(FixStream, BytesThatAreNoPacketAreLeftOut) {
   const Fixed fixed =
       Fix(Join({Bytes(20, 'x'), SoundAt(0).Build(), Bytes(30, 'y'), SoundAt(180000).Build(), {1, 2}}));
