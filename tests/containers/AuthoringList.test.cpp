@@ -255,6 +255,20 @@ std::string LinesOf(int count) {
   return lines;
 }
 
+TEST_F(AuthoringList, ReducedColoursOfFewPixelsGiveWayToThoseOfMany) {
+  // Thirteen reds that are far from each other, and two pairs that are as near: one large, one small.
+  for (int i = 0; i < 4; ++i) {
+    PutPicture(QString::number(i) + ".png", 4, 2,
+               [i](int x, int) { return qRgb(20 * (i == 3 ? 12 : 4 * i + x), 0, 0); });
+  }
+  PutPicture("4.png", 40, 20, [](int x, int) { return qRgb(255, x < 20 ? 100 : 110, 0); });
+  PutPicture("5.png", 4, 2, [](int x, int) { return qRgb(0, 255, x < 2 ? 100 : 110); });
+  const Track track = ReadTrack(LinesOf(6), {.Reduce = true});
+  EXPECT_THAT(*track.Palette, testing::IsSupersetOf({MakeRgb(255, 100, 0), MakeRgb(255, 110, 0)}));
+  EXPECT_THAT(*track.Palette,
+              testing::Not(testing::IsSupersetOf({MakeRgb(0, 255, 100), MakeRgb(0, 255, 110)})));
+}
+
 TEST_F(AuthoringList, TheSeventeenthColourIsRefusedWithItsPicture) {
   for (int i = 0; i < 17; ++i) {
     PutPicture(QString::number(i) + ".png", 2, 2, [&](int, int) { return Shade(i * 15); });

@@ -549,6 +549,16 @@ TEST(ReadMatroska, ElementThatTheFileDoesNotHaveWholeIsACut) {
   EXPECT_THAT(read.Notes, ElementsAre("it is cut short at byte " + std::to_string(whole.size())));
 }
 
+TEST(ReadMatroska, WhatIsAsLongAsAnElementsHeadAtTheEndIsDamage) {
+  const auto notes = [](std::size_t bytes) {
+    return Taken(ReadBytes(MatroskaFile(
+                     Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(bytes)}))))
+        .Notes;
+  };
+  EXPECT_THAT(notes(11), ElementsAre(testing::StartsWith("it is cut short at byte ")));
+  EXPECT_THAT(notes(12), ElementsAre(testing::StartsWith("it is damaged at byte ")));
+}
+
 TEST(ReadMatroska, DamageUpToTheEndIsDamage) {
   const Container read = Taken(ReadBytes(
       MatroskaFile(Joined({OneTrack(), Cluster(1, SimpleBlock(1, 0, PlainUnit(8))), Bytes(1000)}))));
