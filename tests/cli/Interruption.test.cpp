@@ -214,6 +214,18 @@ TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {
   EXPECT_THAT(err.str(), IsEmpty());
 }
 
+TEST(ProgressBarTest, GoesAwayOnce) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const Console console{.Out = out, .Err = err, .ErrIsTerminal = true};
+  {
+    ProgressBar progress(console, 1000);
+    progress.Show(0);
+    progress.Clear();
+  }
+  EXPECT_EQ(err.str(), "\r\033[K[                                        ]   0%\r\033[K");
+}
+
 TEST(ProgressBarTest, GoesAwayFromItsStartToo) {
   std::ostringstream out;
   std::ostringstream err;

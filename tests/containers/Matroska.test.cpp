@@ -828,6 +828,10 @@ TEST(UndoEncodings, MoreBytesThanAUnitHasAreRefused) {
   Bytes bytes(packed.begin(), packed.end());
   EXPECT_EQ(UndoEncodings(zlib, EncodedPart::Blocks, 5000, bytes).Reason(),
             "more bytes come out than a unit has");
+  const QByteArray whole = qCompress(QByteArray(5000, 'a')).mid(4);
+  bytes = Bytes(whole.begin(), whole.end());
+  EXPECT_TRUE(UndoEncodings(zlib, EncodedPart::Blocks, 5000, bytes));
+  EXPECT_EQ(bytes, Bytes(5000, 'a'));
   const std::vector<ContentEncoding> stripping = {{.IsStripping = true, .Stripped = Bytes(10)}};
   bytes = Bytes(5);
   EXPECT_EQ(UndoEncodings(stripping, EncodedPart::Blocks, 14, bytes).Reason(), "they are too many");

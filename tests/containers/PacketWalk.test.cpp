@@ -199,6 +199,11 @@ TEST(PacketWalk, PacketThatTheEndCutsHasWhatThereIs) {
   EXPECT_THAT(PayloadsIn(stream), ElementsAre(Bytes{0xA1, 0xA2}));
 }
 
+TEST(PacketWalk, LastPacketMayHoldWhatLooksLikeAPack) {
+  const Bytes payload = {1, 0, 0, 1, 0xBA, 2};
+  EXPECT_THAT(PayloadsIn(Join({PackHead(), SubtitlePacket(payload)})), ElementsAre(payload));
+}
+
 TEST(PacketWalk, PacketsAcrossPiecesOfTheFile) {
   Bytes stream;
   std::vector<Bytes> expected;

@@ -49,6 +49,31 @@ TEST(EditBuilder, KeepsAnyNumberOfPlacesInTheirOrder) {
   }
 }
 
+TEST(EditBuilder, LastOfManyShortPlacesBecomesOneOfAnyLength) {
+  constexpr std::array<std::uint8_t, 2> two = {1, 2};
+  for (const std::size_t places : {1U, 2U, 100U}) {
+    EditBuilder builder;
+    for (std::size_t i = 0; i < places; ++i) {
+      builder.Write(100 * i, std::array<std::uint8_t, 2>{1, 2});
+    }
+    const std::size_t last = 100 * (places - 1);
+    for (std::size_t i = 1; i <= 200; ++i) {
+      builder.Write(last + 2 * i, two);
+    }
+    const StreamEdit edit = builder.Finish();
+    ASSERT_EQ(edit.Bytes.size(), 2 * (places + 200));
+    for (std::size_t i = 0; i < edit.Bytes.size(); ++i) {
+      ASSERT_EQ(edit.Bytes[i], 1 + i % 2);
+    }
+    ASSERT_EQ(edit.Places.size(), places);
+    std::size_t end = 0;
+    for (const EditPlace& place : edit.Places) {
+      end = place.Offset + place.Inserted;
+    }
+    EXPECT_EQ(end, last + 402);
+  }
+}
+
 TEST(EditBuilder, LastOfManyLongPlacesBecomesLonger) {
   constexpr std::array<std::uint8_t, 8> eight = {1, 2, 3, 4, 5, 6, 7, 8};
   EditBuilder builder;
