@@ -97,9 +97,12 @@ std::optional<DvdPalette> FirstPalette(const std::vector<ConvertedTrack>& tracks
   return std::nullopt;
 }
 
+constexpr std::int64_t WholeBar = 100;
+
+/// In a bar of 100: what counts the work knows how much of it there is.
 Progress ShowIn(ProgressBar& bar, const Console& console) {
-  return [&](std::uint64_t done, std::uint64_t /*of*/) {
-    bar.Show(static_cast<std::int64_t>(done));
+  return [&](std::uint64_t done, std::uint64_t of) {
+    bar.Show(static_cast<std::int64_t>(of == 0 ? 0 : done * WholeBar / of));
     return !console.Interrupted();
   };
 }
@@ -131,16 +134,14 @@ CommandResult WriteSup(const ConvertOptions& options, const ConvertedTrack& trac
 CommandResult WritePair(const ConvertOptions& options, const std::vector<ConvertedTrack>& tracks,
                         const DvdPalette& palette, const Console& console) {
   std::vector<VobSubTrack> parts;
-  std::int64_t bytes = 0;
   for (const ConvertedTrack& track : tracks) {
     parts.push_back({.Packets = FileOf(track.Stream), .Language = track.Language, .Name = track.Name});
-    bytes += static_cast<std::int64_t>(parts.back().Packets.size());
     for (const std::string& change : ChangesInVobSub(parts.back())) {
       console.Warn(track.File, change);
     }
   }
   const auto path = PathFromUtf8(options.Out);
-  ProgressBar bar(console, bytes);
+  ProgressBar bar(console, WholeBar);
   const auto written = WriteVobSub(path, parts,
                                    {.Palette = palette,
                                     .FrameWidth = tracks.front().Frame.Width,
@@ -167,7 +168,7 @@ CommandResult WriteProject(const ConvertOptions& options, const ConvertedTrack& 
   if (CommandResult named = ToText(options.Out, list); !named.IsDone()) {
     return named;
   }
-  ProgressBar bar(console, track.Stream.Count);
+  ProgressBar bar(console, WholeBar);
   const auto written =
       WriteAuthoringProject(track.Stream, list,
                             {.Palette = palette,

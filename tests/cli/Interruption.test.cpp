@@ -206,6 +206,44 @@ TEST_F(InterruptedProgram, ReadingCommandsEndAtOnce) {
   }
 }
 
+/// Commands called in this process as at a terminal.
+class CommandAtATerminal : public test::ProgramTest {
+ protected:
+  void SetUp() override {
+    Write("a.sup", Join({Sound(Second).Build(), Sound(5 * Second).Build(), Sound(9 * Second).Build(),
+                         Sound(13 * Second).Build()}));
+  }
+
+  /// What the bars say that one after the other stood there.
+  std::vector<int> Percents() {
+    std::vector<int> percents;
+    const std::string told = err_.str();
+    for (std::size_t end = told.find('%'); end != std::string::npos; end = told.find('%', end + 1)) {
+      percents.push_back(std::stoi(told.substr(end - 3, 3)));
+    }
+    EXPECT_TRUE(told.ends_with("\r\033[K")) << "the last one is taken away";
+    err_.str("");
+    return percents;
+  }
+
+  std::ostringstream out_;
+  std::ostringstream err_;
+  Console console_{.Out = out_, .Err = err_, .ErrIsTerminal = true};
+};
+
+TEST_F(CommandAtATerminal, ShowsHowFarItIs) {
+  ASSERT_TRUE(Export({.File = Path("a.sup")}, console_).IsDone());
+  EXPECT_THAT(Percents(), ElementsAre(0, 25, 50, 75));
+  const MergeOptions merge{.Primary = Path("a.sup"), .Secondary = Path("a.sup"), .Out = Path("c.sup")};
+  ASSERT_TRUE(Merge(merge, console_).IsDone());
+  EXPECT_THAT(Percents(), ElementsAre(0, 25, 50, 75));
+  // A pair as small as this is one piece.
+  ASSERT_TRUE(Convert({.Files = {Path("a.sup")}, .Out = Path("c.idx")}, console_).IsDone());
+  EXPECT_THAT(Percents(), ElementsAre(100));
+  ASSERT_TRUE(Convert({.Files = {Path("a.sup")}, .Out = Path("c.xml")}, console_).IsDone());
+  EXPECT_THAT(Percents(), ElementsAre(0, 25, 50, 75, 100));
+}
+
 TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {
   std::ostringstream out;
   std::ostringstream err;
