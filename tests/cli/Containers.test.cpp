@@ -254,6 +254,15 @@ TEST_F(ContainerCommands, SubtitlesThatAProjectCannotHoldAreNamedAndFail) {
   EXPECT_THAT(run.Err, HasSubstr("late.sup: 1 of 2 subtitles are left out"));
 }
 
+TEST_F(ContainerCommands, FurtherPartsOfATitleAreTold) {
+  Write("VTS_01_1.VOB", Read("both.sub"));
+  Write("VTS_01_2.VOB", Read("both.sub"));
+  const auto run = Run({"tracks", "VTS_01_1.VOB"});
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_THAT(run.Err,
+              HasSubstr("VTS_01_1.VOB: VTS_01_2.VOB was read as well, the next part of the title\n"));
+}
+
 TEST_F(ContainerCommands, DamagedFileIsNamedAndNothingIsWritten) {
   WriteText("broken.mkv", "no Matroska at all");
   const auto run = Run({"convert", "broken.mkv", "-o", "c.sup"});

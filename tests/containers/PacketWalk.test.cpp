@@ -72,6 +72,29 @@ TEST(PacketWalk, ClockOfAllItsBits) {
       8589934591);
 }
 
+TEST(PacketWalk, FillingBelongsToThePackHeader) {
+  // The clock of 1 s, and seven bytes of filling, as the low three bits of the header's last byte say.
+  const ProgramPacket packet =
+      FirstIn(Join({{0x00, 0x00, 0x01, 0xBA, 0x44, 0x00, 0x16, 0xFC, 0x84, 0x01, 0x01, 0x89, 0xC3, 0xFF},
+                    Bytes(7, 0xFF),
+                    SubtitlePacket(A)}));
+  EXPECT_EQ(packet.Pack, 0U);
+  EXPECT_EQ(packet.Position, 21U);
+  EXPECT_EQ(packet.Clock, 90000);
+}
+
+TEST(PacketWalk, PackOfAnUnknownKindHasNoClock) {
+  const Bytes stream = Join({PackA, {0x00, 0x00, 0x01, 0xBA, 0x80, 0x00}, SubtitlePacket(B)});
+  MemorySource source(stream);
+  ForwardReader reader(source, NoProgress);
+  PacketWalk walk(reader);
+  ProgramPacket packet;
+  ASSERT_TRUE(walk.Next(packet));
+  EXPECT_EQ(packet.Clock, 0);
+  ASSERT_TRUE(walk.Next(packet));
+  EXPECT_EQ(packet.Clock, std::nullopt);
+}
+
 TEST(PacketWalk, PacksOfAnyLength) {
   EXPECT_THAT(PayloadsIn(Join({PackA, PackB})), ElementsAre(A, B));
 }
