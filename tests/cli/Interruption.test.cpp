@@ -244,6 +244,16 @@ TEST_F(CommandAtATerminal, ShowsHowFarItIs) {
   EXPECT_THAT(Percents(), ElementsAre(0, 25, 50, 75, 100));
 }
 
+TEST_F(CommandAtATerminal, SaysNothingBehindABar) {
+  Write("b.sup", Join({Sound(Second).Build(), Sound(5 * Second).WithoutArea().Build(),
+                       Sound(std::int64_t{1} << 32).Build()}));
+  Export({.File = Path("b.sup")}, console_);
+  EXPECT_THAT(err_.str(), testing::HasSubstr("\r\033[Kquillmark-cli: " + Path("b.sup") + ": subtitle 2 "));
+  err_.str("");
+  Convert({.Files = {Path("b.sup")}, .Out = Path("c.xml")}, console_);
+  EXPECT_THAT(err_.str(), testing::HasSubstr("\r\033[Kquillmark-cli: " + Path("b.sup") + ": subtitle "));
+}
+
 TEST(ProgressBarTest, SaysNothingWhereThereIsNoTerminal) {
   std::ostringstream out;
   std::ostringstream err;

@@ -10,6 +10,7 @@ TEST(EditDistance, CountsInsertionsDeletionsReplacementsAndSwaps) {
   EXPECT_EQ(EditDistance("", "abc"), 3U);
   EXPECT_EQ(EditDistance("list", "list"), 0U);
   EXPECT_EQ(EditDistance("lst", "list"), 1U);
+  EXPECT_EQ(EditDistance("ilst", "list"), 1U);
   EXPECT_EQ(EditDistance("liist", "list"), 1U);
   EXPECT_EQ(EditDistance("lost", "list"), 1U);
   EXPECT_EQ(EditDistance("lsit", "list"), 1U);
