@@ -1,4 +1,6 @@
 #include <QCheckBox>
+#include <QGuiApplication>
+#include <QScreen>
 
 #include "app/SubtitleFrame.h"
 #include "tests/app/ListTest.h"
@@ -249,6 +251,28 @@ TEST(SubtitleFrame, DrawsThePictureAtItsPlaceAsLargeAsThereIsRoom) {
   EXPECT_EQ(at(30 + 201, 401), QColor(Qt::red));
   EXPECT_EQ(at(30 + 202, 400), QColor(Qt::green));
   EXPECT_EQ(at(30 + 204, 400), QColor(0x40, 0x40, 0x40));
+}
+
+TEST(SubtitleFrame, DrawsInTheScreensOwnPixels) {
+  SubtitleFrame frame(576, nullptr);
+  frame.setScreen(QGuiApplication::screens().at(4));
+  frame.setGeometry(QRect(frame.screen()->geometry().topLeft(), QSize(720, 576)));
+  frame.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+  ASSERT_EQ(frame.devicePixelRatioF(), 2);
+  QImage picture(2, 1, QImage::Format_ARGB32);
+  picture.setPixelColor(0, 0, Qt::red);
+  picture.setPixelColor(1, 0, Qt::green);
+  frame.Show(QRect(100, 200, 2, 1), picture);
+  const QImage shown = frame.grab().toImage();
+  ASSERT_EQ(shown.size(), QSize(1440, 1152));
+  const QColor ground(0x40, 0x40, 0x40);
+  EXPECT_EQ(shown.pixelColor(199, 400), ground);
+  EXPECT_EQ(shown.pixelColor(200, 400), QColor(Qt::red));
+  EXPECT_EQ(shown.pixelColor(201, 401), QColor(Qt::red));
+  EXPECT_EQ(shown.pixelColor(202, 400), QColor(Qt::green));
+  EXPECT_EQ(shown.pixelColor(204, 400), ground);
+  EXPECT_EQ(shown.pixelColor(1439, 1151), ground);
 }
 
 }  // namespace

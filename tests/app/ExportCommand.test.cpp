@@ -75,6 +75,23 @@ TEST_F(ExportCommand, SupOfAllIsTheStream) {
   EXPECT_EQ(Told(), "Exported movie_new.sup, 3 subtitles");
 }
 
+TEST_F(ExportCommand, WhereNothingIsSelectedOnlyAllCanBeChosen) {
+  LoadStream(ThreeSubtitles());
+  List().clearSelection();
+  In([](const OpenExport& dialog) {
+    EXPECT_TRUE(dialog.Control<QRadioButton>("Option_All").isChecked());
+    EXPECT_FALSE(dialog.Control<QRadioButton>("Option_Selected").isEnabled());
+    dialog.Cancel();
+  });
+  Start();
+  ClickRow(1);
+  In([](const OpenExport& dialog) {
+    EXPECT_TRUE(dialog.Control<QRadioButton>("Option_Selected").isEnabled());
+    dialog.Cancel();
+  });
+  Start();
+}
+
 TEST_F(ExportCommand, SupOfTheSelectedHasTheirPacketsAlone) {
   LoadStream(ThreeSubtitles());
   ClickRow(1);

@@ -1,5 +1,7 @@
 #include "app/FrameGuides.h"
 
+#include <set>
+
 #include <QAction>
 #include <QCoreApplication>
 #include <QFontMetricsF>
@@ -247,6 +249,23 @@ TEST_F(Guides, LetterboxSqueezesTheFilmAndLeavesTheSubtitle) {
   EXPECT_EQ(FrameColour(102, 520), TextColour);
   EXPECT_EQ(FrameColour(107, 521), QColor(2, 252, 2));
   EXPECT_EQ(FrameColour(108, 520), QColor(0, 0, 0));
+}
+
+TEST_F(Guides, SubtitleOnAScreenIsSmoothedWhereItsPixelsAreNoWholeOnes) {
+  const auto colours = [this](const QRect& area) {
+    const QImage frame = Frame().copy(area);
+    std::set<QRgb> found;
+    for (int x = 0; x < frame.width(); ++x) {
+      found.insert(frame.pixel(x, frame.height() / 2));
+    }
+    return found.size();
+  };
+  Pick("Action_Letterbox");
+  EXPECT_EQ(colours({100, 400, 8, 2}), 4U);
+  Pick("Action_ZoomIn");
+  EXPECT_GT(colours({150, 600, 12, 3}), 4U);
+  Pick("Action_ZoomIn");
+  EXPECT_EQ(colours({200, 800, 16, 4}), 4U);
 }
 
 TEST_F(Guides, PanAndScanShowsTheFilmsMiddleAndAllOfTheSubtitle) {

@@ -64,6 +64,18 @@ TEST_F(MergeReviewWindow, RowWithoutProblemsSaysSo) {
   EXPECT_EQ(problems.placeholderText(), "No problems");
 }
 
+TEST_F(MergeReviewWindow, FilterThatHidesTheRowTakesAwayItsProblems) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto& problems = Control<QPlainTextEdit>("Text_PairProblems");
+  ASSERT_EQ(problems.toPlainText(), "12 pixels of the second picture cover the first one");
+  QTest::keyClicks(&Control<QLineEdit>("Text_FilterPairs"), "2-3");
+  EXPECT_EQ(CurrentPair(), 0);
+  EXPECT_EQ(problems.toPlainText(), "");
+  EXPECT_EQ(problems.placeholderText(), "");
+  Control<QLineEdit>("Text_FilterPairs").clear();
+  EXPECT_EQ(problems.toPlainText(), "12 pixels of the second picture cover the first one");
+}
+
 TEST_F(MergeReviewWindow, OffsetMovesTheSecondaryAtOnceAndTheReviewFollows) {
   ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
   EXPECT_EQ(Control<QSpinBox>("Spin_YOffset").value(), 50);
@@ -137,6 +149,30 @@ TEST_F(MergeReviewWindow, HeadingsSortAndTheFilterNarrows) {
   EXPECT_EQ(Rows(), std::vector{1});
   Choose("Combo_FilterPairs", "First picture clipped");
   EXPECT_EQ(Rows(), std::vector<int>{});
+}
+
+TEST_F(MergeReviewWindow, FirstKindOfTheListIsOneOfThem) {
+  LoadStream(Join({PrimaryStream({{0, 10}, {100, 100}}),
+                   PacketBuilder().Time(300'000).Delay(100).WithoutColour().Build()}));
+  Merge(ThreeSecond());
+  Review();
+  Choose("Combo_FilterPairs", "With problems");
+  EXPECT_EQ(Rows(), (std::vector{1, 3}));
+  auto& kinds = Control<QComboBox>("Combo_FilterPairs");
+  Choose("Combo_FilterPairs", kinds.itemText(2));
+  EXPECT_EQ(Rows(), std::vector{3}) << kinds.itemText(2).toStdString();
+}
+
+TEST_F(MergeReviewWindow, MergeBehindTheListIsLookedThroughOnceTheReviewIsShown) {
+  LoadStream(ThreeFirst());
+  MergeInTheList(SecondaryStream({0, 90, 150, 280}));
+  Merge(ThreeSecond());
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(List().isVisible());
+  Action("MergeReview").trigger();
+  Review();
+  EXPECT_EQ(Rows(), (std::vector{1, 2, 3}));
+  EXPECT_EQ(Told(0, pair::Covered), "12");
 }
 
 TEST_F(MergeReviewWindow, HeadingShowsWhichWayItSorts) {

@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QFileInfo>
+#include <QStatusBar>
 
 #include "tests/app/PaletteFiles.h"
 #include "tests/app/Streams.h"
@@ -92,6 +93,13 @@ TEST_F(PaletteLoading, FifteenOrSeventeenLinesAreRefused) {
 
 TEST_F(PaletteLoading, UnknownExtensionIsRefused) {
   RefusePalette(Write("p.txt", PalWithRed()));
+}
+
+TEST_F(PaletteLoading, WhyAFileIsRefusedIsTold) {
+  const QString path = Write("p.txt", PalWithRed());
+  RefusePalette(path);
+  EXPECT_EQ(Window.statusBar()->currentMessage(),
+            path + ": not the name of a palette file: it must end in .ifo, .pal or .rgb");
 }
 
 TEST_F(PaletteLoading, IfoWithoutSignatureIsRefused) {

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSlider>
 #include <QStatusBar>
 #include <QTest>
@@ -197,6 +198,23 @@ TEST_F(Player, NextSubtitleTakesThePlaceOfTheOneBefore) {
   EXPECT_EQ(FrameColour(100, 400), Entry1);
   Slider().setValue(100);
   EXPECT_EQ(FrameColour(100, 400), LightSquare);
+}
+
+TEST_F(Player, WithoutTheNextSubtitleTheTimeIsLonger) {
+  LoadStream(Join({Moving().Build(), Moving(Second + 9000).Build()}));
+  Click("Check_Player");
+  Slider().setValue(50);
+  Dialogs.Expect(DialogKind::Other, [](QDialog& dialog) {
+    auto& numbers = *dialog.findChild<QLineEdit*>("Text_Only");
+    numbers.selectAll();
+    QTest::keyClicks(&numbers, "2");
+    QCoreApplication::processEvents();
+    dialog.findChild<QAbstractButton*>("Command_Run")->click();
+  });
+  Window.findChild<QAction*>("Action_Cut")->trigger();
+  Dialogs.Verify();
+  EXPECT_EQ(Slider().maximum(), 342);
+  EXPECT_EQ(Slider().value(), 50);
 }
 
 TEST_F(Player, WithoutAnEndTimeGoesOnForTenSeconds) {

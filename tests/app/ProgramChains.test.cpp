@@ -95,14 +95,16 @@ TEST_F(ProgramChains, SubtitleShownIsDrawnInEachPalette) {
   });
 }
 
-TEST_F(ProgramChains, WithoutASubtitleThereIsNoColumnOfPictures) {
+TEST_F(ProgramChains, WithoutASubtitleThereAreNoPictures) {
   Open([](QDialog& dialog) {
     EXPECT_FALSE(List(dialog).isColumnHidden(5));
+    EXPECT_TRUE(dialog.findChild<QWidget*>("Picture_Chain")->isVisible());
     dialog.reject();
   });
   LoadStream({});
   Open([](QDialog& dialog) {
     EXPECT_TRUE(List(dialog).isColumnHidden(5));
+    EXPECT_FALSE(dialog.findChild<QWidget*>("Picture_Chain")->isVisible());
     dialog.reject();
   });
 }

@@ -132,6 +132,18 @@ TEST_F(SplitReviewWindow, RowIsShownAsItIsWritten) {
   EXPECT_EQ(CurrentPair(), 2);
 }
 
+TEST_F(SplitReviewWindow, StepsGoFromTheRowThatWasChosen) {
+  ReviewSplit();
+  ClickPair(4);
+  ASSERT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_TRUE(IsEnabled("Command_Prev"));
+  EXPECT_FALSE(IsEnabled("Command_Next"));
+  ClickPair(2);
+  ASSERT_EQ(TextOf("Text_SubNum"), "1");
+  EXPECT_FALSE(IsEnabled("Command_Prev"));
+  EXPECT_TRUE(IsEnabled("Command_Next"));
+}
+
 TEST_F(SplitReviewWindow, PacketBeforeAllOfTheFirstStreamGoesWithItsFirstSubtitle) {
   ReviewSplit(PrimaryStream({{100, 10}, {200, 10}}),
               FourCodes(PacketBuilder().Time(5'000).Delay(10), 200, 200));

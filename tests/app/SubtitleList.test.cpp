@@ -75,6 +75,14 @@ TEST_F(ListTest, TypedNumberIsASubtitleToGoTo) {
   EXPECT_EQ(CurrentRow(), 42);
 }
 
+TEST_F(ListTest, LetterEndsTheNumberThatIsTyped) {
+  LoadStream(ManySubtitles(60));
+  Press(Qt::Key_1);
+  Press(Qt::Key_X);
+  Press(Qt::Key_2);
+  EXPECT_EQ(CurrentRow(), 2);
+}
+
 TEST_F(ListTest, TypedNumberThatIsNoneStaysWhereOneIs) {
   LoadStream(ThreeSubtitles());
   Press(Qt::Key_9);

@@ -131,6 +131,26 @@ TEST_F(TimeStripTest, TheWheelZoomsAtThePointer) {
   EXPECT_EQ(Strip.View(), whole);  // no further than the film
 }
 
+/// What the strip stands in does not scroll as well.
+TEST_F(TimeStripTest, TheWheelIsTheStripsAlone) {
+  class Around : public QWidget {
+   public:
+    int Turned = 0;
+
+   protected:
+    void wheelEvent(QWheelEvent* /*event*/) override { ++Turned; }
+  };
+  Around around;
+  TimeStrip strip(&around);
+  strip.resize(300, 40);
+  const QPointF place(10, 10);
+  QWheelEvent wheel(place, strip.mapToGlobal(place), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QSpontaneKeyEvent::setSpontaneous(&wheel);
+  QApplication::instance()->notify(&strip, &wheel);
+  EXPECT_EQ(around.Turned, 0);
+}
+
 TEST_F(TimeStripTest, ZoomEndsAtTwoSeconds) {
   Strip.SetLane(0, Film(1000));
   Turn(300, 100);
@@ -291,11 +311,11 @@ TEST_F(TimeStripTest, AssistiveToolsAreToldWhatIsThere) {
   EXPECT_EQ(Strip.accessibleDescription(), "No subtitles");
   Strip.SetLane(0, Film(10));
   EXPECT_EQ(Strip.accessibleDescription(), "10 subtitles from 0:00:00.00 to 0:01:35.00");
+  Strip.SetLane(1, Film(1));
   Strip.SetMarks(4, With(StreamProblemCode::Overlap));
   Strip.SetMarks(5, With(StreamProblemCode::NoEnd));
   Strip.SetMarks(6, With(StreamProblemCode::NoEnd));
   Strip.SetMarks(6, {});
-  Strip.SetLane(1, Film(1));
   Strip.SetCurrent(4);
   QCoreApplication::processEvents();
   EXPECT_EQ(

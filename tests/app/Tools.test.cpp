@@ -323,6 +323,21 @@ TEST_F(Tools, ForceWorksOnTheSelectedSubtitles) {
   EXPECT_EQ(SavedBytes(), stream);
 }
 
+TEST_F(Tools, NoneCanBeUsedOnASelectionThatIsNone) {
+  LoadStream(Join({At(1).Build(), At(3).Build()}));
+  ClickRow(2);
+  In("Force", [](const OpenTool& tool) {
+    EXPECT_TRUE(tool.Control<QRadioButton>("Option_Selected").isEnabled());
+    tool.Cancel();
+  });
+  List().clearSelection();
+  In("Force", [](const OpenTool& tool) {
+    EXPECT_TRUE(tool.Control<QRadioButton>("Option_All").isChecked());
+    EXPECT_FALSE(tool.Control<QRadioButton>("Option_Selected").isEnabled());
+    tool.Cancel();
+  });
+}
+
 TEST_F(Tools, CutTakesTheSubtitleOutAndShowsTheNextOne) {
   LoadStream(Join({At(1).Build(), At(3).Build(), At(5).Build()}));
   Click("Command_Next");
@@ -394,6 +409,22 @@ TEST_F(Tools, JoinAddsAStreamFromItsFile) {
   EXPECT_TRUE(IsEnabled("Command_Next"));
 }
 
+TEST_F(Tools, FileThatIsGoneBeforeItIsJoinedChangesNothing) {
+  LoadStream(At(1).Build());
+  const QString second = Write("second.sup", At(0).Build());
+  const QString before = Told();
+  In("Join", [&](const OpenTool& tool) {
+    tool.Type("Field_with", second);
+    ASSERT_TRUE(tool.CanRun());
+    QFile::remove(second);
+    Dialogs.ExpectMessageWith({"second.sup"});
+    tool.Run();
+  });
+  EXPECT_EQ(Told(), before);
+  EXPECT_FALSE(Action("Undo").isEnabled());
+  EXPECT_EQ(SavedBytes(), At(1).Build());
+}
+
 TEST_F(Tools, FixMendsAndNamesWhatItCannot) {
   // The first one lacks its end, the second its colours.
   LoadStream(Join({At(1).Delay(0).Build(), At(3).WithoutColour().Build(), At(5).Build()}));
@@ -404,6 +435,17 @@ TEST_F(Tools, FixMendsAndNamesWhatItCannot) {
     tool.Run();
   });
   EXPECT_EQ(SavedBytes(), Join({At(1).Delay(180).Build(), At(3).WithoutColour().Build(), At(5).Build()}));
+}
+
+TEST_F(Tools, FixShowsTheSubtitleItselfAmongThoseOfItsTime) {
+  LoadStream(
+      Join({At(1).Build(), At(1).Area(300, 303, 400, 401).Build(), At(3).Delay(0).Build(), At(5).Build()}));
+  GoTo("2");
+  In("Fix", [](const OpenTool& tool) {
+    EXPECT_EQ(tool.Now(fact::Place), "300, 400");
+    EXPECT_EQ(tool.Then(fact::Place), "300, 400");
+    tool.Cancel();
+  });
 }
 
 TEST_F(Tools, NoneCanBeUsedWhileStreamsAreMerged) {

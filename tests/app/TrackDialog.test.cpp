@@ -130,6 +130,8 @@ TEST_F(TrackDialogTest, SecondIsAnyOtherTrack) {
   EXPECT_EQ(Dialog.Choice().Track, 1U);
   EXPECT_FALSE(Dialog.Choice().Second);
   EXPECT_EQ(Second().itemText(1), "1: German (de), 3 subtitles");
+  Second().setCurrentIndex(1);
+  EXPECT_EQ(Dialog.Choice().Second, 0U);
 }
 
 TEST_F(TrackDialogTest, ReturnOpensAndEscapeCancels) {
@@ -146,6 +148,20 @@ TEST_F(TrackDialogTest, TabGoesOnFromTheList) {
   EXPECT_EQ(Dialog.focusWidget()->objectName(), "Text_Notes");
   QTest::keyClick(Dialog.focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(Dialog.focusWidget()->objectName(), "Combo_Second");
+}
+
+TEST(TrackDialog, PictureIsOfTheFirstSubtitleThatHasOne) {
+  ImportedFile file;
+  file.Tracks.push_back(TrackOf(
+      Join({FourCodes(PacketBuilder().Contrast(0, 0, 0, 0)),
+            PacketBuilder().Time(1 * Second).WithoutColour().Build(),
+            FourCodes(PacketBuilder().Time(2 * Second)), FourCodes(PacketBuilder().Time(3 * Second))}),
+      {}));
+  const DvdPalette present = AllOf(Green);
+  const TrackDialog dialog("movie.vob", file, present, nullptr);
+  const QTableWidgetItem& picture = *dialog.findChild<QTableWidget*>("List_Tracks")->item(0, Picture);
+  EXPECT_FALSE(picture.icon().isNull());
+  EXPECT_EQ(picture.text(), "");
 }
 
 TEST(LanguageText, CodesOfTwoAndThreeLettersAndTags) {

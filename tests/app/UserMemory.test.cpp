@@ -182,6 +182,13 @@ TEST_F(Recent, BrokenFileIsNotListed) {
   EXPECT_FALSE(Window.findChild<QMenu*>("Menu_Recent")->isEnabled());
 }
 
+TEST_F(Recent, LineStandsBetweenTheFilesAndForgettingThem) {
+  LoadStream(ThreeSubtitles());
+  const QList<QAction*> entries = OpenedMenu().actions();
+  ASSERT_EQ(entries.size(), 3);
+  EXPECT_TRUE(entries[1]->isSeparator());
+}
+
 TEST_F(Recent, ForgottenFilesAreGone) {
   LoadStream(ThreeSubtitles());
   OpenedMenu().actions().last()->trigger();
@@ -211,6 +218,24 @@ TEST_F(Remembering, WindowComesBackToItsPlace) {
   window.RememberUser();
   window.show();
   EXPECT_EQ(QRect(window.pos(), window.size()), left);
+}
+
+TEST_F(Remembering, WindowComesBackAsLargeAsTheScreen) {
+  QSize usual;
+  {
+    frmTest window;
+    window.RememberUser();
+    window.show();
+    usual = window.size();
+    window.showMaximized();
+    QCoreApplication::processEvents();
+    window.close();
+  }
+  frmTest window;
+  window.RememberUser();
+  window.show();
+  EXPECT_TRUE(window.isMaximized());
+  EXPECT_EQ(window.normalGeometry().size(), usual);
 }
 
 TEST_F(Remembering, ColumnOfTheListIsAsWideAsItWasLeft) {

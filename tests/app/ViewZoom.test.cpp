@@ -82,13 +82,13 @@ class ViewZoomTest : public MergeTest {
     return {(2 * place.x() + 1) * 720 / (2 * Picture().width()),
             (2 * place.y() + 1) * 576 / (2 * Picture().height())};
   }
-  void Drag(QPoint from, QPoint to) {
+  void Drag(QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton) {
     const auto place = [this](QPoint at) { return Picture().mapFrom(&View(), at); };
-    QTest::mousePress(&Picture(), Qt::LeftButton, {}, place(from));
+    QTest::mousePress(&Picture(), button, {}, place(from));
     QMouseEvent move(QEvent::MouseMove, place(to), Picture().mapToGlobal(QPointF(place(to))), Qt::NoButton,
-                     Qt::LeftButton, {});
+                     button, {});
     QApplication::sendEvent(&Picture(), &move);
-    QTest::mouseRelease(&Picture(), Qt::LeftButton, {}, place(to));
+    QTest::mouseRelease(&Picture(), button, {}, place(to));
     QCoreApplication::processEvents();
   }
 };
@@ -188,6 +188,15 @@ TEST_F(ViewZoomTest, WheelWithControlKeepsThePixelUnderThePointer) {
   }
 }
 
+/// An event of the system's goes on to what the picture stands in, unless it is accepted.
+TEST_F(ViewZoomTest, StepOfTheWheelIsTakenOnce) {
+  QWheelEvent event(QPointF(9, 9), Picture().mapToGlobal(QPointF(9, 9)), {}, {0, 120}, Qt::NoButton,
+                    Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  QApplication::instance()->notify(&Picture(), &event);
+  EXPECT_EQ(Picture().width(), 1080);
+}
+
 TEST_F(ViewZoomTest, FinePartsOfAWheelsStepAddUp) {
   for (int i = 0; i < 8; ++i) {
     QWheelEvent event(QPointF(9, 9), Picture().mapToGlobal(QPointF(9, 9)), {}, {0, 15}, Qt::NoButton,
@@ -228,6 +237,62 @@ TEST_F(ViewZoomTest, DraggingEndsAtThePicturesEdges) {
 TEST_F(ViewZoomTest, FrameThatIsWhollyInSightIsNotDragged) {
   const QPoint before = Picture().pos();
   Drag({100, 100}, {200, 150});
+  EXPECT_EQ(Picture().pos(), before);
+}
+
+TEST_F(ViewZoomTest, PointerThatHoldsNothingMovesNothing) {
+  Trigger("Action_ZoomIn");
+  const QPoint before = Picture().pos();
+  const QPointF place = Picture().mapFrom(&View(), QPoint(200, 150));
+  QMouseEvent move(QEvent::MouseMove, place, Picture().mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+  QApplication::sendEvent(&Picture(), &move);
+  EXPECT_EQ(Picture().pos(), before);
+}
+
+TEST_F(ViewZoomTest, OtherButtonsMoveNothing) {
+  Trigger("Action_ZoomIn");
+  const QPoint before = Picture().pos();
+  Drag({300, 300}, {320, 310}, Qt::RightButton);
+  EXPECT_EQ(Picture().pos(), before);
+}
+
+TEST_F(ViewZoomTest, HandIsClosedWhileItHoldsThePicture) {
+  Trigger("Action_ZoomIn");
+  const QPoint place = Picture().mapFrom(&View(), QPoint(200, 150));
+  QTest::mousePress(&Picture(), Qt::LeftButton, {}, place);
+  EXPECT_EQ(View().cursor().shape(), Qt::ClosedHandCursor);
+  QTest::mouseRelease(&Picture(), Qt::LeftButton, {}, place);
+  EXPECT_EQ(View().cursor().shape(), Qt::OpenHandCursor);
+}
+
+TEST_F(ViewZoomTest, ScrollBarsStandWhereThePictureWasDragged) {
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    Window.setLayoutDirection(direction);
+    Trigger("Action_Zoom100");
+    Trigger("Action_ZoomIn");
+    Trigger("Action_ZoomIn");
+    Drag({300, 300}, {320, 310});
+    auto& area = static_cast<QScrollArea&>(*View().parentWidget());
+    const QScrollBar& across = *area.horizontalScrollBar();
+    EXPECT_GT(across.value(), 0);
+    EXPECT_LT(across.value(), across.maximum());
+    // From the right to the left the bar begins at the right.
+    EXPECT_EQ(direction == Qt::LeftToRight ? -across.value() : across.value() - across.maximum(),
+              Picture().x());
+    EXPECT_EQ(-area.verticalScrollBar()->value(), Picture().y());
+  }
+}
+
+/// One that the pointer holds where scrolling does not bring it.
+TEST_F(ViewZoomTest, ZoomThatIsAlreadyThereMovesNothing) {
+  Resize({1900, 1000});
+  Turn(Picture().geometry().bottomLeft() + QPoint(300, -2), 6);
+  ASSERT_EQ(Picture().width(), 8 * 720);
+  const QPoint before = Picture().pos();
+  ASSERT_LT(Picture().geometry().bottom(), View().rect().bottom());
+  Trigger("Action_ZoomIn");
+  EXPECT_EQ(Picture().pos(), before);
+  Turn(View().rect().center(), 1);
   EXPECT_EQ(Picture().pos(), before);
 }
 
