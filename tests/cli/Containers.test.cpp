@@ -111,6 +111,20 @@ TEST_F(ContainerCommands, TracksJsonHasTicksAndColours) {
   EXPECT_EQ(tracks[0]["first_ticks"], 90001);
   EXPECT_EQ(tracks[0]["last_ticks"], 450017);
   EXPECT_EQ(tracks[0]["palette"][1], "03FDFB");
+  EXPECT_EQ(tracks[0]["id"], "0x20");
+  EXPECT_EQ(tracks[1]["id"], "0x21");
+  EXPECT_EQ(tracks[0]["notes"], Json::array());
+}
+
+/// A position behind the packs, of the track alone and among others.
+TEST_F(ContainerCommands, WhatATrackLacksIsTold) {
+  ASSERT_EQ(Run({"convert", "a.sup", "-o", "one.idx"}).ExitCode, 0);
+  for (const char* name : {"one.idx", "both.idx"}) {
+    WriteText(name, ReadText(name) + "timestamp: 00:01:00:000, filepos: 000fffffff\n");
+  }
+  EXPECT_THAT(Run({"list", "one.idx"}).Err, HasSubstr("one.idx: line "));
+  EXPECT_THAT(Run({"tracks", "both.idx"}).Out, HasSubstr("position 0xFFFFFFF is outside the .sub"));
+  EXPECT_EQ(Json::parse(Run({"tracks", "both.idx", "--json"}).Out)[1]["notes"].size(), 1U);
 }
 
 TEST_F(ContainerCommands, PaletteOfTheFileIsTheOneOfThePicture) {

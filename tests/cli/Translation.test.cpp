@@ -88,6 +88,13 @@ TEST_F(SpokenCommands, OutputAndMessagesAreTranslatedWhole) {
   ExpectTranslated({"list", "a.sup", "--frame"});
 }
 
+TEST_F(SpokenCommands, ProgramSpeaksTheUsersLanguage) {
+  EXPECT_THAT(RunScript("LANGUAGE=de quillmark-cli report a.sup").Out,
+              testing::StartsWith("Gefundene Untertitel: "));
+  EXPECT_THAT(RunScript("LANGUAGE=en quillmark-cli report a.sup").Out,
+              testing::StartsWith("Found Subtitles: "));
+}
+
 /// What scripts read is the same everywhere.
 TEST_F(SpokenCommands, JsonIsEnglish) {
   const std::vector<std::vector<std::string>> commands = {{"check", "a.sup", "--json", "--profile", "player"},
