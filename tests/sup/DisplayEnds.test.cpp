@@ -216,25 +216,6 @@ TEST(DisplayEnds, LastStopCommandIsTheOneThatCounts) {
   EXPECT_THAT(Changes(file, after), ElementsAre(Pair(30, 0), Pair(31, 180)));
 }
 
-TEST(DisplayEnds, EndBehindAChangeOfColoursIsSetWhereItIsRead) {
-  // Line 400 in other colours from column 100 on; the second sequence is at 49.
-  const Bytes change = {0x07, 0x00, 0x10, 0x01, 0x90, 0x11, 0x90, 0x00, 0x64,
-                        0x32, 0x10, 0xFF, 0xF0, 0x0F, 0xFF, 0xFF, 0xFF};
-  const Bytes picture = Join({test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
-                              test::SetArea(100, 103, 400, 401), test::SetFields(4, 6)});
-  const Bytes file =
-      PacketBuilder()
-          .Unit(Join({{0x11, 0x00, 0x12, 0x00},
-                      test::Sequence(0, 49, {test::StartDisplay, picture, change, test::EndOfSequence}),
-                      test::Sequence(90, 49, {test::StopDisplay, test::EndOfSequence}),
-                      {0xFF}}))
-          .Build();
-  const SupStream stream = Index(file);
-  const ToolResult result = SetDisplayEnds(stream, SubtitleSet::All(), {.Shortest = 135000});
-  EXPECT_THAT(result.Left, IsEmpty());
-  EXPECT_THAT(Changes(file, Applied(stream, result.Edit)), ElementsAre(Pair(60, 135)));
-}
-
 TEST(DisplayEnds, EndThatIsNotReadFromTheStopIsLeft) {
   // The sequence after the one with the stop is read last.
   const Bytes unit = Join({Bytes(4, 0), test::Sequence(300, 14, {test::StopDisplay, test::EndOfSequence}),
