@@ -240,15 +240,6 @@ TEST_F(ViewZoomTest, FrameThatIsWhollyInSightIsNotDragged) {
   EXPECT_EQ(Picture().pos(), before);
 }
 
-TEST_F(ViewZoomTest, PointerThatHoldsNothingMovesNothing) {
-  Trigger("Action_ZoomIn");
-  const QPoint before = Picture().pos();
-  const QPointF place = Picture().mapFrom(&View(), QPoint(200, 150));
-  QMouseEvent move(QEvent::MouseMove, place, Picture().mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
-  QApplication::sendEvent(&Picture(), &move);
-  EXPECT_EQ(Picture().pos(), before);
-}
-
 TEST_F(ViewZoomTest, OtherButtonsMoveNothing) {
   Trigger("Action_ZoomIn");
   const QPoint before = Picture().pos();

@@ -274,14 +274,6 @@ TEST(ProgressBarTest, GoesAwayOnce) {
   EXPECT_EQ(err.str(), "\r\033[K[                                        ]   0%\r\033[K");
 }
 
-TEST(ProgressBarTest, GoesAwayFromItsStartToo) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const Console console{.Out = out, .Err = err, .ErrIsTerminal = true};
-  ProgressBar(console, 1000).Show(0);
-  EXPECT_EQ(err.str(), "\r\033[K[                                        ]   0%\r\033[K");
-}
-
 TEST(ProgressBarTest, DrawsEachPercentOnceAndGoesAway) {
   std::ostringstream out;
   std::ostringstream err;
