@@ -99,7 +99,7 @@ std::optional<DvdPalette> FirstPalette(const std::vector<ConvertedTrack>& tracks
 
 constexpr std::int64_t WholeBar = 100;
 
-/// In a bar of 100: what counts the work knows how much of it there is.
+/// `bar` is one of WholeBar. How much there is to do is what the writer says, in its own units.
 Progress ShowIn(ProgressBar& bar, const Console& console) {
   return [&](std::uint64_t done, std::uint64_t of) {
     bar.Show(static_cast<std::int64_t>(of == 0 ? 0 : done * WholeBar / of));

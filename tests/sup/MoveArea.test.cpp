@@ -146,7 +146,7 @@ TEST(MoveArea, UnitsThatAreLaidOutTheSameAtTheirStartAloneMoveEachByItsOwn) {
 }
 
 TEST(MoveArea, SequenceThatOneUnitHasMoreThanTheOthersMovesToo) {
-  // Sequences at 8, 20 and 26; of the second unit the third one points to a fourth one, at 32.
+  // Sequences at 8, 20 and 26; that of the last unit at 26 points to a fourth one, at 32.
   const auto packet = [](unsigned next, const Bytes& area, const Bytes& fourth) {
     return PacketBuilder()
         .Unit(Join({Bytes(4, 0), test::Sequence(0, 20, {area, test::EndOfSequence}),
