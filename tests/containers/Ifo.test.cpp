@@ -136,6 +136,8 @@ TEST(ReadIfo, VideoAttributesAreThoseOfTitlesAndMenus) {
   EXPECT_TRUE(info->TitleVideo.IsWide);
   EXPECT_EQ(info->MenuVideo.Standard, VideoStandard::Ntsc);
   EXPECT_FALSE(info->MenuVideo.IsWide);
+  file[0x100] = 0x5C;
+  EXPECT_EQ(ReadIfo(file)->MenuVideo.Standard, VideoStandard::Pal);
 }
 
 TEST(ReadIfo, UnassignedStandardIsUnknown) {
@@ -236,6 +238,15 @@ TEST(ReadIfo, MenuTableOutsideTheFileIsNoted) {
   const auto info = ReadIfo(file);
   ASSERT_TRUE(info);
   EXPECT_THAT(info->Notes, ElementsAre("1 table of menu chains outside the file left out"));
+}
+
+TEST(ReadIfo, MenuTablesOfLanguagesOutsideTheFileAreCounted) {
+  Bytes file = TitleSetFile({{}}, {{.Language = "en", .Chains = {{}}}});
+  PutNumber(file, 2 * 2048, 3, 2);
+  file.resize(2 * 2048 + 8 + 8);  // the first of three, but not its table
+  const auto info = ReadIfo(file);
+  ASSERT_TRUE(info);
+  EXPECT_THAT(info->Notes, ElementsAre("3 tables of menu chains outside the file left out"));
 }
 
 TEST(ReadIfo, OtherFilesAreNamedAsSuch) {

@@ -204,12 +204,17 @@ TEST(PacketWalk, HeadersOfMpeg1) {
   }
 }
 
+TEST(PacketWalk, HeaderOfMpeg1MayEndThePacketWithItsTimeStamp) {
+  EXPECT_EQ(FirstIn(PesPacket(0xBD, {0x21, 0x00, 0x05, 0xBF, 0x21})).Time, 90000);
+}
+
 TEST(PacketWalk, OtherHeadersHaveNoPayload) {
   // More stuffing than there may be, bits of no header, and headers that end before their time stamp.
   for (const Bytes& data :
        {Join({Bytes(17, 0xFF), {0x0F, 0x20, 0xA1}}), Bytes{0x1F, 0x20, 0xA1}, Bytes{0x00, 0x20, 0xA1},
-        Bytes{0x21, 0x00, 0x05, 0xBF}, Bytes{0x31, 0x00, 0x05, 0xBF, 0x21, 0x20, 0xA1}, Bytes{0x60},
-        Bytes{0xFF}, Bytes{0x81, 0x00}, Bytes()}) {
+        Bytes{0x21, 0x00, 0x05, 0xBF}, Bytes{0xFF, 0x21, 0x00, 0x05, 0xBF},
+        Bytes{0x31, 0x00, 0x05, 0xBF, 0x21, 0x20, 0xA1}, Bytes{0x60}, Bytes{0xFF}, Bytes{0x81, 0x00},
+        Bytes()}) {
     const Bytes packet = PesPacket(0xBD, data);
     EXPECT_THAT(PayloadsIn(Join({Mpeg1Pack, packet, PackB})), ElementsAre(B)) << data.size();
     EXPECT_EQ(FirstIn(packet).Time, std::nullopt);

@@ -315,6 +315,21 @@ TEST_F(ProgramStreamFiles, FirstPartOfATitleIsReadWithTheOthers) {
   EXPECT_THAT(TimesIn(**alone), ElementsAre(2 * Second));
 }
 
+TEST_F(ProgramStreamFiles, LongPartsOfATitleAreReadToTheirEnds) {
+  // 3 MB in each, more than is read at once.
+  const auto first = File("VTS_01_1.VOB", Subtitle(1 * Second, 0));
+  const Bytes padding = Join({PackHead(), PesPacket(0xBE, Bytes(2028, 0xFF))});
+  Bytes second;
+  for (int i = 0; i < 1500; ++i) {
+    second.insert(second.end(), padding.begin(), padding.end());
+  }
+  File("VTS_01_2.VOB", Join({second, Subtitle(2 * Second, 0)}));
+  File("VTS_01_3.VOB", Join({second, Subtitle(3 * Second, 0)}));
+  const auto read = ReadContainer(first);
+  ASSERT_TRUE(read && *read);
+  EXPECT_THAT(TimesIn(**read), ElementsAre(1 * Second, 2 * Second, 3 * Second));
+}
+
 TEST_F(ProgramStreamFiles, TitleWithItsPartsCanBeCancelled) {
   const auto path = File("VTS_01_1.VOB", Subtitle(Second, 0));
   File("VTS_01_2.VOB", Subtitle(2 * Second, 0));

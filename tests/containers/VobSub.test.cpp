@@ -407,6 +407,16 @@ TEST(VobSub, LanguagesOfTheSameIndex) {
   EXPECT_EQ(container.Tracks[1].Packets, SupPacket(180000, B));
 }
 
+TEST(VobSub, LanguagesMayHaveTheSameUnitsAtTimesOfTheirOwn) {
+  const Container container = Read(
+      "id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\ntimestamp: 00:00:02:000, filepos: 800\n"
+      "id: de, index: 0\ntimestamp: 00:00:03:000, filepos: 0\ntimestamp: 00:00:04:000, filepos: 800\n",
+      Join({Pack(SubtitlePacket(A, 90000)), Pack(SubtitlePacket(B, 180000))}));
+  ASSERT_EQ(container.Tracks.size(), 2U);
+  EXPECT_EQ(container.Tracks[0].Packets, Join({SupPacket(90000, A), SupPacket(180000, B)}));
+  EXPECT_EQ(container.Tracks[1].Packets, Join({SupPacket(270000, A), SupPacket(360000, B)}));
+}
+
 TEST(VobSub, LanguageWithoutSubtitlesIsNoTrack) {
   const Container container = Read("id: fr, index: 5\n" + ThreeLines, ThreePacks());
   ASSERT_EQ(container.Tracks.size(), 1U);

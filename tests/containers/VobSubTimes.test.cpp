@@ -33,6 +33,7 @@ TEST(VobSubTimes, LineCountsBeforeATimeStampFurtherAway) {
 TEST(VobSubTimes, DelayShiftsBoth) {
   EXPECT_THAT(Ticks({{.Line = 1000, .Delay = 1500, .TimeStamp = 90001}, {.Line = 2000, .Delay = 1500}}),
               ElementsAre(225001, 315000));
+  EXPECT_THAT(Ticks({{.Line = 1000, .Delay = 1500, .TimeStamp = 90091}}), ElementsAre(225000));
 }
 
 TEST(VobSubTimes, ShiftOfAllLinesKeepsTheTicks) {

@@ -44,6 +44,28 @@ TEST(ForceDisplay, UnitsThatAreAlikeUpToTheirLastSequenceAreToldApart) {
   EXPECT_THAT(result.Left, IsEmpty());
 }
 
+TEST(ForceDisplay, UnitsThatAreAlikeUpToTheLastOfManySequencesAreToldApart) {
+  // Sequences at 8 and, of 6 bytes each, from 32 on; the ninth of them, at 74, is the last.
+  const auto packet = [](std::int64_t time, std::uint8_t ninth) {
+    Bytes unit = Join(
+        {Bytes{0x11, 0x00, 0x12, 0x00},
+         test::Sequence(0, 32,
+                        {test::StartDisplay, test::SetColour(3, 2, 1, 0), test::SetContrast(15, 15, 15, 0),
+                         test::SetArea(0, 3, 0, 1), test::SetFields(4, 6), test::EndOfSequence})});
+    for (unsigned next = 38; next <= 74; next += 6) {
+      unit = Join({unit, test::Sequence(10, next, {test::StopDisplay, test::EndOfSequence})});
+    }
+    unit = Join({unit, test::Sequence(10, 74, {{ninth}, test::EndOfSequence})});
+    return PacketBuilder().Time(time).Unit(unit).Build();
+  };
+  const Bytes file = Join({packet(1, 0x02), packet(2, 0x02), packet(3, 0x01), packet(4, 0x02)});
+  const SupStream stream = Index(file);
+  const ToolResult result = ForceDisplay(stream, SubtitleSet::All(), DisplayStart::Forced);
+  EXPECT_THAT(Changes(file, Applied(stream, result.Edit)),
+              ElementsAre(Pair(22, 0), Pair(112, 0), Pair(202, 0), Pair(268, 0), Pair(292, 0)));
+  EXPECT_THAT(result.Left, IsEmpty());
+}
+
 TEST(ForceDisplay, PacketLikeTheOthersWhoseEndIsMissingIsLeft) {
   // Bytes that nothing reads follow the control sequences; of the third packet some of them are cut off.
   const auto packet = [](unsigned size) {

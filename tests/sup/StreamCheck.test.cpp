@@ -28,10 +28,12 @@ using test::Sound;
 using test::StartDisplay;
 using test::StopDisplay;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 using Code = StreamProblemCode;
 
@@ -123,6 +125,8 @@ TEST(CheckStream, SizeOf8000HexOrMore) {
   Bytes file = Join({Sound().Size(0x8000).Build(), Bytes(0x8000, 0)});
   file.resize(0x8000 + 10);
   EXPECT_THAT(Check(file), ElementsAre(Problem(10, 1, Code::UnitTooLarge, "32768")));
+  EXPECT_THAT(Check(Join({Sound().Size(0x7FFF).Build(), Bytes(0x7FFF, 0)})),
+              Not(Contains(Field("Code", &StreamProblem::Code, Code::UnitTooLarge))));
 }
 
 TEST(CheckStream, SizeBelowTheUnitsHeader) {
