@@ -62,6 +62,9 @@ TEST_F(ApplyCommand, FileThatCannotBeDoneStopsNoOther) {
             HasSubstr("quillmark-cli: 3 of 4 files could not be done\n")));
   EXPECT_TRUE(Exists("out/a.sup"));
   EXPECT_FALSE(Exists("out/b.sup"));
+  EXPECT_EQ(Run({"apply", "r.json", "a.sup", "no.sup", "--out-dir", "out2"}).Err,
+            "quillmark-cli: no.sup: No such file or directory\n"
+            "quillmark-cli: 1 of 2 files could not be done\n");
 }
 
 TEST_F(ApplyCommand, FailedStepWritesNothingOfItsFile) {

@@ -111,6 +111,10 @@ TEST_F(PictureCommand, ColourFillsTheFrame) {
 TEST_F(PictureCommand, WhatIsNoColourIsAFile) {
   WritePicture("#10a0fg", "PNG", 0xFF102030);
   EXPECT_EQ(Picture({"--background", "#10a0fg"}).pixel(0, 0), 0xFF102030);
+  WritePicture("#10a0f", "PNG", 0xFF102030);
+  EXPECT_EQ(Picture({"--background", "#10a0f"}).pixel(0, 0), 0xFF102030);
+  WritePicture("x10a0f0", "PNG", 0xFF102030);
+  EXPECT_EQ(Picture({"--background", "x10a0f0"}).pixel(0, 0), 0xFF102030);
 }
 
 TEST_F(PictureCommand, TakesThePaletteGiven) {

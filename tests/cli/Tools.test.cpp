@@ -179,6 +179,18 @@ TEST_F(JoinCommand, NamesTheStreamThatCannotBeRead) {
   EXPECT_THAT(Names(), ElementsAre("a.sup"));
 }
 
+TEST_F(JoinCommand, NamesTheStreamThatCannotFollow) {
+  Bytes cut = Join({test::Sound(7).Build(), test::Sound(Second).Build()});
+  cut.pop_back();
+  Write("cut.sup", cut);
+  Write("too.sup", cut);
+  const auto run = Run({"join", "cut.sup", "too.sup", "-o", "c.sup"});
+  EXPECT_EQ(run.ExitCode, 1);
+  EXPECT_THAT(run.Err,
+              HasSubstr("quillmark-cli: too.sup: both streams end with bytes that are no whole packet"));
+  EXPECT_FALSE(Exists("c.sup"));
+}
+
 struct WrongTool {
   std::vector<std::string> Arguments;
   const char* Message;

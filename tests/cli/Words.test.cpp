@@ -15,6 +15,8 @@ TEST(EditDistance, CountsInsertionsDeletionsReplacementsAndSwaps) {
   EXPECT_EQ(EditDistance("lost", "list"), 1U);
   EXPECT_EQ(EditDistance("lsit", "list"), 1U);
   EXPECT_EQ(EditDistance("kitten", "sitting"), 3U);
+  EXPECT_EQ(EditDistance("ab", "ba"), 1U);
+  EXPECT_EQ(EditDistance("pqab", "rsba"), 3U);
 }
 
 TEST(NearestMatch, IsTheFirstOfTheNearest) {
