@@ -249,6 +249,15 @@ TEST(ReadIfo, MenuTablesOfLanguagesOutsideTheFileAreCounted) {
   EXPECT_THAT(info->Notes, ElementsAre("3 tables of menu chains outside the file left out"));
 }
 
+TEST(ReadIfo, MenuChainsOutsideTheFileAreCounted) {
+  Bytes file = TitleSetFile({{}}, {{.Language = "en", .Chains = {{}}}});
+  PutNumber(file, 2 * 2048 + 16, 3, 2);
+  file.resize(2 * 2048 + 16 + 8 + 8);  // the first of three, but not its chain
+  const auto info = ReadIfo(file);
+  ASSERT_TRUE(info);
+  EXPECT_THAT(info->Notes, ElementsAre("3 program chains outside the file or its table left out"));
+}
+
 TEST(ReadIfo, OtherFilesAreNamedAsSuch) {
   EXPECT_EQ(ReadIfo({}).Reason(), "it is no IFO file: it starts with neither DVDVIDEO-VTS nor DVDVIDEO-VMG");
   EXPECT_FALSE(ReadIfo(IfoHead("DVDVIDEO-VTX")));

@@ -138,6 +138,16 @@ TEST(UnitGatherer, UnitCutShortIsLeftOutAndTold) {
   EXPECT_THAT(container.Tracks[0].Notes, ElementsAre("1 subtitle is cut short and left out (at byte 14)"));
 }
 
+TEST(UnitGatherer, UnitThatTheEndOfTheStreamCutsIsToldOfAnySubstream) {
+  const Container container =
+      Read(Join({Pack(SubtitlePacket(Unit, 90000)), Pack(SubtitlePacket(Other, 90000, 0x3F)),
+                 Pack(SubtitlePacket(Part(Unit, 0, 20), 180000, 0x3F))}));
+  ASSERT_EQ(container.Tracks.size(), 2U);
+  EXPECT_THAT(container.Tracks[0].Notes, IsEmpty());
+  EXPECT_THAT(container.Tracks[1].Notes,
+              ElementsAre(testing::StartsWith("1 subtitle is cut short and left out")));
+}
+
 TEST(UnitGatherer, UnitOfItsHeaderAloneIsWhole) {
   const Bytes header = {0, 4, 0, 4};
   EXPECT_EQ(PacketsIn(Join({Pack(SubtitlePacket(header, 90000)), Pack(SubtitlePacket(Other, 180000))})),

@@ -232,6 +232,18 @@ TEST(VobSub, PositionsOfOtherTimesGiveWayToTheTimes) {
                   "line's time was taken"));
 }
 
+TEST(VobSub, PositionsOfOtherTimesStayWhereHalfOfTheTimesLeadNowhere) {
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000800\n"
+      "timestamp: 00:00:05:000, filepos: 000001000\n"
+      "timestamp: 00:00:20:000, filepos: 000001800\n"
+      "timestamp: 00:00:50:000, filepos: 000000000\n",
+      UnevenPacks());
+  EXPECT_EQ(track.Packets,
+            Join({SupPacket(90000, B), SupPacket(450000, C), SupPacket(1800000, A), SupPacket(4500000, A)}));
+}
+
 TEST(VobSub, FewPositionsOfOtherTimesAreToldAlone) {
   const Track track = TrackIn(
       "id: en, index: 0\n"
@@ -430,6 +442,14 @@ TEST(VobSub, EncryptedUnitsAreSaid) {
   EXPECT_THAT(container.Tracks, IsEmpty());
   EXPECT_THAT(container.Notes, ElementsAre("the file is encrypted",
                                            "en: 1 packet is encrypted (at byte 14); its subtitle is left out",
+                                           "en: line 2: no whole subtitle stands at position 0x0"));
+}
+
+TEST(VobSub, WithoutAnyWholeUnitThereIsNothingEncrypted) {
+  const Container container = Read("id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\n",
+                                   Pack(SubtitlePacket(Part(A, 0, 20), 90000)));
+  EXPECT_THAT(container.Tracks, IsEmpty());
+  EXPECT_THAT(container.Notes, ElementsAre("en: 1 subtitle is cut short and left out (at byte 14)",
                                            "en: line 2: no whole subtitle stands at position 0x0"));
 }
 

@@ -152,6 +152,13 @@ TEST(VobSubIndex, TimeMayBeNegative) {
   EXPECT_EQ(EntriesOf("timestamp: -00:00:01:500, filepos: 0\n")[0].Time, -1500);
 }
 
+TEST(VobSubIndex, NumbersOfATimeHaveSixDigitsAtMost) {
+  const auto entries = EntriesOf("timestamp: 000100:000002:000003:000004, filepos: 0\n");
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_EQ(entries[0].Time, 360123004);
+  EXPECT_EQ(EntriesOf("timestamp: 0000100:02:03:004, filepos: 0\n").size(), 0U);
+}
+
 TEST(VobSubIndex, PositionMayBeShortAndIsKeptAsADecimalToo) {
   const auto entries = EntriesOf("timestamp: 00:00:01:000, filepos: 2048\n");
   ASSERT_EQ(entries.size(), 1U);

@@ -44,6 +44,14 @@ TEST(VobSubTimes, ShiftOfAllLinesKeepsTheTicks) {
               ElementsAre(270001, 360002, 450089));
 }
 
+TEST(VobSubTimes, ShiftsAMillisecondEitherWayAreTheSameOne) {
+  // 2000, 2001 and 1999 ms later than their time stamps.
+  EXPECT_THAT(Ticks({{.Line = 3000, .TimeStamp = 90001},
+                     {.Line = 4001, .TimeStamp = 180002},
+                     {.Line = 4999, .TimeStamp = 270000}}),
+              ElementsAre(270001, 360002, 450000));
+}
+
 TEST(VobSubTimes, LineAtZeroFollowsTheShift) {
   EXPECT_THAT(Ticks({{.Line = 0, .TimeStamp = 90001}, {.Line = 1000, .TimeStamp = 180002}}),
               ElementsAre(1, 90002));

@@ -115,6 +115,7 @@ TEST(AuthoringPicture, AnOddPictureAtTheFramesRightGrowsToTheLeft) {
   EXPECT_THAT(Indexes(picture.Image), ElementsAre("012321", "032123"));
   EXPECT_EQ(picture.X, 714);
   EXPECT_EQ(picture.Y, 50);
+  EXPECT_EQ(Make({.Top = {"1"}, .Bottom = {"2"}, .X = 1, .Width = 719}).X, 0);
 }
 
 TEST(AuthoringPicture, AnOddPictureAtTheFramesBottomGrowsUpwards) {
