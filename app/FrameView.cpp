@@ -101,7 +101,6 @@ bool FrameView::eventFilter(QObject* watched, QEvent* event) {
   const QScopedValueRollback<bool> placing(placing_, true);
   const bool handled = QScrollArea::eventFilter(watched, event);
   KeepHeld();
-  updateGeometry();
   emit PictureResized();
   return handled;
 }
@@ -110,7 +109,6 @@ void FrameView::resizeEvent(QResizeEvent* event) {
   const QScopedValueRollback<bool> placing(placing_, true);
   QScrollArea::resizeEvent(event);
   KeepHeld();
-  picture_->update();  // what is painted over it follows what is in sight
 }
 
 void FrameView::scrollContentsBy(int dx, int dy) {
@@ -148,8 +146,7 @@ QRect FrameView::ScrollRange() const {
     range.setRight(0);
   }
   if (whole.height() > seen.height()) {
-    range.setTop(seen.height() - whole.height());
-    range.setBottom(0);
+    range.setTop(seen.height() - whole.height());  // down to where it stands, at the top
   }
   return range;
 }
@@ -197,7 +194,6 @@ void FrameView::ZoomOut() {
 
 void FrameView::ZoomPicture(const ViewZoom& zoom) {
   const QScopedValueRollback<bool> placing(placing_, true);
-  held_ = false;
   picture_->SetZoom(zoom);
 }
 

@@ -141,7 +141,6 @@ void ReviewPanel::FollowMerge() {
   ShowTimes();
   if (!document_.HasBothStreams()) {
     if (std::exchange(settings_, std::nullopt)) {
-      pictures_.Forget();
       finder_->Stop();
     }
   } else if (isVisible()) {

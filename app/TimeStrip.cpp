@@ -261,13 +261,6 @@ bool TimeStrip::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-void TimeStrip::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-    updateGeometry();
-  }
-  QWidget::changeEvent(event);
-}
-
 void TimeStrip::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) {
     QWidget::mousePressEvent(event);
@@ -298,7 +291,7 @@ void TimeStrip::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !std::exchange(pressed_, std::nullopt)) {
     return;
   }
-  if (std::exchange(isDragging_, false)) {
+  if (isDragging_) {
     unsetCursor();
   } else if (const auto index = SubtitleAt(event->position().x());
              index && rect().contains(event->position().toPoint())) {
@@ -314,7 +307,6 @@ void TimeStrip::wheelEvent(QWheelEvent* event) {
   } else {
     ZoomAt(event->position().x(), std::pow(WheelZoom, notches.y()));
   }
-  event->accept();
 }
 
 QString TimeStrip::TipAt(const QPoint& place) const {

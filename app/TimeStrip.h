@@ -52,7 +52,6 @@ class TimeStrip : public QWidget {
 
  protected:
   bool event(QEvent* event) override;
-  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
