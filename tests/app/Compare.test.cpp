@@ -70,6 +70,29 @@ TEST_F(CompareFile, TellsWhatDiffers) {
             "None here, subtitle 4 in the other file, 00:00:13.00, added");
 }
 
+TEST_F(CompareFile, WindowThatIsOpenComesToTheFront) {
+  class Raised : public QObject {
+   public:
+    int Times = 0;
+
+   protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+      Times += event->type() == QEvent::ZOrderChange ? 1 : 0;
+      return false;
+    }
+  };
+  LoadAndCompare();
+  auto& window = Control<QWidget>("CompareWindow");
+  Window.activateWindow();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(QApplication::activeWindow(), &Window);
+  Raised raised;
+  window.installEventFilter(&raised);
+  CompareWith(OtherSubtitles());
+  EXPECT_EQ(raised.Times, 1);
+  EXPECT_EQ(QApplication::activeWindow(), &window);
+}
+
 TEST_F(CompareFile, NumbersStandAtTheRightAndTextsAtTheLeft) {
   LoadAndCompare();
   QList<int> alignments;

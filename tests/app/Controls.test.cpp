@@ -1,12 +1,20 @@
+#include <memory>
+
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCursor>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTest>
 
+#include "app/PaletteSwatch.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -202,6 +210,31 @@ TEST_F(Controls, SwatchesAreNamedByTheDigitsOfTheLists) {
   EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_4")), "Palette entry 4, yellow");
   EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_10")), "Palette entry A, light blue");
   EXPECT_EQ(AccessibleName(Control<QWidget>("Label1_15")), "Palette entry F, black");
+}
+
+/// Not all styles have buttons painted anew where the pointer comes.
+TEST(Swatch, MarksItsEdgeWhileThePointerIsOverItInAnyStyle) {
+  const std::unique_ptr<QStyle> style(QStyleFactory::create("Windows"));
+  QWidget window;
+  PaletteSwatch swatch(0, 0xFFFFFF, &window);
+  swatch.setStyle(style.get());
+  swatch.setGeometry(20, 20, 30, 30);
+  swatch.setFocusPolicy(Qt::NoFocus);
+  window.resize(100, 100);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  const auto edge = [&window] {
+    // The event of the pointer, and the painting that it asks for.
+    for (int i = 0; i < 3; ++i) {
+      QCoreApplication::processEvents();
+    }
+    return window.screen()->grabWindow(window.winId(), 20, 20, 1, 1).toImage().pixelColor(0, 0);
+  };
+  EXPECT_EQ(edge(), window.palette().color(QPalette::WindowText));
+  QCursor::setPos(window.mapToGlobal(QPoint(35, 35)));
+  EXPECT_EQ(edge(), window.palette().color(QPalette::Highlight));
+  QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
+  EXPECT_EQ(edge(), window.palette().color(QPalette::WindowText));
 }
 
 TEST_F(Controls, PictureIsAGraphicThatTellsItsSubtitle) {

@@ -1,8 +1,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "app/DisplayFrame.h"
@@ -117,6 +120,23 @@ TEST_F(Inspector, ZoomedFrameHasItsPixelsWhereItShowsThem) {
     PointAt(106, 401);
     EXPECT_EQ(Pixel(), "106, 401: code 3 (emphasis 2), entry 3, opacity F") << action;
   }
+}
+
+TEST_F(Inspector, FieldTellsOfThePixelThatScrollsUnderThePointer) {
+  Window.findChild<QAction*>("Action_ZoomIn")->trigger();
+  Window.findChild<QAction*>("Action_ZoomIn")->trigger();
+  QCoreApplication::processEvents();
+  auto& picture = Control<QWidget>("Picture1");
+  auto& area = static_cast<QScrollArea&>(*picture.parentWidget()->parentWidget());
+  area.horizontalScrollBar()->setValue(100);
+  area.verticalScrollBar()->setValue(100);
+  QCursor::setPos(picture.mapToGlobal(QPoint(201, 301)));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Pixel(), "100, 150");
+  area.horizontalScrollBar()->setValue(60);
+  EXPECT_EQ(Pixel(), "80, 150");
+  area.verticalScrollBar()->setValue(110);
+  EXPECT_EQ(Pixel(), "80, 155");
 }
 
 TEST_F(Inspector, FieldTellsOfTheSecondStream) {

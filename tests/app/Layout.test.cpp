@@ -193,6 +193,39 @@ TEST_F(Layout, FrameScrollsWhereRoomIsShort) {
   EXPECT_TRUE(IsWhole("Picture1"));
 }
 
+TEST_F(Layout, WorkBeginsAtLoadSupAlsoWhereTheFrameScrolls) {
+  frmTest window;
+  window.resize(SmallestWindow);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  EXPECT_EQ(window.focusWidget()->objectName(), "Command_LoadSup");
+}
+
+TEST_F(Layout, GroupsStandBelowTheFrameWhereNothingOfItIsHiddenBySoDoing) {
+  bool wasBelow = false;
+  bool wasBeside = false;
+  const auto look = [&](const QSize& size) {
+    Resize(size);
+    const bool isBelow = LeftOf("Frame1") < LeftOf("Picture1") + 100;
+    (isBelow ? wasBelow : wasBeside) = true;
+    if (isBelow) {
+      EXPECT_TRUE(IsWhole("Picture1")) << size.width() << ", " << size.height();
+      EXPECT_TRUE(IsWhole("Frame1")) << size.width() << ", " << size.height();
+      EXPECT_TRUE(IsWhole("Command_SetAll")) << size.width() << ", " << size.height();
+    }
+  };
+  for (int height = 660; height < 760; height += 4) {
+    look({SmallScreen.width(), height});
+  }
+  EXPECT_TRUE(wasBelow && wasBeside);
+  wasBelow = wasBeside = false;
+  for (int width = 960; width < 1360; width += 4) {
+    look({width, SmallScreen.height()});
+  }
+  EXPECT_TRUE(wasBelow && wasBeside);
+}
+
 TEST_F(Layout, ControlWithTheFocusComesIntoSight) {
   const ApplicationFont font(12);
   Resize(SmallestWindow);

@@ -95,6 +95,47 @@ TEST_F(MergeReviewWindow, OffsetMovesTheSecondaryAtOnceAndTheReviewFollows) {
   EXPECT_EQ(Told(1, pair::Covered), "");
 }
 
+TEST_F(MergeReviewWindow, MergeThatChangesIsToldBeforeItIsLookedThrough) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  std::vector<std::pair<int, int>> told;
+  QObject::connect(Pairs().model(), &QAbstractItemModel::dataChanged, &Window,
+                   [&told](const QModelIndex& first, const QModelIndex& last) {
+                     told.emplace_back(first.row(), last.row());
+                   });
+  Window.Content().SetYOffset(50);
+  EXPECT_EQ(told, (std::vector{std::pair(0, 2)})) << "their pictures have changed";
+  EXPECT_EQ(TextOf("Text_Review"), "second.sup, offset 50: 3 subtitles; 3 packets, 1 with problems");
+  EXPECT_EQ(Label("Label_CountPairs"), "Looked at 0 of 3");
+}
+
+TEST_F(MergeReviewWindow, PicturesOfTheRowsFollowTheOffset) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto picture = [this] {
+    const QRect cell = Pairs().visualRect(Pairs().model()->index(1, pair::Picture));
+    return Pairs().viewport()->grab(cell).toImage();
+  };
+  const QImage before = picture();
+  TypeOffset("100");
+  Review();
+  EXPECT_NE(picture(), before);
+  TypeOffset("0");
+  Review();
+  EXPECT_EQ(picture(), before);
+}
+
+TEST_F(MergeReviewWindow, ReviewThatIsNotShownIsNotLookedThrough) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Window.Content().SetYOffset(50);
+  Action("MergeReview").trigger();
+  for (int i = 0; i < 20; ++i) {
+    QCoreApplication::processEvents();
+  }
+  EXPECT_EQ(Label("Label_CountPairs"), "Looked at 0 of 3");
+  Action("MergeReview").trigger();
+  Review();
+  EXPECT_EQ(Label("Label_CountPairs"), "3 of 3");
+}
+
 TEST_F(MergeReviewWindow, MovesThatComeFasterThanThePictureAreOne) {
   ReviewMerge(ThreeFirst(), ThreeSecond());
   int changes = 0;

@@ -109,6 +109,24 @@ TEST_F(OnScreen, WhileWhatIsPaintedOverTheFrameScrollsToo) {
   ExpectRepainted("a larger window");
 }
 
+/// The caption stands in the middle of what is in sight.
+TEST_F(OnScreen, WhileMoreOfAFrameThatStaysComesIntoSightToo) {
+  Window.resize(1700, 900);
+  for (const char* action : {"PanAndScan", "ZoomIn", "ZoomIn", "ZoomIn"}) {
+    Action(action).trigger();
+    QCoreApplication::processEvents();
+  }
+  const auto& picture = Control<QWidget>("Picture1");
+  const auto* area = qobject_cast<QScrollArea*>(picture.parentWidget()->parentWidget());
+  area->horizontalScrollBar()->setValue(0);
+  ExpectRepainted("scrolling");
+  const int before = area->viewport()->width();
+  Action("List").trigger();
+  ExpectRepainted("hiding the list");
+  ASSERT_GT(area->viewport()->width(), before);
+  EXPECT_EQ(picture.x(), 0);
+}
+
 TEST_F(OnScreen, WhileTheLoupeGoesAboutToo) {
   Action("Loupe").trigger();
   ExpectRepainted("the loupe");

@@ -18,6 +18,7 @@ namespace quillmark::test {
 namespace pair {
 inline constexpr int Primary = 0;
 inline constexpr int Secondary = 1;
+inline constexpr int Picture = 2;
 inline constexpr int Together = 3;
 inline constexpr int Problems = 4;
 inline constexpr int Bytes = 5;

@@ -132,6 +132,21 @@ TEST_F(SplitReviewWindow, RowIsShownAsItIsWritten) {
   EXPECT_EQ(CurrentPair(), 2);
 }
 
+TEST_F(SplitReviewWindow, PacketOfTheSubtitleShownIsShownOnceTheReviewIs) {
+  ReviewSplit(PrimaryStream({{0, 10}, {100, 100}}),
+              Join({FourCodes(PacketBuilder().Time(5'000).Delay(10), 200, 200),
+                    FourCodes(PacketBuilder().Time(100'000).Delay(20), 200, 220),
+                    FourCodes(PacketBuilder().Time(250'000).Delay(5), 200, 240)}));
+  Action("MergeReview").trigger();
+  Click("Command_Next");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_Dur"), "1.12");
+  Action("MergeReview").trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "2");
+  EXPECT_EQ(TextOf("Text_Dur"), ".23");
+}
+
 TEST_F(SplitReviewWindow, StepsGoFromTheRowThatWasChosen) {
   ReviewSplit();
   ClickPair(4);

@@ -37,6 +37,23 @@ TEST_F(Startup, CheckerIsTheBackground) {
   EXPECT_FALSE(IsChecked("Check_SavePics"));
 }
 
+/// In white on a dark plate in the frame's middle, until there is a subtitle.
+TEST_F(Startup, FrameTellsHowToBegin) {
+  const auto lightPixels = [this] {
+    const QImage frame = Frame();
+    int count = 0;
+    for (int x = 0; x < frame.width(); ++x) {
+      for (int y = frame.height() / 2 - 10; y < frame.height() / 2 + 10; ++y) {
+        count += qGray(frame.pixel(x, y)) > 200 ? 1 : 0;
+      }
+    }
+    return count;
+  };
+  EXPECT_GT(lightPixels(), 200);
+  LoadStream(ThreeSubtitles());
+  EXPECT_EQ(lightPixels(), 0);
+}
+
 TEST_F(Startup, FrameHasTheChosenSize) {
   EXPECT_NE(IsChecked("Option_720x480"), IsChecked("Option_720x576"));
   EXPECT_EQ(Control<QWidget>("Picture1").size(), QSize(720, IsChecked("Option_720x480") ? 480 : 576));

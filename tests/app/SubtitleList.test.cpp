@@ -66,6 +66,12 @@ TEST_F(ListTest, WindowFollowsAClick) {
   EXPECT_TRUE(IsEnabled("Command_Prev"));
 }
 
+TEST_F(ListTest, OneSubtitleIsARow) {
+  LoadStream(ManySubtitles(1));
+  EXPECT_EQ(List().model()->rowCount(), 1);
+  EXPECT_EQ(Count(), "1 of 1");
+}
+
 TEST_F(ListTest, TypedNumberIsASubtitleToGoTo) {
   LoadStream(ManySubtitles(60));
   Press(Qt::Key_4);

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QTest>
 #include <QToolTip>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include "app/TimeStripPainter.h"
@@ -149,6 +150,30 @@ TEST_F(TimeStripTest, TheWheelIsTheStripsAlone) {
   QSpontaneKeyEvent::setSpontaneous(&wheel);
   QApplication::instance()->notify(&strip, &wheel);
   EXPECT_EQ(around.Turned, 0);
+}
+
+TEST(TimeStrip, TakesTheRoomThatItsStreamsNeed) {
+  QWidget window;
+  QVBoxLayout rows(&window);
+  TimeStrip strip;
+  rows.addWidget(&strip);
+  rows.addStretch();
+  window.resize(400, 300);
+  window.show();
+  strip.SetLane(0, Film(10));
+  QCoreApplication::processEvents();
+  const int one = strip.height();
+  strip.SetLane(1, Film(10));
+  QCoreApplication::processEvents();
+  EXPECT_GT(strip.height(), one);
+  strip.SetLane(1, {});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(strip.height(), one);
+  QFont font = strip.font();
+  font.setPointSize(2 * font.pointSize());
+  strip.setFont(font);
+  QCoreApplication::processEvents();
+  EXPECT_GT(strip.height(), one);
 }
 
 TEST_F(TimeStripTest, ZoomEndsAtTwoSeconds) {

@@ -115,6 +115,17 @@ TEST_F(TrackDialogTest, NotesAreThoseOfTheTrackAndTheFile) {
   EXPECT_EQ(Notes(), "An audio stream is left out");
 }
 
+TEST_F(TrackDialogTest, RoomIsTheTracks) {
+  const auto& notes = *Dialog.findChild<QPlainTextEdit*>("Text_Notes");
+  EXPECT_EQ(List().viewport()->height(), 2 * List().rowHeight(0)) << "as much as its rows need";
+  const int before = notes.height();
+  EXPECT_LE(before, 5 * notes.fontMetrics().lineSpacing());
+  Dialog.resize(Dialog.size() + QSize(0, 300));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(List().viewport()->height(), 2 * List().rowHeight(0) + 300);
+  EXPECT_EQ(notes.height(), before);
+}
+
 TEST_F(TrackDialogTest, FirstTrackAloneIsProposed) {
   EXPECT_EQ(Dialog.Choice().Track, 0U);
   EXPECT_FALSE(Dialog.Choice().Second);

@@ -308,6 +308,28 @@ TEST_F(ViewZoomTest, NarrowerWindowKeepsTheMiddleColumnThatTheScrollBarLeft) {
   EXPECT_LE(std::abs(PixelAt(View().rect().center()).x() - column), 2);
 }
 
+TEST_F(ViewZoomTest, NarrowerWindowKeepsTheMiddleColumnThatThePointerLeft) {
+  Trigger("Action_ZoomIn");
+  Trigger("Action_ZoomIn");
+  Drag({300, 300}, {420, 300});
+  const int before = View().width();
+  const int column = PixelAt(View().rect().center()).x();
+  Resize({1200, 728});
+  ASSERT_LT(View().width(), before);
+  EXPECT_LE(std::abs(PixelAt(View().rect().center()).x() - column), 2);
+}
+
+TEST_F(ViewZoomTest, WindowOfAnotherSizeLeavesThePictureWhereThePointerHoldsIt) {
+  Resize({1900, 1000});
+  Turn(Picture().geometry().bottomLeft() + QPoint(300, -2), 6);
+  const QPoint before = Picture().pos();
+  ASSERT_LT(Picture().geometry().bottom(), View().rect().bottom());
+  for (const QSize size : {QSize(1880, 1000), QSize(1880, 960), QSize(1900, 1000)}) {
+    Resize(size);
+    EXPECT_EQ(Picture().pos(), before) << size.width() << ", " << size.height();
+  }
+}
+
 TEST_F(ViewZoomTest, PointerIsAHandWhereThePictureCanBeDragged) {
   EXPECT_EQ(View().cursor().shape(), Qt::ArrowCursor);
   EXPECT_EQ(View().parentWidget()->focusPolicy(), Qt::NoFocus);
