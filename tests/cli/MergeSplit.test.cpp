@@ -44,6 +44,9 @@ TEST_F(MergeSplitCommand, JoinClosesShorterGaps) {
   EXPECT_EQ(Times()[2].second, 220000);
   Run({"merge", "a.sup", "b.sup", "--mode", "split", "--join", "55.6", "-o", "split.sup"});
   EXPECT_EQ(Times()[2].second, 225000);
+  EXPECT_EQ(Run({"merge", "a.sup", "b.sup", "--mode", "split", "--join", "0", "-o", "split.sup"}).ExitCode,
+            0);
+  EXPECT_EQ(Times()[2].second, 220000);
 }
 
 TEST_F(MergeSplitCommand, PairsAreTheDefault) {

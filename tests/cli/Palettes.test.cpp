@@ -53,6 +53,13 @@ TEST_F(PalettesCommand, JsonHasEveryChainAsAnObject) {
   EXPECT_EQ(chains[2]["language"], "en");
 }
 
+TEST_F(PalettesCommand, SubstreamsOfEveryStreamThatTheChainHas) {
+  Write("a.ifo", test::TitleSetFile({{.Subpictures = {{0x80, 0, 0, 0}, {0, 0, 0, 0}, {0x86, 7, 8, 9}}}}));
+  EXPECT_EQ(Json::parse(Run({"palettes", "a.ifo", "--json"}).Out)[0]["substreams"].dump(),
+            R"([{"stream":0,"normal":0,"wide":0,"letterbox":0,"pan_scan":0},)"
+            R"({"stream":2,"normal":6,"wide":7,"letterbox":8,"pan_scan":9}])");
+}
+
 TEST_F(PalettesCommand, DamageIsToldAndTheRestListed) {
   test::Bytes file = test::TitleSetFile({{}, {.Category = 0x82}});
   file.resize(2048 + 8 + 16 + 0xEC);

@@ -169,6 +169,13 @@ TEST(ReadIfo, LanguageCountsOnlyWhereTheTypeSaysSo) {
   EXPECT_EQ(ReadIfo(file)->TitleSubpictures[0].Language, "");
 }
 
+TEST(ReadIfo, LanguageMayHaveTheFirstAndTheLastLetter) {
+  Bytes file = FileWithTwoLanguages({});
+  file[0x256 + 2] = 'z';
+  file[0x256 + 3] = 'a';
+  EXPECT_EQ(ReadIfo(file)->TitleSubpictures[0].Language, "za");
+}
+
 TEST(ReadIfo, LanguageThatIsNotLettersIsNone) {
   Bytes file = FileWithTwoLanguages({});
   file[0x258] = 0xFF;

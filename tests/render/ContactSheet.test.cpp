@@ -231,6 +231,7 @@ TEST_F(ContactSheet, PathsAreThoseThatAreWritten) {
   const auto paths = ContactSheetPaths(Path("film.png"), StreamOf(25), SubtitleSet::All());
   EXPECT_THAT(paths, ElementsAre(Path("film_001.png"), Path("film_002.png")));
   EXPECT_THAT(ContactSheetPaths("film", StreamOf(1), SubtitleSet::All()), ElementsAre("./film_001.png"));
+  EXPECT_THAT(ContactSheetPaths(".png", StreamOf(1), SubtitleSet::All()), ElementsAre("./.png_001.png"));
 }
 
 TEST_F(ContactSheet, WhatIsThereIsRefusedByName) {

@@ -123,6 +123,12 @@ TEST(PairSubtitles, PicturesThatRepeatArePairedInTheirOrder) {
               ElementsAre(Pair(0, 0), Pair(1, 1), Pair(2, 2), Pair(3, 3)));
 }
 
+TEST(PairSubtitles, PicturesThatRepeatArePairedBeforeOneThatDoesNot) {
+  EXPECT_THAT(Pairs({{0, 8}, {20000, 7}, {40000, 7}, {60000, 1}, {80000, 9}},
+                    {{500000, 6}, {520000, 7}, {540000, 7}, {560000, 1}, {580000, 5}}),
+              testing::IsSupersetOf({Pair(1, 1), Pair(2, 2), Pair(3, 3)}));
+}
+
 TEST(PairSubtitles, OthersArePairedWhereTheyAreShownTogether) {
   // Other pictures, 45 ticks later; one of them is gone.
   EXPECT_THAT(Pairs({{0, 1}, {20000, 2}, {40000, 3}}, {{45, 11}, {40045, 13}}),
