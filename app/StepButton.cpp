@@ -36,7 +36,8 @@ bool StepButton::focusNextPrevChild(bool next) {
 }
 
 void StepButton::HandFocusOver() {
-  if (!hasFocus() || (isEnabled() && isVisible())) {
+  // While a message is shown, the window keeps the focus for later.
+  if (window()->focusWidget() != this || (isEnabled() && isVisible())) {
     return;
   }
   if (partner_ != nullptr && partner_->isEnabled()) {

@@ -219,6 +219,19 @@ TEST_F(Keyboard, StepButtonThatEndsHandsTheFocusToTheOther) {
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_GoTo");
 }
 
+TEST_F(Keyboard, StepButtonsThatEndTogetherHandTheFocusOn) {
+  LoadStream(ThreeSubtitles());
+  const QString one = Write("one.sup", FourCodes(PacketBuilder()));
+  Activate();
+  Control<QWidget>("Command_Next").setFocus();
+  Dialogs.ExpectOpen(one);
+  Dialogs.ExpectReport();
+  Press(Qt::Key_O, Qt::ControlModifier);
+  Activate();
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_TRUE(QApplication::focusWidget()->isEnabled());
+}
+
 TEST_F(Keyboard, OptionsAreEnteredAtTheChosenOne) {
   LoadStream(ThreeSubtitles());
   for (const char* chosen : {"Option_720x480", "Option_720x576"}) {
