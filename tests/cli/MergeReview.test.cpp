@@ -1,4 +1,5 @@
 #include "tests/cli/Program.h"
+#include "tests/render/TwoStreams.h"
 
 // What `merge` tells of its packets before it writes them, and the options that shape them.
 
@@ -95,6 +96,22 @@ TEST_F(MergeReviewCommand, TextHasItsSummaryFirst) {
       "1 + 1: 1000 ms together, 1193 bytes; 2 pixels of the second picture cover the first one [covered]\n"
       "2 + 3: 111 ms together, 1190 bytes; the second picture loses 4 pixels in the frame's rows 0, 1 or "
       "last, which merged units do not have, in 1 row of it [secondary_clipped]\n");
+}
+
+TEST_F(MergeReviewCommand, UnitsThatProgramsCannotReadAreNamed) {
+  Write("noise.sup", test::NoisePacket(Second, 280));
+  Write("clear.sup", Sound(Second - 10000).Contrast(0, 0, 0, 0).Build());
+  const auto pairs = Run({"merge", "noise.sup", "clear.sup", "--dry-run"});
+  EXPECT_EQ(pairs.ExitCode, 1);
+  EXPECT_EQ(pairs.Err,
+            "quillmark-cli: noise.sup: subtitle 1 is longer than 32767 bytes; programs, this one included, "
+            "cannot read it\n");
+  // The second stream's is shown before, with and after the first one's.
+  const auto split = Run({"merge", "noise.sup", "clear.sup", "--dry-run", "--mode", "split"});
+  EXPECT_EQ(split.ExitCode, 1);
+  EXPECT_EQ(split.Err,
+            "quillmark-cli: noise.sup: of the new stream, subtitle 2 is longer than 32767 bytes; programs, "
+            "this one included, cannot read it\n");
 }
 
 TEST_F(MergeReviewCommand, DamageIsToldAndEndsItAsItEndsTheMerge) {

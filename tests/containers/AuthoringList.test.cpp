@@ -265,6 +265,9 @@ TEST_F(AuthoringList, ReducedColoursOfFewPixelsGiveWayToThoseOfMany) {
   PutPicture("5.png", 4, 2, [](int x, int) { return qRgb(0, 255, x < 2 ? 100 : 110); });
   const Track track = ReadTrack(LinesOf(6), {.Reduce = true});
   EXPECT_THAT(*track.Palette, testing::IsSupersetOf({MakeRgb(255, 100, 0), MakeRgb(255, 110, 0)}));
+  for (unsigned red = 20; red <= 240; red += 20) {
+    EXPECT_THAT(*track.Palette, testing::Contains(MakeRgb(red, 0, 0)));
+  }
   EXPECT_THAT(*track.Palette,
               testing::Not(testing::IsSupersetOf({MakeRgb(0, 255, 100), MakeRgb(0, 255, 110)})));
 }
