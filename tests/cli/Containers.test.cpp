@@ -98,6 +98,16 @@ TEST_F(ContainerCommands, TracksAreListed) {
             "2  de  1 subtitle  00:00:02.00 - 00:00:02.00  with a palette\n");
 }
 
+TEST_F(ContainerCommands, TracksAreListedWithTheirNames) {
+  std::string index = ReadText("both.idx");
+  index.insert(index.find("id: de"), "alt: Director\n");
+  WriteText("both.idx", index);
+  EXPECT_EQ(Run({"tracks", "both.idx"}).Out,
+            "1  en  2 subtitles  00:00:01.00 - 00:00:05.00  with a palette  Director\n"
+            "2  de  1 subtitle  00:00:02.00 - 00:00:02.00  with a palette\n");
+  EXPECT_EQ(Json::parse(Run({"tracks", "both.idx", "--json"}).Out)[0]["name"], "Director");
+}
+
 TEST_F(ContainerCommands, SupFileIsOneTrack) {
   EXPECT_EQ(Run({"tracks", "b.sup"}).Out,
             "1  --  1 subtitle  00:00:02.00 - 00:00:02.00  without a palette\n");

@@ -108,6 +108,11 @@ TEST_F(PictureCommand, ColourFillsTheFrame) {
   EXPECT_EQ(picture.pixel(100, 400), Code1);
 }
 
+TEST_F(PictureCommand, OneColumnIsSeenOnTheFrame) {
+  Write("a.sup", Sound().Area(100, 100, 400, 401).Build());
+  EXPECT_EQ(Picture({"--background", "#10a0Ff"}).pixel(100, 400), Code1);
+}
+
 TEST_F(PictureCommand, WhatIsNoColourIsAFile) {
   WritePicture("#10a0fg", "PNG", 0xFF102030);
   EXPECT_EQ(Picture({"--background", "#10a0fg"}).pixel(0, 0), 0xFF102030);

@@ -45,6 +45,7 @@ TEST_F(ToolCommands, DryRunSaysWhatWouldChangeAndWritesNothing) {
   EXPECT_EQ(run.Out, "2 subtitles would be changed: 2-3\n");
   EXPECT_EQ(Run({"force", "on", "a.sup", "--only", "3", "--dry-run"}).Out,
             "1 subtitle would be changed: 3\n");
+  EXPECT_EQ(Run({"force", "off", "a.sup", "--dry-run"}).Out, "0 subtitles would be changed\n");
   EXPECT_EQ(Run({"force", "on", "a.sup", "-o", "b.sup", "--dry-run"}).ExitCode, 0);
   EXPECT_THAT(Names(), ElementsAre("a.sup"));
 }

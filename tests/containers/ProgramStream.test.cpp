@@ -227,6 +227,15 @@ TEST(ProgramStream, ClockThatRestartsGoesOn) {
   EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:00:18.00; times go on"));
 }
 
+TEST(ProgramStream, ClockThatRestartsGoesOnWhereThereIsSoundAlone) {
+  const auto sound = [](std::int64_t clock) {
+    return Pack(Pes{.Time = clock, .Stream = 0xC0, .Further = {}}.With(Bytes(20, 0x33)), clock);
+  };
+  const Container container = Read(Join({sound(0), Subtitle(5 * Second, 4 * Second), sound(19 * Second),
+                                         sound(0), Subtitle(5 * Second, 4 * Second)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(5 * Second, 24 * Second));
+}
+
 TEST(ProgramStream, SeveralRestartsAreOneNote) {
   const Bytes film = Join({Video(Second, 0), Subtitle(5 * Second, 4 * Second)});
   EXPECT_THAT(Read(Join({film, film, film})).Notes,

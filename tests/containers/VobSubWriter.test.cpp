@@ -232,5 +232,14 @@ TEST(ChangesInVobSub, EndAtALostSignature) {
   EXPECT_THAT(ChangesInVobSub({.Packets = packets, .Language = {}, .Name = {}}), IsEmpty());
 }
 
+TEST(ChangesInVobSub, TimesInTheirOrderMayBeTheSame) {
+  const auto changes = [](std::int64_t first, std::int64_t second) {
+    const Bytes packets = Join({SupPacket(first, SoundUnit()), SupPacket(second, SoundUnit())});
+    return ChangesInVobSub({.Packets = packets, .Language = {}, .Name = {}});
+  };
+  EXPECT_THAT(changes(9, 9), IsEmpty());
+  EXPECT_THAT(changes(9, 8), ElementsAre("the subtitles are not in the order of time; they were sorted"));
+}
+
 }  // namespace
 }  // namespace quillmark

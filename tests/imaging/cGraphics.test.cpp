@@ -238,7 +238,9 @@ TEST(SurfaceStatus, EveryOperationOnAMissingSurfaceFails) {
   cGraphics graphics(none, &log.Instance);
   const cBitmap image = BitmapOf(1, 1, {0xFFFFFFFF});
   graphics.Clear(0);
+  EXPECT_EQ(graphics.LastStatus(), 2);
   graphics.FillRectangle(QRect(0, 0, 1, 1), 0);
+  EXPECT_EQ(graphics.LastStatus(), 2);
   graphics.DrawImage(image, 0, 0);
   graphics.DrawImageRectRect(image, QRect(0, 0, 1, 1), QRect(0, 0, 1, 1));
   EXPECT_THAT(log.Errors,

@@ -122,6 +122,14 @@ TEST(Thumbnail, OutlineMayVanishInTheGround) {
   EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(7, 1), LightGround);
 }
 
+TEST(Thumbnail, TextMayBeOfTheFirstCode) {
+  // Three of code 1, one of 0, one of 0, three of 1; below it seven of code 1 and a clear pixel.
+  Bytes packet = PacketBuilder().Area(100, 107, 400, 401).Build();
+  std::ranges::copy(Bytes{0xD4, 0x4D, 0x1D, 0x60}, packet.begin() + 14);
+  EXPECT_EQ(Thumbnail(packet, {White, Black, Clear, Clear}).pixel(7, 1), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Black, White, Clear, Clear}).pixel(7, 1), LightGround);
+}
+
 /// Two lines of the pixels that these four bytes have, one nibble each.
 Bytes TwoLinesOf(const Bytes& line) {
   return PacketBuilder()
