@@ -67,8 +67,8 @@ def run(copy, program, tests, seconds, reached=None):
     if reached:
         environment['QUILLMARK_REACHED_FILE'] = reached
     elif not program.endswith('test_authoring'):  # programs of others, which do not end well with it
-        # The same of a block of memory.
-        environment.update(LD_PRELOAD='libc_malloc_debug.so.0', MALLOC_CHECK_='3')
+        # The same of a block of memory, and what is read before anything was written there.
+        environment.update(LD_PRELOAD='libc_malloc_debug.so.0', MALLOC_CHECK_='3', MALLOC_PERTURB_='85')
     command = ['prlimit', f'--as={MEMORY}', '--core=0', f'--cpu={seconds:.0f}', program, '--gtest_flagfile=' + flags]
     with open(os.path.join(copy, 'build', 'test.log'), 'wb') as log:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, env=environment, cwd=folder,

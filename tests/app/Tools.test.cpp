@@ -437,6 +437,22 @@ TEST_F(Tools, FixMendsAndNamesWhatItCannot) {
   EXPECT_EQ(SavedBytes(), Join({At(1).Delay(180).Build(), At(3).WithoutColour().Build(), At(5).Build()}));
 }
 
+TEST_F(Tools, ProblemsThatAreMendedAreCountedNoLonger) {
+  // The first one is shown below the frame.
+  LoadStream(Join({At(1).Area(100, 103, 580, 581).Build(), At(3).Build()}));
+  FindProblems();
+  EXPECT_EQ(ProblemCount(), "2 subtitles, 1 with problems");
+  In("Move", [](const OpenTool& tool) {
+    tool.Type("Field_y", "-100");
+    tool.Run();
+  });
+  FindProblems();
+  EXPECT_EQ(ProblemCount(), "2 subtitles, 0 with problems");
+  Action("Undo").trigger();
+  FindProblems();
+  EXPECT_EQ(ProblemCount(), "2 subtitles, 1 with problems");
+}
+
 TEST_F(Tools, FixShowsTheSubtitleItselfAmongThoseOfItsTime) {
   LoadStream(
       Join({At(1).Build(), At(1).Area(300, 303, 400, 401).Build(), At(3).Delay(0).Build(), At(5).Build()}));

@@ -228,6 +228,7 @@ TEST_F(AuthoringList, APlacePastAllAreasIsRefused) {
   PutSmall("a.png");
   EXPECT_EQ(ReadLines("<spu start=\"1\" image=\"a.png\" xoffset=\"4093\"/>").Reason(),
             "line 1: a.png: it ends past 4095 pixels");
+  EXPECT_TRUE(ReadLines("<spu start=\"1\" image=\"a.png\" xoffset=\"4092\"/>"));
 }
 
 TEST_F(AuthoringList, FiveColoursAreRefusedByName) {

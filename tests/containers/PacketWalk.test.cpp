@@ -252,6 +252,18 @@ TEST(PacketWalk, PacketThatEndsNearTheEndOfAPieceIsWhole) {
   }
 }
 
+TEST(PacketWalk, PackBehindGarbageNearTheEndOfAPieceIsFound) {
+  const Bytes payload(1000, 0x22);
+  for (std::size_t before = 0; before <= 6; ++before) {
+    const Bytes garbage(ForwardReader::PieceSize - before, 0x11);
+    EXPECT_THAT(PayloadsIn(Join({PackHead(), garbage, PackHead(), SubtitlePacket(payload)})),
+                ElementsAre(payload))
+        << before;
+    EXPECT_THAT(PayloadsIn(Join({garbage, PackHead(), SubtitlePacket(payload)})), ElementsAre(payload))
+        << before;
+  }
+}
+
 /// A long stream of one pack over and over, which remembers what was asked of it.
 class LongSource : public ByteSource {
  public:

@@ -143,6 +143,10 @@ TEST(MergeReview, BlendThatNoCodeIsNearIsRecolouredAsFarAsItIsOff) {
   EXPECT_EQ(pair.Counts.FurthestOff, 255);  // from opaque to invisible
   EXPECT_EQ(pair.Counts.FurthestCode, 0);
   EXPECT_THAT(KindsOf(pair), ElementsAre(Kind::Covered, Kind::Recoloured));
+  const MergedPair one =
+      PairOf(Sound(Second).Contrast(15, 15, 8, 0).Build(), Sound(Second).Area(103, 106, 401, 402).Build());
+  EXPECT_EQ(one.Counts.Covered, 1);
+  EXPECT_EQ(one.Counts.Recoloured, 1);
 }
 
 TEST(MergeReview, BlendOfAColourWithItselfIsRecoloured) {

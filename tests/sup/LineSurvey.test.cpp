@@ -45,6 +45,10 @@ TEST(SurveyLines, RunsOfTheSmallestValuesOfTheirLength) {
   EXPECT_EQ(three.FirstOverrun->Bits, 12);
 }
 
+TEST(SurveyLines, SinglePixelsOfCode0TakeANibbleEach) {
+  EXPECT_FALSE(Surveyed({0x44, 0x44, 0x44, 0x44}, 2, 100).FirstOverrun);
+}
+
 TEST(SurveyLines, LinesStartOnBytes) {
   // Pixels 1, 1 and 2 of code 1 are the nibbles 5, 5, 9; the nibble behind them belongs to no line.
   const LineSurvey found = Surveyed({0x55, 0x90, 0x11, 0x21}, 4, 100);

@@ -243,6 +243,7 @@ TEST(CheckForPlayers, AnEndOnThePlayersClockAfterTheNextStart) {
   EXPECT_THAT(next(92160 + 90), IsEmpty());
   EXPECT_THAT(next(92160 + 89), ElementsAre(Problem(2, Code::ShortGap, "end it 89 ticks of 90 kHz before")));
   EXPECT_THAT(next(92160), ElementsAre(Problem(2, Code::ShortGap, "end it 0 ticks")));
+  EXPECT_THAT(next(92159), ElementsAre(Problem(2, Code::ShortGap, "show it 1 ticks of 90 kHz into")));
   EXPECT_THAT(next(90000), ElementsAre(Problem(2, Code::ShortGap, "show it 2160 ticks of 90 kHz into")));
   EXPECT_THAT(next(89999), ElementsAre(Problem(2, Code::Overlap, "")));
 }

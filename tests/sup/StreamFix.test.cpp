@@ -188,12 +188,12 @@ TEST(FixStream, AFirstSequenceGetsItsEndMarkAndThePointersFollow) {
   EXPECT_EQ(fixed.File, PacketOfSequences(Join({Sequence(0, 32, {StartDisplay, Picture, EndOfSequence}),
                                                 Sequence(90, 32, {StopDisplay, EndOfSequence})})));
   EXPECT_THAT(fixed.Left, IsEmpty());
-  // What follows the second pointer, which is the last byte that changes, is not named.
-  std::size_t end = 0;
-  for (const StreamEdit::Place& place : fixed.Edit.Places) {
-    end = place.Offset + place.Removed;
-  }
-  EXPECT_EQ(end, 10U + 31 + 4);
+  // The size and all from the first pointer's low byte to the second pointer, no other byte changes.
+  ASSERT_EQ(fixed.Edit.Places.size(), 2U);
+  EXPECT_EQ((*fixed.Edit.Places.begin()).Offset, 10U);
+  const StreamEdit::Place rest = *std::next(fixed.Edit.Places.begin());
+  EXPECT_EQ(rest.Offset, 10U + 8 + 3);
+  EXPECT_EQ(rest.Offset + rest.Removed, 10U + 31 + 4);
 }
 
 TEST(FixStream, ASequenceBeforePictureDataGetsNoEndMark) {
