@@ -279,6 +279,20 @@ TEST_F(ExportCommand, NamesOfManyFilesAreCutShort) {
   Start();
 }
 
+TEST_F(ExportCommand, NamesOfTheFilesFollowTheChoiceOfSubtitles) {
+  LoadStream(ManySubtitles(25));
+  ClickRow(1);
+  In([](const OpenExport& dialog) {
+    dialog.Choose("Combo_What", "Contact sheet");
+    dialog.Control<QRadioButton>("Option_Selected").click();
+    EXPECT_EQ(dialog.Files(), "Writes movie_001.png");
+    dialog.Control<QRadioButton>("Option_All").click();
+    EXPECT_EQ(dialog.Files(), "Writes movie_001.png and movie_002.png");
+    dialog.Cancel();
+  });
+  Start();
+}
+
 TEST_F(ExportCommand, LongNameDoesNotWidenTheDialog) {
   LoadStream(ThreeSubtitles());
   In([](const OpenExport& dialog) {

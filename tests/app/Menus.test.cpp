@@ -226,6 +226,8 @@ TEST_F(Menus, CancelledLoadSupOffersTheStreamThatWasOpen) {
   Click("Command_LoadSup");
   auto& strip = Control<QWidget>("Strip_Closed");
   EXPECT_TRUE(strip.isVisible());
+  const auto topOf = [](const QWidget& widget) { return widget.mapToGlobal(QPoint()).y(); };
+  EXPECT_LT(topOf(strip), topOf(Control<QWidget>("Picture1")));
   EXPECT_TRUE(strip.accessibleName().startsWith("No stream is open. movie.sup "))
       << strip.accessibleName().toStdString();
   Click("Command_Reopen");

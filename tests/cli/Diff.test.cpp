@@ -34,6 +34,13 @@ TEST_F(DiffCommand, DifferencesAreTheExitCode1) {
   EXPECT_THAT(run.Err, IsEmpty());
 }
 
+TEST_F(DiffCommand, AllDifferencesOfAPairStandInItsLine) {
+  Write("c.sup", Join({Sound(Second).Build(), Sound(5 * Second + 3600).Colour(3, 2, 1, 9).Build()}));
+  EXPECT_EQ(Run({"diff", "a.sup", "c.sup"}).Out,
+            "2 | 2: moved in time, from 00:00:05.00 to 00:00:05.04; other colours\n"
+            "1 the same, 1 different, 0 missing, 0 added\n");
+}
+
 TEST_F(DiffCommand, SubtitlesOfOneStreamHaveNoOtherNumber) {
   Write("one.sup", Sound(Second).Build());
   EXPECT_EQ(Run({"diff", "a.sup", "one.sup"}).Out,

@@ -843,6 +843,14 @@ TEST(TicksOfMatroskaTime, FarBeforeAllTimesIsTheFirst) {
   EXPECT_EQ(TicksOfMatroskaTime(First, MatroskaBlocks::MaxScale), First);
 }
 
+TEST(TicksOfMatroskaTime, FarBehindAllTimesIsTheLast) {
+  constexpr std::int64_t Last = std::numeric_limits<std::int64_t>::max();
+  // 90 ticks a millisecond. Hundreds of seconds are counted that are whole, and one less than there is room
+  // for.
+  EXPECT_EQ(TicksOfMatroskaTime(102481911520500000, 1000000), 9223372036845000000);
+  EXPECT_EQ(TicksOfMatroskaTime(102481911520600000, 1000000), Last);
+}
+
 const Progress noProgress;
 
 TEST(MatroskaInput, GoesWhereItIsSent) {

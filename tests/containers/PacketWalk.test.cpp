@@ -174,6 +174,29 @@ TEST(PacketWalk, ScramblingBits) {
   EXPECT_TRUE(FirstIn(Pes{.First = 0xA1, .Further = {}}.With({0x20})).IsEncrypted);
 }
 
+TEST(PacketWalk, ScramblingIsThatOfOnePacket) {
+  const Bytes stream = Join({Pes{.First = 0xB1, .Further = {}}.With({0x20}), PesPacket(0xBE, {0xFF, 0xFF})});
+  MemorySource source(stream);
+  ForwardReader reader(source, NoProgress);
+  PacketWalk walk(reader);
+  ProgramPacket packet;
+  ASSERT_TRUE(walk.Next(packet));
+  EXPECT_TRUE(packet.IsEncrypted);
+  ASSERT_TRUE(walk.Next(packet));
+  EXPECT_FALSE(packet.IsEncrypted);
+}
+
+TEST(PacketWalk, StreamsOfControlHaveNoHeader) {
+  for (const unsigned id : {0xBCU, 0xBEU, 0xBFU, 0xF0U, 0xFFU}) {
+    const Bytes stream = PesPacket(static_cast<std::uint8_t>(id), {0x81, 0x00, 0x00, 0x11});
+    MemorySource source(stream);
+    ForwardReader reader(source, NoProgress);
+    ProgramPacket packet;
+    ASSERT_TRUE(PacketWalk(reader).Next(packet)) << id;
+    EXPECT_THAT(packet.Payload, ElementsAre(0x81, 0x00, 0x00, 0x11)) << id;
+  }
+}
+
 const Bytes Mpeg1Pack = {0x00, 0x00, 0x01, 0xBA, 0x21, 0x00, 0x05, 0xBF, 0x21, 0x80, 0x00, 0x01};
 
 TEST(PacketWalk, FieldsOfAPacketOfMpeg1) {

@@ -1,6 +1,7 @@
 #include "containers/UnitColour.h"
 
 #include <gmock/gmock.h>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -38,6 +39,14 @@ TEST(UnitColour, ColourThatStandsForAnotherCountsForBoth) {
     colours.push_back({.Colour = {.Colour = MakeRgb(red, 0, 0), .Contrast = 15}, .Count = count});
   }
   EXPECT_EQ(TakeTogether(colours, 2), (std::vector<std::size_t>{0, 0, 2, 2}));
+}
+
+TEST(UnitColour, TwoSmallStepsAreNearerThanALargeOne) {
+  std::vector<CountedColour> colours;
+  for (const auto& [red, green, count] : {std::tuple(103U, 100U, 10U), {102U, 102U, 10U}, {100U, 100U, 1U}}) {
+    colours.push_back({.Colour = {.Colour = MakeRgb(red, green, 0), .Contrast = 15}, .Count = count});
+  }
+  EXPECT_EQ(TakeTogether(colours, 2), (std::vector<std::size_t>{0, 1, 1}));
 }
 
 }  // namespace

@@ -150,6 +150,7 @@ std::vector<VobSubEntry> EntriesOf(const std::string& lines) {
 TEST(VobSubIndex, TimeMayBeNegative) {
   ASSERT_EQ(EntriesOf("timestamp: -00:00:01:500, filepos: 0\n").size(), 1U);
   EXPECT_EQ(EntriesOf("timestamp: -00:00:01:500, filepos: 0\n")[0].Time, -1500);
+  EXPECT_EQ(EntriesOf("timestamp: -10:00:00:000, filepos: 0\n").at(0).Time, -36000000);
 }
 
 TEST(VobSubIndex, NumbersOfATimeHaveSixDigitsAtMost) {

@@ -52,6 +52,14 @@ TEST(VobSubTimes, ShiftsAMillisecondEitherWayAreTheSameOne) {
               ElementsAre(270001, 360002, 450000));
 }
 
+TEST(VobSubTimes, TimeStampsBeforeALongShiftHaveNotPassedTheirBits) {
+  // Ten hours later than their time stamps, which start again after 26.5 hours.
+  EXPECT_THAT(Ticks({{.Line = 36001000, .TimeStamp = 90001},
+                     {.Line = 36002000, .TimeStamp = 180002},
+                     {.Line = 36003000, .TimeStamp = 270089}}),
+              ElementsAre(3240090001, 3240180002, 3240270089));
+}
+
 TEST(VobSubTimes, LineAtZeroFollowsTheShift) {
   EXPECT_THAT(Ticks({{.Line = 0, .TimeStamp = 90001}, {.Line = 1000, .TimeStamp = 180002}}),
               ElementsAre(1, 90002));

@@ -61,6 +61,20 @@ class VobSubWriter : public test::FolderTest {
   }
 };
 
+TEST_F(VobSubWriter, LongFilmIsReadAgainToItsEnd) {
+  // 1.4 MB, of which a MiB is written at once: each unit has a pack of 2048 bytes of its own.
+  Bytes packets;
+  for (int i = 0; i < 700; ++i) {
+    const Bytes packet = SupPacket(90000 * i, SoundUnit());
+    packets.insert(packets.end(), packet.begin(), packet.end());
+  }
+  ASSERT_TRUE(Write(packets));
+  const Container container = Again();
+  ASSERT_EQ(container.Tracks.size(), 1U);
+  EXPECT_EQ(container.Tracks[0].Packets, packets);
+  EXPECT_THAT(container.Tracks[0].Notes, IsEmpty());
+}
+
 TEST_F(VobSubWriter, WhatIsReadAgainIsTheSameToTheTick) {
   const Bytes packets =
       Join({SupPacket(0, SoundUnit()), SupPacket(90089, SoundUnit(2013)),

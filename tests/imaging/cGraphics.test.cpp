@@ -86,6 +86,15 @@ TEST(FillRectangle, FollowsTheTranslation) {
   EXPECT_THAT(Pixels(surface), ElementsAre(0xFF000000, 0xFF3C3C3C));
 }
 
+TEST(DrawImage, FollowsTheTranslation) {
+  QImage surface = Surface(2, 2, QImage::Format_RGB32, 0xFF000000);
+  cGraphics graphics(surface);
+  graphics.TranslateTransform(1, 1);
+  graphics.DrawImage(BitmapOf(1, 1, {0xFF336699}), 0, 0);
+  graphics.DrawImage(BitmapOf(1, 1, {0xFF998877}), -1, 0);
+  EXPECT_THAT(Pixels(surface), ElementsAre(0xFF000000, 0xFF000000, 0xFF998877, 0xFF336699));
+}
+
 TEST(DrawImage, BlendsOverAnOpaqueSurface) {
   QImage surface = Surface(4, 1, QImage::Format_RGB32, 0xFF3C3C3C);
   cGraphics(surface).DrawImage(BitmapOf(4, 1, {0xFF010203, 0x88FFFFFF, 0x00FFFFFF, 0x11C86400}), 0, 0);

@@ -179,6 +179,14 @@ TEST_F(ContactSheet, NumberIsAsHighAsTheTimes) {
   EXPECT_GT(DarkLines(page, caption), 10) << "of the 17 that letters have";
   EXPECT_NEAR(DarkLines(page, caption.adjusted(0, 0, -320, 0)),
               DarkLines(page, caption.adjusted(100, 0, 0, 0)), 1);
+  const auto firstDarkLine = [&page](QRect area) {
+    while (!area.isEmpty() && DarkPixels(page, QRect(area.topLeft(), QSize(area.width(), 1))) == 0) {
+      area.setTop(area.top() + 1);
+    }
+    return area.top();
+  };
+  EXPECT_NEAR(firstDarkLine(caption.adjusted(0, 0, -320, 0)), firstDarkLine(caption.adjusted(100, 0, 0, 0)),
+              1);
 }
 
 /// In the middle of what lies below the last row of frames.

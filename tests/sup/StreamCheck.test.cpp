@@ -121,6 +121,11 @@ TEST(CheckStream, APacketIsFoundInsideOneThatRunsPastTheEnd) {
                           Problem(96, std::nullopt, Code::LostSignature, "found at offset 48")));
 }
 
+TEST(CheckStream, APacketIsFoundRightBehindAByteThatIsNone) {
+  EXPECT_THAT(Check(Join({Sound(0).Build(), {0x00}, Sound(Second).Build()})),
+              ElementsAre(Problem(48, std::nullopt, Code::LostSignature, "found at offset 49")));
+}
+
 TEST(CheckStream, SizeOf8000HexOrMore) {
   Bytes file = Join({Sound().Size(0x8000).Build(), Bytes(0x8000, 0)});
   file.resize(0x8000 + 10);

@@ -348,11 +348,12 @@ TEST(FixStream, PlayersNeedAMillisecondBeforeTheNextStart) {
   EXPECT_THAT(fixed.Left, IsEmpty());
 }
 
-TEST(FixStream, BothBytesOfTheDelayThatWasAreNoted) {
+TEST(FixStream, BothBytesOfADelayAreNotedAndWritten) {
   // 300 x 1000 ticks end at the next start; 292 x 1024 are 299,008.
   const Fixed fixed =
       Fix(Join({SoundAt(0).Delay(300).Build(), SoundAt(300000).Build()}), {.Profile = CheckProfile::Player});
   EXPECT_THAT(fixed.Mends, ElementsAre(Mended(MendKind::CutEnd, 1, 300, 292)));
+  EXPECT_EQ(fixed.File, Join({SoundAt(0).Delay(292).Build(), SoundAt(300000).Build()}));
 }
 
 TEST(FixStream, PlayersNeedAStopCommand) {

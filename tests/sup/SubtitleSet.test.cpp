@@ -36,6 +36,8 @@ TEST(SubtitleSet, RangesThatOverlapOrTouchAreOne) {
   EXPECT_THAT(Parsed("2,5-,3-8,20"), ElementsAre(SubtitleRange{.First = 2}));
   EXPECT_THAT(Parsed("5-9,7-"), ElementsAre(SubtitleRange{.First = 5}));
   EXPECT_THAT(Parsed("9,20,5-"), ElementsAre(SubtitleRange{.First = 5}));
+  EXPECT_THAT(Parsed("4-5,1-2"),
+              ElementsAre(SubtitleRange{.First = 1, .Last = 2}, SubtitleRange{.First = 4, .Last = 5}));
   EXPECT_THAT(Parsed("4,4"), ElementsAre(SubtitleRange{.First = 4, .Last = 4}));
   EXPECT_THAT(Parsed("1-3,9223372036854775807"),
               ElementsAre(SubtitleRange{.First = 1, .Last = 3},
