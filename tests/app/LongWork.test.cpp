@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QProgressBar>
 #include <QThread>
@@ -67,6 +68,12 @@ TEST_F(LongWork, DialogSaysWhatIsDoneAboveItsBar) {
     ExpectDownwards(dialog, {"Progress_Done", "Command_Cancel"});
     dialog.reject();
   });
+  EXPECT_EQ(Run(std::chrono::milliseconds(0), GoOn), Completion::Cancelled);
+}
+
+TEST_F(LongWork, ButtonCancels) {
+  Dialogs.Expect(DialogKind::Other,
+                 [](QDialog& dialog) { dialog.findChild<QAbstractButton*>("Command_Cancel")->click(); });
   EXPECT_EQ(Run(std::chrono::milliseconds(0), GoOn), Completion::Cancelled);
 }
 

@@ -96,5 +96,14 @@ TEST(ScaleStep, IsTheFirstThatHasRoom) {
   EXPECT_EQ(ScaleStep(1'000'000, 100), 36'000'000U);
 }
 
+TEST(ScaleStep, IsARoundTime) {
+  for (const std::uint32_t step :
+       {100U, 500U, 1'000U, 2'000U, 5'000U, 10'000U, 15'000U, 30'000U, 60'000U, 120'000U, 300'000U, 600'000U,
+        900'000U, 1'800'000U, 3'600'000U, 7'200'000U, 18'000'000U, 36'000'000U}) {
+    EXPECT_EQ(ScaleStep(step, 1), step);
+    EXPECT_EQ(ScaleStep(step * 0.9, 1), step);
+  }
+}
+
 }  // namespace
 }  // namespace quillmark
