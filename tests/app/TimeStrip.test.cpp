@@ -8,6 +8,9 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QImage>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
 #include <QScreen>
 #include <QTest>
 #include <QToolTip>
@@ -103,6 +106,13 @@ TEST_F(TimeStripTest, OfTwoThatAreShownTheLaterOneIsMeant) {
   Strip.SetLane(0, {BarOf(0, 50 * Second), BarOf(30 * Second, 60 * Second), BarOf(90 * Second, 99 * Second)});
   EXPECT_EQ(Strip.SubtitleAt(At(20)), 0U);
   EXPECT_EQ(Strip.SubtitleAt(At(40)), 1U);
+  Strip.SetLane(0, {BarOf(30 * Second, 60 * Second), BarOf(0, 50 * Second), BarOf(90 * Second, 99 * Second)});
+  EXPECT_EQ(Strip.SubtitleAt(At(40)), 0U);
+}
+
+TEST_F(TimeStripTest, OfTwoThatBeginTogetherTheFirstIsMeant) {
+  Strip.SetLane(0, {BarOf(30 * Second, 60 * Second), BarOf(30 * Second, 60 * Second)});
+  EXPECT_EQ(Strip.SubtitleAt(At(40)), 0U);
 }
 
 TEST_F(TimeStripTest, ClicksWithOtherButtonsOrWithoutAStreamAreNothing) {
@@ -119,6 +129,15 @@ TEST_F(TimeStripTest, TheWholeFilmIsSeenAtFirst) {
   EXPECT_LE(Strip.View().Span, 100'000);
 }
 
+/// With a hundredth of its length before and behind it.
+TEST_F(TimeStripTest, AnotherFilmIsSeenFromItsOwnStart) {
+  Strip.SetLane(0, Film(10));
+  Strip.SetLane(0, {BarOf(1000 * Second, 1005 * Second), BarOf(1090 * Second, 1100 * Second)});
+  EXPECT_DOUBLE_EQ(Strip.View().Start, 999'000);
+  EXPECT_DOUBLE_EQ(Strip.View().Span, 102'000);
+  EXPECT_EQ(Strip.accessibleDescription(), "2 subtitles from 0:16:40.00 to 0:18:20.00");
+}
+
 TEST_F(TimeStripTest, TheWheelZoomsAtThePointer) {
   Strip.SetLane(0, Film(1000));
   const TimeView whole = Strip.View();
@@ -130,6 +149,30 @@ TEST_F(TimeStripTest, TheWheelZoomsAtThePointer) {
   EXPECT_NEAR(Strip.View().Span, whole.Span, 1);
   Turn(300, -1);
   EXPECT_EQ(Strip.View(), whole);  // no further than the film
+  Turn(300, 1);
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 1.25, 1);
+}
+
+TEST_F(TimeStripTest, FingersZoomWhereTheyAre) {
+  Strip.SetLane(0, Film(1000));
+  const TimeView whole = Strip.View();
+  const auto spread = [this](Qt::NativeGestureType type, double value) {
+    const QPointF place(300, 5);
+    QNativeGestureEvent gesture(type, QPointingDevice::primaryPointingDevice(), 2, place, place,
+                                Strip.mapToGlobal(place), value, {});
+    return QApplication::sendEvent(&Strip, &gesture);
+  };
+  const double time = TimeAt(300);
+  EXPECT_TRUE(spread(Qt::ZoomNativeGesture, 3));
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 4, 1);
+  EXPECT_NEAR(TimeAt(300), time, 0.01);
+  EXPECT_TRUE(spread(Qt::ZoomNativeGesture, -0.5));
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 2, 1);
+  EXPECT_FALSE(spread(Qt::RotateNativeGesture, 3));
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 2, 1);
+  spread(Qt::ZoomNativeGesture, 9);
+  EXPECT_TRUE(spread(Qt::ZoomNativeGesture, -2)) << "as far as they can be closed";
+  EXPECT_NEAR(Strip.View().Span, whole.Span / 2, 1);
 }
 
 /// What the strip stands in does not scroll as well.
@@ -193,6 +236,17 @@ TEST_F(TimeStripTest, TheWheelWithShiftMoves) {
   EXPECT_LE(Strip.View().Start, 0);
 }
 
+TEST_F(TimeStripTest, TheWheelThatIsTurnedSidewaysMoves) {
+  Strip.SetLane(0, Film(1000));
+  Turn(300, 10);
+  const TimeView before = Strip.View();
+  QWheelEvent wheel(QPointF(300, 5), Strip.mapToGlobal(QPointF(300, 5)), {}, {-120, 0}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&Strip, &wheel);
+  EXPECT_NEAR(Strip.View().Start, before.Start + 0.1 * before.Span, 1);
+  EXPECT_EQ(Strip.View().Span, before.Span);
+}
+
 TEST_F(TimeStripTest, DraggingMovesAndChoosesNothing) {
   Strip.SetLane(0, Film(1000));
   Turn(500, 10);
@@ -203,6 +257,44 @@ TEST_F(TimeStripTest, DraggingMovesAndChoosesNothing) {
   QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {300, 5});
   EXPECT_NEAR(Strip.View().Start, before.Start + 0.2 * before.Span, 1);
   EXPECT_THAT(Chosen, IsEmpty());
+}
+
+TEST_F(TimeStripTest, PointerThatHoldsNothingMovesNothing) {
+  Strip.SetLane(0, Film(1000));
+  Turn(500, 10);
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  QTest::mouseMove(&Strip, {400, 5});
+  QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {400, 5});
+  const TimeView before = Strip.View();
+  const auto move = [this](int x, Qt::MouseButtons buttons) {
+    QMouseEvent event(QEvent::MouseMove, QPointF(x, 5), Strip.mapToGlobal(QPointF(x, 5)), Qt::NoButton,
+                      buttons, {});
+    QApplication::sendEvent(&Strip, &event);
+  };
+  move(300, Qt::NoButton);
+  EXPECT_EQ(Strip.View(), before);
+  QTest::mousePress(&Strip, Qt::RightButton, {}, {500, 5});
+  move(300, Qt::RightButton);
+  EXPECT_EQ(Strip.View(), before);
+}
+
+/// What the strip stands in has a menu.
+TEST_F(TimeStripTest, OtherButtonsAreLeftToWhatItStandsIn) {
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(9, 9), Strip.mapToGlobal(QPointF(9, 9)),
+                    Qt::RightButton, Qt::RightButton, {});
+  QApplication::sendEvent(&Strip, &press);
+  EXPECT_FALSE(press.isAccepted());
+}
+
+TEST_F(TimeStripTest, DraggingBeginsWhereItIsNoClickAnyMore) {
+  Strip.SetLane(0, Film(1000));
+  const int far = QApplication::startDragDistance();
+  QTest::mousePress(&Strip, Qt::LeftButton, {}, {500, 5});
+  QTest::mouseMove(&Strip, {500 - far + 1, 5});
+  EXPECT_EQ(Strip.cursor().shape(), Qt::ArrowCursor);
+  QTest::mouseMove(&Strip, {500 - far, 5});
+  EXPECT_EQ(Strip.cursor().shape(), Qt::ClosedHandCursor);
+  QTest::mouseRelease(&Strip, Qt::LeftButton, {}, {500 - far, 5});
 }
 
 TEST_F(TimeStripTest, HandHoldsTheFilmWhileItIsDragged) {
@@ -246,12 +338,69 @@ TEST_F(TimeStripTest, TheCurrentSubtitleIsMovedIntoView) {
   EXPECT_EQ(Strip.View(), view);
 }
 
+TEST_F(TimeStripTest, WhatBeginsAtTheViewsEndIsNotInIt) {
+  Strip.SetLane(0, {BarOf(0, Second), BarOf(99 * Second, 100 * Second), BarOf(100 * Second, 101 * Second),
+                    BarOf(101 * Second, 102 * Second), BarOf(200 * Second, 201 * Second)});
+  Turn(0, 100);
+  Strip.SetCurrent(2);
+  EXPECT_EQ(Strip.View(), (TimeView{.Start = 99'000, .Span = 2000}));
+  Strip.SetCurrent(1);
+  EXPECT_EQ(Strip.View().Start, 99'000);
+  Strip.SetCurrent(3);
+  EXPECT_EQ(Strip.View().Start, 100'000);
+}
+
+TEST_F(TimeStripTest, CurrentSubtitlesOfBothStreamsAreMarked) {
+  Strip.SetLane(0, Film(10));
+  Strip.SetLane(1, Film(10));
+  Strip.resize(1000, Strip.sizeHint().height());
+  const int lane = TimeStripRows(Strip.height(), 2, QFontMetrics(Strip.font()).height()).Of(1).Top;
+  const auto second = [&] { return Shown().copy(0, lane, 1000, Strip.height() - lane); };
+  const QImage plain = second();
+  Strip.SetCurrent(4);
+  EXPECT_EQ(second(), plain);
+  Strip.SetCurrent(4, 7);
+  EXPECT_NE(second(), plain);
+}
+
 TEST_F(TimeStripTest, BarsStandWhereSubtitlesAreShown) {
   Strip.SetLane(0, Film(10));
   const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
   const int middle = TimeStripRows(Strip.height(), 1, 0).Of(0).BarTop + 2;
   EXPECT_NE(Shown().pixel(At(42), middle), ground);
   EXPECT_EQ(Shown().pixel(At(47), middle), ground);
+  EXPECT_NE(Shown().pixel(0, middle), ground) << "its edge";
+}
+
+/// After each step that is what painting anew gives, and bars stand where their times do.
+TEST_F(TimeStripTest, WhatIsOnTheScreenFollows) {
+  const auto expectAnew = [this](const char* after) {
+    for (int i = 0; i < 3; ++i) {
+      QCoreApplication::processEvents();
+    }
+    const QImage shown = Strip.screen()
+                             ->grabWindow(Strip.winId(), 0, 0, Strip.width(), Strip.height())
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown, Shown()) << after;
+    const QRgb ground = Strip.palette().color(QPalette::Base).rgb();
+    const int middle =
+        TimeStripRows(Strip.height(), Strip.sizeHint().height() > 60 ? 2 : 1, 0).Of(0).BarTop + 2;
+    EXPECT_NE(shown.pixel(At(42), middle), ground) << after;
+    EXPECT_EQ(shown.pixel(At(47.5), middle), ground) << after;
+  };
+  Strip.SetLane(0, Film(10));
+  expectAnew("a film");
+  Strip.SetMarks(4, With(StreamProblemCode::OddHeight));
+  expectAnew("a mark");
+  Strip.SetCurrent(4);
+  expectAnew("another current one");
+  Turn(At(45), 2);
+  expectAnew("zooming");
+  Turn(At(45), 1, Qt::ShiftModifier);
+  expectAnew("moving");
+  Strip.SetLane(1, {BarOf(190 * Second, 195 * Second)});
+  expectAnew("a longer film");
 }
 
 TEST_F(TimeStripTest, OverlapsAreHigherAndPartedLengthwise) {
@@ -291,8 +440,10 @@ TEST_F(TimeStripTest, AWedgeStandsAboveAProblem) {
 TEST_F(TimeStripTest, MarksOfOtherSubtitlesThanTheLaneHasAreNothing) {
   Strip.SetLane(0, Film(10));
   const QImage plain = Shown();
-  Strip.SetMarks(10, With(StreamProblemCode::OddHeight));
+  Strip.SetMarks(10, With(StreamProblemCode::Overlap));
   EXPECT_EQ(Shown(), plain);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Strip.accessibleDescription(), "10 subtitles from 0:00:00.00 to 0:01:35.00");
 }
 
 TEST_F(TimeStripTest, TheSecondStreamHasALaneOfItsOwn) {
@@ -316,6 +467,16 @@ TEST_F(TimeStripTest, ASubtitleOutsideTheClockDoesNotStretchTheFilm) {
   Strip.SetLane(0, bars);
   EXPECT_LE(Strip.View().Span, 100'000);
   EXPECT_EQ(Strip.SubtitleAt(Strip.width() - 1), 10U);
+  // In the margin behind the film, half way.
+  const QImage shown = Shown();
+  const int middle = TimeStripRows(Strip.height(), 1, 0).Of(0).BarTop + 2;
+  EXPECT_NE(shown.pixel(994, middle), shown.pixel(988, middle));
+}
+
+TEST_F(TimeStripTest, AFilmOutsideTheClockIsSeenAtItsStart) {
+  Strip.SetLane(0, {BarOf(INT64_MAX, INT64_MAX)});
+  EXPECT_EQ(Strip.View(), (TimeView{.Start = 0, .Span = 2040}));
+  EXPECT_EQ(Strip.accessibleDescription(), "1 subtitle from 0:00:00.00 to 0:00:00.00");
 }
 
 TEST_F(TimeStripTest, TipsTellNumberAndTimes) {
@@ -329,6 +490,14 @@ TEST_F(TimeStripTest, TipsTellNumberAndTimes) {
   Strip.SetLane(1, Film(10));
   Strip.resize(1000, Strip.sizeHint().height());
   EXPECT_EQ(TipAt({At(42), Strip.height() / 2 + 3}), "Second stream, subtitle 5, 0:00:40.00 to 0:00:45.00");
+}
+
+TEST_F(TimeStripTest, TipOfASubtitleComesAlsoALittleBesideIt) {
+  Strip.SetLane(0, {BarOf(0, 5 * Second), BarOf(40 * Second, 40 * Second), BarOf(90 * Second, 95 * Second)});
+  EXPECT_EQ(TipAt({At(40) + 3, 5}), "Subtitle 2, 0:00:40.00") << "it is there for no time";
+  EXPECT_EQ(TipAt({At(40) - 3, 5}), "Subtitle 2, 0:00:40.00");
+  EXPECT_TRUE(TipAt({At(40) + 6, 5}).startsWith("0:00:40.")) << TipAt({At(40) + 6, 5}).toStdString();
+  EXPECT_TRUE(TipAt({At(40) - 6, 5}).startsWith("0:00:39.")) << TipAt({At(40) - 6, 5}).toStdString();
 }
 
 TEST_F(TimeStripTest, AssistiveToolsAreToldWhatIsThere) {
@@ -347,6 +516,27 @@ TEST_F(TimeStripTest, AssistiveToolsAreToldWhatIsThere) {
       Strip.accessibleDescription(),
       "10 subtitles from 0:00:00.00 to 0:01:35.00, 1 overlapping, 1 with problems, 1 subtitle in the second "
       "stream; subtitle 5 at 0:00:40.00");
+}
+
+TEST_F(TimeStripTest, AssistiveToolsAreToldOfEachChange) {
+  const QString film = "10 subtitles from 0:00:00.00 to 0:01:35.00";
+  Strip.SetLane(0, Film(10));
+  Strip.SetCurrent(4);
+  EXPECT_EQ(Strip.accessibleDescription(), film + "; subtitle 5 at 0:00:40.00");
+  Strip.SetCurrent(std::nullopt);
+  EXPECT_EQ(Strip.accessibleDescription(), film);
+  Strip.SetMarks(4, With(StreamProblemCode::Overlap));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Strip.accessibleDescription(), film + ", 1 overlapping");
+  Strip.SetMarks(5, With(StreamProblemCode::NoEnd));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Strip.accessibleDescription(), film + ", 1 overlapping, 1 with problems");
+  Strip.SetLane(1, Film(2));
+  EXPECT_EQ(Strip.accessibleDescription(),
+            film + ", 1 overlapping, 1 with problems, 2 subtitles in the second stream");
+  Strip.SetLane(1, {});
+  Strip.SetLane(0, Film(10));
+  EXPECT_EQ(Strip.accessibleDescription(), film);
 }
 
 TEST_F(TimeStripTest, IsNoStopOfTheTabKey) {
