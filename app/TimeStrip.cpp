@@ -61,7 +61,6 @@ void Recount(std::size_t& count, bool before, bool after) {
 
 TimeStrip::TimeStrip(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  setFocusPolicy(Qt::NoFocus);
   setAccessibleName(Ui::Tr("Time of the film"));
   Describe();
 }

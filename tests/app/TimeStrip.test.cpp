@@ -68,7 +68,7 @@ class TimeStripTest : public testing::Test {
   }
   [[nodiscard]] QString TipAt(const QPoint& place) {
     QHelpEvent help(QEvent::ToolTip, place, Strip.mapToGlobal(place));
-    QApplication::sendEvent(&Strip, &help);
+    EXPECT_TRUE(QApplication::sendEvent(&Strip, &help));
     const QString tip = QToolTip::text();
     QToolTip::hideText();
     return tip;
@@ -369,7 +369,7 @@ TEST_F(TimeStripTest, BarsStandWhereSubtitlesAreShown) {
   const int middle = TimeStripRows(Strip.height(), 1, 0).Of(0).BarTop + 2;
   EXPECT_NE(Shown().pixel(At(42), middle), ground);
   EXPECT_EQ(Shown().pixel(At(47), middle), ground);
-  EXPECT_NE(Shown().pixel(0, middle), ground) << "its edge";
+  EXPECT_NE(Shown().pixel(Strip.width() - 1, middle), ground) << "its edge";
 }
 
 /// After each step that is what painting anew gives, and bars stand where their times do.
@@ -594,6 +594,24 @@ TEST_P(TimeStripScale, RepaintsNoMoreAndNoLessThanHasChanged) {
       strip.ZoomAt(100, 3);
     }
   }
+}
+
+TEST(TimeStrip, FillsItsPlaceInTheScreensOwnPixels) {
+  TimeStrip strip;
+  strip.show();
+  strip.setScreen(QGuiApplication::screens().at(4));
+  strip.resize(300, 41);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(strip.devicePixelRatioF(), 2);
+  const QImage shown = strip.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  ASSERT_EQ(shown.size(), QSize(600, 82));
+  const QRgb edge = shown.pixel(0, 0);
+  EXPECT_NE(edge, strip.palette().color(QPalette::Base).rgb());
+  for (const QPoint corner :
+       {QPoint(599, 0), QPoint(0, 81), QPoint(599, 81), QPoint(300, 81), QPoint(599, 41)}) {
+    EXPECT_EQ(shown.pixel(corner), edge) << corner.x() << ", " << corner.y();
+  }
+  EXPECT_NE(shown.pixel(597, 5), edge);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, TimeStripScale, testing::Values(0U, 1U, 4U),

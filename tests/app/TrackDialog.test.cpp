@@ -1,6 +1,7 @@
 #include "app/TrackDialog.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -153,6 +154,19 @@ TEST_F(TrackDialogTest, ReturnOpensAndEscapeCancels) {
   EXPECT_EQ(Dialog.result(), QDialog::Rejected);
 }
 
+TEST_F(TrackDialogTest, DoubleClickOpensAndTheButtonCancels) {
+  const QPoint row = List().visualItemRect(List().item(1, Count)).center();
+  QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, row);
+  EXPECT_TRUE(Dialog.isVisible());
+  QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, row);
+  EXPECT_FALSE(Dialog.isVisible());
+  EXPECT_EQ(Dialog.result(), QDialog::Accepted);
+  Dialog.show();
+  Dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click();
+  EXPECT_FALSE(Dialog.isVisible());
+  EXPECT_EQ(Dialog.result(), QDialog::Rejected);
+}
+
 TEST_F(TrackDialogTest, TabGoesOnFromTheList) {
   Dialog.activateWindow();
   QTest::keyClick(&List(), Qt::Key_Tab);
@@ -173,6 +187,30 @@ TEST(TrackDialog, PictureIsOfTheFirstSubtitleThatHasOne) {
   const QTableWidgetItem& picture = *dialog.findChild<QTableWidget*>("List_Tracks")->item(0, Picture);
   EXPECT_FALSE(picture.icon().isNull());
   EXPECT_EQ(picture.text(), "");
+}
+
+TEST(TrackDialog, WhatATrackLacksIsSaid) {
+  ImportedFile file;
+  file.Tracks.push_back(TrackOf(FourCodes(PacketBuilder().Contrast(0, 0, 0, 0)), {}));
+  const DvdPalette present = AllOf(Green);
+  const TrackDialog dialog("movie.vob", file, present, nullptr);
+  const auto& list = *dialog.findChild<QTableWidget*>("List_Tracks");
+  EXPECT_EQ(list.item(0, Picture)->text(), "none");
+  EXPECT_EQ(list.item(0, Colours)->text(), "none");
+  EXPECT_EQ(list.item(0, Colours)->toolTip(), "The present palette would stay");
+}
+
+TEST(TrackDialog, SecondTrackStaysChosenWhileAnotherFirstOneIs) {
+  ImportedFile file = TwoTracks();
+  file.Tracks.push_back(TrackOf(FourCodes(PacketBuilder()), {}));
+  const DvdPalette present = AllOf(Green);
+  const TrackDialog dialog("movie.vob", file, present, nullptr);
+  auto& list = *dialog.findChild<QTableWidget*>("List_Tracks");
+  dialog.findChild<QComboBox*>("Combo_Second")->setCurrentIndex(2);
+  ASSERT_EQ(dialog.Choice().Second, 2U);
+  list.setCurrentCell(1, 0);
+  EXPECT_EQ(dialog.Choice().Track, 1U);
+  EXPECT_EQ(dialog.Choice().Second, 2U);
 }
 
 TEST(LanguageText, CodesOfTwoAndThreeLettersAndTags) {
