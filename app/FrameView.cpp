@@ -39,7 +39,6 @@ FrameView::FrameView(DisplayFrame* picture, QWidget* parent) : QScrollArea(paren
   picture->setAutoFillBackground(false);
   setAccessibleName(Ui::Tr("Subtitle frame"));
   setFocusPolicy(Qt::NoFocus);
-  picture->installEventFilter(this);
   QScrollBar* vertical = verticalScrollBar();
   connect(vertical, &QScrollBar::rangeChanged, this, [this, vertical](int /*least*/, int most) {
     const QScopedValueRollback<bool> placing(placing_, true);
@@ -133,7 +132,7 @@ void FrameView::KeepMiddle() {
   below_ = verticalScrollBar()->maximum() - verticalScrollBar()->value();
   const int whole = picture_->width();
   const int most = horizontalScrollBar()->maximum();
-  middle_ = most > 0 ? (horizontalScrollBar()->value() + (whole - most) / 2.0) / whole : 0.5;
+  middle_ = (horizontalScrollBar()->value() + (whole - most) / 2.0) / whole;
 }
 
 QRect FrameView::ScrollRange() const {
@@ -263,7 +262,6 @@ void FrameView::mousePressEvent(QMouseEvent* event) {
     QScrollArea::mousePressEvent(event);
     return;
   }
-  event->accept();
   drags_ = true;
   grabbed_ = event->position().toPoint() - picture_->pos();
   FollowRange();
@@ -274,7 +272,6 @@ void FrameView::mouseMoveEvent(QMouseEvent* event) {
     QScrollArea::mouseMoveEvent(event);
     return;
   }
-  event->accept();
   // One that is held where scrolling does not bring it comes back with the pointer, and is not let go again.
   const QPoint at = picture_->pos();
   MoveTo(Into(ScrollRange().united(QRect(at, at)), event->position().toPoint() - grabbed_));

@@ -230,6 +230,7 @@ TEST(Swatch, MarksItsEdgeWhileThePointerIsOverItInAnyStyle) {
     }
     return window.screen()->grabWindow(window.winId(), 20, 20, 1, 1).toImage().pixelColor(0, 0);
   };
+  QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
   EXPECT_EQ(edge(), window.palette().color(QPalette::WindowText));
   QCursor::setPos(window.mapToGlobal(QPoint(35, 35)));
   EXPECT_EQ(edge(), window.palette().color(QPalette::Highlight));

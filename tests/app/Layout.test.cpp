@@ -226,6 +226,20 @@ TEST_F(Layout, GroupsStandBelowTheFrameWhereNothingOfItIsHiddenBySoDoing) {
   EXPECT_TRUE(wasBelow && wasBeside);
 }
 
+TEST_F(Layout, FrameThatIsWholeLeavesNoRoomForAScrollBar) {
+  Resize(ScaledScreen);
+  const QWidget& view = *Control<QWidget>("Picture1").parentWidget()->parentWidget();
+  bool wasCut = false;
+  bool wasWhole = false;
+  for (int height = ScaledScreen.height() - 80; height <= ScaledScreen.height(); ++height) {
+    Resize({ScaledScreen.width(), height});
+    const bool isWhole = IsWhole("Picture1");
+    (isWhole ? wasWhole : wasCut) = true;
+    EXPECT_EQ(view.width() == 720, isWhole) << height;
+  }
+  EXPECT_TRUE(wasWhole && wasCut);
+}
+
 TEST_F(Layout, ControlWithTheFocusComesIntoSight) {
   const ApplicationFont font(12);
   Resize(SmallestWindow);

@@ -216,6 +216,16 @@ TEST_F(MergeReviewWindow, MergeBehindTheListIsLookedThroughOnceTheReviewIsShown)
   EXPECT_EQ(Told(0, pair::Covered), "12");
 }
 
+TEST_F(MergeReviewWindow, NumbersStandAtTheRightAndTextsAtTheLeft) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto alignment = [this](int column) {
+    return Pairs().model()->index(0, column).data(Qt::TextAlignmentRole).toInt();
+  };
+  EXPECT_EQ(alignment(pair::Primary), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(alignment(pair::Together), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(alignment(pair::Problems), Qt::AlignLeft | Qt::AlignVCenter);
+}
+
 TEST_F(MergeReviewWindow, HeadingShowsWhichWayItSorts) {
   ReviewMerge(ThreeFirst(), ThreeSecond());
   const auto heading = [this] {

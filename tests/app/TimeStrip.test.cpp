@@ -276,6 +276,7 @@ TEST_F(TimeStripTest, PointerThatHoldsNothingMovesNothing) {
   QTest::mousePress(&Strip, Qt::RightButton, {}, {500, 5});
   move(300, Qt::RightButton);
   EXPECT_EQ(Strip.View(), before);
+  QTest::mouseRelease(&Strip, Qt::RightButton, {}, {300, 5});
 }
 
 /// What the strip stands in has a menu.

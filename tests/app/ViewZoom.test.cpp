@@ -330,6 +330,77 @@ TEST_F(ViewZoomTest, WindowOfAnotherSizeLeavesThePictureWhereThePointerHoldsIt) 
   }
 }
 
+TEST_F(ViewZoomTest, PictureThatThePointerHoldsDoesNotGoOutOfSight) {
+  Resize({1900, 1000});
+  Turn(Picture().geometry().topLeft() + QPoint(2, 300), 6);
+  Turn({View().width() - 100, 300}, -5);
+  ASSERT_EQ(Picture().width(), 1080);
+  const int before = Picture().x();
+  Resize({1620, 1000});
+  ASSERT_GT(before, View().width() - 48);
+  EXPECT_EQ(Picture().x(), View().width() - 48);
+}
+
+TEST_F(ViewZoomTest, PictureThatIsScrolledOrDraggedIsHeldNoLonger) {
+  for (const bool scrolls : {true, false}) {
+    Resize({1900, 1000});
+    Trigger("Action_Zoom100");
+    Turn(Picture().geometry().bottomLeft() + QPoint(300, -2), 6);
+    ASSERT_LT(Picture().geometry().bottom(), View().rect().bottom());
+    if (scrolls) {
+      QScrollBar& bar = *static_cast<QScrollArea&>(*View().parentWidget()).verticalScrollBar();
+      bar.setValue(0);
+      bar.setValue(bar.maximum());
+    } else {
+      Drag({300, 300}, {300, -100});
+      Drag({300, 300}, {300, 600});
+      Drag({300, 300}, {300, -3000});
+    }
+    EXPECT_EQ(Picture().geometry().bottom(), View().rect().bottom()) << scrolls;
+    Resize({1900, 900});
+    EXPECT_EQ(Picture().geometry().bottom(), View().rect().bottom()) << scrolls;
+  }
+}
+
+TEST_F(ViewZoomTest, LowerWindowKeepsTheLowestLineThatTheScrollBarLeft) {
+  Resize({1358, 660});
+  Trigger("Action_ZoomIn");
+  Trigger("Action_ZoomIn");
+  QScrollBar& bar = *static_cast<QScrollArea&>(*View().parentWidget()).verticalScrollBar();
+  bar.setValue(bar.maximum() - 100);
+  const int before = View().height();
+  Resize({1358, 600});
+  ASSERT_LT(View().height(), before);
+  EXPECT_EQ(bar.value(), bar.maximum() - 100);
+}
+
+TEST_F(ViewZoomTest, SmallPictureStandsInTheMiddleAtTheTop) {
+  Press(Qt::Key_Minus);
+  Press(Qt::Key_Minus);
+  ASSERT_EQ(Picture().size(), QSize(360, 288));
+  ASSERT_GT(View().width(), 362);
+  EXPECT_LE(std::abs(Picture().geometry().center().x() - View().rect().center().x()), 1);
+  EXPECT_EQ(Picture().y(), 0);
+}
+
+TEST_F(ViewZoomTest, WheelBackTo100PercentHoldsNothing) {
+  const QPoint before = Picture().pos();
+  Turn({30, 30}, 1);
+  Turn({500, 400}, -1);
+  ASSERT_EQ(Picture().width(), 720);
+  EXPECT_EQ(Picture().pos(), before);
+}
+
+TEST_F(ViewZoomTest, PictureThatIsTooWideAloneIsDraggedToo) {
+  Resize({960, 1000});
+  const auto& area = static_cast<QScrollArea&>(*View().parentWidget());
+  ASSERT_GT(area.horizontalScrollBar()->maximum(), 0);
+  ASSERT_EQ(area.verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(View().cursor().shape(), Qt::OpenHandCursor);
+  EXPECT_EQ(area.focusPolicy(), Qt::StrongFocus);
+  EXPECT_EQ(area.accessibleName(), "Subtitle frame");
+}
+
 TEST_F(ViewZoomTest, PointerIsAHandWhereThePictureCanBeDragged) {
   EXPECT_EQ(View().cursor().shape(), Qt::ArrowCursor);
   EXPECT_EQ(View().parentWidget()->focusPolicy(), Qt::NoFocus);
