@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCursor>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,6 +14,7 @@
 #include <QTest>
 
 #include "app/PaletteSwatch.h"
+#include "tests/app/Pointer.h"
 #include "tests/app/Streams.h"
 #include "tests/app/WindowTest.h"
 
@@ -230,11 +230,12 @@ TEST(Swatch, MarksItsEdgeWhileThePointerIsOverItInAnyStyle) {
     }
     return window.screen()->grabWindow(window.winId(), 20, 20, 1, 1).toImage().pixelColor(0, 0);
   };
-  QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
+  const Pointer pointer;
+  pointer.GoTo(window, {5, 5});
   EXPECT_EQ(edge(), window.palette().color(QPalette::WindowText));
-  QCursor::setPos(window.mapToGlobal(QPoint(35, 35)));
+  pointer.GoTo(window, {35, 35});
   EXPECT_EQ(edge(), window.palette().color(QPalette::Highlight));
-  QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
+  pointer.GoTo(window, {5, 5});
   EXPECT_EQ(edge(), window.palette().color(QPalette::WindowText));
 }
 

@@ -1,7 +1,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QCoreApplication>
-#include <QCursor>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -11,6 +10,7 @@
 #include "app/DisplayFrame.h"
 #include "app/ShownPixels.h"
 #include "tests/app/MergeTest.h"
+#include "tests/app/Pointer.h"
 #include "tests/app/Streams.h"
 
 namespace quillmark::test {
@@ -130,8 +130,8 @@ TEST_F(Inspector, FieldTellsOfThePixelThatScrollsUnderThePointer) {
   auto& area = static_cast<QScrollArea&>(*picture.parentWidget()->parentWidget());
   area.horizontalScrollBar()->setValue(100);
   area.verticalScrollBar()->setValue(100);
-  QCursor::setPos(picture.mapToGlobal(QPoint(201, 301)));
-  QCoreApplication::processEvents();
+  const Pointer pointer;
+  pointer.GoTo(picture, {201, 301});
   EXPECT_EQ(Pixel(), "100, 150");
   area.horizontalScrollBar()->setValue(60);
   EXPECT_EQ(Pixel(), "80, 150");
