@@ -219,6 +219,16 @@ TEST_F(Keyboard, StepButtonThatEndsHandsTheFocusToTheOther) {
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_GoTo");
 }
 
+TEST_F(Keyboard, TabPassesTheStepButtonsBothWays) {
+  LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  Control<QWidget>("Command_Prev").setFocus();
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_Next");
+  Press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "Command_Prev");
+}
+
 TEST_F(Keyboard, StepButtonsThatEndTogetherHandTheFocusOn) {
   LoadStream(ThreeSubtitles());
   const QString one = Write("one.sup", FourCodes(PacketBuilder()));

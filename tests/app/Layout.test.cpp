@@ -176,6 +176,13 @@ TEST_F(Layout, SmallestWindowIsSmallEnough) {
   EXPECT_LE(Window.minimumSizeHint().height(), SmallestWindow.height());
 }
 
+TEST_F(Layout, SmallestWindowShowsSomethingOfTheFrame) {
+  Resize(Window.minimumSizeHint());
+  const QWidget& view = *Control<QWidget>("Picture1").parentWidget()->parentWidget();
+  EXPECT_GE(view.width(), 10 * view.fontMetrics().height());
+  EXPECT_GE(view.height(), 10 * view.fontMetrics().height());
+}
+
 TEST_F(Layout, SmallestWindowIsSmallEnoughInALargeFont) {
   const ApplicationFont font(12);
   const frmTest window;

@@ -64,6 +64,7 @@ TEST_F(LongWork, DialogSaysWhatIsDoneAboveItsBar) {
     ExpectApart(dialog);
     const auto* what = dialog.findChild<QLabel*>();
     EXPECT_EQ(what->text(), "Reading movie.vob");
+    EXPECT_EQ(what->textFormat(), Qt::PlainText) << "a name may look like markup";
     EXPECT_LT(what->geometry().bottom(), PlaceIn(dialog, "Progress_Done").top());
     ExpectDownwards(dialog, {"Progress_Done", "Command_Cancel"});
     dialog.reject();

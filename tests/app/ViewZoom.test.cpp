@@ -144,6 +144,20 @@ TEST_F(ViewZoomTest, FittingFrameIsWhollyInSightAndAsLargeAsThereIsRoom) {
   }
 }
 
+TEST_F(ViewZoomTest, FrameFitsBelowWhatIsSaidAboveIt) {
+  LoadStream(ThreeSubtitles());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  ASSERT_TRUE(Control<QWidget>("Strip_Closed").isVisible());
+  for (const QSize size : {QSize(1358, 728), QSize(960, 560), QSize(1900, 1000), QSize(2500, 1300)}) {
+    Resize(size);
+    Trigger("Action_ZoomFit");
+    EXPECT_EQ(Picture().visibleRegion(), QRegion(Picture().rect())) << size.width();
+    EXPECT_TRUE(View().width() - Picture().width() <= 1 || View().height() - Picture().height() <= 1)
+        << size.width();
+  }
+}
+
 TEST_F(ViewZoomTest, ZoomTakesNothingOutOfSight) {
   for (const char* action : {"Action_ZoomIn", "Action_ZoomIn", "Action_16x9", "Action_ZoomFit"}) {
     Trigger(action);
