@@ -91,6 +91,18 @@ TEST_F(ContainerCommands, RecipeRunsOnATrackAndWritesSup) {
   EXPECT_EQ(Read("out/both.sup"), first_);
 }
 
+TEST_F(ContainerCommands, NotesOnAFileStandInTheReportOfARecipe) {
+  std::string index = ReadText("both.idx");
+  index.insert(index.find("id: en"),
+               "custom colors: ON, tridx: 0000, colors: 000000, 111111, 222222, 333333\n");
+  WriteText("both.idx", index);
+  WriteText("r.json", R"({"version": 1, "steps": []})");
+  const Json reports =
+      Json::parse(Run({"apply", "r.json", "both.idx", "--track", "en", "--out-dir", "out", "--json"}).Out);
+  EXPECT_EQ(reports[0]["notes"],
+            Json::array({"the index has custom colours on; the subtitles keep their own"}));
+}
+
 TEST_F(ContainerCommands, TracksAreListed) {
   const auto run = Run({"tracks", "both.idx"});
   EXPECT_EQ(run.Out,

@@ -49,6 +49,12 @@ TEST_F(DiffCommand, SubtitlesOfOneStreamHaveNoOtherNumber) {
             "- | 2: added\n1 the same, 0 different, 0 missing, 1 added\n");
 }
 
+TEST_F(DiffCommand, LastSubtitlesOwnBytesAreNotBehindIt) {
+  Write("c.sup", Join({Sound(Second).Build(), Sound(5 * Second).Delay(20).Build()}));
+  EXPECT_THAT(Run({"diff", "a.sup", "c.sup"}).Out,
+              testing::Not(testing::HasSubstr("after the last subtitle")));
+}
+
 TEST_F(DiffCommand, BytesAfterTheLastSubtitleCount) {
   Write("more.sup", Join({Sound(Second).Build(), Sound(5 * Second).Build(), {1, 2, 3}}));
   const auto run = Run({"diff", "a.sup", "more.sup"});

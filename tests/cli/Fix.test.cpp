@@ -68,6 +68,13 @@ TEST_F(FixCommand, PlayersHaveRulesOfTheirOwn) {
   EXPECT_EQ(Run({"check", "b.sup", "--profile", "player"}).Out, "no problem found\n");
 }
 
+TEST_F(FixCommand, JsonNumbersMendsFromTheFirstSubtitle) {
+  Write("a.sup", Join({Sound().Delay(0).Build(), Sound(Second).Build()}));
+  const Json mended = Json::parse(Run({"fix", "a.sup", "-o", "b.sup", "--json"}).Out)["mended"];
+  ASSERT_EQ(mended.size(), 1U);
+  EXPECT_EQ(mended[0]["packet"], 1);
+}
+
 TEST_F(FixCommand, JsonIsOneObject) {
   Write("a.sup", Join({Sound().Delay(0).Build(), {1, 2, 3}}));
 

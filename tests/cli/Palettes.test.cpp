@@ -60,6 +60,12 @@ TEST_F(PalettesCommand, SubstreamsOfEveryStreamThatTheChainHas) {
             R"({"stream":2,"normal":6,"wide":7,"letterbox":8,"pan_scan":9}])");
 }
 
+TEST_F(PalettesCommand, EndingAloneIsANameOfAPalette) {
+  WriteDisc("a.ifo");
+  EXPECT_EQ(Run({"palette", "a.ifo", "-o", ".pal"}).ExitCode, 0);
+  EXPECT_TRUE(Exists(".pal"));
+}
+
 TEST_F(PalettesCommand, DamageIsToldAndTheRestListed) {
   test::Bytes file = test::TitleSetFile({{}, {.Category = 0x82}});
   file.resize(2048 + 8 + 16 + 0xEC);

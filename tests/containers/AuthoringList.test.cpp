@@ -360,6 +360,21 @@ TEST_F(AuthoringList, WithoutSubtitlesThereIsNoTrack) {
   EXPECT_THAT((*read)->Tracks, SizeIs(0));
 }
 
+TEST_F(AuthoringList, ProgressStaysWithinTheList) {
+  PutSmall("0.png");
+  PutSmall("1.png");
+  Put("film.xml", LinesOf(2).c_str());
+  std::vector<std::uint64_t> told;
+  const auto read = Read({}, [&told](std::uint64_t done, std::uint64_t of) {
+    told.push_back(done);
+    EXPECT_EQ(of, LinesOf(2).size());
+    return true;
+  });
+  EXPECT_TRUE(read);
+  EXPECT_THAT(told, testing::IsSupersetOf({std::uint64_t{0}, LinesOf(2).size() / 2}));
+  EXPECT_THAT(told, testing::Each(testing::Le(LinesOf(2).size())));
+}
+
 TEST_F(AuthoringList, ProgressCanEndIt) {
   PutSmall("a.png");
   Put("film.xml", OneLine);

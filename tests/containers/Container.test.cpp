@@ -62,6 +62,11 @@ TEST(FindTrack, LanguageOfThreeLettersIsThatOfTwo) {
   EXPECT_EQ(*found, 1U);
 }
 
+TEST(LanguageCode, MayHaveTheFirstAndTheLastLetter) {
+  EXPECT_EQ(LanguageCode("zh"), "zh");
+  EXPECT_EQ(LanguageCode("ara"), "ar");
+}
+
 TEST(FindTrack, LanguageOfSeveralTracksNamesNone) {
   Container container = ThreeTracks();
   container.Tracks[2].Language = "deu";

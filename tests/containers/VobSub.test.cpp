@@ -194,6 +194,11 @@ TEST(VobSub, PositionOfNoPackGivesWayToTheTime) {
   EXPECT_EQ(track.Packets, SupPacket(270000, C));
   EXPECT_THAT(track.Notes,
               ElementsAre("line 2: no subtitle starts at position 0x123; the one of its time was taken"));
+  // A millisecond early, and as much late.
+  EXPECT_EQ(TrackIn("id: en, index: 0\ntimestamp: 00:00:02:999, filepos: 000000123\n", ThreePacks()).Packets,
+            SupPacket(270000, C));
+  EXPECT_EQ(TrackIn("id: en, index: 0\ntimestamp: 00:00:03:001, filepos: 000000123\n", ThreePacks()).Packets,
+            SupPacket(270000, C));
 }
 
 TEST(VobSub, UnitThatWasFoundByItsTimeIsNotFoundAgain) {
@@ -242,6 +247,18 @@ TEST(VobSub, PositionsOfOtherTimesStayWhereHalfOfTheTimesLeadNowhere) {
       UnevenPacks());
   EXPECT_EQ(track.Packets,
             Join({SupPacket(90000, B), SupPacket(450000, C), SupPacket(1800000, A), SupPacket(4500000, A)}));
+}
+
+TEST(VobSub, PositionsOfOtherTimesStayWhereTheyAreHalfOfAll) {
+  const Track track = TrackIn(
+      "id: en, index: 0\n"
+      "timestamp: 00:00:01:000, filepos: 000000000\n"
+      "timestamp: 00:00:05:000, filepos: 000001000\n"
+      "timestamp: 00:00:12:000, filepos: 000000800\n"
+      "timestamp: 00:00:30:000, filepos: 000001800\n",
+      UnevenPacks());
+  EXPECT_EQ(track.Packets,
+            Join({SupPacket(90000, A), SupPacket(450000, C), SupPacket(1080000, B), SupPacket(2700000, A)}));
 }
 
 TEST(VobSub, FewPositionsOfOtherTimesAreToldAlone) {

@@ -246,6 +246,13 @@ TEST(ChangesInVobSub, EndAtALostSignature) {
   EXPECT_THAT(ChangesInVobSub({.Packets = packets, .Language = {}, .Name = {}}), IsEmpty());
 }
 
+TEST(ChangesInVobSub, SubtitleOfItsHeadsAloneIsCutShort) {
+  Bytes packets = SupPacket(9, SoundUnit());
+  packets.resize(14);
+  EXPECT_THAT(ChangesInVobSub({.Packets = packets, .Language = {}, .Name = {}}),
+              ElementsAre(testing::StartsWith("subtitle 1 is cut short")));
+}
+
 TEST(ChangesInVobSub, TimesInTheirOrderMayBeTheSame) {
   const auto changes = [](std::int64_t first, std::int64_t second) {
     const Bytes packets = Join({SupPacket(first, SoundUnit()), SupPacket(second, SoundUnit())});

@@ -189,6 +189,28 @@ TEST_F(ContactSheet, NumberIsAsHighAsTheTimes) {
               1);
 }
 
+/// How many letters stand side by side in the area, with light columns between them.
+int DarkLetters(const QImage& page, const QRect& area) {
+  int letters = 0;
+  bool before = false;
+  for (int x = area.left(); x <= area.right(); ++x) {
+    const bool isDark = DarkPixels(page, QRect(x, area.top(), 1, area.height())) > 0;
+    letters += isDark && !before ? 1 : 0;
+    before = isDark;
+  }
+  return letters;
+}
+
+TEST_F(ContactSheet, NumbersCountFromOne) {
+  ASSERT_TRUE(Write(StreamOf(10)));
+  const QImage page(Path("film_001.png"));
+  // The first one, the ninth, and the tenth, which is the first with two digits.
+  for (const auto& [number, letters] : {std::pair(1, 1), {9, 1}, {10, 2}}) {
+    const QRect frame = Cell((number - 1) / 4, (number - 1) % 4, 288);
+    EXPECT_EQ(DarkLetters(page, {frame.left(), frame.top() - 26, 40, 26}), letters) << number;
+  }
+}
+
 /// In the middle of what lies below the last row of frames.
 TEST_F(ContactSheet, PageNumberStandsInTheMiddleOfTheFoot) {
   ASSERT_TRUE(Write(StreamOf(1)));
