@@ -9,6 +9,7 @@
 
 #include "tests/app/ListTest.h"
 #include "tests/support/Abandon.h"
+#include "tests/support/UnreadableFile.h"
 
 namespace quillmark::test {
 namespace {
@@ -574,6 +575,17 @@ TEST_F(Tools, RecipeThatLeavesNoSubtitleOnTheWayChangesNothing) {
   Action("RunRecipe").trigger();
   EXPECT_FALSE(Action("Undo").isEnabled());
   EXPECT_EQ(SavedBytes(), stream);
+}
+
+TEST_F(Tools, RecipeThatCannotBeReadIsNamed) {
+  const QString recipe = Path("steps.json");
+  if (!LinkUnreadableFile(recipe.toStdString())) {
+    GTEST_SKIP() << NeedsUnreadableFile;
+  }
+  LoadStream(At(1).Build());
+  Dialogs.ExpectOpen(recipe);
+  Dialogs.ExpectMessageWith({recipe + ": "});
+  Action("RunRecipe").trigger();
 }
 
 TEST_F(Tools, FileThatIsNoRecipeIsRefusedByName) {

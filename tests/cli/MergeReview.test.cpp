@@ -148,6 +148,13 @@ TEST_F(MergeReviewCommand, AutomaticOffsetIsTheNearestOfTheCheapest) {
   EXPECT_EQ(Read("auto.sup"), Read("given.sup"));
 }
 
+TEST_F(MergeReviewCommand, AutomaticOffsetCountsAllSubtitles) {
+  // At -400 the first one is free, and of the second a unit would have one row alone.
+  Write("b.sup", Join({Sound(Second).Area(300, 303, 500, 501).Build(),
+                       Sound(5 * Second).Area(102, 105, 401, 402).Build()}));
+  EXPECT_EQ(Review({"--y-offset", "auto"})["y_offset"], -399);
+}
+
 TEST_F(MergeReviewCommand, SecondaryCodesColoursAndOpacities) {
   ASSERT_EQ(Run({"merge", "a.sup", "b.sup", "-o", "c.sup", "--y-offset", "-300", "--secondary-codes", ".312",
                  "--colours", "...9", "--opacities", "...c"})

@@ -154,6 +154,8 @@ TEST_F(JoinCommand, TakesATimeForEachStreamButTheFirst) {
     EXPECT_EQ(Read("c.sup"), Join({test::Sound(7).Build(), test::Sound(10 * Second).Build(),
                                    test::Sound(60 * Second).Build()}));
   }
+  ASSERT_EQ(Run({"join", "b.sup", "b.sup", "-o", "c.sup", "--at", "0:10"}).ExitCode, 0);
+  EXPECT_EQ(Read("c.sup"), Join({test::Sound(7).Build(), test::Sound(10 * Second).Build()}));
   const auto run = Run({"join", "b.sup", "b.sup", "-o", "d.sup", "--at", "0:10,1:00"});
   EXPECT_EQ(run.ExitCode, 2);
   EXPECT_THAT(run.Err,

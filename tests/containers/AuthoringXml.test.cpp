@@ -255,6 +255,16 @@ TEST(AuthoringXml, CommentsAndInstructionsAreAsLongAsTheyLike) {
   EXPECT_EQ(spus->size(), 1U);
 }
 
+TEST(AuthoringXml, CommentMayEndInWhatElsewhereStartsAnElement) {
+  std::string lines;
+  while (lines.size() < 70000) {
+    lines += "<spu image=\"a\"/>";
+  }
+  const auto spus = ParseAuthoringXml(ListOf("<!--<'-->" + lines));
+  ASSERT_TRUE(spus) << spus.Reason();
+  EXPECT_EQ(spus->size(), lines.size() / 16);
+}
+
 TEST(AuthoringXml, NoIsNotForced) {
   for (const char* no : {"no", "off", "0"}) {
     const auto spus = ParseAuthoringXml(ListOf(std::string("<spu force=\"") + no + "\"/>"));

@@ -841,6 +841,7 @@ TEST(UndoEncodings, MoreBytesThanAUnitHasAreRefused) {
 TEST(TicksOfMatroskaTime, FarBeforeAllTimesIsTheFirst) {
   constexpr std::int64_t First = std::numeric_limits<std::int64_t>::min();
   EXPECT_EQ(TicksOfMatroskaTime(First, MatroskaBlocks::MaxScale), First);
+  EXPECT_EQ(TicksOfMatroskaTime(-102481911520500000, 1000000), -9223372036845000000);
 }
 
 TEST(TicksOfMatroskaTime, FarBehindAllTimesIsTheLast) {

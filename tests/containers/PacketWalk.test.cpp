@@ -174,6 +174,10 @@ TEST(PacketWalk, ScramblingBits) {
   EXPECT_TRUE(FirstIn(Pes{.First = 0xA1, .Further = {}}.With({0x20})).IsEncrypted);
 }
 
+TEST(PacketWalk, HeaderMayEndThePacketWithItsTimeStamp) {
+  EXPECT_EQ(FirstIn(PesPacket(0xBD, {0x81, 0x80, 0x05, 0x21, 0x00, 0x05, 0xBF, 0x21})).Time, 90000);
+}
+
 TEST(PacketWalk, ScramblingIsThatOfOnePacket) {
   const Bytes stream = Join({Pes{.First = 0xB1, .Further = {}}.With({0x20}), PesPacket(0xBE, {0xFF, 0xFF})});
   MemorySource source(stream);

@@ -187,6 +187,8 @@ TEST(MoveArea, ColourChangeLeavesTheFrameToo) {
   EXPECT_THAT(MoveArea(stream, SubtitleSet::All(), {.X = 16}).Left,
               ElementsAre(LeftSubtitle{.Number = 1, .Why = LeftReason::LeavesFrame}));
   EXPECT_THAT(MoveArea(stream, SubtitleSet::All(), {.X = 15}).Left, IsEmpty());
+  // The lines of the change have other bits above them.
+  EXPECT_THAT(MoveArea(stream, SubtitleSet::All(), {.Y = -20}).Left, IsEmpty());
 }
 
 TEST(MoveArea, DamagedColourChangeIsLeft) {

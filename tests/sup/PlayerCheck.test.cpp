@@ -246,6 +246,8 @@ TEST(CheckForPlayers, AnEndOnThePlayersClockAfterTheNextStart) {
   EXPECT_THAT(next(92159), ElementsAre(Problem(2, Code::ShortGap, "show it 1 ticks of 90 kHz into")));
   EXPECT_THAT(next(90000), ElementsAre(Problem(2, Code::ShortGap, "show it 2160 ticks of 90 kHz into")));
   EXPECT_THAT(next(89999), ElementsAre(Problem(2, Code::Overlap, "")));
+  EXPECT_THAT(ForPlayers(Join({Sound(test::Second).Build(), Sound(test::Second + 92160 + 89).Build()})),
+              ElementsAre(Problem(2, Code::ShortGap, "end it 89 ticks of 90 kHz before")));
 }
 
 TEST(CheckForPlayers, PlayersTakeTheDelayAsUnsigned) {
