@@ -221,6 +221,9 @@ TEST_F(ContainerCommands, TracksOfNoStreamAreAFailure) {
   const auto run = Run({"tracks", "c.txt"});
   EXPECT_EQ(run.ExitCode, 1);
   EXPECT_THAT(run.Err, HasSubstr("c.txt: No SUP signature found"));
+  const auto json = Run({"tracks", "c.txt", "--json"});
+  EXPECT_EQ(json.ExitCode, 1);
+  EXPECT_TRUE(Json::accept(json.Out)) << json.Out;
 }
 
 TEST_F(ContainerCommands, FileOfAnotherKindIsNamedAsWhatItStartsLike) {

@@ -41,6 +41,14 @@ TEST(UnitColour, ColourThatStandsForAnotherCountsForBoth) {
   EXPECT_EQ(TakeTogether(colours, 2), (std::vector<std::size_t>{0, 0, 2, 2}));
 }
 
+TEST(UnitColour, OfPairsThatAreAsNearTheFirstIsTakenTogether) {
+  std::vector<CountedColour> colours;
+  for (const unsigned red : {0U, 10U, 20U}) {
+    colours.push_back({.Colour = {.Colour = MakeRgb(red, 0, 0), .Contrast = 15}, .Count = 1});
+  }
+  EXPECT_EQ(TakeTogether(colours, 2), (std::vector<std::size_t>{0, 0, 2}));
+}
+
 TEST(UnitColour, TwoSmallStepsAreNearerThanALargeOne) {
   std::vector<CountedColour> colours;
   for (const auto& [red, green, count] : {std::tuple(103U, 100U, 10U), {102U, 102U, 10U}, {100U, 100U, 1U}}) {

@@ -262,6 +262,8 @@ TEST_F(ContactSheet, PathsAreThoseThatAreWritten) {
   EXPECT_THAT(paths, ElementsAre(Path("film_001.png"), Path("film_002.png")));
   EXPECT_THAT(ContactSheetPaths("film", StreamOf(1), SubtitleSet::All()), ElementsAre("./film_001.png"));
   EXPECT_THAT(ContactSheetPaths(".png", StreamOf(1), SubtitleSet::All()), ElementsAre("./.png_001.png"));
+  EXPECT_THAT(ContactSheetPaths("film.v2", StreamOf(1), SubtitleSet::All()),
+              ElementsAre("./film.v2_001.png"));
 }
 
 TEST_F(ContactSheet, WhatIsThereIsRefusedByName) {
