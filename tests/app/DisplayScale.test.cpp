@@ -178,6 +178,26 @@ TEST_P(DisplayScale, FramePixelsAreSquaresOfWholeScreenPixels) {
 }
 
 /// 720 and 576 by the side of a frame pixel and the scale, rounded up.
+TEST_P(DisplayScale, ZoomGoesInStepsOfTheScreensOwnPixels) {
+  const auto zoom = [this](const char* action) {
+    Window.findChild<QAction*>(action)->trigger();
+    QCoreApplication::processEvents();
+    return Control<QWidget>("StatusBar").accessibleName();
+  };
+  EXPECT_EQ(zoom("Action_ZoomIn"), "Zoom 150 %");
+  const int side = SideOn(GetParam());
+  EXPECT_EQ(Control<QWidget>("Picture1").width(),
+            static_cast<int>(std::ceil(1080 * side / ScreenScales[GetParam()])));
+  EXPECT_EQ(zoom("Action_ZoomOut"), "Zoom 100 %");
+  EXPECT_EQ(zoom("Action_ZoomOut"), "Zoom 75 %");
+}
+
+TEST_P(DisplayScale, GroupsStandBelowTheFrameAsLargeAsItIsThere) {
+  const auto place = [this](const char* name) { return Control<QWidget>(name).mapTo(&Window, QPoint()); };
+  EXPECT_LT(place("Frame1").x(), place("Picture1").x() + 100);
+  EXPECT_GE(place("Frame1").y(), place("Picture1").y() + Control<QWidget>("Picture1").height());
+}
+
 TEST_P(DisplayScale, WidgetFollowsTheScreen) {
   static const QSize Sizes[] = {{720, 576}, {576, 461}, {480, 384}, {412, 330}, {720, 576}, {576, 461}};
   const auto& picture = Control<QWidget>("Picture1");

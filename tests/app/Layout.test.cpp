@@ -163,6 +163,30 @@ TEST_F(Layout, GroupsBelowTheFrameGoToTheCommandsWhereTheFrameNeedsTheirPlace) {
   }
 }
 
+TEST_F(Layout, GroupsBesideTheFrameStandBelowThePaletteFromTheStart) {
+  frmTest window;
+  window.resize(ScaledScreen);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  QCoreApplication::processEvents();
+  ExpectDownwards(window, {"List_Subtitles", "Label1_0", "Frame1", "Frame2"});
+  Resize(ScaledScreen);
+  ExpectDownwards(Window, {"List_Subtitles", "Label1_0", "Frame1", "Frame2"});
+}
+
+TEST_F(Layout, OneGroupTakesTheRoomThatTheOthersLeave) {
+  const auto isAsSmall = [this](const char* name) {
+    const auto& group = Control<QWidget>(name);
+    return group.width() == group.sizeHint().width();
+  };
+  EXPECT_TRUE(isAsSmall("Frame2"));
+  EXPECT_TRUE(isAsSmall("Frame3"));
+  EXPECT_FALSE(isAsSmall("Frame1"));
+  Resize(ScaledScreen);
+  EXPECT_TRUE(isAsSmall("Frame2"));
+  EXPECT_FALSE(isAsSmall("Frame3"));
+}
+
 TEST_F(Layout, MovedGroupKeepsTheFocus) {
   Window.activateWindow();
   QCoreApplication::processEvents();

@@ -465,6 +465,17 @@ TEST_F(Tools, FixShowsTheSubtitleItselfAmongThoseOfItsTime) {
   });
 }
 
+TEST_F(Tools, EndsFillsAndPartsWhereNothingElseIsChosen) {
+  // The first one lacks its end, the second is still shown when the third begins, two seconds later.
+  LoadStream(Join({At(1).Delay(0).Build(), At(3).Delay(250).Build(), At(5).Build()}));
+  In("Ends", [](const OpenTool& tool) {
+    EXPECT_TRUE(tool.Control<QCheckBox>("Field_fill").isChecked());
+    EXPECT_TRUE(tool.Control<QCheckBox>("Field_no-overlap").isChecked());
+    tool.Run();
+  });
+  EXPECT_EQ(SavedBytes(), Join({At(1).Delay(180).Build(), At(3).Delay(180).Build(), At(5).Build()}));
+}
+
 TEST_F(Tools, NoneCanBeUsedWhileStreamsAreMerged) {
   LoadStream(Join({At(1).Build(), At(3).Build()}));
   EXPECT_TRUE(Action("Retime").isEnabled());

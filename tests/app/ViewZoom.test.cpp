@@ -144,6 +144,19 @@ TEST_F(ViewZoomTest, FittingFrameIsWhollyInSightAndAsLargeAsThereIsRoom) {
   }
 }
 
+TEST_F(ViewZoomTest, FittingFrameFollowsTheWindow) {
+  Trigger("Action_ZoomFit");
+  for (const QSize size : {QSize(960, 560), QSize(1900, 1000), QSize(1358, 728)}) {
+    Resize(size);
+    EXPECT_EQ(Picture().visibleRegion(), QRegion(Picture().rect())) << size.width();
+    EXPECT_TRUE(View().width() - Picture().width() <= 1 || View().height() - Picture().height() <= 1)
+        << size.width();
+  }
+  Trigger("Action_Zoom100");
+  Resize({1900, 1000});
+  EXPECT_EQ(Picture().size(), QSize(720, 576));
+}
+
 TEST_F(ViewZoomTest, FrameFitsBelowWhatIsSaidAboveIt) {
   LoadStream(ThreeSubtitles());
   Dialogs.ExpectCancelled(DialogKind::OpenFile);
