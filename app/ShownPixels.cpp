@@ -24,7 +24,6 @@ void ShownPixels::Show(std::span<const std::uint8_t> unit, const SpuControl& con
   played_.reset();
   choice_ = choice;
   Set(0, unit, control, 0);
-  layers_[0].ShownAs = SameCodes;
 }
 
 void ShownPixels::ShowOver(std::span<const std::uint8_t> unit, const SpuControl& control, int moved,

@@ -47,6 +47,16 @@ TEST(ShownPixels, FramesLastLineIsDecodedWithTheOneBelowIt) {
   EXPECT_EQ(pixels.TextAt({12, 575}), "12, 575: code 1 (pattern), entry 1, opacity F");
 }
 
+TEST(ShownPixels, OneLineOrColumnIsAnArea) {
+  const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
+  ShownPixels pixels;
+  pixels.Show(unit, AreaOf(10, 20, 8, 1), DrawnCodes);
+  EXPECT_EQ(pixels.Areas(), std::vector{QRect(10, 20, 8, 1)});
+  EXPECT_EQ(pixels.TextAt({12, 20}), "12, 20: not coded");
+  pixels.Show(unit, AreaOf(0, 20, 1, 2), DrawnCodes);
+  EXPECT_EQ(pixels.Areas(), std::vector{QRect(0, 20, 1, 2)});
+}
+
 TEST(ShownPixels, ReversedAreaHasNone) {
   const Bytes unit = {0x00, 0x0A, 0x00, 0x08, 0x89, 0xAB, 0x89, 0xAB, 0x00, 0x00};
   ShownPixels pixels;
