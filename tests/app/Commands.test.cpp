@@ -1,5 +1,4 @@
 #include <QAction>
-#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QStatusBar>
@@ -21,12 +20,6 @@ class Commands : public MergeTest {
     return *action;
   }
   [[nodiscard]] QString Told() const { return Window.findChild<QStatusBar*>()->currentMessage(); }
-  /// A path of more than 256 characters.
-  QString LongPath(const QString& name) {
-    const QString folder = Path(QString(120, 'a') + '/' + QString(120, 'b'));
-    EXPECT_TRUE(QDir().mkpath(folder));
-    return folder + '/' + name;
-  }
   QString WriteLong(const Bytes& stream) {
     const QString path = LongPath("movie.sup");
     EXPECT_TRUE(QFile::rename(Write("short.sup", stream), path));

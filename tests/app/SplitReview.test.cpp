@@ -2,9 +2,12 @@
 #include <string>
 #include <vector>
 
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QRadioButton>
+#include <QStatusBar>
 
 #include "tests/app/ReviewTest.h"
 
@@ -130,6 +133,31 @@ TEST_F(SplitReviewWindow, RowIsShownAsItIsWritten) {
   ExpectShown(true, {1});  // the one that is there longest
   EXPECT_EQ(TextOf("Text_SubNum"), "2");
   EXPECT_EQ(CurrentPair(), 2);
+}
+
+TEST_F(SplitReviewWindow, PathTooLongForTheDialogLeavesTheSplitAsItIs) {
+  ReviewSplit();
+  const std::vector<std::string> packets = Packets();
+  ASSERT_THAT(packets, SizeIs(7));
+  const QString path = LongPath("movie.sup");
+  ASSERT_TRUE(QFile::rename(Write("short.sup", TwoFirst()), path));
+  Dialogs.ExpectOpen(path);
+  Click("Command_LoadSup");
+  EXPECT_TRUE(Window.statusBar()->currentMessage().contains("256"));
+  Review();
+  EXPECT_TRUE(IsChosen("Option_Split"));
+  EXPECT_EQ(Packets(), packets);
+}
+
+TEST_F(SplitReviewWindow, RowsThatAreShownAreSavedAsPicturesToo) {
+  ReviewSplit();
+  Click("Check_SavePics");
+  ClickPair(3);
+  EXPECT_EQ(QDir(Path("movie_SubPng")).entryList(QDir::Files).size(), 1);
+  ClickPair(5);
+  EXPECT_EQ(QDir(Path("movie_SubPng")).entryList(QDir::Files).size(), 2);
+  Window.Content().ShowAgain();
+  EXPECT_EQ(QDir(Path("movie_SubPng")).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(SplitReviewWindow, PacketOfTheSubtitleShownIsShownOnceTheReviewIs) {

@@ -99,6 +99,12 @@ QString WindowTest::LoadStream(const Bytes& stream) {
   return path;
 }
 
+QString WindowTest::LongPath(const QString& name) {
+  const QString folder = Path(QString(120, 'a') + '/' + QString(120, 'b'));
+  EXPECT_TRUE(QDir().mkpath(folder));
+  return folder + '/' + name;
+}
+
 Bytes WindowTest::SavedBytes() {
   const QString path = Path("saved.sup");
   QFile::remove(path);

@@ -69,6 +69,8 @@ class WindowTest : public testing::Test {
   void StartWith(const QString& path);
   /// Writes the stream to movie.sup and opens it; the path.
   QString LoadStream(const Bytes& stream);
+  /// A path of more than 256 characters, in folders that are there.
+  QString LongPath(const QString& name);
   /// Save SUP into a new file; what was written.
   Bytes SavedBytes();
   /// GoTo, with the number typed into its box.
