@@ -52,6 +52,17 @@ TEST(ColourName, EachHueBeginsAtItsDegree) {
   }
 }
 
+TEST(ColourName, NamesChangeAtTheirChromaAndLightness) {
+  static constexpr Named Colours[] = {
+      {MakeRgb(100, 100, 123), "grey"},        {MakeRgb(100, 100, 124), "dark blue"},
+      {MakeRgb(143, 0, 0), "dark red"},        {MakeRgb(144, 0, 0), "red"},
+      {MakeRgb(255, 127, 127), "red"},         {MakeRgb(255, 128, 128), "light red"},
+      {MakeRgb(255, 192, 128), "light orange"}};
+  for (const Named& colour : Colours) {
+    EXPECT_EQ(ColourName(colour.Colour).toStdString(), colour.Name);
+  }
+}
+
 TEST(ColourName, LightAndDarkAreTold) {
   static constexpr Named Colours[] = {
       {MakeRgb(252, 150, 150), "light red"},  {MakeRgb(150, 253, 150), "light green"},

@@ -237,6 +237,37 @@ TEST_F(Inspector, LoupeTellsItsPixelInTwoLinesBelowIt) {
   }
 }
 
+TEST_F(Inspector, LoupeShowsTheFramesCornerAndNothingBesideIt) {
+  PointAt(0, 0);
+  Press(Qt::Key_Z);
+  QTest::keyClick(&TheLoupe(), Qt::Key_Up);
+  EXPECT_EQ(Pixel(), "0, 0");
+  const QImage loupe = TheLoupe().grab().toImage();
+  const QPoint middle(2 + (loupe.width() - 4 - 15 * 12) / 2 + 7 * 12, 2 + 7 * 12);
+  const QColor empty = Window.palette().color(QPalette::Window);
+  EXPECT_EQ(loupe.pixelColor(middle + QPoint(5, 5)), QColor(60, 60, 60));
+  EXPECT_EQ(loupe.pixelColor(middle + QPoint(-8, 5)), empty);
+  EXPECT_EQ(loupe.pixelColor(middle + QPoint(5, -8)), empty);
+}
+
+TEST_F(Inspector, LoupeIsDrawnInTheThemesColours) {
+  PointAt(102, 400);
+  Press(Qt::Key_Z);
+  ASSERT_TRUE(TheLoupe().hasFocus());
+  const QPalette& theme = TheLoupe().palette();
+  EXPECT_EQ(TheLoupe().grab().toImage().pixelColor(0, 0), theme.color(QPalette::Highlight));
+  Control<QWidget>("Command_Next").setFocus();
+  const QImage loupe = TheLoupe().grab().toImage();
+  EXPECT_EQ(loupe.pixelColor(0, 0), theme.color(QPalette::WindowText));
+  int inText = 0;
+  for (int y = 2 + 15 * 12; y < loupe.height() - 2; ++y) {
+    for (int x = 4; x < loupe.width() - 4; ++x) {
+      inText += loupe.pixelColor(x, y) == theme.color(QPalette::WindowText) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(inText, 20);
+}
+
 TEST_F(Inspector, LetterZIsTypedInFields) {
   auto& filter = Control<QLineEdit>("Text_Filter");
   filter.setFocus();

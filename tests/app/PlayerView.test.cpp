@@ -156,6 +156,15 @@ TEST_F(Player, SpacePlaysUnlessAControlTakesIt) {
   EXPECT_FALSE(IsChecked("Check_Player"));
 }
 
+TEST_F(Player, SpacePlaysAlsoWhileTheLoupeHasTheFocus) {
+  LoadStream(Moving().Build());
+  Click("Check_Player");
+  Window.findChild<QAction*>("Action_Loupe")->trigger();
+  auto& loupe = Control<QWidget>("Loupe");
+  QTest::keyClick(&loupe, Qt::Key_Space);
+  EXPECT_TRUE(Bar().IsPlaying());
+}
+
 TEST_F(Player, MenuEntriesAreTheSameCommands) {
   LoadStream(Moving().Build());
   auto* player = Window.findChild<QAction*>("Action_Player");

@@ -87,6 +87,7 @@ TEST(DurationInWords, HasAsManyPartsAsItNeeds) {
   EXPECT_EQ(DurationInWords(121 * TicksPerSecond), "2 minutes 1 second");
   EXPECT_EQ(DurationInWords(7201 * TicksPerSecond), "2 hours 1 second");
   EXPECT_EQ(DurationInWords(3660 * TicksPerSecond), "1 hour 1 minute");
+  EXPECT_EQ(DurationInWords(60 * TicksPerSecond + 900), "1 minute 0.01 seconds");
 }
 
 TEST(DurationInWords, OfTheLongestTimeDoesNotOverflow) {
@@ -102,6 +103,7 @@ TEST(TimeInWords, HasHoursWithoutALeadingZero) {
 }
 
 TEST(ProblemCountInWords, CountsInWordsUpToNine) {
+  EXPECT_EQ(ProblemCountInWords(0), "no problems");
   EXPECT_EQ(ProblemCountInWords(1), "one problem");
   EXPECT_EQ(ProblemCountInWords(2), "two problems");
   EXPECT_EQ(ProblemCountInWords(9), "nine problems");
