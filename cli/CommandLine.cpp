@@ -580,6 +580,11 @@ CommandResult WrongUsageOf(const CommandTable& table, const CLI::ParseError& err
                             Words::Tr("Try '%1'.", {table.HelpCommand()}));
 }
 
+/// What is left where a command cannot do its work. Of `diff`, 1 says that the streams differ.
+ExitCode TroubleOf(const std::vector<std::string>& arguments) {
+  return !arguments.empty() && arguments.front() == "diff" ? ExitCode::WrongUsage : ExitCode::Failed;
+}
+
 void Tell(const CommandResult& result, bool asJson, const Console& console) {
   if (result.Reason.empty()) {
     return;
@@ -610,12 +615,13 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
     }
   } catch (const std::bad_alloc&) {
     result = Failed("", Words::Tr("there is not enough memory"));
+    result.Code = TroubleOf(arguments);
   }
   Tell(result, isJson, console);
   console.Out.flush();
   if (!console.Out) {
     console.Err << Program << ": " << Words::Tr("standard output cannot be written") << '\n';
-    return static_cast<int>(ExitCode::Failed);
+    return static_cast<int>(TroubleOf(arguments));
   }
   return static_cast<int>(result.Code);
 }

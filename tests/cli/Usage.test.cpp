@@ -305,6 +305,7 @@ TEST_F(Usage, FullStandardOutputIsAFailure) {
   EXPECT_EQ(run.Err, "quillmark-cli: standard output cannot be written\n");
   EXPECT_EQ(RunScript("quillmark-cli --version >/dev/full").ExitCode, 1);
   EXPECT_EQ(RunScript("quillmark-cli --help >/dev/full").ExitCode, 1);
+  EXPECT_EQ(RunScript("quillmark-cli diff a.sup a.sup >/dev/full").ExitCode, 2) << "1 says that they differ";
 }
 
 }  // namespace
