@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTest>
 
 #include "tests/app/Placing.h"
 #include "tests/app/ShapedTexts.h"
