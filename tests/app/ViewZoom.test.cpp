@@ -18,6 +18,10 @@ TEST(ZoomSteps, GoFrom50To800Percent) {
   EXPECT_EQ(ZoomStepAbove(800), 800);
   EXPECT_EQ(ZoomStepAbove(119.3), 150);
   EXPECT_EQ(ZoomStepAbove(99.7), 150);  // a frame that fits to less than half a percent of 100
+  EXPECT_EQ(ZoomStepAbove(99.5), 150);
+  EXPECT_EQ(ZoomStepAbove(99.4), 100);
+  EXPECT_EQ(ZoomStepBelow(100.5), 75);
+  EXPECT_EQ(ZoomStepBelow(100.6), 100);
   EXPECT_EQ(ZoomStepBelow(100), 75);
   EXPECT_EQ(ZoomStepBelow(50), 50);
   EXPECT_EQ(ZoomStepBelow(119.3), 100);
