@@ -141,6 +141,7 @@ void ReviewPanel::FollowMerge() {
   ShowTimes();
   if (!document_.HasBothStreams()) {
     if (std::exchange(settings_, std::nullopt)) {
+      pictures_.Forget();
       finder_->Stop();
     }
   } else if (isVisible()) {
