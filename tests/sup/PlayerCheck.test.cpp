@@ -146,6 +146,15 @@ TEST(CheckForPlayers, ACommandThatOnlyALaterSequenceHas) {
               ElementsAre(Problem(10 + 29, Code::LateCommand, "command 0x05")));
 }
 
+TEST(CheckForPlayers, ColoursThatOnlyALaterSequenceHas) {
+  // The colours are in the second sequence, unit byte 29.
+  const Bytes first = Join({SetContrast(15, 15, 15, 0), SetArea(100, 103, 400, 401), SetFields(4, 6)});
+  EXPECT_THAT(
+      ForPlayers(PlayerPacket(Join({Sequence(0, 29, {StartDisplay, first, EndOfSequence}),
+                                    Sequence(90, 29, {SetColour(3, 2, 1, 0), StopDisplay, EndOfSequence})}))),
+      ElementsAre(Problem(10 + 33, Code::LateCommand, "command 0x03")));
+}
+
 TEST(CheckForPlayers, ACommandThatIsRepeatedLaterIsNoProblem) {
   EXPECT_THAT(
       ForPlayers(PlayerPacket(Join({Sequence(0, 32, {StartDisplay, PlayerPicture, EndOfSequence}),
