@@ -615,6 +615,8 @@ int RunCommandLine(const std::vector<std::string>& arguments, const Console& con
     }
   } catch (const std::bad_alloc&) {
     result = Failed("", Words::Tr("there is not enough memory"));
+  }
+  if (result.Code == ExitCode::Failed && !result.Reason.empty()) {
     result.Code = TroubleOf(arguments);
   }
   Tell(result, isJson, console);

@@ -12,15 +12,6 @@
 namespace quillmark::cli {
 namespace {
 
-/// The exit code 1 is left to streams that differ.
-CommandResult LoadToCompare(const StreamSource& source, SupStream& stream, const Console& console) {
-  CommandResult loaded = LoadStream(source, stream, console);
-  if (!loaded.IsDone()) {
-    loaded.Code = ExitCode::WrongUsage;
-  }
-  return loaded;
-}
-
 Json Number(const std::optional<std::size_t>& index) {
   return index ? Json(*index + 1) : Json();
 }
@@ -85,11 +76,10 @@ std::string CountsText(const PairCounts& counts) {
 CommandResult Diff(const DiffOptions& options, const Console& console) {
   SupStream first;
   SupStream second;
-  if (CommandResult loaded = LoadToCompare({options.First, options.Track}, first, console);
-      !loaded.IsDone()) {
+  if (CommandResult loaded = LoadStream({options.First, options.Track}, first, console); !loaded.IsDone()) {
     return loaded;
   }
-  if (CommandResult loaded = LoadToCompare({options.Second, options.SecondTrack}, second, console);
+  if (CommandResult loaded = LoadStream({options.Second, options.SecondTrack}, second, console);
       !loaded.IsDone()) {
     return loaded;
   }
