@@ -82,7 +82,6 @@ ToolDialog::ToolDialog(const ToolForm& form, ToolSubject subject, QWidget* paren
   setWindowTitle(form.Name);
   setObjectName(QStringLiteral("ToolDialog"));
   tryLater_.setSingleShot(true);
-  tryLater_.setInterval(0);
   connect(&tryLater_, &QTimer::timeout, this, &ToolDialog::Try);
 
   auto* columns = new QVBoxLayout(this);

@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
@@ -42,6 +44,7 @@ TEST_F(DialogLayout, ControlsOfEveryToolStandApart) {
     const testing::ScopedTrace trace(__FILE__, __LINE__, tool);
     In(tool, [tool](QDialog& dialog) {
       EXPECT_EQ(dialog.windowTitle(), tool);
+      EXPECT_EQ(dialog.objectName(), "ToolDialog");
       ExpectApart(dialog);
       ExpectDownwards(dialog, {"Label_Now_0", "Label_Outcome", "Command_Run"});
       ExpectAcross(dialog, {"Label_Now_0", "Label_Then_0", "Picture_Trial"});
@@ -78,6 +81,45 @@ TEST_F(DialogLayout, FieldsOfEachWayStandInTheirOrder) {
     ExpectAcross(dialog, {"Field_with", "Command_Browse"});
     way(dialog, 1);
     ExpectDownwards(dialog, {"Combo_Way", "Field_with", "Field_at", "Label_Now_0"});
+  });
+}
+
+/// What it says of itself goes on in the next line where it is long, as in another language.
+TEST_F(DialogLayout, LongSentenceMakesNoToolWider) {
+  In("Retime", [](QDialog& dialog) {
+    for (QLabel* label : dialog.findChildren<QLabel*>()) {
+      if (label->text().startsWith("Moves or stretches")) {
+        label->setText(label->text().repeated(9));
+      }
+    }
+    QCoreApplication::processEvents();
+    EXPECT_LT(dialog.layout()->minimumSize().width(), 1000);
+  });
+}
+
+/// Where the row has more room than they need.
+TEST_F(DialogLayout, FieldsOfAToolAreAsWideAsTheyNeed) {
+  In("Move", [](QDialog& dialog) {
+    const auto& frame = *dialog.findChild<QComboBox*>("Field_frame");
+    EXPECT_EQ(frame.width(), frame.sizeHint().width());
+  });
+  In("Join", [](QDialog& dialog) {
+    const QRect field = PlaceIn(dialog, "Field_with");
+    const QRect browse = PlaceIn(dialog, "Command_Browse");
+    EXPECT_GT(field.width(), browse.width()) << "the path has what the button leaves";
+    EXPECT_EQ(browse.width(), dialog.findChild<QWidget*>("Command_Browse")->sizeHint().width());
+    EXPECT_LT(browse.left() - field.right(), 20);
+  });
+}
+
+TEST_F(DialogLayout, WhatHasToBeLeftStandsInLinesBelowTheOutcome) {
+  In("Move", [](QDialog& dialog) {
+    dialog.findChild<QLineEdit*>("Field_y")->setText("140");
+    QCoreApplication::processEvents();
+    ExpectApart(dialog);
+    ExpectDownwards(dialog, {"Label_Now_0", "Label_Outcome", "Text_Left", "Command_Run"});
+    const auto& left = *dialog.findChild<QWidget*>("Text_Left");
+    EXPECT_GE(left.height(), 3 * left.fontMetrics().lineSpacing());
   });
 }
 

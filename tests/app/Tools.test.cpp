@@ -3,6 +3,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
@@ -99,6 +102,63 @@ TEST_F(Tools, FactsOfNowAndThenStandSideBySide) {
       EXPECT_GT(now.top(), above) << fact;
       above = now.bottom();
     }
+    dialog.Cancel();
+  });
+}
+
+TEST_F(Tools, EveryFactOfTheSubtitleIsTold) {
+  LoadStream(Join({At(1).Build(), FourCodes(PacketBuilder().Time(3 * Second), 120, 410)}));
+  Click("Command_Next");
+  In("Force", [](const OpenTool& dialog) {
+    EXPECT_EQ(dialog.Control<QGroupBox>("").title(), "Subtitle 2");
+    const char* now[] = {"2", "00:00:03.00", "???", "120, 410", "8x2", "no"};
+    const char* then[] = {"2", "00:00:03.00", "???", "120, 410", "8x2", "yes"};
+    for (int fact = fact::Number; fact <= fact::Forced; ++fact) {
+      EXPECT_EQ(dialog.Now(fact), now[fact]);
+      EXPECT_EQ(dialog.Then(fact), then[fact]);
+    }
+    dialog.Cancel();
+  });
+}
+
+/// What is now stays to be seen.
+TEST_F(Tools, NothingIsToldOfWhatCannotBeDone) {
+  LoadStream(Join({At(1).Build(), At(3).Area(100, 103, 570, 571).Build()}));
+  In("Move", [](const OpenTool& dialog) {
+    dialog.Type("Field_y", "10");
+    ASSERT_TRUE(dialog.Control<QWidget>("Text_Left").isVisible());
+    dialog.Type("Field_y", "4x");
+    EXPECT_FALSE(dialog.Control<QWidget>("Text_Left").isVisible());
+    for (int fact = fact::Number; fact <= fact::Forced; ++fact) {
+      EXPECT_NE(dialog.Now(fact), "-") << fact;
+      EXPECT_EQ(dialog.Then(fact), "-") << fact;
+    }
+    dialog.Cancel();
+  });
+}
+
+/// At half the frame's size: where it is now in dots, where it would be in lines.
+TEST_F(Tools, FrameShowsBothPlacesOfAMovedSubtitle) {
+  LoadStream(At(1).Area(100, 199, 400, 439).Build());
+  In("Move", [](const OpenTool& dialog) {
+    const auto whites = [&dialog](int y) {
+      const QImage frame = dialog.Control<QWidget>("Picture_Trial").grab().toImage();
+      int count = 0;
+      for (int x = 49; x <= 100; ++x) {
+        count += frame.pixelColor(x, y) == Qt::white ? 1 : 0;
+      }
+      return count;
+    };
+    constexpr int Now = 199;
+    constexpr int Then = 149;
+    EXPECT_EQ(whites(Now), 0);
+    dialog.Type("Field_y", "-100");
+    EXPECT_GT(whites(Now), 10);
+    EXPECT_LT(whites(Now), 40);
+    EXPECT_EQ(whites(Then), 52);
+    dialog.Type("Field_y", "x");
+    EXPECT_GT(whites(Now), 10);
+    EXPECT_EQ(whites(Then), 0);
     dialog.Cancel();
   });
 }
@@ -295,6 +355,80 @@ TEST_F(Tools, WhatHasToBeLeftIsCountedAndNamed) {
   });
   EXPECT_EQ(SavedBytes(),
             Join({At(1).Area(100, 103, 410, 411).Build(), At(3).Area(100, 103, 574, 575).Build()}));
+}
+
+/// A line for each of the first thousand.
+TEST_F(Tools, OfManyThatHaveToBeLeftTheRestIsCounted) {
+  Bytes stream = At(1).Build();
+  const Bytes low = At(3).Area(100, 103, 570, 571).Build();
+  for (int i = 0; i < 1003; ++i) {
+    stream.insert(stream.end(), low.begin(), low.end());
+  }
+  LoadStream(stream);
+  In("Move", [](const OpenTool& tool) {
+    tool.Type("Field_y", "10");
+    const QStringList lines = tool.Left().split('\n');
+    ASSERT_EQ(lines.size(), 1001);
+    EXPECT_EQ(lines[0], "Subtitle 2 would leave the frame; it is left as it is");
+    EXPECT_EQ(lines[999], "Subtitle 1,001 would leave the frame; it is left as it is");
+    EXPECT_EQ(lines[1000], "and 3 more");
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, ChoiceOfAValueIsTried) {
+  LoadStream(At(1).Build());
+  In("Force", [](const OpenTool& tool) {
+    tool.Choose("Field_state", 1);
+    EXPECT_FALSE(tool.CanRun());
+    EXPECT_EQ(tool.Then(fact::Forced), "no");
+    tool.Choose("Field_state", 0);
+    EXPECT_TRUE(tool.CanRun());
+    EXPECT_EQ(tool.Then(fact::Forced), "yes");
+    tool.Control<QDialogButtonBox>("").button(QDialogButtonBox::Cancel)->click();
+  });
+  EXPECT_FALSE(Action("Undo").isEnabled());
+}
+
+TEST_F(Tools, AnotherWayIsTried) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    EXPECT_EQ(tool.Then(fact::Start), "00:00:01.04");
+    tool.Choose("Combo_Way", 1);  // from 25 to 23.976 pictures a second
+    EXPECT_EQ(tool.Then(fact::Start), "00:00:01.08");
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, NumbersAreTriedWhileTheyAreTyped) {
+  LoadStream(Join({At(1).Build(), At(3).Build(), At(5).Build()}));
+  In("Cut", [](const OpenTool& tool) {
+    tool.Type("Text_Only", "2");
+    EXPECT_EQ(tool.Outcome(), "1 subtitle would be taken out");
+    tool.Type("Text_Only", "2-");
+    EXPECT_EQ(tool.Outcome(), "2 subtitles would be taken out");
+    EXPECT_TRUE(tool.CanRun());
+    tool.Cancel();
+  });
+}
+
+TEST_F(Tools, BrowsedStreamIsTheOneToJoin) {
+  LoadStream(At(1).Build());
+  QDir(Folder.path()).mkdir("other");
+  const QString second = Write("other/second.sup", At(0).Build());
+  In("Join", [&](const OpenTool& tool) {
+    Dialogs.ExpectOpen(second);
+    tool.Check("Command_Browse");
+    EXPECT_EQ(Dialogs.Last().Folder, Folder.path());
+    EXPECT_EQ(tool.Control<QLineEdit>("Field_with").text(), second);
+    EXPECT_TRUE(tool.CanRun());
+    Dialogs.ExpectCancelled(DialogKind::OpenFile);
+    tool.Check("Command_Browse");
+    EXPECT_EQ(Dialogs.Last().Folder, Path("other"));
+    EXPECT_EQ(tool.Control<QLineEdit>("Field_with").text(), second);
+    tool.Cancel();
+  });
 }
 
 TEST_F(Tools, FrameIsThatOfTheWindowAtFirst) {
