@@ -112,7 +112,6 @@ void PaintSwatch(QPainter& painter, const QStyleOptionViewItem& option, const QR
   painter.setPen(ToQColor(DigitColourOn(FromQColor(QColor(BlendOver(translucent, CheckerMean))))));
   painter.drawText(swatch, Qt::AlignCenter, Digit(entry));
   painter.setPen(text);
-  painter.setBrush(Qt::NoBrush);
   painter.drawRect(swatch.adjusted(0, 0, -1, -1));
   const QRect behind(swatch.right() + 2, option.rect.y(), option.fontMetrics.maxWidth(),
                      option.rect.height());
