@@ -1,14 +1,17 @@
 #include "cli/Interruption.h"
 
 #include <csignal>
+#include <optional>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/ProgressBar.h"
 #include "cli/ToolCommand.h"
 #include "tests/cli/Program.h"
+#include "tests/support/IfoBuilder.h"
 
 namespace quillmark::cli {
 namespace {
@@ -55,6 +58,80 @@ TEST_F(InterruptionGuardTest, IgnoredSignalStaysIgnored) {
     EXPECT_FALSE(InterruptionGuard::Interrupted());
   }
   EXPECT_EQ(std::signal(SIGINT, previous), SIG_IGN);
+}
+
+/// A command's standard output, which looks what an interruption would do while something is written to it.
+class WatchingBuffer : public std::stringbuf {
+ public:
+  void Look() {
+    const auto handler = std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGINT, handler);
+    isWaited_ = isWaited_.value_or(false) || handler != SIG_DFL;
+  }
+
+  /// Whether one would be waited for; nothing where nobody looked.
+  [[nodiscard]] std::optional<bool> IsWaited() const { return isWaited_; }
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize length) override {
+    Look();
+    return std::stringbuf::xsputn(text, length);
+  }
+
+ private:
+  std::optional<bool> isWaited_;
+};
+
+class InterruptionOfACommandLine : public test::ProgramTest {
+ protected:
+  InterruptionOfACommandLine() : previous_(std::signal(SIGINT, SIG_DFL)) {
+    Write("a.sup", Join({Sound(Second).Build(), Sound(5 * Second).Build()}));
+    WriteText("a.json", R"({"version": 1, "steps": [{"tool": "retime", "shift": 1}]})");
+    Write("a.ifo", test::TitleSetFile({{}}));
+  }
+  ~InterruptionOfACommandLine() override { std::signal(SIGINT, previous_); }
+
+  /// Whether one is waited for while the command is at work.
+  static std::optional<bool> IsWaitedFor(const std::vector<std::string>& arguments) {
+    WatchingBuffer buffer;
+    std::ostream out(&buffer);
+    std::ostringstream err;
+    const Console console{.Out = out, .Err = err, .Interrupted = [&buffer] {
+                            buffer.Look();
+                            return false;
+                          }};
+    EXPECT_EQ(RunCommandLine(arguments, console), 0) << arguments[0] << ": " << err.str();
+    return buffer.IsWaited();
+  }
+
+ private:
+  void (*previous_)(int);
+};
+
+TEST_F(InterruptionOfACommandLine, IsWaitedForWhereFilesAreWritten) {
+  const std::vector<std::vector<std::string>> commandLines = {
+      {"picture", "a.sup", "1", "-o", "a.png"},
+      {"export", "a.sup"},
+      {"retime", "a.sup", "--shift", "1", "-o", "b.sup"},
+      {"join", "a.sup", "a.sup", "-o", "b.sup"},
+      {"fix", "a.sup", "-o", "b.sup"},
+      {"apply", "a.json", "a.sup", "--out-dir", "out"},
+      {"palette", "a.ifo", "-o", "b.pal"},
+      {"convert", "a.sup", "-o", "b.idx"},
+      {"merge", "a.sup", "a.sup", "-o", "b.sup"},
+      {"salvage", "a.sup", "-o", "b.sup"}};
+  for (const auto& commandLine : commandLines) {
+    EXPECT_EQ(IsWaitedFor(commandLine), true) << commandLine[0];
+  }
+}
+
+TEST_F(InterruptionOfACommandLine, EndsTheProgramWhereFilesAreOnlyRead) {
+  const std::vector<std::vector<std::string>> commandLines = {
+      {"report", "a.sup"}, {"list", "a.sup"},     {"check", "a.sup"}, {"diff", "a.sup", "a.sup"},
+      {"tracks", "a.sup"}, {"palettes", "a.ifo"}, {"help", "merge"}};
+  for (const auto& commandLine : commandLines) {
+    EXPECT_EQ(IsWaitedFor(commandLine), false) << commandLine[0];
+  }
 }
 
 /// Commands called in this process, with an interruption after some steps.

@@ -78,6 +78,13 @@ TEST_F(MergeReviewCommand, UnitsHaveTheSizesThatAreWritten) {
   EXPECT_EQ(review["pairs"][1]["unit_bytes"], rows[1]["size"]);
 }
 
+TEST_F(MergeReviewCommand, SubtitlesNeverShownTogetherOverlapByNothing) {
+  Write("b.sup", Join({Sound(2 * Second).Build()}));
+  const Json review = Review({});
+  EXPECT_EQ(review["pairs"][0]["overlap_ticks"], 0) << review["pairs"][0].dump();
+  EXPECT_EQ(review["pairs"][0]["overlap_ms"], 0);
+}
+
 TEST_F(MergeReviewCommand, OutputBesideADryRunIsNotWritten) {
   EXPECT_EQ(Run({"merge", "a.sup", "b.sup", "--dry-run", "-o", "c.sup"}).ExitCode, 0);
   EXPECT_FALSE(Exists("c.sup"));

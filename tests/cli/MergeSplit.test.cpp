@@ -68,6 +68,7 @@ TEST_F(MergeSplitCommand, DryRunTellsWhichIsAlone) {
   EXPECT_EQ(pairs[0]["primary"], 1);
   EXPECT_EQ(pairs[0]["secondary"], nullptr);
   EXPECT_EQ(pairs[0]["overlap_ms"], 0);
+  EXPECT_EQ(pairs[0]["overlap_ticks"], 0);
   EXPECT_EQ(pairs[1]["primary"], 1);
   EXPECT_EQ(pairs[1]["secondary"], 1);
   EXPECT_EQ(pairs[1]["overlap_ticks"], 50000);
