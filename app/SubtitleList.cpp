@@ -252,7 +252,6 @@ void SubtitleList::FollowStream(StreamChange what) {
   }
   if (what == StreamChange::Stream) {
     // What was looked for in another stream hides what is in this one.
-    picked_.clear();
     const QSignalBlocker blockedText(text_);
     const QSignalBlocker blockedKind(kind_);
     text_->clear();

@@ -123,6 +123,7 @@ TEST_F(CompareFile, ListMarksItsRowsUntilTheWindowIsClosed) {
   EXPECT_TRUE(List().isColumnHidden(ComparedColumn));
   CompareWith(OtherSubtitles());
   EXPECT_FALSE(List().isColumnHidden(ComparedColumn));
+  EXPECT_EQ(List().horizontalHeader()->visualIndex(ComparedColumn), 3) << "in sight, behind the start";
   EXPECT_EQ(Cell(0, ComparedColumn), "");
   EXPECT_EQ(Cell(1, ComparedColumn), "moved in time");
   EXPECT_EQ(Cell(2, ComparedColumn), "2 other pixels");

@@ -1,13 +1,18 @@
+#include <algorithm>
+#include <set>
+
 #include <QAccessible>
 #include <QClipboard>
 #include <QMenu>
 #include <QMimeData>
 #include <QScreen>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QSplitter>
 #include <QTemporaryDir>
 
 #include "app/Document.h"
+#include "app/TimeStrip.h"
 #include "tests/app/ListTest.h"
 
 namespace quillmark::test {
@@ -100,6 +105,70 @@ TEST_F(ListTest, RowWithAnInvalidSecondaryFailsAsGoToDoes) {
   ClickRow(2);
   Dialogs.Verify();
   EXPECT_EQ(TextOf("Text_SubNum"), "?");
+}
+
+TEST_F(ListTest, NumbersOfBothStreamsHaveRoomWhileMerging) {
+  LoadStream(PrimaryStream({{0, 100}, {200, 100}}));
+  const int alone = List().columnWidth(column::Number);
+  MergeInTheList(SecondaryStream({0}));
+  EXPECT_GE(List().columnWidth(column::Number), alone + List().fontMetrics().horizontalAdvance(" + 0000"));
+  Action("LeaveMerge").trigger();
+  EXPECT_EQ(List().columnWidth(column::Number), alone);
+  List().setColumnWidth(column::Number, 133);  // as the user likes it
+  MergeInTheList(SecondaryStream({0}));
+  EXPECT_EQ(List().columnWidth(column::Number), 133);
+  Action("LeaveMerge").trigger();
+  EXPECT_EQ(List().columnWidth(column::Number), 133);
+}
+
+TEST_F(ListTest, StripHasALaneForTheSecondStreamWhileMerging) {
+  LoadStream(PrimaryStream({{0, 100}, {200, 100}}));
+  auto& strip = Control<TimeStrip>("Strip_Time");
+  const int alone = strip.sizeHint().height();
+  MergeInTheList(SecondaryStream({0}));
+  EXPECT_GT(strip.sizeHint().height(), alone);
+  strip.ZoomAt(10, 4);
+  const double span = strip.View().Span;
+  Window.Content().SetYOffset(10);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(strip.View().Span, span) << "what is seen of the film stays";
+  Action("LeaveMerge").trigger();
+  EXPECT_EQ(strip.sizeHint().height(), alone);
+}
+
+// The strip of time
+
+TEST_F(ListTest, StripMarksTheSubtitlesWithProblems) {
+  // Below the frame, or not.
+  const auto shown = [this](unsigned y) {
+    LoadStream(Join({FourCodes(PacketBuilder().Time(1 * Second).Delay(100)),
+                     FourCodes(PacketBuilder().Time(5 * Second).Delay(100)),
+                     FourCodes(PacketBuilder().Time(9 * Second).Delay(100), 100, y)}));
+    FindProblems();
+    return Control<TimeStrip>("Strip_Time").grab().toImage();
+  };
+  const QImage sound = shown(400);
+  const QImage marked = shown(580);
+  const int middle = sound.width() * 3 / 4;
+  EXPECT_EQ(marked.copy(0, 0, middle, sound.height()), sound.copy(0, 0, middle, sound.height()));
+  EXPECT_NE(marked, sound);
+}
+
+TEST_F(ListTest, FilmOfOneSubtitleIsShownAndLookedThrough) {
+  LoadStream(FourCodes(PacketBuilder().Time(Second).Delay(80), 100, 580));
+  auto& strip = Control<TimeStrip>("Strip_Time");
+  EXPECT_EQ(strip.SubtitleAt(strip.width() / 2), 0U);
+  FindProblems();
+  EXPECT_EQ(ProblemCount(), "1 subtitle, 1 with problems");
+}
+
+// Room
+
+TEST_F(ListTest, TwoRowsStayHoweverMuchRoomTheProblemsTake) {
+  LoadStream(ThreeSubtitles());
+  Control<QSplitter>("Splitter_Problems").setSizes({0, 2000});
+  QCoreApplication::processEvents();
+  EXPECT_GE(List().height(), List().horizontalHeader()->height() + 2 * 24);
 }
 
 // Copying
@@ -249,6 +318,28 @@ TEST_F(ListTest, EveryRowSaysInASentenceWhatItIs) {
     QAccessibleInterface* control = QAccessible::queryAccessibleInterface(&Control<QWidget>(name));
     EXPECT_NE(control->text(QAccessible::Name), "") << name;
   }
+}
+
+TEST_F(ListTest, ColumnThatIsMovedToTheFrontSaysWhatTheRowIs) {
+  LoadStream(ThreeSubtitles());
+  List().horizontalHeader()->moveSection(column::Start, 0);
+  QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&List())->tableInterface();
+  EXPECT_TRUE(table->cellAt(1, column::Start)->text(QAccessible::Name).startsWith("Subtitle 2, "));
+  EXPECT_EQ(List().currentIndex().column(), column::Start);
+}
+
+/// Each row as soon as it is known.
+TEST_F(ListTest, ProblemsThatAreFoundAreToldOfTheirRows) {
+  const QSignalSpy told(List().model(), &QAbstractItemModel::dataChanged);
+  LoadStream(InvalidSecond());
+  FindProblems();
+  std::set<int> rows;
+  for (const QList<QVariant>& change : told) {
+    for (int row = change[0].toModelIndex().row(); row <= change[1].toModelIndex().row(); ++row) {
+      rows.insert(row);
+    }
+  }
+  EXPECT_EQ(rows, (std::set{0, 1, 2}));
 }
 
 // Other screens

@@ -25,6 +25,7 @@ TEST_F(ListTest, IsEmptyBeforeAStreamAndAfterACancelledLoad) {
   Dialogs.ExpectCancelled(DialogKind::OpenFile);
   Click("Command_LoadSup");
   EXPECT_EQ(List().model()->rowCount(), 0);
+  EXPECT_EQ(Count(), "0 of 0");
   EXPECT_EQ(ProblemCount(), "");
   Click("Command_Reopen");
   EXPECT_EQ(List().model()->rowCount(), 3);
@@ -230,6 +231,34 @@ TEST_F(ListTest, FilterHidesSelectedRowsWithoutForgettingThem) {
   EXPECT_EQ(SelectedRows(), (Rows{2, 5, 6}));
 }
 
+TEST_F(ListTest, SelectionIsPickedAnewWhereItIsChosenAgain) {
+  LoadStream(ManySubtitles(9));
+  ClickRow(2);
+  Choose("Combo_Filter", "Selected");
+  Choose("Combo_Filter", "All");
+  ClickRow(5);
+  Choose("Combo_Filter", "Selected");
+  EXPECT_EQ(Count(), "1 of 9");
+  EXPECT_EQ(Cell(0, column::Number), "5");
+}
+
+TEST_F(ListTest, SelectionIsNotThatOfAnotherStream) {
+  LoadStream(ManySubtitles(9));
+  ClickRow(3);
+  ClickRow(5, Qt::ControlModifier);
+  Type("1-9");
+  LoadStream(ManySubtitles(8));
+  EXPECT_EQ(SelectedRows(), Rows{1});
+}
+
+TEST_F(ListTest, NothingIsKnownOfAStreamThatIsGone) {
+  LoadStream(ManySubtitles(1500));
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(Window.findChild<ProblemFinder*>()->Survey().Marks().empty());
+}
+
 TEST_F(ListTest, SelectionMadeAmongFewRowsIsTheOneThatStays) {
   LoadStream(ManySubtitles(9));
   ClickRow(2);
@@ -308,6 +337,17 @@ TEST_F(ListTest, DamageHasARowOfItsOwn) {
   EXPECT_EQ(TextOf("Text_SubNum"), "1");
   EXPECT_TRUE(Problems().startsWith("Offset 144: ")) << Problems().toStdString();
   EXPECT_EQ(CurrentRow(), 4);
+}
+
+TEST_F(ListTest, DamageStaysTheCurrentRowWhereTheListNarrows) {
+  LoadStream(Join({FourCodes(PacketBuilder().Time(1 * Second)),
+                   FourCodes(PacketBuilder().Time(3 * Second).Delay(80)), Bytes(5, 0x33)}));
+  FindProblems();
+  ClickRow(3);
+  Choose("Combo_Filter", "With problems");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(List().model()->rowCount(), 2);
+  EXPECT_EQ(CurrentRow(), 2);
 }
 
 TEST_F(ListTest, ClickInTheStripOfTimeIsAJump) {
