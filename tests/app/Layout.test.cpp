@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSplitter>
 #include <QTest>
 
 #include "tests/app/Placing.h"
@@ -76,6 +77,15 @@ TEST_F(Layout, WindowFitsASmallScreen) {
   EXPECT_LE(Window.height(), SmallScreen.height());
 }
 
+TEST_F(Layout, WindowIsAtFirstAsLargeAsAllThatStandsInIt) {
+  Resize(Window.sizeHint());
+  for (const char* name : {"Picture1", "Frame1", "Frame2", "Frame3", "Command_SetAll", "Label1_0"}) {
+    EXPECT_TRUE(IsWhole(name)) << name;
+  }
+  EXPECT_GT(TopOf("Frame1"), TopOf("Picture1") + 576);
+  EXPECT_LT(TopOf("Frame1"), TopOf("Picture1") + 576 + 20);
+}
+
 TEST_F(Layout, EveryControlLiesInsideItsParent) {
   for (const QWidget* control : VisibleControls(Window)) {
     EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()))
@@ -131,6 +141,15 @@ TEST_F(Layout, WhatRoomIsLeftIsBelowTheCommandsAndTheListsOwn) {
   EXPECT_EQ(Control<QWidget>("Command_SetAll").width(), commands);
   EXPECT_EQ(Control<QWidget>("List_Subtitles").width(), list + 100);
   EXPECT_EQ(Control<QWidget>("Strip_Time").height(), Control<QWidget>("Strip_Time").sizeHint().height());
+}
+
+TEST_F(Layout, NeitherCommandsNorListArePushedAway) {
+  Resize({1700, 900});
+  auto& splitter = Control<QSplitter>("Splitter_List");
+  splitter.setSizes({2000, 0});
+  EXPECT_TRUE(FrameIsWhole("List_Subtitles"));
+  splitter.setSizes({0, 2000});
+  EXPECT_TRUE(IsWhole("Command_SetAll"));
 }
 
 TEST_F(Layout, HiddenListLeavesItsPlaceEmpty) {
@@ -219,6 +238,9 @@ TEST_F(Layout, FrameScrollsWhereRoomIsShort) {
   Resize(SmallestWindow);
   EXPECT_FALSE(IsWhole("Picture1"));
   EXPECT_EQ(Control<QWidget>("Picture1").size(), QSize(720, 576));
+  const auto& commands = Control<QWidget>("Splitter_List");
+  EXPECT_GE(commands.width(), commands.minimumSizeHint().width()) << "they keep what they need";
+  EXPECT_TRUE(IsWhole("Command_LoadSup"));
   // The lower middle is what stays in sight.
   EXPECT_TRUE(Control<QWidget>("Picture1").visibleRegion().contains(QPoint(360, 570)));
   Resize(SmallScreen);
@@ -258,6 +280,32 @@ TEST_F(Layout, GroupsStandBelowTheFrameWhereNothingOfItIsHiddenBySoDoing) {
   EXPECT_TRUE(wasBelow && wasBeside);
 }
 
+TEST_F(Layout, GroupsStandBelowTheFrameWhereThereIsRoomForTheStripAboveItToo) {
+  // The lowest one with room for the groups, but not for the strip.
+  for (int height = 640; LeftOf("Frame1") > LeftOf("Picture1") + 100 || height < 660; height += 2) {
+    Resize({SmallScreen.width(), height});
+  }
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSup");
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(Control<QWidget>("Strip_Closed").isVisible());
+  EXPECT_TRUE(IsWhole("Picture1"));
+  bool wasBelow = false;
+  bool wasBeside = false;
+  for (int height = 660; height < 800; height += 4) {
+    Resize({SmallScreen.width(), height});
+    const bool isBelow = LeftOf("Frame1") < LeftOf("Picture1") + 100;
+    (isBelow ? wasBelow : wasBeside) = true;
+    if (isBelow) {
+      EXPECT_TRUE(IsWhole("Picture1")) << height;
+      EXPECT_TRUE(IsWhole("Frame1")) << height;
+    }
+  }
+  EXPECT_TRUE(wasBelow && wasBeside);
+  const auto& group = Control<QWidget>("Frame1");
+  EXPECT_EQ(group.height(), group.sizeHint().height()) << "what room is left is below";
+}
+
 TEST_F(Layout, FrameThatIsWholeLeavesNoRoomForAScrollBar) {
   Resize(ScaledScreen);
   const QWidget& view = *Control<QWidget>("Picture1").parentWidget()->parentWidget();
@@ -268,8 +316,23 @@ TEST_F(Layout, FrameThatIsWholeLeavesNoRoomForAScrollBar) {
     const bool isWhole = IsWhole("Picture1");
     (isWhole ? wasWhole : wasCut) = true;
     EXPECT_EQ(view.width() == 720, isWhole) << height;
+    EXPECT_EQ(Control<QWidget>("Picture1").visibleRegion().boundingRect().width(), 720) << height;
   }
   EXPECT_TRUE(wasWhole && wasCut);
+}
+
+TEST_F(Layout, FrameThatIsTooWideIsSeenInItsWholeHeight) {
+  Resize({SmallestWindow.width(), SmallScreen.height()});
+  const QWidget& view = *Control<QWidget>("Picture1").parentWidget()->parentWidget();
+  ASSERT_LT(view.width(), 720);
+  const int enough = Window.width() + 720 - view.width();
+  for (int width = enough - 3; width <= enough + 3; ++width) {
+    Resize({width, SmallScreen.height()});
+    const bool isWhole = IsWhole("Picture1");
+    EXPECT_EQ(isWhole, width >= enough) << width;
+    EXPECT_EQ(view.height() == 576, isWhole) << width;
+    EXPECT_EQ(Control<QWidget>("Picture1").visibleRegion().boundingRect().height(), 576) << width;
+  }
 }
 
 TEST_F(Layout, ControlWithTheFocusComesIntoSight) {
@@ -336,6 +399,18 @@ TEST_F(Layout, ControlsOfAReviewDoNotOverlapAndStandInTheirOrder) {
   EXPECT_GT(Control<QWidget>("Slider_YOffset").width(), Control<QWidget>("Spin_YOffset").width())
       << "what room is left is the slider's";
   inOrder({"Option_Pairs", "Option_Split", "Spin_Join"});
+}
+
+TEST_F(Layout, SidesEndTogetherAndAsFarFromTheEdges) {
+  const QWidget& right = Control<QWidget>("Splitter_List");
+  const QWidget& left = *Control<QWidget>("Frame1").parentWidget()->parentWidget();
+  ASSERT_EQ(left.parentWidget(), right.parentWidget());
+  EXPECT_EQ(right.geometry().top(), left.geometry().top());
+  EXPECT_EQ(right.geometry().bottom(), left.geometry().bottom());
+  const int edge = left.geometry().left();
+  EXPECT_EQ(left.geometry().top(), edge);
+  EXPECT_EQ(right.geometry().right(), right.parentWidget()->rect().right() - edge);
+  EXPECT_EQ(right.geometry().left() - left.geometry().right() - 1, edge);
 }
 
 TEST_F(Layout, FrameStandsLeftOfTheCommands) {

@@ -271,6 +271,36 @@ TEST_F(ListMemory, ColumnsSplittersAndHidingAreRemembered) {
   EXPECT_EQ(window.findChild<QSplitter*>("Splitter_Problems")->sizes().last(), problems);
 }
 
+/// Also where the window is too narrow for it at first.
+TEST_F(ListMemory, SplitterBesideTheListIsRemembered) {
+  const auto widen = [](frmTest& window) {
+    window.resize(1700, 720);
+    QCoreApplication::processEvents();
+  };
+  QList<int> sizes;
+  {
+    frmTest window;
+    Show(window);
+    widen(window);
+    auto* splitter = window.findChild<QSplitter*>("Splitter_List");
+    splitter->setSizes({splitter->sizes()[0] + 60, splitter->sizes()[1] - 60});
+    sizes = splitter->sizes();
+    window.resize(1300, 720);
+    QCoreApplication::processEvents();
+    window.close();
+  }
+  {
+    frmTest window;
+    Show(window);
+    widen(window);
+    EXPECT_EQ(window.findChild<QSplitter*>("Splitter_List")->sizes(), sizes);
+    window.close();
+  }
+  frmTest window;
+  Show(window);
+  EXPECT_EQ(window.findChild<QSplitter*>("Splitter_List")->sizes(), sizes);
+}
+
 TEST_F(ListTest, ColumnsThatWouldAllBeHiddenAreNotRestored) {
   LoadStream(ThreeSubtitles());
   auto& list = *Window.findChild<SubtitleList*>();
