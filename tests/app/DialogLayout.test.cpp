@@ -126,11 +126,14 @@ TEST_F(DialogLayout, WhatHasToBeLeftStandsInLinesBelowTheOutcome) {
 TEST_F(DialogLayout, ControlsOfExportStandInTheirOrder) {
   In("Export", [](QDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Export");
+    EXPECT_EQ(dialog.objectName(), "ExportDialog");
     ExpectApart(dialog);
     ExpectDownwards(
         dialog, {"Combo_What", "Option_All", "Text_Path", "Combo_Language", "Label_Files", "Command_Export"});
     ExpectAcross(dialog, {"Option_All", "Option_Selected"});
     ExpectAcross(dialog, {"Text_Path", "Command_Browse"});
+    const auto& path = *dialog.findChild<QLineEdit*>("Text_Path");
+    EXPECT_GE(path.width(), path.fontMetrics().horizontalAdvance(QString(40, 'n'))) << "for long names";
   });
 }
 
@@ -229,6 +232,7 @@ TEST_F(DialogLayout, ControlsOfAnImportStandInTheirOrder) {
   TrackDialog dialog("movie.vob", file, present, nullptr);
   Dialogs.Expect(DialogKind::Other, [](QDialog& shown) {
     EXPECT_EQ(shown.windowTitle(), "Import subtitles");
+    EXPECT_EQ(shown.objectName(), "TrackDialog");
     ExpectApart(shown);
     ExpectDownwards(shown, {"List_Tracks", "Text_Notes", "Combo_Second", "Command_Open"});
     const auto& list = *shown.findChild<QTableView*>("List_Tracks");

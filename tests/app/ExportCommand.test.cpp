@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <map>
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDirIterator>
 #include <QPushButton>
@@ -43,7 +45,7 @@ class OpenExport {
   [[nodiscard]] QString Files() const { return Control<QLabel>("Label_Files").text(); }
   [[nodiscard]] QString Language() const { return Control<QComboBox>("Combo_Language").currentText(); }
   void Export() const { Control<QPushButton>("Command_Export").click(); }
-  void Cancel() const { dialog_.reject(); }
+  void Cancel() const { dialog_.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click(); }
 
  private:
   QDialog& dialog_;
@@ -324,7 +326,34 @@ TEST_F(ExportCommand, ChosenNameStaysWithTheEndingOfTheKind) {
     dialog.Type("other");
     EXPECT_EQ(dialog.Files(), "Writes other_001.png");
     dialog.Type(" ");
+    EXPECT_EQ(dialog.Files(), "");
     EXPECT_FALSE(dialog.Control<QPushButton>("Command_Export").isEnabled());
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, EndingIsThatOfTheKindAlone) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    dialog.Type("other.sub");
+    EXPECT_EQ(dialog.Files(), "Writes other.sub.sup");
+    dialog.Cancel();
+  });
+  Start();
+}
+
+TEST_F(ExportCommand, LanguagesStandInTheOrderOfTheirNames) {
+  LoadStream(ThreeSubtitles());
+  In([](const OpenExport& dialog) {
+    const auto& list = dialog.Control<QComboBox>("Combo_Language");
+    EXPECT_EQ(list.itemText(0), "unknown");
+    QStringList names;
+    for (int row = 1; row < list.count(); ++row) {
+      names.append(list.itemText(row).section(" (", 0, 0));
+    }
+    EXPECT_GT(names.size(), 100);
+    EXPECT_TRUE(std::ranges::is_sorted(names));
     dialog.Cancel();
   });
   Start();

@@ -269,6 +269,11 @@ TEST_F(MergeReviewWindow, DamageInEitherStreamIsARowWithItsReason) {
   EXPECT_EQ(Rows(), (std::vector{1, 2}));
   EXPECT_TRUE(Told(1, pair::Problems).contains("subtitle 2 of the first stream is damaged: "));
   EXPECT_TRUE(Told(1, pair::Problems).contains("subtitle 2 of the second stream is damaged: "));
+  QTest::keyClicks(&Control<QLineEdit>("Text_FilterPairs"), "contrast");
+  EXPECT_EQ(Rows(), std::vector{2}) << "found by the words of its damage";
+  Control<QLineEdit>("Text_FilterPairs").setText("display area");
+  EXPECT_EQ(Rows(), std::vector<int>()) << "and by those of no other";
+  Control<QLineEdit>("Text_FilterPairs").clear();
   Dialogs.ExpectMessage("Error converting subtitle!");
   ClickPair(2);
   Dialogs.Verify();
@@ -416,6 +421,23 @@ TEST_F(MergeReviewWindow, IconIsThatOfTheWorstThereIsToKnow) {
   EXPECT_TRUE(icon(1).isNull());
   EXPECT_FALSE(icon(2).isNull());
   EXPECT_NE(icon(0), icon(2));
+  // As large as it may be, and sharp where the screen's pixels are finer.
+  const QImage fine = Pairs()
+                          .model()
+                          ->index(2, pair::Primary)
+                          .data(Qt::DecorationRole)
+                          .value<QIcon>()
+                          .pixmap(QSize(14, 14), 3)
+                          .toImage();
+  ASSERT_EQ(fine.size(), QSize(42, 42));
+  for (const int edge : {1, 40}) {
+    EXPECT_GT(qAlpha(fine.pixel(edge, 21)), 0) << edge;
+    EXPECT_GT(qAlpha(fine.pixel(21, edge)), 0) << edge;
+  }
+  for (const int edge : {0, 41}) {
+    EXPECT_EQ(qAlpha(fine.pixel(edge, edge)), 0) << edge;
+    EXPECT_EQ(qAlpha(fine.pixel(edge, 41 - edge)), 0) << edge;
+  }
 }
 
 TEST_F(MergeReviewWindow, KindsTellHowManyPacketsTheyHave) {

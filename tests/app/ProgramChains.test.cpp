@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 
@@ -67,7 +69,10 @@ class ProgramChains : public WindowTest {
 
 TEST_F(ProgramChains, EveryChainHasARowWithItsPalette) {
   Open([](QDialog& dialog) {
+    EXPECT_EQ(dialog.objectName(), "ProgramChainsDialog");
     EXPECT_EQ(List(dialog).model()->rowCount(), 3);
+    EXPECT_EQ(Text(dialog, 0, 0), "1");
+    EXPECT_EQ(Text(dialog, 2, 0), "3");
     EXPECT_EQ(Text(dialog, 0, 1), "title 1");
     EXPECT_EQ(Text(dialog, 1, 1), "title 2");
     EXPECT_EQ(Text(dialog, 2, 1), "title 3, no picture");
@@ -77,6 +82,20 @@ TEST_F(ProgramChains, EveryChainHasARowWithItsPalette) {
       EXPECT_TRUE(Picture(dialog, 1, column).isNull()) << column;
     }
     dialog.reject();
+  });
+}
+
+TEST_F(ProgramChains, PaletteOfAChainIsSaidInItsColumnAlone) {
+  Open([](QDialog& dialog) {
+    for (const int role : {Qt::ToolTipRole, Qt::AccessibleTextRole}) {
+      for (int column = 0; column < 6; ++column) {
+        const QString said = List(dialog).model()->index(1, column).data(role).toString();
+        EXPECT_EQ(!said.isEmpty(), column == 4) << column;
+        EXPECT_EQ(said.contains("red"), column == 4) << column;
+      }
+    }
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click();
+    EXPECT_FALSE(dialog.isVisible());
   });
 }
 
