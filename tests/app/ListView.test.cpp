@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -223,6 +224,37 @@ TEST_F(ListTest, ColumnsHideAndOneStays) {
   EXPECT_EQ(List().horizontalHeader()->hiddenSectionCount(), 11);
   EXPECT_TRUE(Action("Column_10").isChecked());
   EXPECT_FALSE(List().isColumnHidden(10));
+}
+
+TEST_F(ListTest, ColumnsInSightStayWhileOneGoesThroughTheRows) {
+  LoadStream(ManySubtitles(60));
+  List().setColumnWidth(column::Start, 3000);
+  QCoreApplication::processEvents();
+  const QScrollBar& sideways = *List().horizontalScrollBar();
+  Press(Qt::Key_Right);
+  const int one = sideways.value();
+  EXPECT_GT(one, 0);
+  Press(Qt::Key_Right);
+  const int two = sideways.value();
+  EXPECT_GT(two, one);
+  Press(Qt::Key_Left);
+  EXPECT_EQ(sideways.value(), one);
+  for (const int key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Home, Qt::Key_PageDown}) {
+    Press(key);
+    EXPECT_EQ(sideways.value(), one) << key;
+  }
+  List().setLayoutDirection(Qt::RightToLeft);
+  QCoreApplication::processEvents();
+  const int before = sideways.value();
+  Press(Qt::Key_Left);
+  EXPECT_GT(sideways.value(), before) << "to what is written behind";
+}
+
+TEST_F(ListTest, KeysDoNothingWithoutASubtitle) {
+  for (const int key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Home, Qt::Key_Left, Qt::Key_5}) {
+    Press(key);
+    EXPECT_EQ(CurrentRow(), 0) << key;
+  }
 }
 
 class ListMemory : public testing::Test {

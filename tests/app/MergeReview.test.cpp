@@ -51,6 +51,16 @@ TEST_F(MergeReviewWindow, RowsTellWhatSaveMergedWouldWrite) {
   EXPECT_EQ(units, saved);
 }
 
+TEST_F(MergeReviewWindow, RowIsSaidInASentenceWhereItBegins) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto said = [this](int column) {
+    return Pairs().model()->index(0, column).data(Qt::AccessibleTextRole).toString();
+  };
+  EXPECT_TRUE(said(pair::Primary).endsWith(" bytes: 12 pixels of the second picture cover the first one"))
+      << said(pair::Primary).toStdString();
+  EXPECT_EQ(said(pair::Covered), "12");
+}
+
 TEST_F(MergeReviewWindow, WhatIsTooLongForItsLineIsToldInFullWhereThePointerRests) {
   ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
   EXPECT_EQ(Control<QLineEdit>("Text_LeftOut").toolTip(), "Left out: 2 (1 subtitle that no packet shows)");
