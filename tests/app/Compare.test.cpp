@@ -127,6 +127,8 @@ TEST_F(CompareFile, ListMarksItsRowsUntilTheWindowIsClosed) {
   EXPECT_EQ(Cell(0, ComparedColumn), "");
   EXPECT_EQ(Cell(1, ComparedColumn), "moved in time");
   EXPECT_EQ(Cell(2, ComparedColumn), "2 other pixels");
+  const QModelIndex moved = List().model()->index(1, ComparedColumn);
+  EXPECT_EQ(moved.data(Qt::ToolTipRole).toString(), "<qt>moved in time");
   EXPECT_TRUE(Sentence(2).endsWith(", compared: 2 other pixels")) << Sentence(2).toStdString();
   PressInDifferences(Qt::Key_Escape);
   EXPECT_FALSE(IsOpen());

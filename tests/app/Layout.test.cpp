@@ -5,9 +5,11 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
+#include <QTableView>
 #include <QTest>
 
 #include "tests/app/Placing.h"
@@ -232,6 +234,15 @@ TEST_F(Layout, SmallestWindowIsSmallEnoughInALargeFont) {
   const frmTest window;
   EXPECT_LE(window.minimumSizeHint().width(), SmallestWindow.width());
   EXPECT_LE(window.minimumSizeHint().height(), SmallestWindow.height());
+}
+
+TEST_F(Layout, RowsAreAsHighAsTheirPicturesInAnyFont) {
+  for (const int points : {6, 24}) {
+    const ApplicationFont font(points);
+    const frmTest window;
+    const QHeaderView& rows = *window.findChild<QTableView*>("List_Subtitles")->verticalHeader();
+    EXPECT_EQ(rows.defaultSectionSize(), 24) << points;
+  }
 }
 
 TEST_F(Layout, FrameScrollsWhereRoomIsShort) {

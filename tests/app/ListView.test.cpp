@@ -52,6 +52,8 @@ TEST_F(ListTest, MergedRowShowsBothPicturesAndTheSecondNumber) {
   MergeInTheList(SecondaryStream({0, 190, 400, 600}));
   EXPECT_EQ(Cell(1, column::Number), "2 + 2");
   EXPECT_EQ(Cell(2, column::Number), "3 + 3");
+  const QString said = List().model()->index(1, column::Number).data(Qt::AccessibleTextRole).toString();
+  EXPECT_TRUE(said.contains(", under subtitle 2 of the second stream")) << said.toStdString();
   // The primary's two lines, four of the empty ones, the secondary's two.
   const QImage cell = Drawn(1, column::Picture);
   std::vector<int> lines;

@@ -3,6 +3,7 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
+#include "app/Comparison.h"
 #include "app/Document.h"
 #include "app/ProblemFinder.h"
 #include "tests/app/Streams.h"
@@ -115,6 +116,7 @@ TEST_F(SubtitleModelTest, ToolTipOfTheColoursNamesThem) {
   EXPECT_TRUE(tip.contains("background: A, ")) << tip.toStdString();
   EXPECT_TRUE(tip.contains("pattern: 2, white, opacity A")) << tip.toStdString();
   EXPECT_TRUE(tip.contains("emphasis 1: 4, yellow, opacity F")) << tip.toStdString();
+  EXPECT_EQ(tip.count("<br>"), 3) << "four lines";
 }
 
 TEST_F(SubtitleModelTest, EditsAreSeen) {
@@ -129,6 +131,25 @@ TEST_F(SubtitleModelTest, EditsAreSeen) {
   EXPECT_EQ(changed[0][1].toModelIndex(), Model.index(2, SubtitleModel::Compared));
   EXPECT_EQ(Texts(1)[SubtitleModel::Colours], "0723 0FFF");
   EXPECT_EQ(Texts(0)[SubtitleModel::Colours], "0123 0FFF");
+}
+
+TEST_F(SubtitleModelTest, EditOfTheRowThatWasLookedAtLastIsSeen) {
+  Open(FourCodes(PacketBuilder().Delay(10)));
+  EXPECT_EQ(Texts(0)[SubtitleModel::Colours], "0123 0FFF");
+  Opened.Choose({.Colours = {0, 7, 2, 3}, .Contrasts = {0, 15, 15, 15}});
+  ASSERT_TRUE(Opened.SetSelected(std::vector<std::size_t>{0}));
+  Model.TellChanged();
+  EXPECT_EQ(Texts(0)[SubtitleModel::Colours], "0723 0FFF");
+}
+
+TEST_F(SubtitleModelTest, ComparisonChangesEveryRow) {
+  Open(ThreeSubtitles());
+  const Comparison comparison(Opened, nullptr);
+  const QSignalSpy changed(&Model, &QAbstractItemModel::dataChanged);
+  Model.SetComparison(comparison);
+  ASSERT_EQ(changed.count(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex(), Model.index(0, SubtitleModel::Number));
+  EXPECT_EQ(changed[0][1].toModelIndex(), Model.index(2, SubtitleModel::Compared));
 }
 
 TEST_F(SubtitleModelTest, RowsAreThoseShown) {
