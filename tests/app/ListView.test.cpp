@@ -182,8 +182,8 @@ TEST_F(ListTest, CopyPutsTheRowsOnTheClipboard) {
     Action("Column_" + QString::number(column)).trigger();
   }
   Action("Column_1").trigger();
-  ClickRow(1);
-  ClickRow(3, Qt::ControlModifier);
+  ClickRow(3);
+  ClickRow(1, Qt::ControlModifier);
   Press(Qt::Key_C, Qt::ControlModifier);
   const QMimeData* copied = QApplication::clipboard()->mimeData();
   EXPECT_EQ(copied->text(), "1\t00:00:01.00\n3\t00:00:09.00\n");

@@ -31,6 +31,7 @@ Bytes ThreeSecond() {
 TEST_F(MergeReviewWindow, RowsTellWhatSaveMergedWouldWrite) {
   // Those of 0, 150 and 280 are shown longest with the three; that of 90 with none longest.
   ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
+  EXPECT_TRUE(Control<QWidget>("ReviewPanel").isVisible());
   EXPECT_TRUE(Pairs().isVisible());
   EXPECT_FALSE(List().isVisible());
   EXPECT_EQ(Rows(), (std::vector{1, 2, 3}));
@@ -180,6 +181,22 @@ TEST_F(MergeReviewWindow, RowAndSubtitleGoTogether) {
   QCoreApplication::processEvents();
   EXPECT_EQ(CurrentPair(), 2);
   EXPECT_TRUE(TextIsAt(200, 100));
+}
+
+TEST_F(MergeReviewWindow, NothingIsKeptOfAMergeThatEnded) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Action("LeaveMerge").trigger();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(Window.findChild<MergeFinder*>()->Pairs().empty());
+}
+
+TEST_F(MergeReviewWindow, ProblemsAreThoseOfTheCurrentRow) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  const auto& problems = Control<QPlainTextEdit>("Text_PairProblems");
+  ClickPair(2);
+  EXPECT_EQ(problems.toPlainText(), "");
+  ClickPair(1);
+  EXPECT_EQ(problems.toPlainText(), "12 pixels of the second picture cover the first one");
 }
 
 TEST_F(MergeReviewWindow, HeadingsSortAndTheFilterNarrows) {
@@ -488,6 +505,10 @@ TEST_F(MergeReviewWindow, TypedNumberIsASubtitleToGoTo) {
   QCoreApplication::processEvents();
   EXPECT_EQ(CurrentPair(), 2);
   EXPECT_EQ(TextOf("Text_SubNum"), "3");
+  QTest::keyClick(&Pairs(), Qt::Key_X);  // ends the number
+  QTest::keyClick(&Pairs(), Qt::Key_1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(TextOf("Text_SubNum"), "1");
 }
 
 TEST_F(MergeReviewWindow, CopiedRowsHaveAllColumnsButThePicture) {

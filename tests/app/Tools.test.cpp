@@ -257,6 +257,15 @@ TEST_F(Tools, WhatItDidIsTold) {
   EXPECT_EQ(Told(), "2 subtitles retimed");
 }
 
+TEST_F(Tools, WhatWasLeftIsTold) {
+  LoadStream(Join({At(1).Build(), At(3).Area(100, 103, 570, 571).Build()}));
+  In("Move", [](const OpenTool& tool) {
+    tool.Type("Field_y", "10");
+    tool.Run();
+  });
+  EXPECT_EQ(Told(), "1 subtitle moved, 1 left as they are");
+}
+
 TEST_F(Tools, OneUndoTakesItBack) {
   const Bytes stream = Join({At(1).Build(), At(3).Build()});
   LoadStream(stream);
@@ -653,6 +662,39 @@ TEST_F(Tools, WhatWasDoneIsSavedAsARecipe) {
             "  ]\n"
             "}\n");
   EXPECT_EQ(Told(), "Saved steps.json, 2 steps");
+}
+
+TEST_F(Tools, StepsThatNoRecipeHoldsAreCounted) {
+  LoadStream(At(1).Build());
+  In("Retime", [](const OpenTool& tool) {
+    tool.Type("Field_shift", "40");
+    tool.Run();
+  });
+  Dialogs.ExpectColour(QColor(10, 20, 30));
+  Click("Label1_1");
+  Dialogs.ExpectCancelled(DialogKind::SaveFile);
+  Action("SaveRecipe").trigger();
+  EXPECT_EQ(Dialogs.Last().Name, "movie.json");
+  EXPECT_FALSE(Told().contains("Saved")) << Told().toStdString();
+  Dialogs.ExpectSave(Path("steps.json"));
+  Action("SaveRecipe").trigger();
+  EXPECT_EQ(Told(), "Saved steps.json, 1 step; not in it: 1 of the palette or restored ones");
+}
+
+TEST_F(Tools, RecipeTellsWhatItLeftAndIsUndoneByName) {
+  LoadStream(Join({At(1).Build(), At(3).Area(100, 103, 570, 571).Build()}));
+  const QString recipe = Write("movie.json", QByteArray(R"({"version": 1, "steps": [
+      {"tool": "move", "y": "10"}, {"tool": "assign", "colours": "0323", "opacities": "0FFF"}]})"));
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Action("RunRecipe").trigger();
+  EXPECT_FALSE(Action("Undo").isEnabled());
+  Dialogs.ExpectOpen(recipe);
+  Action("RunRecipe").trigger();
+  EXPECT_EQ(Told(), "Ran movie.json, 2 steps; 1 subtitle left as they were");
+  EXPECT_EQ(TextOf("Text_YPos"), "410");
+  EXPECT_EQ(Action("Undo").text().remove('&'), "Undo Assign");
+  Action("Undo").trigger();
+  EXPECT_EQ(Action("Undo").text().remove('&'), "Undo Move");
 }
 
 TEST_F(Tools, RecipeThatCannotBeWrittenIsNotToldAsSaved) {
