@@ -309,6 +309,42 @@ TEST_F(ListTest, StatusBarCountsTheProblems) {
   EXPECT_EQ(ProblemCount(), "3 subtitles, 0 with problems");
 }
 
+TEST_F(ListTest, WhatIsSoundIsSaidInThePlaceOfItsProblems) {
+  const auto& problems = Control<QPlainTextEdit>("Text_Problems");
+  EXPECT_EQ(problems.placeholderText(), "");
+  LoadStream(ThreeSubtitles());
+  FindProblems();
+  EXPECT_EQ(Problems(), "");
+  EXPECT_EQ(problems.placeholderText(), "No problems");
+  Type("7");
+  EXPECT_EQ(problems.placeholderText(), "") << "no row";
+}
+
+TEST_F(ListTest, SubtitlesThatAreSelectedAndDamageAreNotConfused) {
+  LoadStream(Join({ThreeSubtitles(), Bytes(5, 0x33)}));
+  FindProblems();
+  List().selectAll();
+  Choose("ImageCombo2", "7");
+  Click("Command_SetSelected");
+  const Bytes saved = SavedBytes();
+  for (std::size_t subtitle = 0; subtitle < 3; ++subtitle) {
+    EXPECT_EQ(saved[subtitle * PacketBuilder::Length + ColourArguments + 1], 0x70) << subtitle;
+  }
+  EXPECT_EQ(saved.size(), 3 * PacketBuilder::Length + 5);
+}
+
+TEST_F(ListTest, ShownColumnsAreThoseTickedInTheMenu) {
+  LoadStream(ThreeSubtitles());
+  Action("Column_3").trigger();
+  EXPECT_TRUE(List().isColumnHidden(3));
+  Action("Column_3").trigger();
+  EXPECT_FALSE(List().isColumnHidden(3));
+  Action("Column_0").trigger();
+  EXPECT_EQ(List().currentIndex().column(), column::Picture);
+  Action("Column_0").trigger();
+  EXPECT_EQ(List().currentIndex().column(), column::Number);
+}
+
 TEST_F(ListTest, KeysGoFromProblemToProblem) {
   const auto at = [](int second) { return PacketBuilder().Time(second * Second); };
   LoadStream(Join({FourCodes(at(0).Delay(80)), FourCodes(at(1)), FourCodes(at(2).Delay(80)), FourCodes(at(3)),
