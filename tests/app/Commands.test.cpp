@@ -124,9 +124,13 @@ TEST_F(Commands, NoneIsEnabledWhileMergedIsSaved) {
       EXPECT_FALSE(IsEnabled(QString("Command_") + name)) << name;
       Action(name).trigger();
     }
+    for (const char* name : {"Keys", "About", "AboutQt"}) {
+      EXPECT_FALSE(Action(name).isEnabled()) << name;
+    }
   });
   MergedBytes();
   EXPECT_EQ(seen, 3);
+  EXPECT_TRUE(Action("Keys").isEnabled());
   EXPECT_TRUE(IsEnabled("Command_SaveSecond"));
   EXPECT_TRUE(IsEnabled("Command_Next"));
   EXPECT_EQ(TextOf("Text_SubNum"), "1");

@@ -70,6 +70,15 @@ TEST_F(CompareFile, TellsWhatDiffers) {
             "None here, subtitle 4 in the other file, 00:00:13.00, added");
 }
 
+TEST_F(CompareFile, IsThereForAStreamThatIsNotMerged) {
+  const auto& compare = *Window.findChild<QAction*>("Action_Compare");
+  EXPECT_FALSE(compare.isEnabled());
+  LoadStream(ThreeSubtitles());
+  EXPECT_TRUE(compare.isEnabled());
+  Merge(SecondaryStream({0}));
+  EXPECT_FALSE(compare.isEnabled());
+}
+
 TEST_F(CompareFile, WindowThatIsOpenComesToTheFront) {
   class Raised : public QObject {
    public:

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QImage>
@@ -62,6 +63,22 @@ TEST_F(DropFiles, DropIsAcceptedBeforeTheFileIsLoaded) {
   QCoreApplication::processEvents();
   Dialogs.Verify();
   EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+TEST_F(DropFiles, NothingIsTakenWhileAMessageStands) {
+  LoadStream(ThreeSubtitles());
+  const QList<QUrl> other = {QUrl::fromLocalFile(Write("other.sup", ThreeSubtitles()))};
+  Click("Check_SavePics");
+  Click("Command_Next");
+  ASSERT_TRUE(QDir(Path("movie_SubPng")).removeRecursively());
+  // The picture in the chosen colour cannot be written.
+  Dialogs.Expect(DialogKind::Message, [&](QDialog& dialog) {
+    EXPECT_FALSE(Drag(Window, other));
+    dialog.accept();
+  });
+  Choose("ImageCombo2", "3");
+  Dialogs.Verify();
+  EXPECT_TRUE(Drag(Window, other));
 }
 
 TEST_F(DropFiles, SupFileEnablesWhatLoadSupEnables) {

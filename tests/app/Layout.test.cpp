@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
@@ -447,6 +449,19 @@ TEST_F(Layout, SwatchesStandInOneRow) {
     EXPECT_EQ(swatch.y(), first.y());
     EXPECT_GT(swatch.x(), Control<QWidget>(Element("Label1", i - 1)).x());
   }
+}
+
+TEST_F(Layout, ButtonsBeginAndEndWithTheFieldsTheyStandAt) {
+  const auto rightOf = [this](const char* name) { return LeftOf(name) + Control<QWidget>(name).width(); };
+  const auto labels = Window.findChildren<QLabel*>();
+  const auto label = std::find_if(labels.begin(), labels.end(),
+                                  [](const QLabel* one) { return one->text() == "Sup File:"; });
+  ASSERT_NE(label, labels.end());
+  EXPECT_EQ(LeftOf("Command_LoadSup"), (*label)->mapTo(&Window, QPoint()).x());
+  EXPECT_EQ(rightOf("Command_SavePalette"), rightOf("Text1"));
+  EXPECT_EQ(LeftOf("Text_SubNum"), LeftOf("Text_StartTime"));
+  EXPECT_EQ(rightOf("Command_Reload"), rightOf("Check_SavePics"));
+  EXPECT_EQ(rightOf("Command_Reload"), rightOf("Text1"));
 }
 
 TEST_F(Layout, LargerWindowKeepsEveryControlInside) {

@@ -152,6 +152,13 @@ TEST_F(Recent, MenuIsDisabledBeforeAnyFile) {
   EXPECT_FALSE(Window.findChild<QMenu*>("Menu_Recent")->isEnabled());
 }
 
+TEST_F(Recent, FilesCanBeForgottenWhereThereIsOne) {
+  const auto* forget = Window.findChild<QAction*>("Action_ForgetRecent");
+  EXPECT_FALSE(forget->isEnabled());
+  Load(Write("movie.sup", ThreeSubtitles()));
+  EXPECT_TRUE(forget->isEnabled());
+}
+
 TEST_F(Recent, LoadedFilesAreListedAndOpened) {
   const QString first = Write("one & %1.sup", ThreeSubtitles());
   Load(first);
