@@ -65,6 +65,8 @@ TEST_F(MergeReviewWindow, RowIsSaidInASentenceWhereItBegins) {
 TEST_F(MergeReviewWindow, WhatIsTooLongForItsLineIsToldInFullWhereThePointerRests) {
   ReviewMerge(ThreeFirst(), SecondaryStream({0, 90, 150, 280}), "-100");
   EXPECT_EQ(Control<QLineEdit>("Text_LeftOut").toolTip(), "Left out: 2 (1 subtitle that no packet shows)");
+  const QString whole = Control<QLineEdit>("Text_Review").toolTip();
+  EXPECT_TRUE(whole.startsWith("3 packets, none with problems")) << whole.toStdString();
 }
 
 TEST_F(MergeReviewWindow, RowWithoutProblemsSaysSo) {

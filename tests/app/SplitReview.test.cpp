@@ -285,8 +285,13 @@ TEST_F(SplitReviewWindow, MenuSortsByEachColumnThatIsShown) {
 TEST_F(SplitReviewWindow, AnotherSecondFileIsMergedInPairs) {
   ReviewSplit();
   ClickPair(3);
+  auto& join = Control<QSpinBox>("Spin_Join");
+  const int usual = join.value();
+  join.setValue(usual + 100);
+  Review();
   Merge(ThreeOver());
   EXPECT_TRUE(IsChosen("Option_Pairs"));
+  EXPECT_EQ(join.value(), usual);
   ExpectShown(true, {0});
   Review();
   EXPECT_THAT(Packets(), ElementsAre("1+1", "2+2"));

@@ -44,6 +44,8 @@ TEST_F(ListTest, FollowsTheWindow) {
   EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()).center()));
   Click("Command_Prev");
   EXPECT_EQ(CurrentRow(), 49);
+  GoTo("60");
+  EXPECT_EQ(CurrentRow(), 60);
 }
 
 TEST_F(ListTest, WindowFollowsTheKeys) {
@@ -121,7 +123,7 @@ TEST_F(ListTest, InvalidSubtitleIsToldAsByGoTo) {
   EXPECT_EQ(TextOf("Text_SubNum"), "3");
 }
 
-TEST_F(ListTest, RowIsTriedAgainByReturnAndByAClick) {
+TEST_F(ListTest, SubtitleIsTriedAgainByReturnAndByAClick) {
   LoadStream(InvalidSecond());
   Dialogs.ExpectMessage("Error converting subtitle!");
   Press(Qt::Key_Down);
@@ -129,6 +131,14 @@ TEST_F(ListTest, RowIsTriedAgainByReturnAndByAClick) {
   Press(Qt::Key_Return);
   Dialogs.ExpectMessage("Error converting subtitle!");
   ClickRow(2);
+  Dialogs.ExpectMessage("Error converting subtitle!");
+  auto& strip = Control<TimeStrip>("Strip_Time");
+  int x = 0;
+  while (x < strip.width() && strip.SubtitleAt(x) != 1U) {
+    ++x;
+  }
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
+  QCoreApplication::processEvents();
   Dialogs.Verify();
 }
 
