@@ -141,6 +141,18 @@ TEST_F(Display, PictureAcrossTheRightEdgeIsCut) {
   EXPECT_EQ(FrameColour(719, 400), Entry1);
 }
 
+TEST_F(Display, PictureOfOneColumnIsDrawn) {
+  LoadIn576Lines(WithFields(PacketBuilder().Area(100, 100, 400, 401).Build(), {0x50, 0x00, 0x50, 0x00}));
+  EXPECT_EQ(FrameColour(100, 400), Entry1);
+  EXPECT_EQ(FrameColour(100, 401), Entry1);
+}
+
+TEST_F(Display, PictureOfAnAreaWithoutColumnsIsNotDrawn) {
+  LoadIn576Lines(WithFields(PacketBuilder().Area(100, 99, 400, 401).Build(), {0x50, 0x00, 0x50, 0x00}));
+  EXPECT_EQ(FrameColour(99, 400), Light);   // column 6, row 25
+  EXPECT_EQ(FrameColour(100, 400), Light);  // the same square
+}
+
 TEST_F(Display, CheckerIsNotLaidOutAnewFor480Lines) {
   LoadStream(PacketBuilder().Contrast(0, 0, 0, 0).Build());
   Click("Option_720x480");

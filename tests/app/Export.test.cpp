@@ -99,6 +99,15 @@ TEST_F(Export, PixelsThatNoRunReachedAreZero) {
   EXPECT_EQ(picture.pixel(2, 2), 0U);
 }
 
+TEST_F(Export, PictureOfOneColumnIsWritten) {
+  Click("Check_SavePics");
+  LoadStream(WithFields(PacketBuilder().Time(1 * Second).Area(100, 100, 400, 401).Build(),
+                        {0x50, 0x00, 0x50, 0x00}));
+  const QImage picture = Picture(FirstPicture);
+  ASSERT_EQ(picture.size(), QSize(1, 2));
+  EXPECT_EQ(picture.pixel(0, 1), 0xFF03FDFBU);
+}
+
 TEST_F(Export, RecolouringWritesThePictureAgainButNoLine) {
   Click("Check_SavePics");
   LoadStream(ThreeSubtitles());
@@ -129,6 +138,16 @@ TEST_F(Export, RecolouringASubtitleShownBeforeTheTickWritesNothing) {
   Click("Check_SavePics");
   Choose("ImageCombo2", "3");
   EXPECT_TRUE(NothingExported());
+}
+
+TEST_F(Export, RecolouringASubtitleShownBeforeTheTickLeavesTheOneOfTheEarlierTick) {
+  Click("Check_SavePics");
+  LoadStream(ThreeSubtitles());
+  Click("Check_SavePics");
+  Click("Command_Next");
+  Click("Check_SavePics");
+  Choose("ImageCombo2", "3");
+  EXPECT_EQ(Picture(FirstPicture).pixel(2, 0), 0xFF03FDFBU);
 }
 
 TEST_F(Export, UntickingStopsAtOnceAndKeepsWhatIsThere) {

@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <QSpinBox>
 #include <QTest>
 #include <QUrl>
 
@@ -254,6 +255,19 @@ TEST_F(MergeNavigation, PrevShowsTheMergedPicture) {
   EXPECT_EQ(ShownSecondaries(), std::vector{0});
 }
 
+TEST_F(MergeNavigation, PicturesOfOneColumnOrNoneAreMerged) {
+  const auto columns = [](unsigned last, unsigned y) {
+    return WithFields(PacketBuilder().Area(200, last, y, y + 1).Build(), {0x50, 0x00, 0x50, 0x00});
+  };
+  LoadPrimary();
+  Merge(columns(200, 300));
+  EXPECT_EQ(FrameColour(200, 300), TextColour);
+  EXPECT_EQ(FrameColour(200, 301), TextColour);
+  Merge(columns(199, 300));
+  EXPECT_TRUE(TextIsAt(100, 100));
+  EXPECT_NE(FrameColour(200, 300), TextColour);
+}
+
 TEST_F(MergeNavigation, GoToShowsTheMergedPicture) {
   LoadPrimary();
   Merge(SecondaryStream({0, 90, 280}));
@@ -353,6 +367,17 @@ TEST_F(MergeExport, PictureOfASmallerFrameIsAsHighAsIt) {
   Click("Check_SavePics");
   Merge(SecondaryStream({0}));
   EXPECT_EQ(Picture(FirstPicture).size(), QSize(720, 480));
+}
+
+TEST_F(MergeExport, PictureOfTheSubtitleShownStaysWhereTheOffsetIsMoved) {
+  LoadStream(PrimaryStream({{90, 100}}));
+  Click("Check_SavePics");
+  Merge(SecondaryStream({0}));
+  Control<QSpinBox>("Spin_YOffset").setValue(50);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(TextIsAt(200, 250));
+  EXPECT_EQ(Picture(FirstPicture).pixel(202, 200), 0xFF03FDFBU);
+  EXPECT_EQ(Picture(FirstPicture).pixel(202, 250), 0U);
 }
 
 TEST_F(MergeExport, TranslucentPixelsKeepTheirValueOverNothing) {

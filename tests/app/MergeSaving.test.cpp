@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include <QFileInfo>
@@ -69,6 +70,25 @@ class CaptionRecorder : public QObject {
 
  private:
   QWidget& window_;
+};
+
+/// Does something whenever the window is painted.
+class OnPaint : public QObject {
+ public:
+  OnPaint(QWidget& window, std::function<void()> react) : react_(std::move(react)) {
+    window.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      react_();
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  std::function<void()> react_;
 };
 
 class MergeSaving : public MergeTest {
@@ -324,6 +344,17 @@ TEST_F(MergeSaving, CaptionStartsWithTheOneBefore) {
   EXPECT_EQ(Window.windowTitle(), "Mine");
 }
 
+TEST_F(MergeSaving, WindowIsPaintedAfterEachCaption) {
+  MergeThree();
+  QStringList painted;
+  const OnPaint paints(Window, [&] { painted.append(Window.windowTitle()); });
+  QObject::connect(&Window, &QWidget::windowTitleChanged, &Window, [this] { Window.update(); });
+  MergedBytes();
+  for (const char* number : {"0", "1", "2"}) {
+    EXPECT_TRUE(painted.contains(QStringLiteral("Quillmark  working on subtitle # ") + number)) << number;
+  }
+}
+
 TEST_F(MergeSaving, HourglassStandsDuringTheSave) {
   MergeThree();
   const CaptionRecorder recorder(Window);
@@ -421,6 +452,18 @@ TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryIsExportedAlone) {
   EXPECT_EQ(Frame(), before);
   EXPECT_EQ(TextOf("Text_StartTime"), "00:00:01.00");
   EXPECT_EQ(TextOf("Text_SubNum"), "1");
+}
+
+TEST_F(MergeSaving, PrimaryOfAnInvalidSecondaryLeavesThePictureOfTheSubtitleShown) {
+  LoadStream(PrimaryStream({{90, 100}, {450, 100}, {810, 100}}));
+  Merge(Join({SecondaryStream({0}), PacketBuilder().Time(400 * 1000).WithoutColour().Build(),
+              SecondaryStream({800})}));
+  Click("Check_SavePics");
+  GoTo("3");
+  const QString picture = Path("movie_SubPng/00+00+09+00.png");
+  ASSERT_EQ(QImage(picture).size(), QSize(720, 576));
+  FailAt(2);
+  EXPECT_EQ(QImage(picture).size(), QSize(720, 576));
 }
 
 /// The frames that stand on the display while the hourglass does.
