@@ -383,11 +383,68 @@ TEST_F(MergeReviewWindow, CodesOfTheNextMergeAreShownFromTheirDefaults) {
   EXPECT_EQ(Chosen("Combo_ResultOpacity_1"), "as 1st");
 }
 
+/// A column for each of the four, all as wide.
+TEST_F(MergeReviewWindow, CodesStandBelowTheirNamesInRowsOfTheirKinds) {
+  Window.resize(1700, 900);
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  Click("Check_MergedCodes");
+  QCoreApplication::processEvents();
+  const auto& form = Control<QWidget>("Form_MergedCodes");
+  const auto labelAt = [&form](const QString& text) {
+    for (const QLabel* label : form.findChildren<QLabel*>()) {
+      if (label->text().startsWith(text)) {
+        return label->geometry();
+      }
+    }
+    return QRect();
+  };
+  const QRect first = Control<QWidget>("Combo_SecondaryCode_0").geometry();
+  int right = -1;
+  for (int code = 0; code < 4; ++code) {
+    const QRect heading = labelAt(QString::number(code) + ' ');
+    int above = heading.bottom();
+    EXPECT_GT(heading.left(), right) << code;
+    for (const char* kind : {"Combo_SecondaryCode", "Combo_ResultColour", "Combo_ResultOpacity"}) {
+      const QRect list = Control<QWidget>(Element(kind, code)).geometry();
+      EXPECT_EQ(list.left(), heading.left()) << kind << code;
+      EXPECT_NEAR(list.width(), first.width(), 1) << kind << code;
+      EXPECT_GT(list.top(), above) << kind << code;
+      above = list.bottom();
+      right = list.right();
+    }
+  }
+  const std::pair<const char*, const char*> rows[] = {{"2nd becomes", "Combo_SecondaryCode_0"},
+                                                      {"Colors", "Combo_ResultColour_0"},
+                                                      {"Opacities", "Combo_ResultOpacity_0"}};
+  for (const auto& [text, list] : rows) {
+    EXPECT_LT(labelAt(text).right(), first.left()) << text;
+    EXPECT_NEAR(labelAt(text).center().y(), Control<QWidget>(list).geometry().center().y(), 1) << text;
+  }
+  const QRect button = Control<QWidget>("Command_DefaultCodes").geometry();
+  EXPECT_GT(button.left(), right);
+  EXPECT_NEAR(button.center().y(), first.center().y(), 1);
+  EXPECT_EQ(button.width(), Control<QWidget>("Command_DefaultCodes").sizeHint().width());
+}
+
+TEST_F(MergeReviewWindow, NibblesOfTheResultAreThoseOfTheFirstStreamOrOneOfSixteen) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
+  Click("Check_MergedCodes");
+  for (const char* name : {"Combo_ResultColour_2", "Combo_ResultOpacity_2"}) {
+    const auto& list = Control<QComboBox>(name);
+    EXPECT_EQ(list.count(), 17) << name;
+    EXPECT_EQ(list.itemText(0), "as 1st") << name;
+    EXPECT_EQ(list.itemData(0, Qt::AccessibleTextRole).toString(), "As the first stream has it") << name;
+    EXPECT_EQ(list.itemText(1), "0") << name;
+    EXPECT_EQ(list.itemText(16), "F") << name;
+  }
+}
+
 TEST_F(MergeReviewWindow, TabGoesFromTheButtonOfTheCodesThroughThem) {
   ReviewMerge(ThreeFirst(), ThreeSecond(), "50");
   Click("Check_MergedCodes");
   Control<QWidget>("Check_MergedCodes").setFocus();
-  for (const char* next : {"Combo_SecondaryCode_0", "Combo_SecondaryCode_1"}) {
+  for (const char* next : {"Combo_SecondaryCode_0", "Combo_SecondaryCode_1", "Combo_SecondaryCode_2",
+                           "Combo_SecondaryCode_3", "Command_DefaultCodes", "Combo_ResultColour_0"}) {
     QTest::keyClick(Window.focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(Window.focusWidget(), &Control<QWidget>(next)) << next;
   }
