@@ -173,6 +173,36 @@ TEST_F(MergeReviewWindow, SuggestionIsTakenAndTold) {
   EXPECT_EQ(TextOfStatus(), "Offset -2: 0 pixels covered, 0 clipped; at 0 12 pixels covered, 0 clipped");
 }
 
+TEST_F(MergeReviewWindow, OffsetThatIsTheBestStaysAndIsToldSo) {
+  ReviewMerge(ThreeFirst(), ThreeSecond(), "-2");
+  Click("Command_SuggestOffset");
+  EXPECT_EQ(Offset(), -2);
+  EXPECT_EQ(TextOfStatus(), "No offset is better than -2: 0 pixels covered, 0 clipped");
+}
+
+TEST_F(MergeReviewWindow, CopyGoesByWhatIsSelectedInTheOneOfTheTwoThatIsShown) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  ClickPair(1);
+  EXPECT_TRUE(Action("Copy").isEnabled());
+  Pairs().clearSelection();
+  EXPECT_FALSE(Action("Copy").isEnabled());
+  ClickPair(1);
+  List().clearSelection();
+  Action("MergeReview").trigger();
+  EXPECT_FALSE(Action("Copy").isEnabled());
+  ClickRow(2);
+  EXPECT_TRUE(Action("Copy").isEnabled());
+}
+
+TEST_F(MergeReviewWindow, GoesWithTheSecondStreamWhereNoOtherIsChosen) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Dialogs.ExpectCancelled(DialogKind::OpenFile);
+  Click("Command_LoadSecond");
+  EXPECT_FALSE(Pairs().isVisible());
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_FALSE(Action("MergeReview").isEnabled());
+}
+
 TEST_F(MergeReviewWindow, RowAndSubtitleGoTogether) {
   ReviewMerge(ThreeFirst(), ThreeSecond());
   EXPECT_EQ(CurrentPair(), 1);
