@@ -67,6 +67,10 @@ TEST_F(LongWork, DialogSaysWhatIsDoneAboveItsBar) {
     EXPECT_EQ(what->textFormat(), Qt::PlainText) << "a name may look like markup";
     EXPECT_LT(what->geometry().bottom(), PlaceIn(dialog, "Progress_Done").top());
     ExpectDownwards(dialog, {"Progress_Done", "Command_Cancel"});
+    EXPECT_EQ(dialog.objectName(), "ProgressDialog");
+    const auto* bar = dialog.findChild<QProgressBar*>("Progress_Done");
+    EXPECT_EQ(bar->accessibleName(), "Reading movie.vob");
+    EXPECT_GE(bar->width(), bar->fontMetrics().horizontalAdvance(QString(40, 'n')));
     dialog.reject();
   });
   EXPECT_EQ(Run(std::chrono::milliseconds(0), GoOn), Completion::Cancelled);
@@ -85,6 +89,7 @@ TEST_F(LongWork, DialogShowsHowFarItIs) {
     while (bar->maximum() == 0) {
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    EXPECT_EQ(bar->minimum(), 0);
     shown = bar->value() * 4 / bar->maximum();
     dialog.reject();
   });
