@@ -107,6 +107,15 @@ TEST_F(Commands, ChosenPathTooLongForTheDialogIsToldAndKeepsAll) {
   ExpectThreeAreCounted();
 }
 
+TEST_F(Commands, ChosenPathTooLongForTheDialogLeavesTheSubtitleShownToBeSet) {
+  LoadStream(ThreeSubtitles());
+  Click("Command_Next");
+  Dialogs.ExpectOpen(WriteLong(ThreeSubtitles()));
+  Click("Command_LoadSup");
+  EXPECT_TRUE(IsEnabled("Command_SetActual"));
+  EXPECT_TRUE(IsEnabled("Command_SetAll"));
+}
+
 TEST_F(Commands, ChosenPathTooLongForTheDialogLeavesSavingDisabledBeforeAnyLoad) {
   Dialogs.ExpectOpen(WriteLong(ThreeSubtitles()));
   Click("Command_LoadSup");

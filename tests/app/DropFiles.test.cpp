@@ -54,6 +54,13 @@ TEST_F(DropFiles, SupFileLoads) {
   EXPECT_EQ(FrameColour(102, 400), QColor(3, 253, 251));
 }
 
+TEST_F(DropFiles, StreamWithoutSubtitlesIsNamed) {
+  const QString path = Write("empty.sup", Bytes());
+  Dialogs.ExpectReport();
+  EXPECT_TRUE(Drop(path));
+  EXPECT_EQ(TextOf("Text1"), path);
+}
+
 TEST_F(DropFiles, DropIsAcceptedBeforeTheFileIsLoaded) {
   const QList<QUrl> files = {QUrl::fromLocalFile(Write("movie.sup", ThreeSubtitles()))};
   ASSERT_TRUE(Drag(Window, files));

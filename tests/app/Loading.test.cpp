@@ -223,6 +223,26 @@ TEST_F(Loading, SetForActualAfterACancelledLoadStillWritesTheSubtitleShown) {
   EXPECT_EQ(SavedBytes(), expected);
 }
 
+TEST_F(Loading, PointerIsNormalWhileAMessageStands) {
+  Dialogs.AllowMessages();
+  const QString gone = Write("gone.sup", ThreeSubtitles());
+  Dialogs.Expect(DialogKind::OpenFile, [&gone](QDialog& dialog) {
+    DialogScript::ConfirmFile(gone)(dialog);
+    QFile::remove(gone);
+  });
+  Click("Command_LoadSup");
+  Dialogs.ExpectOpen(Write("none.sup", Bytes(20, 'x')));
+  Click("Command_LoadSup");
+  Dialogs.ExpectOpen(Write("invalid.sup", Join({PacketBuilder().WithoutColour().Build(), Bytes(20, 'x')})));
+  Click("Command_LoadSup");
+  for (const char* text : {"Cannot read ", "Error: No SUP signature found", "Error converting subtitle!"}) {
+    EXPECT_FALSE(Dialogs.MessageTexts().filter(text).isEmpty()) << text;
+  }
+  for (const ShownDialog& dialog : Dialogs.Shown()) {
+    EXPECT_TRUE(dialog.PointerIsNormal) << dialog.Text.toStdString();
+  }
+}
+
 TEST_F(Loading, FileThatIsGoneWhenItIsReadIsToldAndTheStreamStays) {
   const QString path = LoadStream(ThreeSubtitles());
   const QString gone = Write("%1 %2.sup", ThreeSubtitles());

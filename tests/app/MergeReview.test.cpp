@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -178,6 +180,15 @@ TEST_F(MergeReviewWindow, OffsetThatIsTheBestStaysAndIsToldSo) {
   Click("Command_SuggestOffset");
   EXPECT_EQ(Offset(), -2);
   EXPECT_EQ(TextOfStatus(), "No offset is better than -2: 0 pixels covered, 0 clipped");
+}
+
+TEST_F(MergeReviewWindow, OffsetStaysWhereItsSearchIsCancelled) {
+  ReviewMerge(ThreeFirst(), ThreeSecond());
+  Window.SetPatience(std::chrono::milliseconds(0));
+  Dialogs.ExpectCancelled(DialogKind::Other);
+  Click("Command_SuggestOffset");
+  EXPECT_EQ(Offset(), 0);
+  EXPECT_EQ(TextOfStatus(), "The offset stays 0");
 }
 
 TEST_F(MergeReviewWindow, CopyGoesByWhatIsSelectedInTheOneOfTheTwoThatIsShown) {
