@@ -54,7 +54,6 @@ frmTest::frmTest(QWidget* parent)
   BuildMenus();
   ConnectDocument();
   document_->SetSupPath(InProgramFolder(QStringLiteral("test.sup")));
-  document_->SetFrameLines(Option_720x480->isChecked() ? FrameHeight480 : FrameHeight576);
   document_->SetNumber(0);
   ShowPalette();
   KeepHintsReadable();
