@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 std::optional<fs::path> BehindLinks(fs::path path) {
   constexpr int MaxLinks = 40;  // what the kernel follows
   std::error_code error;
-  for (int i = 0; i < MaxLinks; ++i) {
+  for (int followed = 0; followed <= MaxLinks; ++followed) {
     if (!fs::is_symlink(fs::symlink_status(path, error))) {
       return path;
     }

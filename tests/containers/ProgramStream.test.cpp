@@ -260,6 +260,12 @@ TEST(ProgramStream, SubtitlesAloneThatStartAgainGoOn) {
   EXPECT_THAT(container.Notes, ElementsAre("the clock restarts at 00:01:01.00; times go on"));
 }
 
+TEST(ProgramStream, SubtitlesAloneThatStepBackByASecondAtMostKeepTheirTimes) {
+  const Container container = Read(Join({Subtitle(5 * Second, 0), Subtitle(4 * Second, 0)}));
+  EXPECT_THAT(TimesIn(container), ElementsAre(5 * Second, 4 * Second));
+  EXPECT_THAT(container.Notes, IsEmpty());
+}
+
 TEST(ProgramStream, LanguagesOneAfterAnotherAreNoRestart) {
   const Container container = Read(Join(
       {Subtitle(5 * Second, 0), Subtitle(60 * Second, 0), Pack(SubtitlePacket(Unit, 5 * Second, 0x21))}));

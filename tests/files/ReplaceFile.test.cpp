@@ -230,6 +230,17 @@ TEST_F(ReplaceFileTest, LinkToNothingGetsItsTarget) {
   EXPECT_EQ(Read("real"), "new");
 }
 
+TEST_F(ReplaceFileTest, AsManyLinksAreFollowedAsTheSystemDoes) {
+  Put("0", "old");
+  for (int link = 1; link <= 41; ++link) {
+    ASSERT_TRUE(QFile::link(QString::number(link - 1), Path(std::to_string(link).c_str())));
+  }
+  EXPECT_THAT(ReasonText(ReplaceFile(Path("41"), BytesOf("new"), Keep)), HasSubstr("symbolic links"));
+  EXPECT_EQ(Read("0"), "old");
+  ASSERT_EQ(ReasonText(ReplaceFile(Path("40"), BytesOf("new"), Keep)), "done");
+  EXPECT_EQ(Read("0"), "new");
+}
+
 TEST_F(ReplaceFileTest, LinkToItselfGivesAReason) {
   ASSERT_TRUE(QFile::link("loop", Path("loop")));
   EXPECT_THAT(ReasonText(ReplaceFile(Path("loop"), BytesOf("new"), Keep)), HasSubstr("symbolic links"));

@@ -148,6 +148,13 @@ TEST(Thumbnail, OutlineIsWhatIsBesideClearPixelsOnEitherSide) {
   EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(1, 0), LightGround);
 }
 
+TEST(Thumbnail, OfTwoThatAreAsOftenBesideClearPixelsTheFirstIsTheOutline) {
+  // Two of code 2, four of 0, two of 1: two ends of each, those at the line's own ends among them.
+  const Bytes packet = TwoLinesOf({0x66, 0x44, 0x44, 0x55});
+  EXPECT_EQ(Thumbnail(packet, {Clear, Black, White, Clear}).pixel(3, 0), DarkGround);
+  EXPECT_EQ(Thumbnail(packet, {Clear, White, Black, Clear}).pixel(3, 0), LightGround);
+}
+
 TEST(Thumbnail, ColourThatIsNowhereBesideClearPixelsIsNoOutline) {
   // 1, four of 2, 1, 0, 1.
   const Bytes packet = TwoLinesOf({0x56, 0x66, 0x65, 0x45});

@@ -34,6 +34,13 @@ TEST(EditPlaces, ShortOnesAreAddedToLongOnesAsWell) {
   EXPECT_THAT(places, ElementsAre(Long, EditPlace{.Offset = 600, .Removed = 5, .Inserted = 5}));
 }
 
+TEST(EditPlaces, ShortOnesAddedToShortOnesStayShort) {
+  EditPlaces places = {Short};
+  places.Add(std::array<std::uint32_t, 1>{600}, std::array<std::uint8_t, 1>{5});
+  EXPECT_THAT(places, ElementsAre(Short, EditPlace{.Offset = 600, .Removed = 5, .Inserted = 5}));
+  EXPECT_TRUE(places.AreShort());
+}
+
 TEST(EditPlaces, OneOfAnyKindCanBeSet) {
   EditPlaces places = {Short, Short};
   places.Set(1, Growing);

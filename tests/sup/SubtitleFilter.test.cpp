@@ -136,6 +136,10 @@ TEST(SubtitleFilter, WordsFindProblems) {
   EXPECT_THAT(Numbers("forced", StreamOf(4), marks), IsEmpty());
 }
 
+TEST(SubtitleFilter, BlanksAroundWordsDoNotCount) {
+  EXPECT_THAT(Numbers(" \tno end \t", StreamOf(1), {With(Code::NoEnd)}), ElementsAre(1));
+}
+
 TEST(SubtitleFilter, WhatIsNeitherNumberNorTimeIsWords) {
   const SupStream stream = StreamOf(20);
   for (const char* text : {"3x", "-3", ",", ":", ":02", "1:2:3:4", "1::2", "1:x", "1:02.x", "3-4-5", "1.5"}) {
