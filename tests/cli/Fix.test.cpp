@@ -87,6 +87,7 @@ TEST_F(FixCommand, JsonIsOneObject) {
                 "message": "3 bytes at offset 48 are no packet and were left out"}],
     "left": [{"offset": 18, "packet": 1, "code": "no_end", "message": "the subtitle has no end of its own",
               "severity": "untidy"}]})"));
+  EXPECT_TRUE(run.Out.ends_with("}\n"));
 }
 
 TEST_F(FixCommand, WhatHasNoPacketIsRefused) {

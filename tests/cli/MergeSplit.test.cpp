@@ -121,6 +121,9 @@ TEST_F(MergeSplitCommand, WrongModesAndGapsAreRefused) {
               HasSubstr("is no number of milliseconds from 0"));
   EXPECT_THAT(errorOf({"--join", "5"}), HasSubstr("--join requires --mode split\n"));
   EXPECT_FALSE(Exists("split.sup"));
+  EXPECT_EQ(
+      Run({"merge", "a.sup", "b.sup", "-o", "split.sup", "--mode", "split", "--join", "3600000"}).ExitCode,
+      0);
 }
 
 }  // namespace

@@ -63,6 +63,13 @@ TEST(ReadIfo, ChainThatIsNoEntryGoesOnWithItsTitle) {
   EXPECT_THAT(Texts(*info), ElementsAre("title 1", "title 1, goes on", "title 2"));
 }
 
+TEST(ReadIfo, TitlesHaveNumbersOfSevenBitsAndMenusTypesOfFour) {
+  const auto info =
+      ReadIfo(TitleSetFile({{.Category = 0xE3}}, {{.Language = "en", .Chains = {{.Category = 0xF3}}}}));
+  ASSERT_TRUE(info);
+  EXPECT_THAT(Texts(*info), ElementsAre("title 99", "root menu (en)"));
+}
+
 TEST(ReadIfo, MenusOfEachLanguageFollowTheTitles) {
   const auto info =
       ReadIfo(TitleSetFile({{}}, {{.Language = "en", .Chains = {{.Category = 0x83}, {.Category = 0x84}}},

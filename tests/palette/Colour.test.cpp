@@ -73,6 +73,10 @@ TEST(RgbToYCrCb, KnownColours) {
 /// 257 + 504 + 98 x 181 + 16500 = 34999
 TEST(RgbToYCrCb, SharesAreCutNotRounded) {
   EXPECT_EQ(RgbToYCrCb(MakeRgb(1, 1, 181)), Packed(34, 115, 207));
+  // Cr: 439 - 71 x 140 + 128500 = 118999
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(1, 0, 140)), Packed(30, 118, 189));
+  // Cb: -148 x 2 - 291 x 10 + 439 x 95 + 128500 = 166999
+  EXPECT_EQ(RgbToYCrCb(MakeRgb(2, 10, 95)), Packed(31, 118, 166));
 }
 
 TEST(RgbToYCrCb, EachShareOfAPrimaryColourCounts) {

@@ -77,6 +77,7 @@ TEST(PlayerDurationMs, CountsTheDelayIn1024TicksToTheNearest) {
   EXPECT_EQ(PlayerDurationMs(0), 0);
   EXPECT_EQ(PlayerDurationMs(1), 11);      // 1024 / 90 is 11.4
   EXPECT_EQ(PlayerDurationMs(100), 1138);  // 102400 / 90 is 1137.8
+  EXPECT_EQ(PlayerDurationMs(41), 466);    // 41984 / 90 is 466.49
 }
 
 TEST(PlayerDurationMs, TakesTheDelayAsUnsigned) {
