@@ -46,6 +46,25 @@ TEST(Scaler, IsExactWhereTheProductNeedsMoreThan64Bits) {
   EXPECT_EQ(almost.Rounded(Min), Min + 1);
 }
 
+/// 3 x 10^18 x 7 takes 65 bits.
+TEST(Scaler, ProductsAreRoundedDownAndWhatIsCutOffIsKept) {
+  const Scaler scaler({.Numerator = 7, .Denominator = 3});
+  const auto expect = [&](std::int64_t value, std::int64_t floor, std::uint64_t rest) {
+    const auto product = scaler.Multiply(value);
+    ASSERT_TRUE(product) << value;
+    EXPECT_EQ(product->Floor, floor) << value;
+    EXPECT_EQ(product->Rest, rest) << value;
+  };
+  expect(3, 7, 0);
+  expect(4, 9, 1);
+  expect(-3, -7, 0);
+  expect(-4, -10, 2);
+  expect(3000000000000000000, 7000000000000000000, 0);
+  expect(3000000000000000001, 7000000000000000002, 1);
+  expect(3000000000000000002, 7000000000000000004, 2);
+  expect(-3000000000000000001, -7000000000000000003, 2);
+}
+
 TEST(Scaler, AnswersNothingWhere64BitsDoNotHoldIt) {
   const Scaler twice({.Numerator = 2, .Denominator = 1});
   EXPECT_EQ(twice.Rounded(Max / 2), Max - 1);

@@ -134,6 +134,17 @@ TEST(EncodePng, FiveColoursHaveFourBits) {
   EXPECT_EQ(RowsIn(chunks[2]), Hex("00 4030"));
 }
 
+TEST(EncodePng, SixteenColoursHaveFourBits) {
+  const auto chunks = ChunksOf(EncodePng(Indexes(2, 1, {15, 1}, QList<QRgb>(16, 0xFF000000))));
+  EXPECT_EQ(chunks[0].Data, Hex("00000002 00000001 04 03 00 00 00"));
+  EXPECT_EQ(RowsIn(chunks[2]), Hex("00 F1"));
+}
+
+TEST(EncodePng, IndexThatNoColourHasLeavesThePixelsBesideItAlone) {
+  const auto chunks = ChunksOf(EncodePng(Indexes(3, 1, {0, 7, 2}, QList<QRgb>(4, 0xFF000000))));
+  EXPECT_EQ(RowsIn(chunks[2]), Hex("00 38"));
+}
+
 TEST(EncodePng, SeventeenColoursHaveEightBits) {
   const auto chunks = ChunksOf(EncodePng(Indexes(2, 1, {16, 1}, QList<QRgb>(17, 0xFF000000))));
   EXPECT_EQ(chunks[0].Data, Hex("00000002 00000001 08 03 00 00 00"));
