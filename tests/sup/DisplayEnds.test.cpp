@@ -110,6 +110,16 @@ TEST(DisplayEnds, ShortestIsReached) {
   EXPECT_EQ(FirstDelay(TwoSubtitles(0), {.Shortest = 200000}), 0);
 }
 
+TEST(DisplayEnds, FilledEndsReachTheShortestToo) {
+  EXPECT_EQ(FirstDelay(TwoSubtitles(0), {.Fill = true, .Shortest = 200000}), 200);
+}
+
+TEST(DisplayEnds, CutToTheShortestIsAsLongAsWanted) {
+  const EndOptions options{.Shortest = 180000, .NoOverlap = true};
+  EXPECT_EQ(FirstDelay(TwoSubtitles(181), options), 180);
+  EXPECT_TRUE(Ends(TwoSubtitles(181), options).Left.empty());
+}
+
 TEST(DisplayEnds, NegativeEndIsBeforeTheShortest) {
   EXPECT_EQ(FirstDelay(TwoSubtitles(0x8001), {.Shortest = 100000}), 100);
   EXPECT_EQ(FirstDelay(TwoSubtitles(0x8001), {.Fill = true, .NoOverlap = true}), 0x8001);

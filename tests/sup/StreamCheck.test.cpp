@@ -311,6 +311,8 @@ TEST(CheckStream, SubtitlesThatTouchDoNotOverlap) {
 TEST(CheckStream, OverlapIsReportedOfTheEarlierSubtitle) {
   EXPECT_THAT(Check(Join({Sound(0).Build(), Sound(89999).Build()})),
               ElementsAre(Problem(2, 1, Code::Overlap, "until 00:00:01.00")));
+  EXPECT_THAT(Check(Join({Sound(0).Delay(1).Build(), Sound(999).Build()})),
+              ElementsAre(Problem(2, 1, Code::Overlap, "until 00:00:00.01")));
 }
 
 TEST(CheckStream, TimesRunningBackwards) {
