@@ -147,6 +147,12 @@ TEST_F(ContainerCommands, WhatATrackLacksIsTold) {
   EXPECT_THAT(Run({"list", "one.idx"}).Err, HasSubstr("one.idx: line "));
   EXPECT_THAT(Run({"tracks", "both.idx"}).Out, HasSubstr("position 0xFFFFFFF is outside the .sub"));
   EXPECT_EQ(Json::parse(Run({"tracks", "both.idx", "--json"}).Out)[1]["notes"].size(), 1U);
+  constexpr const char* Outside = "position 0xFFFFFFF is outside the .sub";
+  EXPECT_THAT(Run({"convert", "one.idx", "-o", "again.idx"}).Err, HasSubstr(Outside));
+  WriteText("r.json", R"({"version": 1, "steps": []})");
+  const Json reports = Json::parse(Run({"apply", "r.json", "one.idx", "--out-dir", "out", "--json"}).Out);
+  ASSERT_EQ(reports[0]["notes"].size(), 1U);
+  EXPECT_THAT(reports[0]["notes"][0].get<std::string>(), HasSubstr(Outside));
 }
 
 TEST_F(ContainerCommands, PaletteOfTheFileIsTheOneOfThePicture) {
@@ -160,6 +166,11 @@ TEST_F(ContainerCommands, PaletteOfTheFileIsTheOneOfThePicture) {
   EXPECT_THAT(ReadText("white.idx"), HasSubstr("palette: ffffff, ffffff, "));
   ASSERT_EQ(Run({"convert", "white.idx", "-o", "again.idx"}).ExitCode, 0);
   EXPECT_THAT(ReadText("again.idx"), HasSubstr("palette: ffffff, ffffff, "));
+  ASSERT_EQ(Run({"picture", "white.idx", "1", "-o", "pair.png"}).ExitCode, 0);
+  ASSERT_EQ(Run({"picture", "a.sup", "1", "-o", "other.png"}).ExitCode, 0);
+  ASSERT_EQ(Run({"picture", "a.sup", "1", "--palette", "white.pal", "-o", "white.png"}).ExitCode, 0);
+  EXPECT_EQ(Read("pair.png"), Read("white.png"));
+  EXPECT_NE(Read("pair.png"), Read("other.png"));
 }
 
 TEST_F(ContainerCommands, SupTakesOneTrackAlone) {
