@@ -248,6 +248,19 @@ TEST(ProgramStream, SmallStepsBackAreNoRestart) {
       IsEmpty());
 }
 
+TEST(ProgramStream, AStepBackOfASecondIsNoRestart) {
+  EXPECT_THAT(Read(Join({Video(Second, Second), Video(2 * Second, 0), Subtitle(Second, Second)})).Notes,
+              IsEmpty());
+}
+
+TEST(ProgramStream, ClockThatRestartsGoesOnWhereTheLastOfAllVideoStreamsIs) {
+  const auto video = [](std::int64_t clock) {
+    return Pack(Pes{.Time = clock, .Stream = 0xEF, .Further = {}}.With(Bytes(20, 0x33)), clock);
+  };
+  EXPECT_THAT(Read(Join({video(0), Subtitle(5 * Second, 4 * Second), video(19 * Second), video(0)})).Notes,
+              ElementsAre("the clock restarts at 00:00:19.00; times go on"));
+}
+
 TEST(ProgramStream, SubtitlesAloneWithOneClockForAll) {
   EXPECT_THAT(TimesIn(Read(Join({Subtitle(5 * Second, 0), Subtitle(6000 * Second, 0)}))),
               ElementsAre(5 * Second, 6000 * Second));
