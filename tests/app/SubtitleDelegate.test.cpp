@@ -55,6 +55,18 @@ class SubtitleDelegateTest : public testing::Test {
     image.setDevicePixelRatio(1);
     return image;
   }
+  /// A cell of 40 pixels with paper behind its end.
+  [[nodiscard]] QImage PaintedBesidePaper(SubtitleModel::Column column) const {
+    QImage image(200, SubtitleDelegate::RowHeight, QImage::Format_RGB32);
+    image.fill(Paper);
+    QStyleOptionViewItem option;
+    option.rect = QRect(0, 0, 40, SubtitleDelegate::RowHeight);
+    option.state = QStyle::State_Enabled | QStyle::State_Active;
+    QPainter painter(&image);
+    Delegate.paint(&painter, option, Model.index(0, column));
+    painter.end();
+    return image;
+  }
 
   Document Opened;
   ProblemFinder Finder;
@@ -192,14 +204,7 @@ TEST_F(SubtitleDelegateTest, WidePictureIsAsWideAsTheCellBetweenItsMargins) {
 
 TEST_F(SubtitleDelegateTest, TextEndsInItsCell) {
   Open(PacketBuilder().Time(90000).Delay(100).Build());
-  QImage image(200, SubtitleDelegate::RowHeight, QImage::Format_RGB32);
-  image.fill(Paper);
-  QStyleOptionViewItem option;
-  option.rect = QRect(0, 0, 40, SubtitleDelegate::RowHeight);
-  option.state = QStyle::State_Enabled | QStyle::State_Active;
-  QPainter painter(&image);
-  Delegate.paint(&painter, option, Model.index(0, SubtitleModel::Start));
-  painter.end();
+  const QImage image = PaintedBesidePaper(SubtitleModel::Start);
   const auto inked = [&](int from, int to) {
     int count = 0;
     for (int x = from; x < to; ++x) {
@@ -279,14 +284,7 @@ TEST_F(SubtitleDelegateTest, SwatchesAreEdgedSquaresBeforeTheirOpacities) {
 
 TEST_F(SubtitleDelegateTest, SwatchesEndInTheirCell) {
   Open(FourCodes(PacketBuilder().Delay(10)));
-  QImage image(200, SubtitleDelegate::RowHeight, QImage::Format_RGB32);
-  image.fill(Paper);
-  QStyleOptionViewItem option;
-  option.rect = QRect(0, 0, 40, SubtitleDelegate::RowHeight);
-  option.state = QStyle::State_Enabled | QStyle::State_Active;
-  QPainter painter(&image);
-  Delegate.paint(&painter, option, Model.index(0, SubtitleModel::Colours));
-  painter.end();
+  const QImage image = PaintedBesidePaper(SubtitleModel::Colours);
   const QImage next = image.copy(40, 0, 160, SubtitleDelegate::RowHeight);
   QImage paper(next.size(), QImage::Format_RGB32);
   paper.fill(Paper);

@@ -11,6 +11,18 @@ namespace {
 
 using Rows = std::vector<int>;
 
+/// Gives the place that it clicks.
+QPoint ClickBarOfTheSecond(TimeStrip& strip) {
+  int x = 0;
+  while (x < strip.width() && strip.SubtitleAt(x) != 1U) {
+    ++x;
+  }
+  const QPoint place(x + 2, strip.height() / 2);
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, place);
+  QCoreApplication::processEvents();
+  return place;
+}
+
 TEST_F(ListTest, ShowsEverySubtitle) {
   LoadStream(ThreeSubtitles());
   ASSERT_EQ(List().model()->rowCount(), 3);
@@ -132,13 +144,7 @@ TEST_F(ListTest, SubtitleIsTriedAgainByReturnAndByAClick) {
   Dialogs.ExpectMessage("Error converting subtitle!");
   ClickRow(2);
   Dialogs.ExpectMessage("Error converting subtitle!");
-  auto& strip = Control<TimeStrip>("Strip_Time");
-  int x = 0;
-  while (x < strip.width() && strip.SubtitleAt(x) != 1U) {
-    ++x;
-  }
-  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
-  QCoreApplication::processEvents();
+  ClickBarOfTheSecond(Control<TimeStrip>("Strip_Time"));
   Dialogs.Verify();
 }
 
@@ -399,16 +405,11 @@ TEST_F(ListTest, DamageStaysTheCurrentRowWhereTheListNarrows) {
 TEST_F(ListTest, ClickInTheStripOfTimeIsAJump) {
   LoadStream(ThreeSubtitles());
   auto& strip = Control<TimeStrip>("Strip_Time");
-  int x = 0;
-  while (x < strip.width() && strip.SubtitleAt(x) != 1U) {
-    ++x;
-  }
-  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
-  QCoreApplication::processEvents();
+  const QPoint place = ClickBarOfTheSecond(strip);
   EXPECT_EQ(TextOf("Text_SubNum"), "2");
   EXPECT_EQ(CurrentRow(), 2);
   Type("1");
-  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(x + 2, strip.height() / 2));
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, place);
   QCoreApplication::processEvents();
   EXPECT_EQ(TextOf("Text_SubNum"), "2");
 }
