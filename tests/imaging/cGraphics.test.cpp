@@ -239,6 +239,12 @@ TEST(SurfaceStatus, ASuccessClearsTheLastFailure) {
   EXPECT_EQ(graphics.LastStatus(), 2);
   graphics.DrawImageRectRect(BitmapOf(1, 1, {0xFFFFFFFF}), QRect(0, 0, 1, 1), QRect(0, 0, 1, 1));
   EXPECT_EQ(graphics.LastStatus(), 0);
+  graphics.DrawImage(cBitmap(), 0, 0);
+  graphics.DrawImage(BitmapOf(1, 1, {0xFFFFFFFF}), 0, 0);
+  EXPECT_EQ(graphics.LastStatus(), 0);
+  graphics.DrawImage(cBitmap(), 0, 0);
+  graphics.FillRectangle(QRect(0, 0, 1, 1), 0xFF000000);
+  EXPECT_EQ(graphics.LastStatus(), 0);
 }
 
 TEST(SurfaceStatus, EveryOperationOnAMissingSurfaceFails) {
