@@ -407,6 +407,12 @@ TEST(VobSub, SubstreamUnlikeTheIndexIsTakenAndTold) {
   EXPECT_THAT(track.Notes, ElementsAre("line 2: the subtitle belongs to substream 0x23, not 0x20"));
 }
 
+TEST(VobSub, UnitOfTheLanguageInALaterPackIsNotTheOneThatALineNames) {
+  const Track track = TrackIn("id: en, index: 0\ntimestamp: 00:00:01:000, filepos: 0\n",
+                              Join({Pack(SubtitlePacket(A, 90000, 0x23)), Pack(SubtitlePacket(B, 180000))}));
+  EXPECT_EQ(track.Packets, SupPacket(90000, A));
+}
+
 TEST(VobSub, OfTwoUnitsInAPackThatOfTheLanguage) {
   const Bytes packs = Pack(Join({SubtitlePacket(A, 90000, 0x20), SubtitlePacket(B, 90000, 0x21)}));
   EXPECT_EQ(TrackIn("id: de, index: 1\ntimestamp: 00:00:01:000, filepos: 0\n", packs).Packets,
