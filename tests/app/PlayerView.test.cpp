@@ -224,6 +224,7 @@ TEST_F(Player, WithoutTheNextSubtitleTheTimeIsLonger) {
   Dialogs.Verify();
   EXPECT_EQ(Slider().maximum(), 342);
   EXPECT_EQ(Slider().value(), 50);
+  EXPECT_EQ(Slider().minimum(), 0);
 }
 
 TEST_F(Player, WithoutAnEndTimeGoesOnForTenSeconds) {
