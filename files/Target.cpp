@@ -14,9 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Follows a symbolic link to what it names, whether that exists or not; nullopt for a link to itself.
+/// Follows a symbolic link to what it names, whether that exists or not; nullopt for a link to itself and for
+/// more of them one behind another than the system follows.
 std::optional<fs::path> BehindLinks(fs::path path) {
-  constexpr int MaxLinks = 40;  // what the kernel follows
+  constexpr int MaxLinks = 40;  // what Linux follows
   std::error_code error;
   for (int followed = 0; followed <= MaxLinks; ++followed) {
     if (!fs::is_symlink(fs::symlink_status(path, error))) {

@@ -376,15 +376,19 @@ QImage Icon(ProblemSeverity severity) {
   return icon;
 }
 
+/// Without an icon for many sequences, which two are not.
+Bytes Fading() {
+  const Bytes picture = Join({StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0),
+                              SetArea(100, 103, 400, 401), SetFields(4, 6)});
+  return Played({0x11, 0x00, 0x12, 0x00}, {{.Delay = 0, .Commands = picture},
+                                           {.Delay = 90, .Commands = Join({SetContrast(7, 7, 7, 0)})}})
+      .Build();
+}
+
 TEST_F(SubtitleDelegateTest, NumberOfAnAnimatedSubtitleBearsAMark) {
   Open(FourCodes(PacketBuilder().Delay(90)));
   const QImage still = Painted(SubtitleModel::Number, 80);
-  const Bytes picture = Join({StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0),
-                              SetArea(100, 103, 400, 401), SetFields(4, 6)});
-  // Without an icon for its many sequences, which no problem is of two.
-  Open(Played({0x11, 0x00, 0x12, 0x00},
-              {{.Delay = 0, .Commands = picture}, {.Delay = 90, .Commands = Join({SetContrast(7, 7, 7, 0)})}})
-           .Build());
+  Open(Fading());
   const QImage animated = Painted(SubtitleModel::Number, 80);
   EXPECT_NE(animated.copy(18, 0, 12, animated.height()), still.copy(18, 0, 12, still.height()));
   EXPECT_EQ(animated.copy(32, 0, 48, animated.height()), still.copy(32, 0, 48, still.height()));
@@ -392,11 +396,7 @@ TEST_F(SubtitleDelegateTest, NumberOfAnAnimatedSubtitleBearsAMark) {
 
 /// Right of where an icon stands: # is ink, o three quarters of it, - one quarter.
 TEST_F(SubtitleDelegateTest, MarkOfAnAnimatedSubtitleIsATriangleThatPointsToTheRight) {
-  const Bytes picture = Join({StartDisplay, SetColour(3, 2, 1, 0), SetContrast(15, 15, 15, 0),
-                              SetArea(100, 103, 400, 401), SetFields(4, 6)});
-  Open(Played({0x11, 0x00, 0x12, 0x00},
-              {{.Delay = 0, .Commands = picture}, {.Delay = 90, .Commands = Join({SetContrast(7, 7, 7, 0)})}})
-           .Build());
+  Open(Fading());
   const QImage cell = Painted(SubtitleModel::Number, 80);
   const char* triangle[] = {
       "..........",  // 7

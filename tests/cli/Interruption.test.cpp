@@ -24,13 +24,20 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Not ignored to begin with, as it is by what a shell starts in the background.
-class InterruptionGuardTest : public testing::Test {
- protected:
-  InterruptionGuardTest() : previous_(std::signal(SIGINT, SIG_DFL)) {}
-  ~InterruptionGuardTest() override { std::signal(SIGINT, previous_); }
+class UsualInterruption {
+ public:
+  UsualInterruption() : previous_(std::signal(SIGINT, SIG_DFL)) {}
+  ~UsualInterruption() { std::signal(SIGINT, previous_); }
+  UsualInterruption(const UsualInterruption&) = delete;
+  UsualInterruption& operator=(const UsualInterruption&) = delete;
 
  private:
   void (*previous_)(int);
+};
+
+class InterruptionGuardTest : public testing::Test {
+ private:
+  UsualInterruption usual_;
 };
 
 TEST_F(InterruptionGuardTest, RemembersTheFirstSignal) {
@@ -84,12 +91,11 @@ class WatchingBuffer : public std::stringbuf {
 
 class InterruptionOfACommandLine : public test::ProgramTest {
  protected:
-  InterruptionOfACommandLine() : previous_(std::signal(SIGINT, SIG_DFL)) {
+  InterruptionOfACommandLine() {
     Write("a.sup", Join({Sound(Second).Build(), Sound(5 * Second).Build()}));
     WriteText("a.json", R"({"version": 1, "steps": [{"tool": "retime", "shift": 1}]})");
     Write("a.ifo", test::TitleSetFile({{}}));
   }
-  ~InterruptionOfACommandLine() override { std::signal(SIGINT, previous_); }
 
   /// Whether one is waited for while the command is at work.
   static std::optional<bool> IsWaitedFor(const std::vector<std::string>& arguments) {
@@ -105,7 +111,7 @@ class InterruptionOfACommandLine : public test::ProgramTest {
   }
 
  private:
-  void (*previous_)(int);
+  UsualInterruption usual_;
 };
 
 TEST_F(InterruptionOfACommandLine, IsWaitedForWhereFilesAreWritten) {
